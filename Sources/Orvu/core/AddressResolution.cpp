@@ -1,0 +1,42 @@
+#include "core/AddressResolution.h"
+
+#include "foundation/Text.h"
+#include "profiles/Preferences.h"
+#include "search/Bang.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+
+namespace orvu {
+namespace {
+
+/// An address whose scheme opens directly, as it stands; the case of the scheme counts.
+std::optional<Url> fullUrl(std::string_view text) {
+    constexpr std::array<std::string_view, 4> schemes{"http", "https", "file", "about"};
+    auto url = Url::parse(text);
+    if (!url || std::ranges::find(schemes, url->scheme()) == schemes.end()) return std::nullopt;
+    return isWebUrl(*url) && !url->host() ? std::nullopt : url;
+}
+
+/// A bare site: something with a full stop in it and no space.
+std::optional<Url> siteUrl(std::string_view text) {
+    if (text.contains(' ') || !text.contains('.') || text.ends_with('.')) return std::nullopt;
+    auto url = Url::parse("https://" + std::string{text});
+    return url && url->host() ? url : std::nullopt;
+}
+
+}  // namespace
+
+std::optional<Url> resolveAddress(std::string_view text, const UserDefaults& defaults) {
+    const auto typed = trimmed(text, TrimSet::whitespacesAndNewlines);
+    if (typed.empty()) return std::nullopt;
+    if (const auto bang = Bang::parse(typed); bang && !bang->query.empty()) {
+        return bang->bang.expand(bang->query);
+    }
+    if (auto url = fullUrl(typed)) return url;
+    if (auto url = siteUrl(typed)) return url;
+    return Prefs::searchURL(defaults, typed);
+}
+
+}  // namespace orvu

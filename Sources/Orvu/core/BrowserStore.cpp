@@ -1,0 +1,245 @@
+#include "core/BrowserStore.h"
+
+#include "core/AddressResolution.h"
+#include "foundation/Text.h"
+#include "profiles/Preferences.h"
+
+#include <algorithm>
+#include <ranges>
+
+namespace orvu {
+
+BrowserStore::BrowserStore(const BrowserServices& services, bool isPrivate, Profile profile)
+    : defaults_(services.defaults),
+      notifications_(services.notifications),
+      loop_(services.loop),
+      calendar_(services.calendar),
+      isPrivate_(isPrivate),
+      profile_(std::move(profile)),
+      bookmarks_(services.bookmarks.store(profile_)),
+      configuration_(services.engine.makeConfiguration(
+          isPrivate ? WebsiteDataStore::nonPersistentDataStore()
+          : profile_.id == Profile::personalID
+              ? WebsiteDataStore::defaultDataStore()
+              : WebsiteDataStore::dataStoreForIdentifier(profile_.id))) {
+    const ChangeSignal::Scope change{changes_};
+    configure();
+    if (!isPrivate_) restore();
+    if (tabs_.empty()) newTab(std::nullopt, Select::yes);
+    const auto first =
+        std::ranges::find_if(tabs_, [](const auto& tab) { return !tab->isPinned(); });
+    activeID_ = (first != tabs_.end() ? *first : tabs_.front())->id();
+    if (isPrivate_) return;
+    notifications_.addObserver(
+        Prefs::clearHistory,
+        sigc::bind(sigc::mem_fun(*this, &BrowserStore::clearHistory), std::optional<Date>{}));
+    notifications_.addObserver(historyImported, sigc::mem_fun(*this, &BrowserStore::reloadVisits));
+}
+
+void BrowserStore::configure() {
+    configuration_->setElementFullscreenEnabled(true);
+    configuration_->setApplicationNameForUserAgent("Version/" + std::string{safariVersion} +
+                                                   " Safari/605.1.15");
+}
+
+std::shared_ptr<BrowserTab> BrowserStore::active() const {
+    const auto found = activeID_ ? find(*activeID_) : tabs_.end();
+    return found != tabs_.end() ? *found : nullptr;
+}
+
+BrowserStore::TabList BrowserStore::tabsWhere(const auto& condition) const {
+    TabList result;
+    std::ranges::copy_if(tabs_, std::back_inserter(result),
+                         [&](const auto& tab) { return condition(*tab); });
+    return result;
+}
+
+BrowserStore::TabList BrowserStore::pinned() const {
+    return tabsWhere([](const BrowserTab& tab) { return tab.isPinned(); });
+}
+
+BrowserStore::TabList BrowserStore::unpinned() const {
+    return tabsWhere([](const BrowserTab& tab) { return !tab.isPinned(); });
+}
+
+BrowserStore::TabList BrowserStore::splitTabs() const {
+    if (split_.size() != 2) return {};
+    TabList pair;
+    for (const auto& id : split_) {
+        if (const auto found = find(id); found != tabs_.end()) pair.push_back(*found);
+    }
+    return pair.size() == 2 ? pair : TabList{};
+}
+
+void BrowserStore::select(const BrowserTab& tab) {
+    if (!holds(tab)) return;
+    const ChangeSignal::Scope change{changes_};
+    const bool leavesPair = !split_.empty() && !isInSplit(tab.id());
+    if (activeID_ != tab.id() || leavesPair) changes_.note();
+    activeID_ = tab.id();
+    if (leavesPair) split_.clear();
+}
+
+void BrowserStore::selectTab(int number) {
+    TabList list = pinned();
+    std::ranges::copy(unpinned(), std::back_inserter(list));
+    if (list.empty()) return;
+    const auto count = static_cast<int>(list.size());
+    const int index = number == 9 ? count - 1 : number - 1;
+    if (index < 0 || index >= count) return;
+    const ChangeSignal::Scope change{changes_};
+    const Uuid& wanted = list[static_cast<std::size_t>(index)]->id();
+    if (activeID_ == wanted) return;
+    activeID_ = wanted;  // the pair stays: a number is a look elsewhere, not a choice
+    changes_.note();
+}
+
+void BrowserStore::open(std::string_view text, NewTab inNewTab) {
+    const auto url = resolveAddress(text, defaults_);
+    if (!url) return;
+    const auto front = active();
+    if (inNewTab == NewTab::no && front) {
+        front->webView().load(*url);
+    } else {
+        newTab(*url, Select::yes);
+    }
+}
+
+BrowserTab& BrowserStore::newTab(const std::optional<Url>& url, Select select) {
+    const ChangeSignal::Scope change{changes_};
+    const auto tab = std::make_shared<BrowserTab>(*configuration_, url, loop_);
+    tab->onVisit = sigc::mem_fun(*this, &BrowserStore::recordVisit);
+    tab->onOpenInNewTab = sigc::mem_fun(*this, &BrowserStore::openInBackground);
+    tab->webView().onFocus =
+        sigc::bind(sigc::mem_fun(*this, &BrowserStore::tabTookFocus), tab->id());
+    tabs_.push_back(tab);
+    if (select == Select::yes) {
+        activeID_ = tab->id();
+        split_.clear();
+    }
+    changes_.note();
+    saveSession();
+    return *tab;
+}
+
+void BrowserStore::close(const BrowserTab& tab) {
+    const auto found = find(tab.id());
+    if (found == tabs_.end()) return;
+    const ChangeSignal::Scope change{changes_};
+    const auto closed = *found;
+    const auto index = static_cast<std::size_t>(found - tabs_.begin());
+
+    if (isInSplit(closed->id())) split_.clear();
+    rememberClosed(*closed);
+    closed->webView().stopLoading();
+    tabs_.erase(found);
+    if (activeID_ == closed->id()) {
+        activeID_.reset();
+        if (!tabs_.empty()) activeID_ = tabs_[std::min(index, tabs_.size() - 1)]->id();
+    }
+    if (tabs_.empty()) newTab(std::nullopt, Select::yes);
+    changes_.note();
+    saveSession();
+}
+
+void BrowserStore::rememberClosed(const BrowserTab& tab) {
+    if (!tab.url()) return;
+    closedTabs_.push_back({Uuid::random(), *tab.url(), tab.title(), loop_.now()});
+    if (closedTabs_.size() > closedTabsLimit) {
+        const auto surplus = static_cast<std::ptrdiff_t>(closedTabs_.size() - closedTabsLimit);
+        closedTabs_.erase(closedTabs_.begin(), closedTabs_.begin() + surplus);
+    }
+}
+
+void BrowserStore::reopenClosed() {
+    if (closedTabs_.empty()) return;
+    const ChangeSignal::Scope change{changes_};
+    const Url url = closedTabs_.back().url;
+    closedTabs_.pop_back();
+    newTab(url, Select::yes);
+}
+
+void BrowserStore::park(const BrowserTab& tab) {
+    if (!holds(tab) || !tab.url()) return;
+    const ChangeSignal::Scope change{changes_};
+    shelf_.insert(shelf_.begin(), {Uuid::random(), *tab.url(), tab.title()});
+    save(shelf_, "browserShelf");
+    close(tab);
+}
+
+void BrowserStore::unpark(const Parked& parked) {
+    const ChangeSignal::Scope change{changes_};
+    const Parked wanted = parked;  // the argument may stand on the shelf
+    std::erase_if(shelf_, [&](const Parked& each) { return each.id == wanted.id; });
+    save(shelf_, "browserShelf");
+    newTab(wanted.url, Select::yes);
+}
+
+void BrowserStore::togglePin(BrowserTab& tab) {
+    if (!holds(tab)) return;
+    const ChangeSignal::Scope change{changes_};
+    tab.setPinned(!tab.isPinned());
+    std::ranges::stable_partition(tabs_, [](const auto& each) { return each->isPinned(); });
+    changes_.note();
+    saveSession();
+}
+
+void BrowserStore::toggleSideBySide() {
+    if (!split_.empty()) return endSideBySide();
+    const auto front = active();
+    if (!front) return;
+    const auto reversed = tabs_ | std::views::reverse;
+    const auto partner =
+        std::ranges::find_if(reversed, [&](const auto& tab) { return tab != front && tab->url(); });
+    if (partner == reversed.end()) return;
+    const ChangeSignal::Scope change{changes_};
+    split_ = {front->id(), (*partner)->id()};
+    changes_.note();
+}
+
+void BrowserStore::openSideBySide(const BrowserTab& tab) {
+    const auto front = active();
+    if (!front || front->id() == tab.id() || !holds(tab)) return;
+    const ChangeSignal::Scope change{changes_};
+    split_ = {front->id(), tab.id()};
+    activeID_ = tab.id();
+    changes_.note();
+}
+
+void BrowserStore::endSideBySide() {
+    if (split_.empty()) return;
+    const ChangeSignal::Scope change{changes_};
+    split_.clear();
+    changes_.note();
+}
+
+void BrowserStore::rewind(const Visit& visit) {
+    const Url url = visit.url;  // the argument may stand in the history
+    const auto front = active();
+    if (front && !front->isNewTab()) {
+        front->webView().load(url);
+    } else {
+        open(url.absoluteString(), NewTab::no);
+    }
+}
+
+BrowserStore::TabList::const_iterator BrowserStore::find(const Uuid& id) const {
+    return std::ranges::find_if(tabs_, [&](const auto& tab) { return tab->id() == id; });
+}
+
+bool BrowserStore::isInSplit(const Uuid& id) const {
+    return std::ranges::find(split_, id) != split_.end();
+}
+
+void BrowserStore::openInBackground(const UrlRequest& request) {
+    if (request.url) newTab(*request.url, Select::no);
+}
+
+void BrowserStore::tabTookFocus(const Uuid& id) {
+    if (!isInSplit(id) || activeID_ == id) return;
+    const ChangeSignal::Scope change{changes_};
+    activeID_ = id;
+    changes_.note();
+}
+
+}  // namespace orvu

@@ -1,0 +1,184 @@
+#pragma once
+
+#include "core/Bookmarks.h"
+#include "core/BrowserTab.h"
+#include "core/Records.h"
+#include "core/TabGroup.h"
+#include "foundation/Calendar.h"
+#include "foundation/NotificationCenter.h"
+#include "foundation/Signal.h"
+#include "profiles/Profiles.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvu {
+
+/// What every store needs of the world. All of it outlives the stores.
+struct BrowserServices {
+    UserDefaults& defaults;
+    NotificationCenter& notifications;
+    MainLoop& loop;
+    WebEngine& engine;
+    BookmarkStores& bookmarks;
+    Calendar calendar = Calendar::current();
+};
+
+/// The state of one browser window: its tabs, which of them is in front, the side-by-side pair,
+/// the shelf, the groups, and the history that it records. Every change is made by an operation
+/// here, which saves it and then tells the observers once.
+///
+/// There is always at least one tab. A tab, group or shelf entry given to an operation is taken
+/// as an identity: one that has left its list makes the operation do nothing, `unpark` apart.
+///
+/// In a private window nothing is read from or written to the user defaults; only bookmarks are
+/// the profile's real ones.
+class BrowserStore : public sigc::trackable {
+public:
+    using TabList = std::vector<std::shared_ptr<BrowserTab>>;
+    enum class NewTab { no, yes };
+    enum class Select { no, yes };
+
+    /// How the engine's browser of the same family names its version.
+    static constexpr std::string_view safariVersion = "26.0";
+    /// Broadcast when visits were added to a stored history.
+    static constexpr std::string_view historyImported = "OrvuHistoryImported";
+    static constexpr std::size_t closedTabsLimit = 50;
+    static constexpr std::size_t visitsLimit = 5000;
+    static constexpr int visitsDays = 30;
+    static constexpr std::size_t groupNameLimit = 40;
+
+    /// Restores what the profile's last window left, as far as the setting allows; a private
+    /// window starts empty.
+    BrowserStore(const BrowserServices& services, bool isPrivate, Profile profile);
+    BrowserStore(const BrowserStore&) = delete;
+    BrowserStore& operator=(const BrowserStore&) = delete;
+
+    // --- What stands -----------------------------------------------------------------------
+    [[nodiscard]] bool isPrivate() const { return isPrivate_; }
+    [[nodiscard]] const Profile& profile() const { return profile_; }
+    [[nodiscard]] BookmarkStore& bookmarks() const { return bookmarks_; }
+    /// Every live tab, in column order.
+    [[nodiscard]] const TabList& tabs() const { return tabs_; }
+    [[nodiscard]] const std::optional<Uuid>& activeID() const { return activeID_; }
+    /// Empty, or the two tabs of the pair; the first is the one that was active when it was made.
+    [[nodiscard]] const std::vector<Uuid>& split() const { return split_; }
+    /// Parked tabs, the newest first.
+    [[nodiscard]] const std::vector<Parked>& shelf() const { return shelf_; }
+    /// The history as this window knows it, oldest first.
+    [[nodiscard]] const std::vector<Visit>& visits() const { return visits_; }
+    /// Oldest first.
+    [[nodiscard]] const std::vector<ClosedTab>& closedTabs() const { return closedTabs_; }
+    /// In order of creation.
+    [[nodiscard]] const std::vector<TabGroup>& groups() const { return groups_; }
+
+    /// The tab in front.
+    [[nodiscard]] std::shared_ptr<BrowserTab> active() const;
+    [[nodiscard]] TabList pinned() const;
+    [[nodiscard]] TabList unpinned() const;
+    /// The tabs that are neither pinned nor in one of the groups.
+    [[nodiscard]] TabList ungrouped() const;
+    /// The unpinned tabs of a group.
+    [[nodiscard]] TabList tabs(const TabGroup& group) const;
+    /// The side-by-side pair, or an empty list.
+    [[nodiscard]] TabList splitTabs() const;
+    /// The visits of the present day.
+    [[nodiscard]] std::vector<Visit> todayVisits() const;
+
+    // --- Tabs ------------------------------------------------------------------------------
+    void select(const BrowserTab& tab);
+    /// 1 to 8 count the pinned tabs first and then the others; 9 is the last of them.
+    void selectTab(int number);
+    /// Goes where `text` leads, in the active tab or a new one; nowhere if it leads nowhere.
+    void open(std::string_view text, NewTab newTab);
+    BrowserTab& newTab(const std::optional<Url>& url, Select select);
+    void close(const BrowserTab& tab);
+    void reopenClosed();
+    void park(const BrowserTab& tab);
+    void unpark(const Parked& parked);
+    void togglePin(BrowserTab& tab);
+    /// Ends the pair, or pairs the active tab with the last other tab that has a page.
+    void toggleSideBySide();
+    /// Pairs the active tab with `tab` and brings that one to the front.
+    void openSideBySide(const BrowserTab& tab);
+    void endSideBySide();
+    /// Goes to a visit again, in the active tab.
+    void rewind(const Visit& visit);
+
+    // --- Groups ----------------------------------------------------------------------------
+    /// Makes a group of one tab; nothing if the tab has left the window.
+    std::optional<TabGroup> newGroup(BrowserTab& tab);
+    void moveToGroup(BrowserTab& tab, const TabGroup& group);
+    void removeFromGroup(BrowserTab& tab);
+    /// A blank name keeps the old one; a long one is cut.
+    void rename(const TabGroup& group, std::string_view name);
+    void recolor(const TabGroup& group);
+    void toggleCollapsed(const TabGroup& group);
+    /// Ends the group and keeps its tabs.
+    void ungroup(const TabGroup& group);
+    /// Ends the group and closes its tabs; pinned ones stay.
+    void closeGroup(const TabGroup& group);
+
+    // --- History ---------------------------------------------------------------------------
+    /// Forgets the visits at or after `since`, or all, and in both cases the closed tabs.
+    void clearHistory(const std::optional<Date>& since);
+    void removeVisit(const Visit& visit);
+    /// Adds visits to the stored history of a profile, whether a window shows it or not, and
+    /// broadcasts `historyImported`. Visits of one address in one second are one. Gives the
+    /// number of new ones.
+    static int importVisits(const std::vector<Visit>& visits, const Profile& profile,
+                            UserDefaults& defaults, NotificationCenter& notifications);
+
+    /// Calls `slot` once after each operation that changed something.
+    sigc::connection connectChanged(const sigc::slot<void()>& slot) {
+        return changes_.connect(slot);
+    }
+
+private:
+    void configure();
+    void restore();
+    void restoreTabs();
+    void reloadVisits();
+
+    template <class Record>
+    [[nodiscard]] std::optional<std::vector<Record>> load(std::string_view key) const;
+    template <class Record>
+    void save(const std::vector<Record>& records, std::string_view key);
+    void saveSession();
+
+    [[nodiscard]] TabList tabsWhere(const auto& condition) const;
+    [[nodiscard]] TabList::const_iterator find(const Uuid& id) const;
+    [[nodiscard]] bool holds(const BrowserTab& tab) const { return find(tab.id()) != tabs_.end(); }
+    [[nodiscard]] TabGroup* findGroup(const TabGroup& group);
+    [[nodiscard]] bool isInSplit(const Uuid& id) const;
+    void recordVisit(const BrowserTab& tab);
+    void openInBackground(const UrlRequest& request);
+    void tabTookFocus(const Uuid& id);
+    void rememberClosed(const BrowserTab& tab);
+    void pruneGroups();
+    void changedGroups();
+
+    UserDefaults& defaults_;
+    NotificationCenter& notifications_;
+    MainLoop& loop_;
+    const Calendar calendar_;
+    const bool isPrivate_;
+    const Profile profile_;
+    BookmarkStore& bookmarks_;
+    std::unique_ptr<WebConfiguration> configuration_;
+
+    TabList tabs_;
+    std::optional<Uuid> activeID_;
+    std::vector<Uuid> split_;
+    std::vector<Parked> shelf_;
+    std::vector<Visit> visits_;
+    std::vector<ClosedTab> closedTabs_;
+    std::vector<TabGroup> groups_;
+    bool restoring_ = false;
+    ChangeSignal changes_;
+};
+
+}  // namespace orvu

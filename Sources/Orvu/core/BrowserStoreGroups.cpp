@@ -1,0 +1,117 @@
+#include "core/BrowserStore.h"
+#include "foundation/Text.h"
+
+#include <algorithm>
+
+namespace orvu {
+
+BrowserStore::TabList BrowserStore::ungrouped() const {
+    TabList result;
+    for (const auto& tab : tabs_) {
+        const bool grouped = tab->groupID() && std::ranges::find(groups_, *tab->groupID(),
+                                                                 &TabGroup::id) != groups_.end();
+        if (!tab->isPinned() && !grouped) result.push_back(tab);
+    }
+    return result;
+}
+
+BrowserStore::TabList BrowserStore::tabs(const TabGroup& group) const {
+    TabList result;
+    std::ranges::copy_if(tabs_, std::back_inserter(result), [&](const auto& tab) {
+        return !tab->isPinned() && tab->groupID() == group.id;
+    });
+    return result;
+}
+
+std::optional<TabGroup> BrowserStore::newGroup(BrowserTab& tab) {
+    if (!holds(tab)) return std::nullopt;
+    const ChangeSignal::Scope change{changes_};
+    TabGroup group{.id = Uuid::random(),
+                   .name = tab.url() ? siteName(*tab.url()) : "",
+                   .color = TabGroup::wrappedColor(static_cast<std::int64_t>(groups_.size()))};
+    if (group.name.empty()) group.name = "Group " + std::to_string(groups_.size() + 1);
+    groups_.push_back(group);
+    tab.setGroupID(group.id);
+    tab.setPinned(false);
+    changedGroups();
+    return group;
+}
+
+void BrowserStore::moveToGroup(BrowserTab& tab, const TabGroup& group) {
+    if (!holds(tab) || !findGroup(group)) return;
+    const ChangeSignal::Scope change{changes_};
+    tab.setGroupID(group.id);
+    changedGroups();
+}
+
+void BrowserStore::removeFromGroup(BrowserTab& tab) {
+    if (!holds(tab)) return;
+    const ChangeSignal::Scope change{changes_};
+    tab.setGroupID(std::nullopt);
+    changedGroups();
+}
+
+void BrowserStore::rename(const TabGroup& group, std::string_view name) {
+    TabGroup* const found = findGroup(group);
+    if (!found) return;
+    const ChangeSignal::Scope change{changes_};
+    const auto wanted = trimmed(name, TrimSet::whitespaces);
+    if (!wanted.empty()) found->name = std::string{firstCharacters(wanted, groupNameLimit)};
+    changedGroups();
+}
+
+void BrowserStore::recolor(const TabGroup& group) {
+    TabGroup* const found = findGroup(group);
+    if (!found) return;
+    const ChangeSignal::Scope change{changes_};
+    found->color = TabGroup::wrappedColor(found->color + 1);
+    changedGroups();
+}
+
+void BrowserStore::toggleCollapsed(const TabGroup& group) {
+    TabGroup* const found = findGroup(group);
+    if (!found) return;
+    const ChangeSignal::Scope change{changes_};
+    found->collapsed = !found->collapsed;
+    changedGroups();
+}
+
+void BrowserStore::ungroup(const TabGroup& group) {
+    if (!findGroup(group)) return;
+    const ChangeSignal::Scope change{changes_};
+    const Uuid id = group.id;  // the argument may stand in the list
+    for (const auto& tab : tabs_) {
+        if (tab->groupID() == id) tab->setGroupID(std::nullopt);
+    }
+    std::erase_if(groups_, [&](const TabGroup& each) { return each.id == id; });
+    changedGroups();
+}
+
+void BrowserStore::closeGroup(const TabGroup& group) {
+    if (!findGroup(group)) return;
+    const ChangeSignal::Scope change{changes_};
+    const Uuid id = group.id;
+    for (const auto& tab : tabs(group)) close(*tab);
+    std::erase_if(groups_, [&](const TabGroup& each) { return each.id == id; });
+    changedGroups();
+}
+
+TabGroup* BrowserStore::findGroup(const TabGroup& group) {
+    const auto found = std::ranges::find(groups_, group.id, &TabGroup::id);
+    return found != groups_.end() ? &*found : nullptr;
+}
+
+void BrowserStore::pruneGroups() {
+    std::erase_if(groups_, [&](const TabGroup& group) {
+        return std::ranges::none_of(tabs_,
+                                    [&](const auto& tab) { return tab->groupID() == group.id; });
+    });
+}
+
+void BrowserStore::changedGroups() {
+    pruneGroups();
+    changes_.note();
+    saveSession();
+}
+
+}  // namespace orvu

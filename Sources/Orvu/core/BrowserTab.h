@@ -1,0 +1,99 @@
+#pragma once
+
+#include "foundation/Date.h"
+#include "foundation/Task.h"
+#include "foundation/Uuid.h"
+#include "platform/MainLoop.h"
+#include "platform/WebConfiguration.h"
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace orvu {
+
+/// One live tab: a web view with the page's state mirrored into observable properties, and the
+/// decisions about where the page may go. It knows nothing of windows or other tabs; the slots
+/// `onVisit` and `onOpenInNewTab` and the web view's `onFocus` are its only way outward.
+class BrowserTab : public NavigationDelegate,
+                   public sigc::trackable,
+                   public std::enable_shared_from_this<BrowserTab> {
+public:
+    /// How long after an allowed scripted popup the next ones are dropped, inclusive.
+    static constexpr double popupPause = 3.0;  // seconds
+
+    /// Makes the web view and, with a `url`, begins to load at once. `clock` must outlive the tab.
+    BrowserTab(WebConfiguration& configuration, const std::optional<Url>& url,
+               const MainLoop& clock);
+    ~BrowserTab() override;
+    BrowserTab(const BrowserTab&) = delete;
+    BrowserTab& operator=(const BrowserTab&) = delete;
+
+    /// The tab's identity for this run.
+    [[nodiscard]] const Uuid& id() const { return id_; }
+    [[nodiscard]] WebView& webView() { return *webView_; }
+
+    // The page's state, as the web view last told it.
+    [[nodiscard]] const std::string& pageTitle() const { return pageTitle_; }
+    [[nodiscard]] const std::optional<Url>& url() const { return url_; }
+    [[nodiscard]] bool canGoBack() const { return canGoBack_; }
+    [[nodiscard]] bool canGoForward() const { return canGoForward_; }
+    [[nodiscard]] double progress() const { return progress_; }
+    [[nodiscard]] bool isLoading() const { return isLoading_; }
+    [[nodiscard]] bool hasOnlySecureContent() const { return hasOnlySecureContent_; }
+
+    // Set by the store.
+    [[nodiscard]] bool isPinned() const { return isPinned_; }
+    void setPinned(bool pinned);
+    [[nodiscard]] const std::optional<Uuid>& groupID() const { return groupID_; }
+    void setGroupID(const std::optional<Uuid>& groupID);
+
+    /// An empty tab: no page, so the new tab page stands in its place.
+    [[nodiscard]] bool isNewTab() const { return !url_; }
+    /// The page's title, else the site's name, else "New tab".
+    [[nodiscard]] std::string title() const;
+    /// The address's path, decoded; empty without an address and for "/".
+    [[nodiscard]] std::string path() const;
+    /// Whether everything on the page came over a secure connection.
+    [[nodiscard]] bool isSecure() const;
+
+    /// The first `limit` characters of the page's visible text; empty if it can't be read. The
+    /// tab must outlive the task.
+    [[nodiscard]] Task<std::string> pageText(std::size_t limit);
+
+    /// Calls `slot` after each change of a property.
+    sigc::connection connectChanged(const sigc::slot<void()>& slot);
+
+    /// A page finished loading.
+    sigc::slot<void(BrowserTab&)> onVisit;
+    /// Something is to open elsewhere.
+    sigc::slot<void(const UrlRequest&)> onOpenInNewTab;
+
+    [[nodiscard]] NavigationPolicy decidePolicy(const NavigationAction& action) override;
+    [[nodiscard]] ResponsePolicy decidePolicy(const NavigationResponse& response) override;
+    void didFinish() override;
+    void createWebView(const NavigationAction& action) override;
+
+private:
+    void mirror(WebViewProperty property);
+    template <class T>
+    void update(T& member, T value);
+
+    const Uuid id_ = Uuid::random();
+    const MainLoop& clock_;
+    std::string pageTitle_;
+    std::optional<Url> url_;
+    bool canGoBack_ = false;
+    bool canGoForward_ = false;
+    double progress_ = 0;
+    bool isLoading_ = false;
+    bool isPinned_ = false;
+    std::optional<Uuid> groupID_;
+    bool hasOnlySecureContent_ = false;
+    Date lastScriptedPopup_ = Date::distantPast();
+    sigc::signal<void()> changed_;
+    std::unique_ptr<WebView> webView_;
+};
+
+}  // namespace orvu

@@ -1,0 +1,207 @@
+#include "foundation/Text.h"
+
+#include <unicode/normalizer2.h>
+#include <unicode/ubrk.h>
+#include <unicode/ucasemap.h>
+#include <unicode/uchar.h>
+#include <unicode/unistr.h>
+#include <unicode/utext.h>
+#include <unicode/utf8.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace orvu {
+namespace {
+
+/// Plain text whose bytes are its characters. A carriage return is left out because it joins
+/// with the line feed that follows it.
+bool isOneBytePerCharacter(std::string_view text) {
+    return std::ranges::all_of(
+        text, [](char c) { return static_cast<unsigned char>(c) < 0x80 && c != '\r'; });
+}
+
+struct CloseBreaks {
+    void operator()(UBreakIterator* breaks) const { ubrk_close(breaks); }
+};
+
+/// The bounds of the characters of one text. Making an iterator of the library costs far more
+/// than using it, so one serves for the whole run.
+class CharacterBreaks {
+public:
+    explicit CharacterBreaks(std::string_view text) {
+        UErrorCode status = U_ZERO_ERROR;
+        static const std::unique_ptr<UBreakIterator, CloseBreaks> shared{
+            ubrk_open(UBRK_CHARACTER, "en_US", nullptr, 0, &status)};
+        if (!shared) return;
+        utext_openUTF8(&text_, text.data(), static_cast<std::int64_t>(text.size()), &status);
+        ubrk_setUText(shared.get(), &text_, &status);
+        if (U_SUCCESS(status)) breaks_ = shared.get();
+    }
+    CharacterBreaks(const CharacterBreaks&) = delete;
+    CharacterBreaks& operator=(const CharacterBreaks&) = delete;
+    ~CharacterBreaks() { utext_close(&text_); }
+
+    /// The next bound, in bytes; nothing behind the last.
+    std::optional<std::size_t> next() {
+        const std::int32_t bound = breaks_ ? ubrk_next(breaks_) : UBRK_DONE;
+        if (bound == UBRK_DONE) return std::nullopt;
+        return static_cast<std::size_t>(bound);
+    }
+    bool isBound(std::size_t at) {
+        return breaks_ && ubrk_isBoundary(breaks_, static_cast<std::int32_t>(at));
+    }
+
+private:
+    UText text_ = UTEXT_INITIALIZER;
+    UBreakIterator* breaks_ = nullptr;
+};
+
+bool isTrimmed(int codePoint, TrimSet set) {
+    if (codePoint == '\t' || codePoint == 0x200B || codePoint == 0xFEFF) return true;
+    if (codePoint < 0) return false;
+    if (u_charType(codePoint) == U_SPACE_SEPARATOR) return true;
+    if (set == TrimSet::whitespaces) return false;
+    return (codePoint >= 0x0A && codePoint <= 0x0D) || codePoint == 0x85 || codePoint == 0x2028 ||
+           codePoint == 0x2029;
+}
+
+std::string composed(std::string_view text) {
+    UErrorCode status = U_ZERO_ERROR;
+    const auto* normalizer = icu::Normalizer2::getNFCInstance(status);
+    if (U_FAILURE(status)) return std::string{text};
+    const auto wide = icu::UnicodeString::fromUTF8(
+        icu::StringPiece{text.data(), static_cast<std::int32_t>(text.size())});
+    std::string result;
+    normalizer->normalize(wide, status).toUTF8String(result);
+    return U_SUCCESS(status) ? result : std::string{text};
+}
+
+std::string asciiLowercased(std::string_view text) {
+    std::string result{text};
+    for (char& c : result) {
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    }
+    return result;
+}
+
+struct CloseCaseMap {
+    void operator()(UCaseMap* map) const { ucasemap_close(map); }
+};
+
+}  // namespace
+
+std::size_t characterCount(std::string_view text) {
+    if (isOneBytePerCharacter(text)) return text.size();
+    CharacterBreaks breaks{text};
+    std::size_t count = 0;
+    while (breaks.next()) ++count;
+    return count;
+}
+
+std::string_view firstCharacters(std::string_view text, std::size_t count) {
+    if (text.size() <= count) return text;  // a character has at least one byte
+    if (count == 0) return {};
+    // Behind the wanted characters one more byte tells whether the last one goes on.
+    if (isOneBytePerCharacter(text.substr(0, count + 1))) return text.substr(0, count);
+    CharacterBreaks breaks{text};
+    std::optional<std::size_t> bound;
+    for (std::size_t seen = 0; seen < count; ++seen) {
+        bound = breaks.next();
+        if (!bound) return text;
+    }
+    return text.substr(0, *bound);
+}
+
+std::string_view trimmed(std::string_view text, TrimSet set) {
+    std::size_t begin = 0;
+    while (begin < text.size()) {
+        std::size_t at = begin;
+        if (!isTrimmed(nextCodePoint(text, at), set)) break;
+        begin = at;
+    }
+    std::size_t end = text.size();
+    while (end > begin) {
+        std::size_t last = end - 1;
+        while (last > begin && U8_IS_TRAIL(text[last])) --last;
+        std::size_t at = last;
+        if (!isTrimmed(nextCodePoint(text, at), set) || at != end) break;
+        end = last;
+    }
+    return text.substr(begin, end - begin);
+}
+
+std::string lowercased(std::string_view text) {
+    const bool plain =
+        std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+    if (plain) return asciiLowercased(text);
+    UErrorCode status = U_ZERO_ERROR;
+    static const std::unique_ptr<UCaseMap, CloseCaseMap> map{ucasemap_open("", 0, &status)};
+    std::string result(text.size() + text.size() / 2 + 8, '\0');
+    const auto size =
+        ucasemap_utf8ToLower(map.get(), result.data(), static_cast<std::int32_t>(result.size()),
+                             text.data(), static_cast<std::int32_t>(text.size()), &status);
+    if (U_FAILURE(status)) return asciiLowercased(text);
+    result.resize(static_cast<std::size_t>(size));
+    return replacingAll(result, "\u03C2", "\u03C3");
+}
+
+bool containsCharacters(std::string_view text, std::string_view part) {
+    if (part.empty()) return true;
+    if (isOneBytePerCharacter(part) && isOneBytePerCharacter(text)) return text.contains(part);
+    const std::string where = composed(text);
+    const std::string what = composed(part);
+    CharacterBreaks breaks{where};
+    for (auto at = where.find(what); at != std::string::npos; at = where.find(what, at + 1)) {
+        if (breaks.isBound(at) && breaks.isBound(at + what.size())) return true;
+    }
+    return false;
+}
+
+std::string replacingAll(std::string_view text, std::string_view from, std::string_view to) {
+    std::string result;
+    std::size_t done = 0;
+    for (auto at = text.find(from); at != std::string_view::npos; at = text.find(from, done)) {
+        result.append(text, done, at - done).append(to);
+        done = at + from.size();
+    }
+    return result.append(text, done);
+}
+
+bool isWellFormed(std::string_view text) {
+    for (std::size_t at = 0; at < text.size();) {
+        if (nextCodePoint(text, at) < 0) return false;
+    }
+    return true;
+}
+
+std::string wellFormed(std::string_view text) {
+    std::string result;
+    result.reserve(text.size());
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t begin = at;
+        if (nextCodePoint(text, at) < 0) {
+            result.append("\uFFFD");
+        } else {
+            result.append(text, begin, at - begin);
+        }
+    }
+    return result;
+}
+
+int nextCodePoint(std::string_view text, std::size_t& at) {
+    const auto size = static_cast<std::int64_t>(text.size());
+    auto index = static_cast<std::int64_t>(at);
+    UChar32 codePoint = 0;
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wconversion"  // within the library's macro
+    U8_NEXT(text.data(), index, size, codePoint);
+#pragma GCC diagnostic pop
+    at = static_cast<std::size_t>(index);
+    return codePoint;
+}
+
+}  // namespace orvu

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+/// Text in UTF-8, seen as people see it. "Characters" are user-perceived characters (grapheme
+/// clusters) everywhere. Bytes that are no UTF-8 count as one character each and stay as they are.
+namespace orvu {
+
+/// Which characters `trimmed` takes off.
+enum class TrimSet {
+    whitespaces,             ///< Unicode space separators and the tab
+    whitespacesAndNewlines,  ///< those and the line ends
+};
+
+/// Number of characters.
+[[nodiscard]] std::size_t characterCount(std::string_view text);
+/// The first `count` characters, or all if there are fewer.
+[[nodiscard]] std::string_view firstCharacters(std::string_view text, std::size_t count);
+/// `text` without the characters of `set` at both ends. Zero-width spaces and byte-order marks
+/// at the ends go with them.
+[[nodiscard]] std::string_view trimmed(std::string_view text, TrimSet set);
+/// Lower case for comparing: knows no locale, and a final sigma becomes an ordinary one.
+[[nodiscard]] std::string lowercased(std::string_view text);
+/// Whether `part` stands in `text` as whole characters, canonically equivalent ones being the
+/// same. The empty text stands in every text.
+[[nodiscard]] bool containsCharacters(std::string_view text, std::string_view part);
+/// `text` with each occurrence of `from` (not empty) replaced by `to`, left to right.
+[[nodiscard]] std::string replacingAll(std::string_view text, std::string_view from,
+                                       std::string_view to);
+[[nodiscard]] bool isWellFormed(std::string_view text);
+/// `text` with each run of bytes that is no UTF-8 replaced by U+FFFD.
+[[nodiscard]] std::string wellFormed(std::string_view text);
+
+/// Reads the code point that begins at `at` and moves `at` behind it. Gives a negative number,
+/// and moves by at least one byte, where no well-formed sequence begins.
+[[nodiscard]] int nextCodePoint(std::string_view text, std::size_t& at);
+
+}  // namespace orvu

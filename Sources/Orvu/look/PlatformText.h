@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace orvu {
+
+/// A text of the program as it is shown on this desktop: key signs become the names on this
+/// keyboard ("⇧⌘T" becomes "Ctrl+Shift+T"), and the machine is called a computer.
+[[nodiscard]] std::string platformText(std::string_view text);
+
+}  // namespace orvu

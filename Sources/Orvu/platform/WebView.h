@@ -1,0 +1,90 @@
+#pragma once
+
+#include "foundation/Future.h"
+#include "foundation/Signal.h"
+#include "platform/Navigation.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace orvu {
+
+/// The mirrored properties of a web view, for change notices.
+enum class WebViewProperty {
+    hasOnlySecureContent,
+    title,
+    url,
+    canGoBack,
+    canGoForward,
+    estimatedProgress,
+    isLoading,
+};
+
+/// What a page script gave.
+struct ScriptResult {
+    enum class Kind {
+        text,       ///< a string, in `text`
+        json,       ///< any other value that has a JSON form, which is in `text`
+        undefined,  ///< undefined or a value without a JSON form
+        failed,     ///< an exception, a script that does not parse, or a page that went away
+    };
+    Kind kind = Kind::failed;
+    std::string text;
+};
+
+/// Decides for one web view what navigation may do, and hears of its end.
+class NavigationDelegate {
+public:
+    virtual ~NavigationDelegate() = default;
+
+    [[nodiscard]] virtual NavigationPolicy decidePolicy(const NavigationAction& action) = 0;
+    [[nodiscard]] virtual ResponsePolicy decidePolicy(const NavigationResponse& response) = 0;
+    /// The main frame finished loading. The view's title is that of the finished page. Failed
+    /// and replaced loads and changes within a document don't come here.
+    virtual void didFinish() = 0;
+    /// The page asks for a window of its own. It never gets one from the engine.
+    virtual void createWebView(const NavigationAction& action) = 0;
+};
+
+/// A live page. It need not be on screen to load. Its end ends the page's process.
+class WebView {
+public:
+    virtual ~WebView() = default;
+
+    /// Begins to load; `url()` gives the new address at once. A load that fails leaves the
+    /// former page and puts its address back.
+    virtual void load(const Url& url) = 0;
+    virtual void stopLoading() = 0;
+    virtual void reload() = 0;
+    virtual void goBack() = 0;
+    virtual void goForward() = 0;
+
+    [[nodiscard]] virtual std::string title() const = 0;
+    [[nodiscard]] virtual std::optional<Url> url() const = 0;
+    [[nodiscard]] virtual bool canGoBack() const = 0;
+    [[nodiscard]] virtual bool canGoForward() const = 0;
+    /// From 0 to 1.
+    [[nodiscard]] virtual double estimatedProgress() const = 0;
+    [[nodiscard]] virtual bool isLoading() const = 0;
+    [[nodiscard]] virtual bool hasOnlySecureContent() const = 0;
+
+    /// How large the page is drawn; 1 is actual size.
+    [[nodiscard]] virtual double pageZoom() const = 0;
+    virtual void setPageZoom(double zoom) = 0;
+
+    /// Runs a script in the main frame, in a world of the program's own: it sees the document,
+    /// but none of the page's variables.
+    [[nodiscard]] virtual Future<ScriptResult> evaluateJavaScript(std::string script) = 0;
+
+    /// `delegate` must outlive the view or be taken away with nullptr.
+    virtual void setNavigationDelegate(NavigationDelegate* delegate) = 0;
+    /// Calls `slot` after each change of a property.
+    virtual sigc::connection connectPropertyChanged(
+        const sigc::slot<void(WebViewProperty)>& slot) = 0;
+
+    /// Called when the page takes the keyboard focus. May be empty.
+    sigc::slot<void()> onFocus;
+};
+
+}  // namespace orvu

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "core/BrowserStore.h"
+#include "shell/WindowPlacement.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace orvu {
+
+/// One window on the screen, as the window controller needs it.
+class BrowserWindow {
+public:
+    virtual ~BrowserWindow() = default;
+
+    /// Shows this store from now on, in the frame that the window has.
+    virtual void setContent(const std::shared_ptr<BrowserStore>& store) = 0;
+    /// Whether a person could see it: neither hidden nor minimised.
+    [[nodiscard]] virtual bool isVisible() const = 0;
+    /// Whether it has the keyboard.
+    [[nodiscard]] virtual bool isKey() const = 0;
+    /// Where its top left corner is; nothing where the desktop doesn't tell.
+    [[nodiscard]] virtual std::optional<Point> topLeft() const = 0;
+    /// Moves it, once it is shown, where the desktop lets windows place themselves.
+    virtual void placeAt(Point topLeft) = 0;
+    /// Takes the size that is stored and keeps it stored from now on.
+    virtual void rememberFrame() = 0;
+    /// Brings it to the front with the keyboard.
+    virtual void present() = 0;
+};
+
+/// What is fixed when a window is made.
+struct BrowserWindowTraits {
+    bool isPrivate = false;
+    /// For the desktop's lists of windows; never seen in the window itself.
+    std::string_view title;
+};
+
+/// Makes the windows; `closed` is to be called once, when the window closed.
+using BrowserWindowFactory = std::function<std::unique_ptr<BrowserWindow>(
+    const BrowserWindowTraits& traits, std::function<void()> closed)>;
+
+}  // namespace orvu

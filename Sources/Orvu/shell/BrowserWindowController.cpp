@@ -1,0 +1,95 @@
+#include "shell/BrowserWindowController.h"
+
+#include <algorithm>
+#include <ranges>
+
+namespace orvu {
+
+BrowserWindowController::BrowserWindowController(const BrowserServices& services,
+                                                 const ProfileStore& profiles,
+                                                 BrowserWindowFactory makeWindow)
+    : services_(services), profiles_(profiles), makeWindow_(std::move(makeWindow)) {}
+
+std::shared_ptr<BrowserStore> BrowserWindowController::frontStore() const {
+    const auto key =
+        std::ranges::find_if(windows_, [](const Entry& entry) { return entry.window->isKey(); });
+    if (key != windows_.end()) return key->store;
+    return windows_.empty() ? nullptr : windows_.back().store;
+}
+
+void BrowserWindowController::newWindow(Private isPrivate, const std::optional<Profile>& profile,
+                                        const std::vector<Url>& urls) {
+    const bool hidden = isPrivate == Private::yes;
+    const auto store =
+        std::make_shared<BrowserStore>(services_, hidden, profile.value_or(lastProfile()));
+    for (const Url& url : urls) store->newTab(url, BrowserStore::Select::yes);
+
+    // The window's address names it in `windowWillClose`: it is known only once it is made.
+    const auto self = std::make_shared<const BrowserWindow*>(nullptr);
+    auto window = makeWindow_({hidden, hidden ? "Orvu — Private" : "Orvu"},
+                              [this, self] { windowWillClose(*self); });
+    *self = window.get();
+    window->setContent(store);
+    place(*window, isPrivate);
+    windows_.push_back({std::move(window), store});
+    windows_.back().window->present();
+}
+
+void BrowserWindowController::place(BrowserWindow& window, Private isPrivate) const {
+    if (const Entry* const neighbour = newestVisible()) {
+        if (const auto corner = neighbour->window->topLeft()) {
+            window.placeAt(WindowPlacement::cascaded(*corner));
+        }
+    } else if (isPrivate == Private::no) {
+        window.rememberFrame();
+    }
+}
+
+void BrowserWindowController::open(const std::vector<Url>& urls) {
+    std::vector<Url> web;
+    std::ranges::copy_if(urls, std::back_inserter(web), isWebUrl);
+    if (web.empty()) return;
+    const auto newestFirst = windows_ | std::views::reverse;
+    const auto found = std::ranges::find_if(newestFirst, [](const Entry& entry) {
+        return !entry.store->isPrivate() && entry.window->isVisible();
+    });
+    if (found == newestFirst.end()) return newWindow(Private::no, std::nullopt, web);
+    for (const Url& url : web) found->store->newTab(url, BrowserStore::Select::yes);
+    found->window->present();
+}
+
+void BrowserWindowController::switchProfile(const BrowserStore& store, const Profile& profile) {
+    const auto found = std::ranges::find_if(
+        windows_, [&](const Entry& entry) { return entry.store.get() == &store; });
+    if (found == windows_.end()) return;
+    const Profile wanted = profile;  // the argument may belong to the store that goes
+    found->store = std::make_shared<BrowserStore>(services_, false, wanted);
+    found->window->setContent(found->store);
+    services_.defaults.setString("lastProfile", wanted.id.string());
+}
+
+void BrowserWindowController::presentNewest() {
+    if (const Entry* const entry = newestVisible()) entry->window->present();
+}
+
+Profile BrowserWindowController::lastProfile() const {
+    const auto stored = services_.defaults.string("lastProfile");
+    return profiles_.profile(stored ? Uuid::parse(*stored) : std::nullopt);
+}
+
+const BrowserWindowController::Entry* BrowserWindowController::newestVisible() const {
+    for (const Entry& entry : windows_ | std::views::reverse) {
+        if (entry.window->isVisible()) return &entry;
+    }
+    return nullptr;
+}
+
+void BrowserWindowController::windowWillClose(const BrowserWindow* window) {
+    const auto found = std::ranges::find_if(
+        windows_, [&](const Entry& entry) { return entry.window.get() == window; });
+    if (found == windows_.end()) return;
+    const Entry closed = std::move(*found);
+    windows_.erase(found);
+}
+
+}  // namespace orvu

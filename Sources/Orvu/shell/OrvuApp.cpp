@@ -1,0 +1,67 @@
+#include "shell/OrvuApp.h"
+
+#include "core/AddressResolution.h"
+#include "foundation/Text.h"
+
+#include <algorithm>
+#include <limits>
+#include <system_error>
+#include <utility>
+
+namespace orvu {
+namespace {
+
+/// The file's address, each byte outside the plain ones escaped.
+std::optional<Url> fileUrl(const std::filesystem::path& file) {
+    std::string text = percentEncoded(file.string(), QueryCharacters::bangQuery);
+    return Url::parse("file://" + text);
+}
+
+}  // namespace
+
+AppDelegate::AppDelegate(UserDefaults& defaults, Workspace& workspace,
+                         BrowserWindowController& windows)
+    : defaults_(defaults), workspace_(workspace), windows_(windows) {}
+
+void AppDelegate::applicationDidFinishLaunching() {
+    launched_ = true;
+    windows_.newWindow(BrowserWindowController::Private::no, std::nullopt,
+                       std::exchange(pendingURLs_, {}));
+    const auto count = std::max<std::int64_t>(0, defaults_.integer("launchCount").value_or(0));
+    defaults_.setInteger("launchCount",
+                         count < std::numeric_limits<std::int64_t>::max() ? count + 1 : count);
+}
+
+void AppDelegate::open(const std::vector<Url>& urls) {
+    if (launched_) return windows_.open(urls);
+    pendingURLs_.insert(pendingURLs_.end(), urls.begin(), urls.end());
+}
+
+void AppDelegate::applicationShouldHandleReopen() {
+    if (windows_.hasVisibleWindows()) return windows_.presentNewest();
+    windows_.newWindow(BrowserWindowController::Private::no, std::nullopt, {});
+}
+
+void AppDelegate::newWindow() {
+    windows_.newWindow(BrowserWindowController::Private::no, std::nullopt, {});
+}
+
+void AppDelegate::newPrivateWindow() {
+    windows_.newWindow(BrowserWindowController::Private::yes, std::nullopt, {});
+}
+
+void AppDelegate::makeDefaultBrowser() { workspace_.makeDefaultBrowser(); }
+
+std::optional<Url> urlFromArgument(std::string_view argument,
+                                   const std::filesystem::path& workingFolder,
+                                   const UserDefaults& defaults) {
+    const auto text = trimmed(argument, TrimSet::whitespacesAndNewlines);
+    if (text.empty()) return std::nullopt;
+    if (const auto url = Url::parse(text); url && text.contains("://")) return url;
+    std::error_code error;
+    const auto file = (workingFolder / std::filesystem::path{argument}).lexically_normal();
+    if (std::filesystem::exists(file, error) && !error) return fileUrl(file);
+    return resolveAddress(text, defaults);
+}
+
+}  // namespace orvu

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "platform/Workspace.h"
+#include "shell/BrowserWindowController.h"
+
+#include <filesystem>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace orvu {
+
+/// The program as the desktop sees it: it starts, is handed addresses, and is asked for windows.
+class AppDelegate {
+public:
+    /// All arguments must outlive the delegate.
+    AppDelegate(UserDefaults& defaults, Workspace& workspace, BrowserWindowController& windows);
+
+    /// Addresses that came before launch had finished.
+    [[nodiscard]] const std::vector<Url>& pendingURLs() const { return pendingURLs_; }
+    [[nodiscard]] bool launched() const { return launched_; }
+
+    /// Opens the first window, with the addresses that started the program.
+    void applicationDidFinishLaunching();
+    /// Addresses from other programs.
+    void open(const std::vector<Url>& urls);
+    /// The program was started again while it runs: a window comes to the front, or opens if
+    /// none is to be seen.
+    void applicationShouldHandleReopen();
+    /// False: the program stays, so that its next window is there at once.
+    [[nodiscard]] bool applicationShouldTerminateAfterLastWindowClosed() const { return false; }
+
+    // Menu actions.
+    void newWindow();
+    void newPrivateWindow();
+    void makeDefaultBrowser();
+
+private:
+    UserDefaults& defaults_;
+    Workspace& workspace_;
+    BrowserWindowController& windows_;
+    std::vector<Url> pendingURLs_;
+    bool launched_ = false;
+};
+
+/// The address that a command-line argument means: an address as it stands, a file that exists
+/// below `workingFolder`, or what the text leads to when it is typed. Nothing for blank text.
+[[nodiscard]] std::optional<Url> urlFromArgument(std::string_view argument,
+                                                 const std::filesystem::path& workingFolder,
+                                                 const UserDefaults& defaults);
+
+}  // namespace orvu

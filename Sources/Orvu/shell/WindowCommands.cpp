@@ -1,0 +1,98 @@
+#include "shell/WindowCommands.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace orvu {
+namespace {
+
+using Target = WindowCommandTarget;
+
+/// A command that needs a tab in front and does nothing without one.
+std::function<void(Target&)> onActive(std::function<void(BrowserStore&, BrowserTab&)> run) {
+    return [run = std::move(run)](Target& target) {
+        if (const auto tab = target.store().active()) run(target.store(), *tab);
+    };
+}
+
+std::function<void(Target&)> zoom(int steps) {
+    return onActive([steps](BrowserStore&, BrowserTab& tab) {
+        tab.webView().setPageZoom(PageZoom::stepped(tab.webView().pageZoom(), steps));
+    });
+}
+
+void newTab(Target& target) {
+    target.store().newTab(std::nullopt, BrowserStore::Select::yes);
+    target.editAddress("");
+}
+
+void editAddress(Target& target) {
+    const auto tab = target.store().active();
+    target.editAddress(tab && tab->url() ? tab->url()->absoluteString() : "");
+}
+
+void toggleBookmark(BrowserStore& store, BrowserTab& tab) {
+    if (!store.isPrivate()) store.bookmarks().toggle(tab.url(), tab.title());
+}
+
+void toggleGroup(BrowserStore& store, BrowserTab& tab) {
+    if (tab.groupID()) {
+        store.removeFromGroup(tab);
+    } else {
+        store.newGroup(tab);
+    }
+}
+
+void unparkNewest(Target& target) {
+    BrowserStore& store = target.store();
+    if (!store.shelf().empty()) store.unpark(store.shelf().front());
+}
+
+/// The commands that act on tabs and pages.
+std::vector<WindowCommand> pageCommands() {
+    return {
+        {"newTab", {"⌘T"}, newTab},
+        {"closeTab", {"⌘W"}, onActive([](auto& store, auto& tab) { store.close(tab); })},
+        {"reopenClosed", {"⇧⌘T"}, [](Target& target) { target.store().reopenClosed(); }},
+        {"editAddress", {"⌘L"}, editAddress},
+        {"reload", {"⌘R", "F5"}, onActive([](auto&, auto& tab) { tab.webView().reload(); })},
+        {"goBack", {"⌘["}, onActive([](auto&, auto& tab) { tab.webView().goBack(); })},
+        {"goForward", {"⌘]"}, onActive([](auto&, auto& tab) { tab.webView().goForward(); })},
+        {"toggleSideBySide", {"⌥⌘S"}, [](Target& target) { target.store().toggleSideBySide(); }},
+        {"toggleBookmark", {"⌘D"}, onActive(toggleBookmark)},
+        {"zoomIn", {"⌘=", "⌘+"}, zoom(+1)},
+        {"zoomOut", {"⌘-"}, zoom(-1)},
+        {"actualSize", {"⌘0"}, onActive([](auto&, auto& tab) { tab.webView().setPageZoom(1.0); })},
+        {"togglePin", {}, onActive([](auto& store, auto& tab) { store.togglePin(tab); })},
+        {"park", {}, onActive([](auto& store, auto& tab) { store.park(tab); })},
+        {"unpark", {}, unparkNewest},
+        {"toggleGroup", {}, onActive(toggleGroup)},
+    };
+}
+
+}  // namespace
+
+double PageZoom::stepped(double zoom, int steps) {
+    const double wanted = std::round((zoom + steps * step) * 10.0) / 10.0;
+    return std::clamp(wanted, smallest, largest);
+}
+
+std::vector<WindowCommand> windowCommands(const ProfileStore& profiles) {
+    auto commands = pageCommands();
+    for (int number = 1; number <= 9; ++number) {
+        const std::string digit = std::to_string(number);
+        commands.push_back({"selectTab" + digit, {"⌘" + digit}, [number](Target& target) {
+                                target.store().selectTab(number);
+                            }});
+        commands.push_back({"profile" + digit, {"⌃" + digit}, [number, &profiles](Target& target) {
+                                const auto index = static_cast<std::size_t>(number - 1);
+                                if (index >= profiles.profiles().size()) return;
+                                const Profile wanted = profiles.profiles()[index];
+                                if (wanted.id != target.store().profile().id)
+                                    target.switchProfile(wanted);
+                            }});
+    }
+    return commands;
+}
+
+}  // namespace orvu

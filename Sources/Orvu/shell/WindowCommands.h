@@ -1,0 +1,47 @@
+#pragma once
+
+#include "core/BrowserStore.h"
+#include "profiles/Profiles.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvu {
+
+/// The limits that the zoom keys respect, and their step.
+struct PageZoom {
+    static constexpr double smallest = 0.5;
+    static constexpr double largest = 3.0;
+    static constexpr double step = 0.1;
+
+    /// `zoom` changed by `steps` steps, within the limits and rounded to one decimal.
+    [[nodiscard]] static double stepped(double zoom, int steps);
+};
+
+/// What a window does beside its store when a command asks for it.
+class WindowCommandTarget {
+public:
+    virtual ~WindowCommandTarget() = default;
+
+    [[nodiscard]] virtual BrowserStore& store() = 0;
+    /// Puts the keyboard into the address field, with `text` in it, selected.
+    virtual void editAddress(const std::string& text) = 0;
+    /// Ends the editing of the address. False if nothing was being edited.
+    virtual bool endEditing() = 0;
+    virtual void switchProfile(const Profile& profile) = 0;
+};
+
+/// One command of a window, with the keys that give it.
+struct WindowCommand {
+    std::string name;  ///< as an action of the window
+    /// Key signs such as "⇧⌘T". The first is the one to show.
+    std::vector<std::string> keys;
+    std::function<void(WindowCommandTarget&)> run;
+};
+
+/// The commands of a browser window. `profiles` must outlive them.
+[[nodiscard]] std::vector<WindowCommand> windowCommands(const ProfileStore& profiles);
+
+}  // namespace orvu

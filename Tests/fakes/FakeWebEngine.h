@@ -1,0 +1,134 @@
+#pragma once
+
+#include "platform/WebConfiguration.h"
+
+#include <algorithm>
+#include <deque>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace orvu {
+
+/// What happened to the fake pages of one engine, in order, such as "load https://a.example/".
+using FakeEngineLog = std::vector<std::string>;
+
+/// A page that does what a test says.
+class FakeWebView : public WebView {
+public:
+    explicit FakeWebView(std::vector<FakeWebView*>& live) : live_(live) { live_.push_back(this); }
+    ~FakeWebView() override { std::erase(live_, this); }
+
+    void load(const Url& url) override {
+        calls.push_back("load " + url.absoluteString());
+        former_ = url_;
+        setUrl(url);
+        set(isLoading_, true, WebViewProperty::isLoading);
+    }
+    void stopLoading() override {
+        calls.emplace_back("stopLoading");
+        set(isLoading_, false, WebViewProperty::isLoading);
+    }
+    void reload() override { calls.emplace_back("reload"); }
+    void goBack() override { calls.emplace_back("goBack"); }
+    void goForward() override { calls.emplace_back("goForward"); }
+
+    [[nodiscard]] std::string title() const override { return title_; }
+    [[nodiscard]] std::optional<Url> url() const override { return url_; }
+    [[nodiscard]] bool canGoBack() const override { return canGoBack_; }
+    [[nodiscard]] bool canGoForward() const override { return canGoForward_; }
+    [[nodiscard]] double estimatedProgress() const override { return progress_; }
+    [[nodiscard]] bool isLoading() const override { return isLoading_; }
+    [[nodiscard]] bool hasOnlySecureContent() const override { return secure_; }
+    [[nodiscard]] double pageZoom() const override { return zoom_; }
+    void setPageZoom(double zoom) override { zoom_ = zoom; }
+    [[nodiscard]] Future<ScriptResult> evaluateJavaScript(std::string script) override {
+        scripts.push_back(std::move(script));
+        answers.emplace_back();
+        return answers.back().future();
+    }
+    void setNavigationDelegate(NavigationDelegate* delegate) override { delegate_ = delegate; }
+    sigc::connection connectPropertyChanged(
+        const sigc::slot<void(WebViewProperty)>& slot) override {
+        return changed_.connect(slot);
+    }
+
+    // What a test makes happen.
+    void setTitle(std::string title) { set(title_, std::move(title), WebViewProperty::title); }
+    void setUrl(std::optional<Url> url) { set(url_, std::move(url), WebViewProperty::url); }
+    void setCanGoBack(bool can) { set(canGoBack_, can, WebViewProperty::canGoBack); }
+    void setCanGoForward(bool can) { set(canGoForward_, can, WebViewProperty::canGoForward); }
+    void setProgress(double value) { set(progress_, value, WebViewProperty::estimatedProgress); }
+    void setSecure(bool secure) { set(secure_, secure, WebViewProperty::hasOnlySecureContent); }
+    /// The load that was asked for ends well.
+    void finish(const std::string& title) {
+        set(isLoading_, false, WebViewProperty::isLoading);
+        setTitle(title);
+        delegate_->didFinish();
+    }
+    /// The load that was asked for fails: the former page stays.
+    void fail() {
+        set(isLoading_, false, WebViewProperty::isLoading);
+        setUrl(former_);
+    }
+    [[nodiscard]] NavigationDelegate* delegate() const { return delegate_; }
+
+    FakeEngineLog calls;
+    std::vector<std::string> scripts;
+    std::deque<Promise<ScriptResult>> answers;  ///< one for each script, to be resolved
+
+private:
+    template <class T>
+    void set(T& member, T value, WebViewProperty property) {
+        if (member == value) return;
+        member = std::move(value);
+        changed_.emit(property);
+    }
+
+    std::vector<FakeWebView*>& live_;
+    NavigationDelegate* delegate_ = nullptr;
+    sigc::signal<void(WebViewProperty)> changed_;
+    std::string title_;
+    std::optional<Url> url_;
+    std::optional<Url> former_;
+    bool canGoBack_ = false;
+    bool canGoForward_ = false;
+    double progress_ = 0;
+    bool isLoading_ = false;
+    bool secure_ = false;
+    double zoom_ = 1;
+};
+
+/// An engine without pages of its own.
+class FakeWebEngine : public WebEngine {
+public:
+    class Configuration : public WebConfiguration {
+    public:
+        explicit Configuration(FakeWebEngine& engine) : engine_(engine) {}
+        void setElementFullscreenEnabled(bool enabled) override { engine_.fullscreen = enabled; }
+        void setApplicationNameForUserAgent(std::string name) override {
+            engine_.applicationName = std::move(name);
+        }
+        [[nodiscard]] std::unique_ptr<WebView> makeWebView() override {
+            return std::make_unique<FakeWebView>(engine_.views);
+        }
+
+    private:
+        FakeWebEngine& engine_;
+    };
+
+    [[nodiscard]] std::unique_ptr<WebConfiguration> makeConfiguration(
+        const WebsiteDataStore& store) override {
+        stores.push_back(store);
+        return std::make_unique<Configuration>(*this);
+    }
+    void removeDataStore(const Uuid& identifier) override { removedStores.push_back(identifier); }
+
+    std::vector<FakeWebView*> views;       ///< all live views, the oldest first
+    std::vector<WebsiteDataStore> stores;  ///< the store of each configuration made
+    std::vector<Uuid> removedStores;
+    bool fullscreen = false;
+    std::string applicationName;
+};
+
+}  // namespace orvu
