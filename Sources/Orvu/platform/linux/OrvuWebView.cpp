@@ -1,11 +1,27 @@
 #include "platform/linux/OrvuWebView.h"
 
+#include "foundation/Text.h"
 #include "platform/linux/PageScript.h"
 #include "platform/linux/PolicyTranslation.h"
 
 #include <utility>
 
 namespace orvu {
+namespace {
+
+/// The settings of a new view. Each view has its own, because one of them follows the view.
+GObjectPointer<WebKitSettings> makeSettings(const WebKitShared& shared) {
+    auto settings = GObjectPointer<WebKitSettings>::adopt(webkit_settings_new());
+    webkit_settings_set_enable_fullscreen(settings.get(), shared.elementFullscreen);
+    // How often scripts may open something is the tab's decision: it has to hear of it.
+    webkit_settings_set_javascript_can_open_windows_automatically(settings.get(), TRUE);
+    if (!shared.userAgent.empty()) {
+        webkit_settings_set_user_agent(settings.get(), shared.userAgent.c_str());
+    }
+    return settings;
+}
+
+}  // namespace
 
 /// The engine's signals, each handed on to the view that `data` is.
 class OrvuWebView::Events {
@@ -29,6 +45,8 @@ public:
         on(view, "enter-fullscreen", enterFullscreen);
         on(view, "leave-fullscreen", leaveFullscreen);
         on(view, "web-process-terminated", processTerminated);
+        on(view, "map", mapped);
+        on(view, "unmap", unmapped);
         GtkEventController* const focus = gtk_event_controller_focus_new();
         on(focus, "enter", focusEntered);
         gtk_widget_add_controller(GTK_WIDGET(view), focus);
@@ -105,13 +123,25 @@ private:
         const auto action =
             navigationAction(webkit_navigation_policy_decision_get_navigation_action(
                 WEBKIT_NAVIGATION_POLICY_DECISION(decision)));
-        if (delegate->decidePolicy(action) == NavigationPolicy::allow) return FALSE;
+        const bool refused = action.navigationType == NavigationType::linkActivated &&
+                             isForbiddenFile(self(data), action);
+        if (!refused && delegate->decidePolicy(action) == NavigationPolicy::allow) return FALSE;
         webkit_policy_decision_ignore(decision);
         return TRUE;
     }
-    static GtkWidget* create(WebKitWebView*, WebKitNavigationAction* action, gpointer data) {
-        if (self(data).delegate_) self(data).delegate_->createWebView(navigationAction(action));
+    static GtkWidget* create(WebKitWebView*, WebKitNavigationAction* created, gpointer data) {
+        NavigationDelegate* const delegate = self(data).delegate_;
+        const auto action = navigationAction(created);
+        if (delegate && !isForbiddenFile(self(data), action)) delegate->createWebView(action);
         return nullptr;
+    }
+    /// Whether a page of the web asks for a file of this computer. The engine refuses that in the
+    /// page's own place, but not where the page asks for another one.
+    static bool isForbiddenFile(const OrvuWebView& self, const NavigationAction& action) {
+        const auto isFile = [](const std::optional<Url>& url) {
+            return url && lowercased(url->scheme()) == "file";
+        };
+        return isFile(action.request.url) && !isFile(self.url_);
     }
     static gboolean contextMenu(WebKitWebView*, WebKitContextMenu* menu, WebKitHitTestResult* hit,
                                 gpointer data);
@@ -132,6 +162,16 @@ private:
     static void processTerminated(WebKitWebView*, WebKitWebProcessTerminationReason reason,
                                   gpointer data) {
         self(data).processTerminated(reason);
+    }
+    // For its swipes the engine takes a picture of the page before each navigation, and comes to
+    // grief over a view that stands in no window.
+    static void mapped(WebKitWebView* view, gpointer) {
+        webkit_settings_set_enable_back_forward_navigation_gestures(
+            webkit_web_view_get_settings(view), TRUE);
+    }
+    static void unmapped(WebKitWebView* view, gpointer) {
+        webkit_settings_set_enable_back_forward_navigation_gestures(
+            webkit_web_view_get_settings(view), FALSE);
     }
     static void focusEntered(GtkEventControllerFocus*, gpointer data) {
         if (self(data).reportsFocus_) self(data).onFocus();
@@ -187,9 +227,10 @@ GtkWidget* OrvuWebView::widget() {
 void OrvuWebView::make() {
     if (view_) return;
     starter_.cancel();
-    view_ = GObjectPointer<WebKitWebView>::adopt(WEBKIT_WEB_VIEW(g_object_new(
-        WEBKIT_TYPE_WEB_VIEW, "network-session", shared_->session->get(), "settings",
-        shared_->settings.get(), "user-content-manager", shared_->content.get(), nullptr)));
+    const auto settings = makeSettings(*shared_);
+    view_ = GObjectPointer<WebKitWebView>::adopt(WEBKIT_WEB_VIEW(
+        g_object_new(WEBKIT_TYPE_WEB_VIEW, "network-session", shared_->session->get(), "settings",
+                     settings.get(), "user-content-manager", shared_->content.get(), nullptr)));
     webkit_web_view_set_zoom_level(view(), zoom_);
     Events::connect(view(), this);
     if (const auto url = std::exchange(pending_, std::nullopt)) load(*url);

@@ -17,13 +17,13 @@ namespace orvu {
 struct WebKitShared {
     explicit WebKitShared(std::shared_ptr<WebKitSession> ofSession)
         : session(std::move(ofSession)),
-          settings(GObjectPointer<WebKitSettings>::adopt(webkit_settings_new())),
           content(
               GObjectPointer<WebKitUserContentManager>::adopt(webkit_user_content_manager_new())) {}
 
     std::shared_ptr<WebKitSession> session;
-    GObjectPointer<WebKitSettings> settings;
     GObjectPointer<WebKitUserContentManager> content;
+    std::string userAgent;  ///< whole; empty for the engine's own
+    bool elementFullscreen = false;
 };
 
 /// A page of the engine. Making the engine's view takes some 70 ms of the main thread, so it is
