@@ -10,7 +10,8 @@ protected:
     BrowserStore store{services(), false, Profile::personal()};
 
     void openPage(const std::string& path) {
-        server.serve(path, "<title>" + path + "</title>");
+        server.serve(path, LoopbackServer::Answer{.body = "<title>" + path + "</title>",
+                                                  .headers = {{"Cache-Control", "no-store"}}});
         const int before = server.requests(path);
         store.open(server.url(path), BrowserStore::NewTab::no);
         ASSERT_TRUE(waitFor([&] {

@@ -74,10 +74,7 @@ private:
 
     static void uriChanged(WebKitWebView* view, GParamSpec*, gpointer data) {
         const char* const uri = webkit_web_view_get_uri(view);
-        // A crash makes the engine forget the address; the page keeps it.
-        if (!uri && self(data).crashed_) return;
-        self(data).crashed_ = false;
-        self(data).setUrl(uri ? Url::parse(uri) : std::nullopt);
+        self(data).uriChanged(uri ? Url::parse(uri) : std::nullopt);
     }
     static void titleChanged(WebKitWebView* view, GParamSpec*, gpointer data) {
         const char* const title = webkit_web_view_get_title(view);
@@ -238,7 +235,6 @@ void OrvuWebView::make() {
 
 void OrvuWebView::load(const Url& url) {
     if (view_) {
-        crashed_ = false;
         webkit_web_view_load_uri(view(), url.absoluteString().c_str());
         return;
     }
@@ -293,6 +289,13 @@ Future<ScriptResult> OrvuWebView::evaluateJavaScript(std::string script) {
     return promise.future();
 }
 
+void OrvuWebView::uriChanged(std::optional<Url> uri) {
+    // After a crash the engine has no address any more; the page keeps its own.
+    if (!uri) return setUrl(page_);
+    if (!isLoading()) page_ = uri;  // a change within the document
+    setUrl(std::move(uri));
+}
+
 void OrvuWebView::setUrl(std::optional<Url> url) {
     if (url_ == url) return;
     url_ = std::move(url);
@@ -319,6 +322,7 @@ void OrvuWebView::loadChanged(WebKitLoadEvent event) {
             break;
         case WEBKIT_LOAD_COMMITTED: {
             committed_ = true;
+            page_ = url_;
             GTlsCertificate* certificate = nullptr;
             GTlsCertificateFlags errors{};
             setSecure(webkit_web_view_get_tls_info(view(), &certificate, &errors) != FALSE);
@@ -326,7 +330,9 @@ void OrvuWebView::loadChanged(WebKitLoadEvent event) {
         }
         case WEBKIT_LOAD_FINISHED:
             // This event also ends loads that failed, were stopped or were replaced.
-            if (committed_ && !failed_) finish();
+            if (!committed_ || failed_) break;
+            page_ = url_;
+            finish();
             break;
         case WEBKIT_LOAD_REDIRECTED:
             break;
@@ -348,7 +354,6 @@ void OrvuWebView::finish() {
 
 void OrvuWebView::processTerminated(WebKitWebProcessTerminationReason reason) {
     if (reason == WEBKIT_WEB_PROCESS_TERMINATED_BY_API) return;
-    crashed_ = true;
     // Within the signal the engine still knows the address.
     if (crashReload_.shouldReload(url_)) webkit_web_view_reload(view());
 }
