@@ -822,6 +822,30 @@ TEST_F(BrowserStoreTest, AnObserverOfTheStoreMayCallBackAtOnce) {
                                               R"({"url":"https://c.example/","pinned":false}])");
 }
 
+TEST_F(BrowserStoreTest, AnObserverOfAPageMayOpenTabsWhileItCloses) {
+    const auto store = openStoreWith({a, b});
+    tabAt(*store, b)->connectChanged([&] {
+        for (int number = 0; number < 20; ++number) store->newTab(url(c), Select::no);
+    });
+
+    store->close(*tabAt(*store, b));
+
+    EXPECT_EQ(store->tabs().size(), 21U);
+    EXPECT_EQ(front(*store), c);
+    EXPECT_EQ(addresses(store->closedTabs()), Strings{b});
+}
+
+TEST_F(BrowserStoreTest, AnObserverOfAPageMayCloseItWhileItCloses) {
+    const auto store = openStoreWith({a, b});
+    const auto tab = tabAt(*store, a);
+    tab->connectChanged([&] { store->close(*tab); });
+
+    store->close(*tab);
+
+    EXPECT_EQ(addresses(store->tabs()), Strings{b});
+    EXPECT_EQ(front(*store), b);
+}
+
 TEST_F(BrowserStoreTest, AnObserverMayEndTheStore) {
     auto store = openStoreWith({a, b});
     store->connectChanged([&] { store.reset(); });

@@ -127,18 +127,20 @@ void BrowserStore::close(const BrowserTab& tab) {
     if (found == tabs_.end()) return;
     const ChangeSignal::Scope change{changes_};
     const auto closed = *found;
-    const auto index = static_cast<std::size_t>(found - tabs_.begin());
 
+    changes_.note();
     if (isInSplit(closed->id())) split_.clear();
     rememberClosed(*closed);
     closed->webView().stopLoading();
-    tabs_.erase(found);
+    const auto place = find(closed->id());  // an observer of the tab may have changed the list
+    if (place == tabs_.end()) return;
+    const auto index = static_cast<std::size_t>(place - tabs_.begin());
+    tabs_.erase(place);
     if (activeID_ == closed->id()) {
         activeID_.reset();
         if (!tabs_.empty()) activeID_ = tabs_[std::min(index, tabs_.size() - 1)]->id();
     }
     if (tabs_.empty()) newTab(std::nullopt, Select::yes);
-    changes_.note();
     saveSession();
 }
 
