@@ -85,10 +85,10 @@ void BrowserStore::selectTab(int number) {
     std::ranges::copy(unpinned(), std::back_inserter(list));
     if (list.empty()) return;
     const auto count = static_cast<int>(list.size());
-    const int index = number == 9 ? count - 1 : number - 1;
-    if (index < 0 || index >= count) return;
+    const int place = number == 9 ? count : number;
+    if (place < 1 || place > count) return;
     const ChangeSignal::Scope change{changes_};
-    const Uuid& wanted = list[static_cast<std::size_t>(index)]->id();
+    const Uuid& wanted = list[static_cast<std::size_t>(place - 1)]->id();
     if (activeID_ == wanted) return;
     activeID_ = wanted;  // the pair stays: a number is a look elsewhere, not a choice
     changes_.note();
