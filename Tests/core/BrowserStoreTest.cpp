@@ -879,6 +879,18 @@ TEST_F(BrowserStoreTest, ATabThatOutlivesItsStoreTellsNobody) {
     EXPECT_EQ(world.engine.views.size(), 1U);
 }
 
+TEST_F(BrowserStoreTest, FocusThatMovesWhileTheStoreEndsReachesItNoMore) {
+    auto store = openStoreWith({a, b});
+    store->toggleSideBySide();
+    FakeWebView& second = page(*tabAt(*store, b));
+    page(*tabAt(*store, a)).atEnd = [&second] { second.onFocus(); };
+    const ChangeCounter changes{*store};
+
+    store.reset();
+
+    EXPECT_EQ(changes.count(), 0);
+}
+
 // --- Private windows ----------------------------------------------------------------------------
 
 TEST_F(BrowserStoreTest, APrivateWindowStartsEmptyWhateverIsStored) {

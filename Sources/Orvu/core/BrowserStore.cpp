@@ -36,6 +36,12 @@ BrowserStore::BrowserStore(const BrowserServices& services, bool isPrivate, Prof
     notifications_.addObserver(historyImported, sigc::mem_fun(*this, &BrowserStore::reloadVisits));
 }
 
+BrowserStore::~BrowserStore() {
+    // The pages go one by one, and the end of one may move the focus into another: none of that
+    // may come back to a store that is half gone.
+    notify_callbacks();
+}
+
 void BrowserStore::configure() {
     configuration_->setElementFullscreenEnabled(true);
     configuration_->setApplicationNameForUserAgent("Version/" + std::string{safariVersion} +
