@@ -347,5 +347,33 @@ TEST_F(BrowserStoreGroupsTest, AStaleCopyOfAGroupStillNamesTheStoredOne) {
     EXPECT_EQ(store->groups(), (std::vector<TabGroup>{{copy->id, "New", 1, false}}));
 }
 
+TEST_F(BrowserStoreGroupsTest, AnObserverOfATabMayOpenTabsWhileItsGroupIsDissolved) {
+    const auto store = openStoreWith({a, b});
+    const auto group = store->newGroup(*tabAt(*store, a));
+    store->moveToGroup(*tabAt(*store, b), *group);
+    tabAt(*store, a)->connectChanged([&] {
+        for (int number = 0; number < 20; ++number) store->newTab(url(c), Select::no);
+    });
+
+    store->ungroup(*group);
+
+    EXPECT_EQ(store->ungrouped().size(), 22U);
+    EXPECT_TRUE(store->groups().empty());
+}
+
+TEST_F(BrowserStoreGroupsTest, AnObserverOfATabMayCloseItWhileItEntersAGroup) {
+    const auto store = openStoreWith({a, b});
+    BrowserTab& tab = *tabAt(*store, a);
+    tab.connectChanged([&] {
+        if (store->tabs().size() == 2) store->close(tab);
+    });
+
+    const auto group = store->newGroup(tab);
+
+    EXPECT_TRUE(group);
+    EXPECT_EQ(addresses(store->tabs()), Strings{b});
+    EXPECT_TRUE(store->groups().empty());
+}
+
 }  // namespace
 }  // namespace orvu
