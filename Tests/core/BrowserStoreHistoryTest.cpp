@@ -147,6 +147,18 @@ TEST_F(BrowserStoreHistoryTest, OneVisitBeyondTheLimitDropsTheOldest) {
     EXPECT_EQ(storedVisits(), expected);
 }
 
+TEST_F(BrowserStoreHistoryTest, ATabThatHasLeftRecordsNoVisit) {
+    const auto store = openStoreWith({a, b});
+    const auto closed = tabAt(*store, a);
+    store->close(*closed);
+    world.defaults.written.clear();
+
+    page(*closed).finish("A");
+
+    EXPECT_TRUE(store->visits().empty());
+    EXPECT_TRUE(world.defaults.written.empty());
+}
+
 TEST_F(BrowserStoreHistoryTest, AnObserverMayCloseTheTabWhoseVisitItSees) {
     const auto store = openStoreWith({a});
     store->connectChanged([&] {

@@ -74,7 +74,7 @@ void BrowserStore::saveSession() {
 }
 
 void BrowserStore::recordVisit(const BrowserTab& tab) {
-    if (isPrivate_ || !tab.url()) return;
+    if (isPrivate_ || !holds(tab) || !tab.url()) return;
     if (!visits_.empty() && visits_.back().url == *tab.url()) return;
     const ChangeSignal::Scope change{changes_};
     visits_.push_back({Uuid::random(), *tab.url(), tab.title(), loop_.now()});
