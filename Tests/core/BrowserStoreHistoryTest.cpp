@@ -256,6 +256,17 @@ TEST_F(BrowserStoreHistoryTest, ClearingAllLeavesTabsShelfAndBookmarks) {
     EXPECT_EQ(addresses(store->bookmarks().items()), Strings{c});
 }
 
+TEST_F(BrowserStoreHistoryTest, ClearingWhatIsEmptySignalsNothingButStillWrites) {
+    world.storeRecords<Visit>("browserVisits", {visitBefore(a, 31 * 24h)});
+    const auto store = openStore();
+    const ChangeCounter changes{*store};
+
+    store->clearHistory(std::nullopt);
+
+    EXPECT_EQ(changes.count(), 0);
+    EXPECT_EQ(world.stored("browserVisits"), "[]");
+}
+
 TEST_F(BrowserStoreHistoryTest, RemovingAVisitLeavesOthersOfItsAddress) {
     const auto store = openStore();
     for (const auto& address : {a, b, a}) visit(*store->active(), address);
@@ -327,6 +338,16 @@ TEST_F(BrowserStoreHistoryTest, TheImportBroadcastKeepsTheVisitsIfNothingReadabl
     world.notifications.post(BrowserStore::historyImported);
 
     EXPECT_EQ(addresses(store->visits()), Strings{a});
+    EXPECT_EQ(changes.count(), 0);
+}
+
+TEST_F(BrowserStoreHistoryTest, TheImportBroadcastSignalsNothingIfTheVisitsAreTheSame) {
+    const auto store = openStore();
+    visit(*store->active(), a);
+    const ChangeCounter changes{*store};
+
+    world.notifications.post(BrowserStore::historyImported);
+
     EXPECT_EQ(changes.count(), 0);
 }
 
