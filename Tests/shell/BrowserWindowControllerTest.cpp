@@ -235,6 +235,34 @@ TEST_F(BrowserWindowControllerTest, NoAddressesOpenNothing) {
     EXPECT_TRUE(controller().windows().empty());
 }
 
+TEST_F(BrowserWindowControllerTest, TheWindowMayCloseWhileItTakesAddresses) {
+    FakeBrowserWindow& window = openWindow();
+    storeAt(0).connectChanged([&] {
+        if (!screen.windows.empty()) window.close();
+    });
+
+    controller().open({url(a), url(b)});
+
+    EXPECT_TRUE(controller().windows().empty());
+    EXPECT_TRUE(world.engine.views.empty());
+}
+
+TEST_F(BrowserWindowControllerTest, WindowsMayOpenWhileOneTakesAddresses) {
+    openWindow();
+    int opened = 0;
+    storeAt(0).connectChanged([&] {
+        if (++opened == 1) {
+            for (int number = 0; number < 20; ++number) openWindow(Private::yes);
+        }
+    });
+
+    controller().open({url(a), url(b)});
+
+    EXPECT_EQ(controller().windows().size(), 21U);
+    EXPECT_EQ(addresses(storeAt(0).tabs()), (Strings{"", a, b}));
+    EXPECT_EQ(screen.windows[0]->calls.back(), "present");
+}
+
 // --- Profiles ---------------------------------------------------------------------------------
 
 TEST_F(BrowserWindowControllerTest, SwitchingTheProfileChangesTheContentAloneAndIsRemembered) {
@@ -286,6 +314,19 @@ TEST_F(BrowserWindowControllerTest, AStoreWithoutAWindowCannotSwitch) {
 
     EXPECT_EQ(storeAt(0).profile(), Profile::personal());
     EXPECT_FALSE(world.defaults.hasObject("lastProfile"));
+}
+
+TEST_F(BrowserWindowControllerTest, TheFormerStoreLivesUntilTheWindowShowsTheNewOne) {
+    FakeBrowserWindow& window = openWindow();
+    const std::weak_ptr<BrowserStore> former = controller().windows()[0].store;
+    window.content.reset();  // a view that only refers to the store
+    bool alive = false;
+    window.whenContentIsSet = [&] { alive = !former.expired(); };
+
+    controller().switchProfile(storeAt(0), world.work);
+
+    EXPECT_TRUE(alive);
+    EXPECT_TRUE(former.expired());
 }
 
 TEST_F(BrowserWindowControllerTest, TheProfileOfTheStoreItselfMayBeGiven) {
