@@ -158,6 +158,13 @@ TEST_F(UrlFromArgumentTest, AnAddressWithASchemeStaysAsItIs) {
     EXPECT_EQ(read(" https://a.example/\n"), "https://a.example/");
 }
 
+TEST_F(UrlFromArgumentTest, AnAddressWithinAnAddressDoesNotMakeASchemeOfTheOuterOne) {
+    EXPECT_EQ(read("a.example/?next=https://b.example/"),
+              "https://a.example/?next=https://b.example/");
+    EXPECT_EQ(read("what://"), "what://");
+    EXPECT_EQ(read("://a.example"), "https://www.google.com/search?q=://a.example");
+}
+
 TEST_F(UrlFromArgumentTest, AFileThatExistsBecomesItsAddress) {
     EXPECT_EQ(read("a page#1?.html"), inFolder("/a%20page%231%3F.html"));
     EXPECT_EQ(read("./sub/../a page#1?.html"), inFolder("/a%20page%231%3F.html"));
