@@ -197,6 +197,18 @@ TEST_F(WindowCommandsTest, ParkingPinningAndGroupingActOnTheFrontTab) {
     EXPECT_EQ(addresses(store->tabs()), (Strings{a, b}));
 }
 
+TEST_F(WindowCommandsTest, ATabWhoseGroupEndedCountsAsUngrouped) {
+    const auto store = openStoreWith({a});
+    const auto group = store->newGroup(*store->active());
+    store->togglePin(*store->active());
+    store->closeGroup(*group);
+
+    run(*store, "toggleGroup");
+
+    ASSERT_EQ(store->groups().size(), 1U);
+    EXPECT_EQ(store->active()->groupID(), store->groups()[0].id);
+}
+
 // --- Zoom -------------------------------------------------------------------------------------
 
 TEST_F(WindowCommandsTest, TheZoomKeysActOnTheFrontPageAlone) {
