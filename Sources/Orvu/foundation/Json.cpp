@@ -118,7 +118,13 @@ JsonWriter& JsonWriter::value(double number) {
     separate();
     std::array<char, 32> digits{};
     if (!std::isfinite(number)) failed_ = true;
-    const auto end = std::to_chars(digits.begin(), digits.end(), number).ptr;
+    // Written with all its digits, a large number would look like an integer, and one of more
+    // than 64 bits makes the whole document unreadable.
+    const auto end =
+        std::abs(number) < 1e15
+            ? std::to_chars(digits.begin(), digits.end(), number).ptr
+            : std::to_chars(digits.begin(), digits.end(), number, std::chars_format::scientific)
+                  .ptr;
     text_.append(digits.begin(), end);
     needsComma_ = true;
     return *this;
