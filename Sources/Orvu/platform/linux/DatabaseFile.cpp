@@ -8,6 +8,7 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
+#include <cstdint>
 #include <cstdio>
 #include <string>
 #include <system_error>
@@ -25,6 +26,9 @@ bool isThere(const fs::path& path) {
     struct stat status{};
     return lstat(path.c_str(), &status) == 0;
 }
+
+/// A shorter file is no database, but the library takes some of them for an empty one.
+constexpr std::uintmax_t headerSize = 100;
 
 /// By its name: to open and close a database's file would end this process's locks on it.
 void narrowToOwner(const fs::path& path) {
@@ -68,14 +72,17 @@ void DatabaseFile::makePrivate() const {
 }
 
 bool DatabaseFile::isUnusable() const {
-    struct stat status{};
-    const bool there = stat(path_.c_str(), &status) == 0;
-    if (!there || (S_ISREG(status.st_mode) && status.st_size == 0)) {
-        struct stat log{};
-        return stat(beside("-wal").c_str(), &log) == 0 && log.st_size > 0;
-    }
-    if (!S_ISREG(status.st_mode)) return true;
+    std::error_code failure;
+    const auto status = fs::status(path_, failure);
+    if (fs::exists(status) && !fs::is_regular_file(status)) return true;
+    if (!hasContent()) return fs::file_size(beside("-wal"), failure) > 0 && !failure;
+    if (fs::file_size(path_, failure) < headerSize) return true;
     return faccessat(AT_FDCWD, path_.c_str(), R_OK | W_OK, AT_EACCESS) != 0 && errno == EACCES;
+}
+
+bool DatabaseFile::hasContent() const {
+    std::error_code failure;
+    return fs::is_regular_file(path_, failure) && fs::file_size(path_, failure) > 0;
 }
 
 std::optional<DatabaseFile> DatabaseFile::setAside() const {

@@ -21,9 +21,13 @@ public:
     bool makeFolder() const;
     /// Makes an empty file if there is none, and lets only its owner read and write it.
     void makePrivate() const;
-    /// Whether a database can't be here: something that is no file stands in its place, the
-    /// system denies this user the file, or a log is left whose file is gone.
+    /// Whether a database can't be here: something that is no file stands in its place, or a file
+    /// too short for one, the system denies this user the file, or a log is left whose file is
+    /// gone.
     [[nodiscard]] bool isUnusable() const;
+    /// Whether a file with anything in it is there. Where none is, the library takes a log that
+    /// stands beside its place for rubbish and deletes it.
+    [[nodiscard]] bool hasContent() const;
     /// Renames the file, and what stands beside it, to the first free name of the same folder
     /// that ends in ".damaged-1", ".damaged-2" and so on. Nothing if the system refuses.
     [[nodiscard]] std::optional<DatabaseFile> setAside() const;

@@ -11,8 +11,8 @@ namespace {
 void checkpoint(const std::filesystem::path& file) {
     SqliteConnection connection{file, SqliteConnection::Access::readWrite};
     if (connection.status() != SQLITE_OK) return;
-    sqlite3_wal_checkpoint_v2(connection.handle(), nullptr, SQLITE_CHECKPOINT_PASSIVE, nullptr,
-                              nullptr);
+    // As a statement: the library's function does nothing before the connection has read the file.
+    connection.execute("PRAGMA wal_checkpoint(PASSIVE)");
     connection.keepLogAtClose();
 }
 

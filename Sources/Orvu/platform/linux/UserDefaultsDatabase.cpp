@@ -162,6 +162,7 @@ void UserDefaultsDatabase::startAnew() {
 
 void UserDefaultsDatabase::copyFrom(const DatabaseFile& other) {
     using Access = SqliteConnection::Access;
+    if (!other.hasContent()) return;
     for (const auto access : {Access::readOnly, Access::immutable}) {
         SqliteConnection source{other.path(), access};
         source.keepLogAtClose();
