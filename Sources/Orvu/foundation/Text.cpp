@@ -20,10 +20,7 @@ namespace {
 
 /// Plain text whose bytes are its characters. A carriage return is left out because it joins
 /// with the line feed that follows it.
-bool isOneBytePerCharacter(std::string_view text) {
-    return std::ranges::all_of(
-        text, [](char c) { return static_cast<unsigned char>(c) < 0x80 && c != '\r'; });
-}
+bool isOneBytePerCharacter(std::string_view text) { return isAscii(text) && !text.contains('\r'); }
 
 struct CloseBreaks {
     void operator()(UBreakIterator* breaks) const { ubrk_close(breaks); }
@@ -87,6 +84,9 @@ std::string_view composedPiece(std::string_view text) {
 std::string composed(std::string_view text) {
     UErrorCode status = U_ZERO_ERROR;
     const auto* normalizer = icu::Normalizer2::getNFCInstance(status);
+    const icu::StringPiece whole{text.data(), static_cast<std::int32_t>(text.size())};
+    // Nearly every text is composed already, and the question costs far less than the work.
+    if (U_FAILURE(status) || normalizer->isNormalizedUTF8(whole, status)) return std::string{text};
     std::string result;
     for (std::string_view rest = text; !rest.empty() && U_SUCCESS(status);) {
         const auto piece = composedPiece(rest);
@@ -109,9 +109,7 @@ std::size_t positionOf(std::string_view part, std::string_view text, std::size_t
 
 std::string asciiLowercased(std::string_view text) {
     std::string result{text};
-    for (char& c : result) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    }
+    for (char& c : result) c = static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
     return result;
 }
 
@@ -162,9 +160,7 @@ std::string_view trimmed(std::string_view text, TrimSet set) {
 }
 
 std::string lowercased(std::string_view text) {
-    const bool plain =
-        std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-    if (plain) return asciiLowercased(text);
+    if (isAscii(text)) return asciiLowercased(text);
     UErrorCode status = U_ZERO_ERROR;
     static const std::unique_ptr<UCaseMap, CloseCaseMap> map{ucasemap_open("", 0, &status)};
     std::string result(text.size() + text.size() / 2 + 8, '\0');
@@ -202,7 +198,15 @@ std::string replacingAll(std::string_view text, std::string_view from, std::stri
     return result.append(text, done);
 }
 
+bool isAscii(std::string_view text) {
+    // Without a way out in the middle, so that the compiler takes many bytes at a time.
+    unsigned char bits = 0;
+    for (const char c : text) bits |= static_cast<unsigned char>(c);
+    return bits < 0x80;
+}
+
 bool isWellFormed(std::string_view text) {
+    if (isAscii(text)) return true;
     for (std::size_t at = 0; at < text.size();) {
         if (nextCodePoint(text, at) < 0) return false;
     }
