@@ -56,6 +56,7 @@ std::vector<WindowCommand> pageCommands() {
         {"reopenClosed", {"⇧⌘T"}, [](Target& target) { target.store().reopenClosed(); }},
         {"editAddress", {"⌘L"}, editAddress},
         {"reload", {"⌘R", "F5"}, onActive([](auto&, auto& tab) { tab.webView().reload(); })},
+        {"stopLoading", {}, onActive([](auto&, auto& tab) { tab.webView().stopLoading(); })},
         {"goBack", {"⌘["}, onActive([](auto&, auto& tab) { tab.webView().goBack(); })},
         {"goForward", {"⌘]"}, onActive([](auto&, auto& tab) { tab.webView().goForward(); })},
         {"toggleSideBySide", {"⌥⌘S"}, [](Target& target) { target.store().toggleSideBySide(); }},

@@ -1,0 +1,80 @@
+#include "core/Bookmarks.h"
+#include "foundation/NotificationCenter.h"
+#include "platform/linux/GlibMainLoop.h"
+#include "platform/linux/LinuxSystemPaths.h"
+#include "platform/linux/LinuxWorkspace.h"
+#include "platform/linux/Renderer.h"
+#include "platform/linux/SqliteUserDefaults.h"
+#include "platform/linux/WebKitEngine.h"
+#include "profiles/Profiles.h"
+#include "shell/BrowserWindowController.h"
+#include "shell/OrvuApp.h"
+#include "shell/view/BrowserWindowView.h"
+#include "shell/view/OrvuApplication.h"
+
+#include <algorithm>
+#include <iterator>
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using namespace orvu;
+
+/// The program's parts: the real things, handed to whatever needs them.
+class World : public AppWorld {
+public:
+    explicit World(OrvuApplication& application)
+        : defaults_(paths_.configuration / "UserDefaults.sqlite"),
+          engine_(paths_, loop_),
+          profiles_(defaults_, [this](const Uuid& id) { engine_.removeDataStore(id); }),
+          bookmarks_(defaults_, loop_),
+          windows_({defaults_, notifications_, loop_, engine_, bookmarks_}, profiles_,
+                   makeWindows(application)),
+          delegate_(defaults_, workspace_, windows_),
+          tidyUp_(loop_.after(std::chrono::seconds{10}, [this] { removeOrphans(); })) {}
+
+    [[nodiscard]] AppDelegate& delegate() override { return delegate_; }
+    [[nodiscard]] UserDefaults& defaults() override { return defaults_; }
+
+private:
+    BrowserWindowFactory makeWindows(OrvuApplication& application) {
+        const WindowEnvironment environment{
+            application, defaults_, loop_, profiles_,
+            [this](const BrowserStore& store, const Profile& profile) {
+                windows_.switchProfile(store, profile);
+            }};
+        return [environment](const BrowserWindowTraits& traits, std::function<void()> closed) {
+            return std::make_unique<BrowserWindowView>(environment, traits, std::move(closed));
+        };
+    }
+
+    /// Website data of profiles that are gone: the engine writes some of it again after a removal.
+    void removeOrphans() {
+        std::vector<Uuid> known;
+        std::ranges::transform(profiles_.profiles(), std::back_inserter(known), &Profile::id);
+        engine_.removeDataStoresExcept(known);
+    }
+
+    const SystemPaths paths_ = linuxSystemPaths();
+    GlibMainLoop loop_;
+    NotificationCenter notifications_;
+    SqliteUserDefaults defaults_;
+    WebKitEngine engine_;
+    LinuxWorkspace workspace_;
+    ProfileStore profiles_;
+    BookmarkStores bookmarks_;
+    BrowserWindowController windows_;
+    AppDelegate delegate_;
+    Scheduled tidyUp_;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    chooseRenderer();
+    const auto application = Glib::make_refptr_for_instance(new OrvuApplication(
+        [](OrvuApplication& running) { return std::make_unique<World>(running); }));
+    return application->run(argc, argv);
+}

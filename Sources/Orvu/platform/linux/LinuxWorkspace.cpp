@@ -1,0 +1,62 @@
+#include "platform/linux/LinuxWorkspace.h"
+
+#include "platform/linux/ApplicationId.h"
+#include "platform/linux/GObjectPointer.h"
+
+#include <gio/gdesktopappinfo.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <system_error>
+
+namespace orvu {
+namespace {
+
+const std::string desktopName = std::string{applicationId} + ".desktop";
+
+/// Writes a file of the program's resources, with "@EXECUTABLE@" replaced by this program.
+bool installResource(const char* resource, const std::filesystem::path& target) {
+    GBytes* const bytes = g_resources_lookup_data(resource, G_RESOURCE_LOOKUP_FLAGS_NONE, nullptr);
+    if (!bytes) return false;
+    gsize size = 0;
+    const auto* const data = static_cast<const char*>(g_bytes_get_data(bytes, &size));
+    std::string text{data, size};
+    g_bytes_unref(bytes);
+
+    std::error_code error;
+    const std::string mark = "@EXECUTABLE@";
+    if (const auto at = text.find(mark); at != std::string::npos) {
+        text.replace(at, mark.size(),
+                     std::filesystem::read_symlink("/proc/self/exe", error).string());
+    }
+    std::filesystem::create_directories(target.parent_path(), error);
+    return g_file_set_contents(target.c_str(), text.data(), static_cast<gssize>(text.size()),
+                               nullptr) != FALSE;
+}
+
+/// The program as the desktop knows it, made known to it first if need be.
+GObjectPointer<GDesktopAppInfo> registeredProgram() {
+    if (auto* const known = g_desktop_app_info_new(desktopName.c_str())) {
+        return GObjectPointer<GDesktopAppInfo>::adopt(known);
+    }
+    const std::filesystem::path data{g_get_user_data_dir()};
+    const auto file = data / "applications" / desktopName;
+    installResource("/app/orvu/Orvu/app.orvu.Orvu.svg",
+                    data / "icons/hicolor/scalable/apps/app.orvu.Orvu.svg");
+    if (!installResource("/app/orvu/Orvu/app.orvu.Orvu.desktop.in", file)) return {};
+    return GObjectPointer<GDesktopAppInfo>::adopt(
+        g_desktop_app_info_new_from_filename(file.c_str()));
+}
+
+}  // namespace
+
+void LinuxWorkspace::makeDefaultBrowser() {
+    const auto program = registeredProgram();
+    if (!program) return;
+    for (const char* const type : {"x-scheme-handler/http", "x-scheme-handler/https"}) {
+        g_app_info_set_as_default_for_type(G_APP_INFO(program.get()), type, nullptr);
+    }
+}
+
+}  // namespace orvu

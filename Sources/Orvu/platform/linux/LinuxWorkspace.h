@@ -1,0 +1,15 @@
+#pragma once
+
+#include "platform/Workspace.h"
+
+namespace orvu {
+
+/// The desktop's registry of programs.
+class LinuxWorkspace : public Workspace {
+public:
+    /// Writes a desktop file and an icon for the running program into the user's own folders if
+    /// the system has none, and makes it the program for http and https addresses.
+    void makeDefaultBrowser() override;
+};
+
+}  // namespace orvu

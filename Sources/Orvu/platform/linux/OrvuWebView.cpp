@@ -1,0 +1,315 @@
+#include "platform/linux/OrvuWebView.h"
+
+#include "platform/linux/PageScript.h"
+#include "platform/linux/PolicyTranslation.h"
+
+#include <utility>
+
+namespace orvu {
+
+/// The engine's signals, each handed on to the view that `data` is.
+class OrvuWebView::Events {
+public:
+    static void connect(WebKitWebView* view, OrvuWebView* self) {
+        const auto on = [&](gpointer object, const char* signal, auto handler) {
+            g_signal_connect(object, signal, G_CALLBACK(handler), self);
+        };
+        on(view, "notify::uri", uriChanged);
+        on(view, "notify::title", titleChanged);
+        on(view, "notify::estimated-load-progress", progressChanged);
+        on(view, "notify::is-loading", loadingChanged);
+        on(webkit_web_view_get_back_forward_list(view), "changed", listChanged);
+        on(view, "load-changed", loadChanged);
+        on(view, "load-failed", loadFailed);
+        on(view, "load-failed-with-tls-errors", loadFailedInTls);
+        on(view, "insecure-content-detected", insecureContent);
+        on(view, "decide-policy", decidePolicy);
+        on(view, "create", create);
+        on(view, "context-menu", contextMenu);
+        on(view, "enter-fullscreen", enterFullscreen);
+        on(view, "leave-fullscreen", leaveFullscreen);
+        on(view, "web-process-terminated", processTerminated);
+        GtkEventController* const focus = gtk_event_controller_focus_new();
+        on(focus, "enter", focusEntered);
+        gtk_widget_add_controller(GTK_WIDGET(view), focus);
+    }
+    static void disconnect(WebKitWebView* view, OrvuWebView* self) {
+        g_signal_handlers_disconnect_by_data(view, self);
+        g_signal_handlers_disconnect_by_data(webkit_web_view_get_back_forward_list(view), self);
+        GListModel* const controllers = gtk_widget_observe_controllers(GTK_WIDGET(view));
+        for (guint i = 0; i < g_list_model_get_n_items(controllers); ++i) {
+            gpointer const controller = g_list_model_get_item(controllers, i);
+            g_signal_handlers_disconnect_by_data(controller, self);
+            g_object_unref(controller);
+        }
+        g_object_unref(controllers);
+    }
+
+private:
+    /// A link, and the view in which it was pointed at, if that still lives.
+    struct LinkTarget {
+        std::weak_ptr<OrvuWebView*> view;
+        Url url;
+    };
+
+    static OrvuWebView& self(gpointer data) { return *static_cast<OrvuWebView*>(data); }
+
+    static void uriChanged(WebKitWebView* view, GParamSpec*, gpointer data) {
+        const char* const uri = webkit_web_view_get_uri(view);
+        // A crash makes the engine forget the address; the page keeps it.
+        if (!uri && self(data).crashed_) return;
+        self(data).crashed_ = false;
+        self(data).setUrl(uri ? Url::parse(uri) : std::nullopt);
+    }
+    static void titleChanged(WebKitWebView* view, GParamSpec*, gpointer data) {
+        const char* const title = webkit_web_view_get_title(view);
+        self(data).setTitle(title ? title : "");
+    }
+    static void progressChanged(WebKitWebView*, GParamSpec*, gpointer data) {
+        self(data).changed_.emit(WebViewProperty::estimatedProgress);
+    }
+    static void loadingChanged(WebKitWebView*, GParamSpec*, gpointer data) {
+        self(data).changed_.emit(WebViewProperty::isLoading);
+    }
+    static void listChanged(WebKitBackForwardList*, WebKitBackForwardListItem*, gpointer,
+                            gpointer data) {
+        self(data).changed_.emit(WebViewProperty::canGoBack);
+        self(data).changed_.emit(WebViewProperty::canGoForward);
+    }
+    static void loadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer data) {
+        self(data).loadChanged(event);
+    }
+    static gboolean loadFailed(WebKitWebView*, WebKitLoadEvent, const char*, GError*,
+                               gpointer data) {
+        self(data).failed_ = true;
+        return TRUE;  // no page of the engine's own: the former one stays
+    }
+    static gboolean loadFailedInTls(WebKitWebView*, const char*, GTlsCertificate*,
+                                    GTlsCertificateFlags, gpointer data) {
+        self(data).failed_ = true;
+        return TRUE;
+    }
+    static void insecureContent(WebKitWebView*, WebKitInsecureContentEvent, gpointer data) {
+        self(data).setSecure(false);
+    }
+    static gboolean decidePolicy(WebKitWebView*, WebKitPolicyDecision* decision,
+                                 WebKitPolicyDecisionType type, gpointer data) {
+        NavigationDelegate* const delegate = self(data).delegate_;
+        if (!delegate) return FALSE;
+        if (type == WEBKIT_POLICY_DECISION_TYPE_RESPONSE) {
+            const auto response = navigationResponse(WEBKIT_RESPONSE_POLICY_DECISION(decision));
+            if (delegate->decidePolicy(response) == ResponsePolicy::allow) return FALSE;
+            webkit_policy_decision_download(decision);
+            return TRUE;
+        }
+        const auto action =
+            navigationAction(webkit_navigation_policy_decision_get_navigation_action(
+                WEBKIT_NAVIGATION_POLICY_DECISION(decision)));
+        if (delegate->decidePolicy(action) == NavigationPolicy::allow) return FALSE;
+        webkit_policy_decision_ignore(decision);
+        return TRUE;
+    }
+    static GtkWidget* create(WebKitWebView*, WebKitNavigationAction* action, gpointer data) {
+        if (self(data).delegate_) self(data).delegate_->createWebView(navigationAction(action));
+        return nullptr;
+    }
+    static gboolean contextMenu(WebKitWebView*, WebKitContextMenu* menu, WebKitHitTestResult* hit,
+                                gpointer data);
+    static void openLink(GSimpleAction*, GVariant*, gpointer data) {
+        const auto& target = *static_cast<LinkTarget*>(data);
+        const auto live = target.view.lock();
+        if (!live || !(*live)->delegate_) return;
+        (*live)->delegate_->createWebView({{target.url}, NavigationType::linkActivated, false, 0});
+    }
+    static gboolean enterFullscreen(WebKitWebView*, gpointer data) {
+        if (self(data).onFullscreen) self(data).onFullscreen(true);
+        return FALSE;
+    }
+    static gboolean leaveFullscreen(WebKitWebView*, gpointer data) {
+        if (self(data).onFullscreen) self(data).onFullscreen(false);
+        return FALSE;
+    }
+    static void processTerminated(WebKitWebView*, WebKitWebProcessTerminationReason reason,
+                                  gpointer data) {
+        self(data).processTerminated(reason);
+    }
+    static void focusEntered(GtkEventControllerFocus*, gpointer data) {
+        if (self(data).reportsFocus_) self(data).onFocus();
+    }
+};
+
+/// Puts "Open in New Tab" where the engine offers a window of its own.
+gboolean OrvuWebView::Events::contextMenu(WebKitWebView*, WebKitContextMenu* menu,
+                                          WebKitHitTestResult* hit, gpointer data) {
+    const char* const link = webkit_hit_test_result_get_link_uri(hit);
+    const auto url = link ? Url::parse(link) : std::nullopt;
+    for (guint i = 0; i < webkit_context_menu_get_n_items(menu); ++i) {
+        WebKitContextMenuItem* const item =
+            webkit_context_menu_get_item_at_position(menu, static_cast<gint>(i));
+        if (webkit_context_menu_item_get_stock_action(item) !=
+            WEBKIT_CONTEXT_MENU_ACTION_OPEN_LINK_IN_NEW_WINDOW) {
+            continue;
+        }
+        webkit_context_menu_remove(menu, item);
+        if (!url) return FALSE;
+        GSimpleAction* const action = g_simple_action_new("openInNewTab", nullptr);
+        g_signal_connect_data(
+            action, "activate", G_CALLBACK(openLink),
+            std::make_unique<LinkTarget>(self(data).self_, *url).release(),
+            [](gpointer target, GClosure*) { delete static_cast<LinkTarget*>(target); },
+            G_CONNECT_DEFAULT);
+        webkit_context_menu_insert(
+            menu,
+            webkit_context_menu_item_new_from_gaction(G_ACTION(action), "Open in New Tab", nullptr),
+            static_cast<gint>(i));
+        g_object_unref(action);
+        return FALSE;
+    }
+    return FALSE;
+}
+
+OrvuWebView::OrvuWebView(std::shared_ptr<WebKitShared> shared, MainLoop& loop)
+    : shared_(std::move(shared)), loop_(loop) {}
+
+OrvuWebView::~OrvuWebView() {
+    if (!view_) return;
+    Events::disconnect(view(), this);
+    GtkWidget* const parent = gtk_widget_get_parent(GTK_WIDGET(view()));
+    if (parent && GTK_IS_BOX(parent)) gtk_box_remove(GTK_BOX(parent), GTK_WIDGET(view()));
+    webkit_web_view_terminate_web_process(view());
+}
+
+GtkWidget* OrvuWebView::widget() {
+    make();
+    return GTK_WIDGET(view());
+}
+
+void OrvuWebView::make() {
+    if (view_) return;
+    starter_.cancel();
+    view_ = GObjectPointer<WebKitWebView>::adopt(WEBKIT_WEB_VIEW(g_object_new(
+        WEBKIT_TYPE_WEB_VIEW, "network-session", shared_->session->get(), "settings",
+        shared_->settings.get(), "user-content-manager", shared_->content.get(), nullptr)));
+    webkit_web_view_set_zoom_level(view(), zoom_);
+    Events::connect(view(), this);
+    if (const auto url = std::exchange(pending_, std::nullopt)) load(*url);
+}
+
+void OrvuWebView::load(const Url& url) {
+    if (view_) {
+        crashed_ = false;
+        webkit_web_view_load_uri(view(), url.absoluteString().c_str());
+        return;
+    }
+    pending_ = url;
+    starter_ = loop_.whenIdle([this] { make(); });
+    setUrl(url);
+    changed_.emit(WebViewProperty::isLoading);
+}
+
+void OrvuWebView::stopLoading() {
+    if (view_) return webkit_web_view_stop_loading(view());
+    starter_.cancel();
+    if (!std::exchange(pending_, std::nullopt)) return;
+    setUrl(std::nullopt);
+    changed_.emit(WebViewProperty::isLoading);
+}
+
+void OrvuWebView::reload() {
+    if (view_) webkit_web_view_reload(view());
+}
+
+void OrvuWebView::goBack() {
+    if (view_) webkit_web_view_go_back(view());
+}
+
+void OrvuWebView::goForward() {
+    if (view_) webkit_web_view_go_forward(view());
+}
+
+bool OrvuWebView::canGoBack() const { return view_ && webkit_web_view_can_go_back(view()); }
+
+bool OrvuWebView::canGoForward() const { return view_ && webkit_web_view_can_go_forward(view()); }
+
+double OrvuWebView::estimatedProgress() const {
+    return view_ ? webkit_web_view_get_estimated_load_progress(view()) : 0;
+}
+
+bool OrvuWebView::isLoading() const {
+    return view_ ? webkit_web_view_is_loading(view()) != FALSE : pending_.has_value();
+}
+
+void OrvuWebView::setPageZoom(double zoom) {
+    zoom_ = zoom;
+    if (view_) webkit_web_view_set_zoom_level(view(), zoom);
+}
+
+Future<ScriptResult> OrvuWebView::evaluateJavaScript(std::string script) {
+    make();
+    const Promise<ScriptResult> promise;
+    runPageScript(view(), script,
+                  [promise](ScriptResult result) { promise.resolve(std::move(result)); });
+    return promise.future();
+}
+
+void OrvuWebView::setUrl(std::optional<Url> url) {
+    if (url_ == url) return;
+    url_ = std::move(url);
+    changed_.emit(WebViewProperty::url);
+}
+
+void OrvuWebView::setTitle(std::string title) {
+    if (title_ == title) return;
+    title_ = std::move(title);
+    changed_.emit(WebViewProperty::title);
+}
+
+void OrvuWebView::setSecure(bool secure) {
+    if (secure_ == secure) return;
+    secure_ = secure;
+    changed_.emit(WebViewProperty::hasOnlySecureContent);
+}
+
+void OrvuWebView::loadChanged(WebKitLoadEvent event) {
+    switch (event) {
+        case WEBKIT_LOAD_STARTED:
+            ++loadNumber_;
+            failed_ = committed_ = false;
+            break;
+        case WEBKIT_LOAD_COMMITTED: {
+            committed_ = true;
+            GTlsCertificate* certificate = nullptr;
+            GTlsCertificateFlags errors{};
+            setSecure(webkit_web_view_get_tls_info(view(), &certificate, &errors) != FALSE);
+            break;
+        }
+        case WEBKIT_LOAD_FINISHED:
+            // This event also ends loads that failed, were stopped or were replaced.
+            if (committed_ && !failed_) finish();
+            break;
+        case WEBKIT_LOAD_REDIRECTED:
+            break;
+    }
+}
+
+void OrvuWebView::finish() {
+    // The title often arrives after the load ended; the document has it already.
+    runPageScript(view(), "document.title",
+                  [weak = std::weak_ptr{self_}, number = loadNumber_](const ScriptResult& result) {
+                      const auto live = weak.lock();
+                      if (!live || (*live)->loadNumber_ != number) return;
+                      OrvuWebView& self = **live;
+                      if (result.kind == ScriptResult::Kind::text) self.setTitle(result.text);
+                      // Last: whoever hears of it may close the tab.
+                      if (self.delegate_) self.delegate_->didFinish();
+                  });
+}
+
+void OrvuWebView::processTerminated(WebKitWebProcessTerminationReason reason) {
+    if (reason == WEBKIT_WEB_PROCESS_TERMINATED_BY_API) return;
+    crashed_ = true;
+    // Within the signal the engine still knows the address.
+    if (crashReload_.shouldReload(url_)) webkit_web_view_reload(view());
+}
+
+}  // namespace orvu

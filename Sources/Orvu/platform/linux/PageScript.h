@@ -1,0 +1,17 @@
+#pragma once
+
+#include "platform/WebView.h"
+
+#include <webkit/webkit.h>
+
+#include <functional>
+#include <string>
+
+namespace orvu {
+
+/// Runs a script in the main frame of `view`, in the program's own world, and hands the result to
+/// `done`, once, from the main loop; also when the page goes away first.
+void runPageScript(WebKitWebView* view, const std::string& script,
+                   std::function<void(ScriptResult)> done);
+
+}  // namespace orvu

@@ -1,0 +1,50 @@
+#include "platform/linux/WebKitEngine.h"
+
+#include "platform/linux/OrvuWebView.h"
+
+namespace orvu {
+namespace {
+
+class Configuration : public WebConfiguration {
+public:
+    Configuration(std::shared_ptr<WebKitSession> session, MainLoop& loop)
+        : shared_(std::make_shared<WebKitShared>(std::move(session))), loop_(loop) {
+        WebKitSettings* const settings = shared_->settings.get();
+        webkit_settings_set_enable_fullscreen(settings, FALSE);
+        webkit_settings_set_enable_back_forward_navigation_gestures(settings, TRUE);
+        // How often scripts may open something is the tab's decision: it has to hear of it.
+        webkit_settings_set_javascript_can_open_windows_automatically(settings, TRUE);
+    }
+
+    void setElementFullscreenEnabled(bool enabled) override {
+        webkit_settings_set_enable_fullscreen(shared_->settings.get(), enabled);
+    }
+    void setApplicationNameForUserAgent(std::string name) override {
+        WebKitSettings* const settings = shared_->settings.get();
+        const std::string own = webkit_settings_get_user_agent(settings);
+        webkit_settings_set_user_agent(settings, userAgent(own, name).c_str());
+    }
+    [[nodiscard]] std::unique_ptr<WebView> makeWebView() override {
+        return std::make_unique<OrvuWebView>(shared_, loop_);
+    }
+
+private:
+    std::shared_ptr<WebKitShared> shared_;
+    MainLoop& loop_;
+};
+
+}  // namespace
+
+std::unique_ptr<WebConfiguration> WebKitEngine::makeConfiguration(const WebsiteDataStore& store) {
+    return std::make_unique<Configuration>(sessions_.session(store), loop_);
+}
+
+std::string userAgent(std::string_view engineOwn, std::string_view applicationName) {
+    constexpr std::string_view layoutEngine = "(KHTML, like Gecko)";
+    const auto at = engineOwn.find(layoutEngine);
+    const auto head = engineOwn.substr(
+        0, at == std::string_view::npos ? engineOwn.size() : at + layoutEngine.size());
+    return std::string{head} + " " + std::string{applicationName};
+}
+
+}  // namespace orvu

@@ -1,0 +1,15 @@
+#include "shell/view/Accessible.h"
+
+namespace orvu {
+
+void setAccessibleLabel(Gtk::Widget& widget, const std::string& label) {
+    gtk_accessible_update_property(GTK_ACCESSIBLE(widget.gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL,
+                                   label.c_str(), -1);
+}
+
+void setAccessibleSelected(Gtk::Widget& widget, bool selected) {
+    gtk_accessible_update_state(GTK_ACCESSIBLE(widget.gobj()), GTK_ACCESSIBLE_STATE_SELECTED,
+                                static_cast<gboolean>(selected), -1);
+}
+
+}  // namespace orvu

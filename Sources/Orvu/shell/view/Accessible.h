@@ -1,0 +1,14 @@
+#pragma once
+
+#include <gtkmm/widget.h>
+
+#include <string>
+
+namespace orvu {
+
+/// Gives a widget the name by which assistive technology calls it.
+void setAccessibleLabel(Gtk::Widget& widget, const std::string& label);
+/// Says whether an item of a list is the chosen one.
+void setAccessibleSelected(Gtk::Widget& widget, bool selected);
+
+}  // namespace orvu

@@ -1,0 +1,225 @@
+#include "shell/view/BrowserWindowView.h"
+
+#include "platform/linux/X11Placement.h"
+#include "profiles/ProfileLook.h"
+#include "shell/KeySigns.h"
+#include "shell/MainMenu.h"
+#include "shell/view/EditingActions.h"
+
+#include <gtkmm/shortcut.h>
+#include <gtkmm/shortcutaction.h>
+#include <gtkmm/shortcutcontroller.h>
+#include <gtkmm/shortcuttrigger.h>
+
+#include <algorithm>
+#include <array>
+
+namespace orvu {
+
+BrowserWindowView::Content::Content(const std::shared_ptr<BrowserStore>& store)
+    : topBar(store), tabs(store) {
+    bar.set_child(topBar);
+    bar.set_size_request(-1, WindowPlacement::topBarHeight);
+    row.add_css_class("window-row");
+    row.append(tabs);
+    row.append(page);
+    column.append(bar);
+    column.append(row);
+}
+
+BrowserWindowView::BrowserWindowView(const WindowEnvironment& environment,
+                                     const BrowserWindowTraits& traits,
+                                     std::function<void()> closed)
+    : environment_(environment), closed_(std::move(closed)) {
+    window_.set_title(std::string{traits.title});
+    window_.add_css_class("orvu");
+    if (traits.isPrivate) window_.add_css_class("private");
+    invisibleTitlebar_.set_visible(false);
+    window_.set_titlebar(invisibleTitlebar_);  // edges and shadow, but no bar of the toolkit's
+    window_.set_default_size(WindowPlacement::contentSize.width,
+                             WindowPlacement::contentSize.height);
+    window_.set_size_request(WindowPlacement::minimumSize.width,
+                             WindowPlacement::minimumSize.height);
+    environment_.application.add_window(window_);
+    addCommands();
+    addWindowActions();
+    window_.signal_close_request().connect(sigc::mem_fun(*this, &BrowserWindowView::closeRequested),
+                                           false);
+    refresh_ = std::make_unique<FrameRefresh>(window_, [this] { refresh(); });
+}
+
+BrowserWindowView::~BrowserWindowView() {
+    refresh_.reset();
+    window_.unset_child();
+}
+
+void BrowserWindowView::setContent(const std::shared_ptr<BrowserStore>& store) {
+    storeChanged_ = {};
+    tabChanged_ = {};
+    watched_.reset();
+    window_.unset_child();
+    // The page first: its process starts while the rest of the window is made.
+    store_ = store;
+    content_ = std::make_unique<Content>(store);
+    content_->page.onFullscreen = [this](bool on) { setElementFullscreen(on); };
+    content_->topBar.onEditingEnded = [this] { content_->page.focusPage(); };
+    window_.set_child(content_->column);
+    for (std::size_t look = 0; look < ProfileLook::all.size(); ++look) {
+        window_.remove_css_class("look-" + std::to_string(look));
+    }
+    const auto& looks = ProfileLook::all;
+    const auto index = &ProfileLook::at(store->profile().color) - looks.data();
+    if (!store->isPrivate()) window_.add_css_class("look-" + std::to_string(index));
+    storeChanged_ = store_->connectChanged(sigc::mem_fun(*refresh_, &FrameRefresh::mark));
+    refresh();
+}
+
+void BrowserWindowView::refresh() {
+    const auto tab = store_->active();
+    const bool changed = tab != watched_.lock();
+    watchActive(tab);
+    content_->page.show(tab);
+    if (!changed || !tab) return;
+    if (tab->isNewTab()) {
+        content_->topBar.editAddress("");
+    } else if (!content_->topBar.isEditing()) {
+        content_->page.focusPage();
+    }
+}
+
+void BrowserWindowView::watchActive(const std::shared_ptr<BrowserTab>& tab) {
+    if (tab == watched_.lock()) return;
+    watched_ = tab;
+    tabChanged_ = tab ? tab->connectChanged(sigc::mem_fun(*refresh_, &FrameRefresh::mark))
+                      : sigc::connection{};
+}
+
+bool BrowserWindowView::isVisible() const {
+    if (!window_.get_visible() || !window_.get_mapped()) return false;
+    GdkSurface* const surface =
+        gtk_native_get_surface(GTK_NATIVE(const_cast<GtkApplicationWindow*>(window_.gobj())));
+    return surface &&
+           (gdk_toplevel_get_state(GDK_TOPLEVEL(surface)) & GDK_TOPLEVEL_STATE_MINIMIZED) == 0;
+}
+
+bool BrowserWindowView::isKey() const { return window_.is_active(); }
+
+std::optional<Point> BrowserWindowView::topLeft() const {
+    return windowTopLeft(GTK_WINDOW(const_cast<GtkApplicationWindow*>(window_.gobj())));
+}
+
+void BrowserWindowView::present() {
+    const bool first = !window_.get_mapped();
+    window_.present();
+    if (first && place_) moveWindow(GTK_WINDOW(window_.gobj()), *place_);
+}
+
+void BrowserWindowView::editAddress(const std::string& text) { content_->topBar.editAddress(text); }
+
+bool BrowserWindowView::endEditing() { return content_->topBar.endEditing(); }
+
+void BrowserWindowView::switchProfile(const Profile& profile) {
+    environment_.switchProfile(*store_, profile);
+}
+
+void BrowserWindowView::setElementFullscreen(bool on) {
+    content_->bar.set_visible(!on);
+    content_->tabs.set_visible(!on);
+    if (on) {
+        window_.add_css_class("element-fullscreen");
+    } else {
+        window_.remove_css_class("element-fullscreen");
+    }
+}
+
+void BrowserWindowView::addCommands() {
+    for (const WindowCommand& command : windowCommands(environment_.profiles)) {
+        window_.add_action(command.name, [this, run = command.run] { run(*this); });
+        for (const auto& keys : command.keys) addShortcut(keys, "win." + command.name);
+    }
+    auto escape = Gtk::ShortcutController::create();
+    escape->add_shortcut(Gtk::Shortcut::create(
+        Gtk::ShortcutTrigger::parse_string("Escape"),
+        Gtk::CallbackAction::create(
+            [this](Gtk::Widget&, const Glib::VariantBase&) { return endEditing(); })));
+    window_.add_controller(escape);
+}
+
+void BrowserWindowView::addWindowActions() {
+    window_.add_action("performClose", [this] { window_.close(); });
+    window_.add_action("performMiniaturize", [this] { window_.minimize(); });
+    window_.add_action("performZoom", [this] {
+        if (window_.is_maximized()) {
+            window_.unmaximize();
+        } else {
+            window_.maximize();
+        }
+    });
+    window_.add_action("toggleFullScreen", [this] {
+        if (window_.is_fullscreen()) {
+            window_.unfullscreen();
+        } else {
+            window_.fullscreen();
+        }
+    });
+    for (const char* const name : {"undo", "redo", "cut", "copy", "paste", "selectAll"}) {
+        window_.add_action(name, [this, name] { editInFocus(window_, name); });
+    }
+    for (const Menu& menu : makeMenu()) {
+        // Fields and pages have the editing keys already.
+        if (menu.title == "Edit") continue;
+        for (const MenuItem& item : menu.items) {
+            if (!item.keys.empty()) addShortcut(std::string{item.keys}, std::string{item.action});
+        }
+    }
+}
+
+void BrowserWindowView::addShortcut(const std::string& keys, const std::string& action) {
+    // Before the page: it could swallow every key otherwise.
+    auto controller = Gtk::ShortcutController::create();
+    controller->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
+    controller->set_scope(Gtk::ShortcutScope::LOCAL);
+    controller->add_shortcut(
+        Gtk::Shortcut::create(Gtk::ShortcutTrigger::parse_string(shortcutTrigger(keys)),
+                              Gtk::NamedAction::create(action)));
+    window_.add_controller(controller);
+}
+
+void BrowserWindowView::rememberFrame() {
+    const auto stored = environment_.defaults.string("OrvuWindow");
+    const auto frame = stored ? WindowFrame::parse(*stored) : std::nullopt;
+    if (frame) {
+        window_.set_default_size(frame->size.width, frame->size.height);
+        if (frame->maximized) window_.maximize();
+    }
+    remembersFrame_ = true;
+    const auto changed = sigc::mem_fun(*this, &BrowserWindowView::frameChanged);
+    window_.property_default_width().signal_changed().connect(changed);
+    window_.property_default_height().signal_changed().connect(changed);
+    window_.property_maximized().signal_changed().connect(changed);
+}
+
+void BrowserWindowView::frameChanged() {
+    // An edge that is dragged changes the size with every frame.
+    savesFrame_ = environment_.loop.after(std::chrono::milliseconds{250}, [this] { saveFrame(); });
+}
+
+void BrowserWindowView::saveFrame() {
+    savesFrame_.cancel();
+    int width = 0;
+    int height = 0;
+    window_.get_default_size(width, height);
+    if (width <= 0 || height <= 0) return;
+    environment_.defaults.setString("OrvuWindow",
+                                    WindowFrame{{width, height}, window_.is_maximized()}.string());
+}
+
+bool BrowserWindowView::closeRequested() {
+    if (remembersFrame_) saveFrame();
+    window_.set_visible(false);
+    // The window's own signal is still on the stack; it goes in a turn of its own.
+    closes_ = environment_.loop.after(std::chrono::milliseconds{0}, closed_);
+    return true;
+}
+
+}  // namespace orvu

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "platform/MainLoop.h"
+#include "platform/UserDefaults.h"
+#include "shell/BrowserWindow.h"
+#include "shell/WindowCommands.h"
+#include "shell/view/TabList.h"
+#include "shell/view/TopBar.h"
+#include "shell/view/WebViewHost.h"
+
+#include <gtkmm/application.h>
+#include <gtkmm/applicationwindow.h>
+#include <gtkmm/windowhandle.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace orvu {
+
+/// What windows need of the program around them. All of it outlives them.
+struct WindowEnvironment {
+    Gtk::Application& application;
+    UserDefaults& defaults;
+    MainLoop& loop;
+    const ProfileStore& profiles;
+    std::function<void(const BrowserStore&, const Profile&)> switchProfile;
+};
+
+/// A browser window: the top bar, the list of tabs and the page.
+class BrowserWindowView : public BrowserWindow, public WindowCommandTarget, public sigc::trackable {
+public:
+    BrowserWindowView(const WindowEnvironment& environment, const BrowserWindowTraits& traits,
+                      std::function<void()> closed);
+    ~BrowserWindowView() override;
+
+    void setContent(const std::shared_ptr<BrowserStore>& store) override;
+    [[nodiscard]] bool isVisible() const override;
+    [[nodiscard]] bool isKey() const override;
+    [[nodiscard]] std::optional<Point> topLeft() const override;
+    void placeAt(Point topLeft) override { place_ = topLeft; }
+    void rememberFrame() override;
+    void present() override;
+
+    [[nodiscard]] BrowserStore& store() override { return *store_; }
+    void editAddress(const std::string& text) override;
+    bool endEditing() override;
+    void switchProfile(const Profile& profile) override;
+
+private:
+    /// Everything in the window that belongs to one store.
+    struct Content {
+        explicit Content(const std::shared_ptr<BrowserStore>& store);
+        Gtk::Box column{Gtk::Orientation::VERTICAL};
+        Gtk::WindowHandle bar;
+        Gtk::Box row;
+        TopBar topBar;
+        TabList tabs;
+        WebViewHost page;
+    };
+
+    void addCommands();
+    void addWindowActions();
+    void addShortcut(const std::string& keys, const std::string& action);
+    void refresh();
+    void watchActive(const std::shared_ptr<BrowserTab>& tab);
+    void setElementFullscreen(bool on);
+    void saveFrame();
+    void frameChanged();
+    bool closeRequested();
+
+    const WindowEnvironment environment_;
+    const std::function<void()> closed_;
+    Gtk::ApplicationWindow window_;
+    Gtk::Box invisibleTitlebar_;
+    std::shared_ptr<BrowserStore> store_;
+    std::unique_ptr<Content> content_;
+    std::unique_ptr<FrameRefresh> refresh_;
+    ScopedConnection storeChanged_;
+    std::weak_ptr<BrowserTab> watched_;
+    ScopedConnection tabChanged_;
+    std::optional<Point> place_;
+    Scheduled savesFrame_;
+    Scheduled closes_;
+    bool remembersFrame_ = false;
+};
+
+}  // namespace orvu

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "core/BrowserStore.h"
+#include "shell/view/FrameRefresh.h"
+#include "shell/view/WindowControls.h"
+
+#include <gtkmm/box.h>
+#include <gtkmm/button.h>
+#include <gtkmm/entry.h>
+#include <gtkmm/label.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace orvu {
+
+/// The bar at the top of a window: the window's controls, back, forward and reload, and the
+/// field for an address.
+class TopBar : public Gtk::Box {
+public:
+    explicit TopBar(std::shared_ptr<BrowserStore> store);
+
+    /// Puts the keyboard into the field, with `text` in it, selected.
+    void editAddress(const std::string& text);
+    /// Leaves the field and shows the page's address again. False if it wasn't being edited.
+    bool endEditing();
+    [[nodiscard]] bool isEditing() const;
+    /// Called when the field gives the keyboard away.
+    std::function<void()> onEditingEnded;
+
+private:
+    void addButton(Gtk::Button& button, const char* icon, const char* help, const char* action);
+    void setHelp(Gtk::Button& button, const std::string& help);
+    void refresh();
+    void open();
+    void watchActive();
+
+    const std::shared_ptr<BrowserStore> store_;
+    WindowControls controls_;
+    Gtk::Button back_;
+    Gtk::Button forward_;
+    Gtk::Button reload_;
+    Gtk::Entry address_;
+    Gtk::Label private_{"Private"};
+    FrameRefresh refresh_;
+    std::weak_ptr<BrowserTab> watched_;
+    ScopedConnection tabChanged_;
+    bool showsStop_ = false;
+};
+
+}  // namespace orvu

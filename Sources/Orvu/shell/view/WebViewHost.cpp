@@ -1,0 +1,60 @@
+#include "shell/view/WebViewHost.h"
+
+#include "platform/linux/OrvuWebView.h"
+
+namespace orvu {
+namespace {
+
+/// The engine's view behind the seam: views stand on the same floor as it.
+OrvuWebView& engineView(BrowserTab& tab) { return static_cast<OrvuWebView&>(tab.webView()); }
+
+}  // namespace
+
+WebViewHost::WebViewHost() {
+    add_css_class("page-card");
+    set_overflow(Gtk::Overflow::HIDDEN);
+    set_expand(true);
+}
+
+WebViewHost::~WebViewHost() { detach(); }
+
+void WebViewHost::show(const std::shared_ptr<BrowserTab>& tab) {
+    const auto page = tab && !tab->isNewTab() ? tab : nullptr;
+    const auto current = shown_.lock();
+    const bool attached = get_first_child() != nullptr;
+    if (current == page && attached == (page != nullptr)) return;
+    detach();
+    if (page) attach(*page);
+    shown_ = page;
+}
+
+void WebViewHost::focusPage() {
+    if (get_first_child()) get_first_child()->grab_focus();
+}
+
+void WebViewHost::attach(BrowserTab& tab) {
+    OrvuWebView& view = engineView(tab);
+    GtkWidget* const widget = view.widget();
+    view.setReportsFocus(false);
+    if (GtkWidget* const parent = gtk_widget_get_parent(widget)) {
+        gtk_box_remove(GTK_BOX(parent), widget);
+    }
+    gtk_widget_set_hexpand(widget, TRUE);
+    gtk_widget_set_vexpand(widget, TRUE);
+    gtk_box_append(Gtk::Box::gobj(), widget);
+    view.setReportsFocus(true);
+    view.onFullscreen = [this](bool on) {
+        if (onFullscreen) onFullscreen(on);
+    };
+}
+
+void WebViewHost::detach() {
+    const auto former = shown_.lock();
+    if (former) engineView(*former).setReportsFocus(false);
+    while (Gtk::Widget* const child = get_first_child()) remove(*child);
+    if (!former) return;
+    engineView(*former).setReportsFocus(true);
+    engineView(*former).onFullscreen = nullptr;
+}
+
+}  // namespace orvu

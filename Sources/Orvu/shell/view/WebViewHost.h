@@ -1,0 +1,34 @@
+#pragma once
+
+#include "core/BrowserTab.h"
+
+#include <gtkmm/box.h>
+
+#include <functional>
+#include <memory>
+
+namespace orvu {
+
+/// A place in a window that shows one tab's page. The page belongs to its tab and lives on when
+/// it is taken out.
+class WebViewHost : public Gtk::Box {
+public:
+    WebViewHost();
+    ~WebViewHost() override;
+
+    /// Shows the page of `tab`, or nothing for an empty tab.
+    void show(const std::shared_ptr<BrowserTab>& tab);
+    /// Gives the keyboard to the page.
+    void focusPage();
+
+    /// Called when an element of the page takes the whole screen, and when it gives it back.
+    std::function<void(bool)> onFullscreen;
+
+private:
+    void attach(BrowserTab& tab);
+    void detach();
+
+    std::weak_ptr<BrowserTab> shown_;
+};
+
+}  // namespace orvu
