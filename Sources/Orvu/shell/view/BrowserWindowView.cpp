@@ -76,13 +76,13 @@ void BrowserWindowView::setContent(const std::shared_ptr<BrowserStore>& store) {
 
 void BrowserWindowView::refresh() {
     const auto tab = store_->active();
-    const bool changed = tab != watched_.lock();
+    const bool otherTab = tab != watched_.lock();
     watchActive(tab);
-    content_->page.show(tab);
-    if (!changed || !tab) return;
+    const bool otherPage = content_->page.show(tab);
+    if (!tab || (!otherTab && !otherPage)) return;
     if (tab->isNewTab()) {
-        content_->topBar.editAddress("");
-    } else if (!content_->topBar.isEditing()) {
+        content_->topBar.editActiveAddress();
+    } else {
         content_->page.focusPage();
     }
 }

@@ -64,7 +64,8 @@ TabList::TabList(std::shared_ptr<BrowserStore> store)
     set_size_request(width, -1);
     set_hexpand(false);
     newTab_.add_css_class("new-tab");
-    newTab_.set_label("New tab");
+    newTabTitle_.set_xalign(0);
+    newTab_.set_child(newTabTitle_);
     newTab_.set_tooltip_text(platformText("New tab (⌘T)"));
     setAccessibleLabel(newTab_, "New tab");
     gtk_actionable_set_action_name(GTK_ACTIONABLE(newTab_.gobj()), "win.newTab");

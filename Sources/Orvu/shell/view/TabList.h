@@ -43,6 +43,7 @@ private:
 
     const std::shared_ptr<BrowserStore> store_;
     Gtk::Button newTab_;
+    Gtk::Label newTabTitle_{"New tab"};
     Gtk::ScrolledWindow scroll_;
     Gtk::Box rows_{Gtk::Orientation::VERTICAL};
     std::map<Uuid, std::unique_ptr<TabRow>> rowOf_;

@@ -53,6 +53,15 @@ void TopBar::editAddress(const std::string& text) {
     address_.grab_focus();  // selects all
 }
 
+void TopBar::editActiveAddress() {
+    if (const auto tab = store_->active()) editAddress(shownAddress(tab));
+}
+
+std::string TopBar::shownAddress(const std::shared_ptr<BrowserTab>& tab) const {
+    if (tab->url()) return tab->url()->absoluteString();
+    return typedIn_.lock() == tab ? typed_ : "";
+}
+
 bool TopBar::endEditing() {
     if (!isEditing()) return false;
     if (onEditingEnded) onEditingEnded();
@@ -61,8 +70,9 @@ bool TopBar::endEditing() {
 }
 
 void TopBar::open() {
-    const std::string text = address_.get_text();
-    store_->open(text, BrowserStore::NewTab::no);
+    typed_ = address_.get_text();
+    typedIn_ = store_->active();
+    store_->open(typed_, BrowserStore::NewTab::no);
     endEditing();
 }
 
@@ -81,7 +91,7 @@ void TopBar::refresh() {
         setHelp(reload_, showsStop_ ? "Stop" : "Reload (⌘R)");
         setAccessibleLabel(reload_, showsStop_ ? "Stop" : "Reload");
     }
-    const Glib::ustring text = tab->url() ? tab->url()->absoluteString() : "";
+    const Glib::ustring text = shownAddress(tab);
     if (!isEditing() && address_.get_text() != text) address_.set_text(text);
 }
 

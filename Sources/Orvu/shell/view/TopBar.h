@@ -23,6 +23,8 @@ public:
 
     /// Puts the keyboard into the field, with `text` in it, selected.
     void editAddress(const std::string& text);
+    /// Puts the keyboard into the field, with the active tab's address in it, selected.
+    void editActiveAddress();
     /// Leaves the field and shows the page's address again. False if it wasn't being edited.
     bool endEditing();
     [[nodiscard]] bool isEditing() const;
@@ -32,6 +34,7 @@ public:
 private:
     void addButton(Gtk::Button& button, const char* icon, const char* help, const char* action);
     void setHelp(Gtk::Button& button, const std::string& help);
+    [[nodiscard]] std::string shownAddress(const std::shared_ptr<BrowserTab>& tab) const;
     void refresh();
     void open();
     void watchActive();
@@ -47,6 +50,9 @@ private:
     std::weak_ptr<BrowserTab> watched_;
     ScopedConnection tabChanged_;
     bool showsStop_ = false;
+    /// What was typed last, and where: a tab whose load failed shows it again, to be mended.
+    std::string typed_;
+    std::weak_ptr<BrowserTab> typedIn_;
 };
 
 }  // namespace orvu

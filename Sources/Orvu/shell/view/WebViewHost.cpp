@@ -18,14 +18,15 @@ WebViewHost::WebViewHost() {
 
 WebViewHost::~WebViewHost() { detach(); }
 
-void WebViewHost::show(const std::shared_ptr<BrowserTab>& tab) {
+bool WebViewHost::show(const std::shared_ptr<BrowserTab>& tab) {
     const auto page = tab && !tab->isNewTab() ? tab : nullptr;
     const auto current = shown_.lock();
     const bool attached = get_first_child() != nullptr;
-    if (current == page && attached == (page != nullptr)) return;
+    if (current == page && attached == (page != nullptr)) return false;
     detach();
     if (page) attach(*page);
     shown_ = page;
+    return true;
 }
 
 void WebViewHost::focusPage() {

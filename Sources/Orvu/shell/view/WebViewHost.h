@@ -16,8 +16,9 @@ public:
     WebViewHost();
     ~WebViewHost() override;
 
-    /// Shows the page of `tab`, or nothing for an empty tab.
-    void show(const std::shared_ptr<BrowserTab>& tab);
+    /// Shows the page of `tab`, or nothing for an empty tab. True if another page, or none, stands
+    /// here now.
+    bool show(const std::shared_ptr<BrowserTab>& tab);
     /// Gives the keyboard to the page.
     void focusPage();
 
