@@ -56,10 +56,11 @@ private:
 
     static void uriChanged(WebKitWebView* view, GParamSpec*, gpointer data) {
         const char* const uri = webkit_web_view_get_uri(view);
+        const bool known = uri && *uri != '\0';
         // A crash makes the engine forget the address; the page keeps it.
-        if (!uri && self(data).crashed_) return;
+        if (!known && self(data).crashed_) return;
         self(data).crashed_ = false;
-        self(data).setUrl(uri ? Url::parse(uri) : std::nullopt);
+        self(data).setUrl(known ? Url::parse(uri) : std::nullopt);
     }
     static void titleChanged(WebKitWebView* view, GParamSpec*, gpointer data) {
         const char* const title = webkit_web_view_get_title(view);
