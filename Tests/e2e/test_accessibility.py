@@ -41,7 +41,7 @@ class AccessibilityTest(BrowserTest):
         self.wait_for_tabs("New tab", "Page one", "Page two")
         self.wait_for_selected("Page two")
 
-        self.windows.press("list item", "Page one")
+        self.windows.press("push button", "Page one")
 
         self.wait_for_selected("Page one")
 

@@ -79,7 +79,8 @@ class LinksTest(BrowserTest):
             "https://[::1", "http://127.0.0.1:99999999/", "http://%00/", "http://user:pass@/",
             "javascript:alert(1)", "javascript://x/%0aalert(1)", "data:text/html,<h1>x</h1>",
             "data://text/html,x", "unknown:thing", "unknown://thing", "about:crash",
-            "webkit://gpu", "blob://x/y", "resource://x/y", "ftp://127.0.0.1/", "-x", "--", "--help-x",
+            "webkit://gpu", "blob://x/y", "resource://x/y", "ftp://127.0.0.1/", "-x", "--",
+            "--help-x",
             "http://\udcff\udcfe/", "\udcff", "http://xn--zzzzzzzzzz/", "http://\u202e\u0000"[:-1],
             "HTTP://127.0.0.1:1/", "http:127.0.0.1", "file:///dev/zero", "/dev/zero", "!w ", "%s%n",
         ]
@@ -87,7 +88,7 @@ class LinksTest(BrowserTest):
 
         for address in hostile:
             with self.subTest(address=address[:80]):
-                self.app.start_again("--", address)
+                self.app.start_again(address)
                 self.app.check_runs()
 
         self.open(page)
@@ -96,7 +97,7 @@ class LinksTest(BrowserTest):
 
     def test_hostile_addresses_at_the_start_never_end_the_program(self):
         page = self.server.page("/page")
-        self.app.start("--", "http://" + "x" * 100_000, "javascript:alert(1)", "http://\x01/",
+        self.app.start("http://" + "x" * 100_000, "javascript:alert(1)", "http://\x01/",
                        "data:text/html,x", "unknown://thing", "\udcff")
 
         self.open(page)

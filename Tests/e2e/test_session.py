@@ -94,28 +94,15 @@ class SessionTest(BrowserTest):
         self.do("selectTab2", "toggleBookmark")
         until_equal(self.saved.bookmarks, [], "the bookmarks")
 
-    def test_both_pages_of_a_pair_are_seen_and_the_pair_is_not_kept(self):
-        watch = ("const tell = () => fetch('/report/' + document.title + '-' +"
-                 "document.visibilityState); tell();"
-                 "document.addEventListener('visibilitychange', tell)")
-        left = self.server.script_page("/left", watch)
-        right = self.server.script_page("/right", watch)
-        self.app.start()
-        self.open(left, right)
-        self.server.wait_for_report("right-visible")
-        self.server.forget()
+    def test_pair_of_tabs_is_not_kept_and_changes_nothing_that_is(self):
+        self.start_with(*"abc")
+        self.do("selectTab2", "toggleSideBySide")
+        self.wait_for_selected("Page b")
+        self.assertEqual(self.windows.tabs(), ["Page a", "Page b", "Page c"])
 
-        self.app.action("toggleSideBySide")
-        self.server.wait_for_report("left-visible")
-        self.assertNotIn("right-hidden", self.server.reports())
-        self.picture("side-by-side")
-        self.app.action("toggleSideBySide")
-        self.server.wait_for_report("left-hidden")
+        self.do("togglePin", "togglePin")
+        self.wait_for_session(*self.named("bac"))
+        self.restart()
 
-        self.app.action("toggleSideBySide")
-        self.server.forget()
-        self.app.quit()
-        self.app.start()
-        self.server.wait_for_report("left-visible")
-        self.server.wait_for_report("right-hidden")
-        self.assertNotIn("right-visible", self.server.reports())
+        self.server.wait_for("/a", "/b", "/c")
+        self.wait_for_session(*self.named("bac"))

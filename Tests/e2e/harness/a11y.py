@@ -82,7 +82,7 @@ class Windows:
         for index in range(desktop.get_child_count()):
             program = _settled(lambda at=index: desktop.get_child_at_index(at), None)
             if program and _settled(program.get_process_id, 0) == self._app.pid:
-                program.clear_cache()
+                program.set_cache_mask(Atspi.Cache.NONE)
                 return _settled(lambda found=program: Node(found).children(), [])
         return []
 

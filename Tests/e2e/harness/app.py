@@ -74,6 +74,7 @@ class App:
     def start(self, *arguments, window=True):
         """Starts the program; comes back when its first window takes actions."""
         until(lambda: not self._is_on_bus(), "the former program to leave the bus")
+        self._close_errors()
         self._errors = tempfile.TemporaryFile()
         self.process = process.spawn([program(), *arguments], env=self._environment,
                                      stdin=subprocess.DEVNULL, stdout=self._errors,
@@ -129,7 +130,13 @@ class App:
     def stop(self):
         if self.process is not None:
             process.stop(self.process)
+        self._close_errors()
         self._bus.close_sync(None)
+
+    def _close_errors(self):
+        if self._errors is not None:
+            self._errors.close()
+            self._errors = None
 
     # Actions.
 

@@ -13,7 +13,7 @@ WIDTH, HEIGHT = 1920, 1200
 
 
 def _announced(arguments, **options):
-    """Starts a program that writes a line to a descriptor given by "{fd}"; gives it and the line."""
+    """Starts a program that writes a line to a descriptor given by "{fd}"; gives both."""
     reader, writer = os.pipe()
     try:
         started = process.spawn([each.replace("{fd}", str(writer)) for each in arguments],

@@ -96,7 +96,7 @@ class Server:
         """A page with a title, which is its path's last part unless given; gives its address."""
         title = path.rsplit("/", 1)[-1] if title is None else title
         text = (f"<!doctype html><meta charset=utf-8><title>{title}</title>"
-                f"<body style='margin:0'>{body}")
+                f"<body style='margin:0'>{body or f'<h1>{title}</h1>'}")
         self.answers[path] = lambda handler: handler.reply(200, "text/html", text, headers)
         return self.url(path)
 
