@@ -4,6 +4,7 @@ import json
 import sqlite3
 
 from harness.case import BrowserTest
+from harness.wait import until
 
 DOCUMENTS = ["orvuProfiles", "kestoSkills", "orvuSitePermissions", "browserVisits",
              "browserShelf", "browserSession", "browserGroups", "orvuBookmarks"]
@@ -29,22 +30,39 @@ def blob(value):
 
 
 class HostileValuesTest(BrowserTest):
+    fresh_database = None
+
     def setUp(self):
         super().setUp()
         self.page = self.server.page("/page")
-        self.app.start()
-        self.app.quit()
+        if self.fresh_database is None:
+            self.app.start()
+            self.app.quit()
+            type(self).fresh_database = self.saved.file.read_bytes()
+        self.saved.file.parent.mkdir(exist_ok=True)
+        self.saved.file.write_bytes(self.fresh_database)
+
+    def is_saved(self):
+        """Whether the page stands in the saved history and session. Hostile values may still
+        stand there instead."""
+        try:
+            return self.saved.visited()[-1] == self.page and self.page in self.saved.session()
+        except (TypeError, ValueError, LookupError, AttributeError, RecursionError):
+            return False
 
     def check_works(self):
         """The program starts, shows its window, loads a page, and keeps what it then saves."""
         self.app.start()
-        self.windows.find("text", "Address")
-        self.app.start_again(self.page)
-        self.server.wait_for("/page")
-        self.wait_for_visit(self.page)
-        self.assertIn(self.page, self.saved.session())
-        self.assertIn("page", self.windows.tabs())
-        self.app.quit()
+        try:
+            self.windows.find("text", "Address")
+            self.app.start_again(self.page)
+            self.server.wait_for("/page")
+            until(self.is_saved, "the page among the saved ones")
+            until(lambda: "page" in self.windows.tabs(), "the page's tab", self.windows.tabs)
+            self.app.quit()
+        finally:
+            if self.app.is_running():
+                self.app.kill()
 
     def check_works_with(self, values):
         self.saved.put(values)
@@ -56,8 +74,7 @@ class HostileValuesTest(BrowserTest):
                 self.check_works_with(every(value))
 
     def test_documents_of_another_shape(self):
-        for value in (None, {}, 1, "text", [None], [[]], [{}], [1, 2], [{"url": 1, "pinned": "x"}],
-                      {"url": self.page}):
+        for value in ({}, 1, [None], [[]], [{}], [{"url": 1, "pinned": "x"}]):
             with self.subTest(value=value):
                 self.check_works_with(documents(blob(value)))
 
@@ -70,15 +87,14 @@ class HostileValuesTest(BrowserTest):
             "browserGroups": blob([{"id": ID, "name": "n", "color": 1, "collapsed": False}]),
             "orvuBookmarks": blob([{"id": ID, "url": self.page, "title": "t", "date": 1.5}]),
         }
-        for cut in (1, 10, 40):
+        for cut in (1, 40):
             with self.subTest(cut=cut):
                 self.check_works_with({key: text[:-cut] for key, text in whole.items()})
 
     def test_deep_nesting(self):
-        for opened, closed in (("[", "]"), ('{"a":', "}")):
-            with self.subTest(opened=opened):
-                self.check_works_with(documents((opened * DEEP + "1" + closed * DEEP).encode()))
-                self.check_works_with(documents((opened * DEEP).encode()))
+        for text in ('{"a":' * DEEP + "1" + "}" * DEEP, "[" * DEEP):
+            with self.subTest(text=text[:5]):
+                self.check_works_with(documents(text.encode()))
 
     def test_text_that_is_no_text(self):
         bad = b'[{"id":"' + ID.encode() + b'","url":"http://\xff\xfe/\xc0\x80","title":"\xed\xa0' \
@@ -97,13 +113,17 @@ class HostileValuesTest(BrowserTest):
                                "browserVisits": date, "orvuBookmarks": date})
 
     def test_addresses_that_no_page_has(self):
-        for url in ("x", "http://", "javascript:alert(1)", "about:blank", "unknown://x",
-                    "http://" + "x" * 100_000 + "/", "http://\u202e\x00/", "file:///dev/null"):
-            with self.subTest(url=url[:40]):
+        addresses = [["javascript:alert(1)", "about:blank", "unknown://x", "file:///dev/null",
+                      "webkit://gpu", "http://" + "x" * 100_000 + "/"],
+                     ["x"], ["http://"], ["http://\u202e\x00/"]]
+        for urls in addresses:
+            with self.subTest(urls=[url[:40] for url in urls]):
                 self.check_works_with({
-                    "browserSession": blob([{"url": url, "pinned": False}]),
-                    "browserVisits": blob([{"id": ID, "url": url, "title": "\x00", "date": 8e8}]),
-                    "browserShelf": blob([{"id": ID, "url": url, "title": "\x00"}])})
+                    "browserSession": blob([{"url": url, "pinned": False} for url in urls]),
+                    "browserVisits": blob([{"id": ID, "url": url, "title": "\x00", "date": 8e8}
+                                           for url in urls]),
+                    "browserShelf": blob([{"id": ID, "url": url, "title": "\x00"}
+                                          for url in urls])})
 
     def test_settings_that_mean_nothing(self):
         self.check_works_with({"lastProfile": ID, "searchEngine": "none", "readerSize": -1e300,

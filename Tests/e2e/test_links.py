@@ -48,7 +48,7 @@ class LinksTest(BrowserTest):
 
         self.wait_for_visit(page)
         until_equal(self.windows.titles, ["Orvu", "Orvu — Private"], "the windows")
-        self.wait_for_tabs("page", window="Orvu")
+        self.wait_for_tabs("New tab", "page", window="Orvu")
         self.assertEqual(self.windows.tabs("Orvu — Private"), ["New tab"])
 
     def test_files_from_other_programs_do_nothing(self):

@@ -7,6 +7,9 @@ from gi.repository import Atspi, GLib  # noqa: E402
 
 from .wait import until
 
+# A program that is just starting is not there yet in all its parts; `until` copes with that.
+GLib.log_set_handler("dbind", GLib.LogLevelFlags.LEVEL_WARNING, lambda *_: None, None)
+
 
 def _settled(read, default):
     """`read()`, or `default` where the object went away meanwhile."""
