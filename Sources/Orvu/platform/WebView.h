@@ -74,7 +74,7 @@ public:
     virtual void setPageZoom(double zoom) = 0;
 
     /// Runs a script in the main frame, in a world of the program's own: it sees the document,
-    /// but none of the page's variables.
+    /// but none of the page's variables. No result comes once the view is gone.
     [[nodiscard]] virtual Future<ScriptResult> evaluateJavaScript(std::string script) = 0;
 
     /// `delegate` must outlive the view or be taken away with nullptr.

@@ -1,11 +1,27 @@
 #include "platform/linux/OrvuWebView.h"
 
+#include "foundation/Text.h"
 #include "platform/linux/PageScript.h"
 #include "platform/linux/PolicyTranslation.h"
 
 #include <utility>
 
 namespace orvu {
+namespace {
+
+/// The settings of a new view. Each view has its own, because one of them follows the view.
+GObjectPointer<WebKitSettings> makeSettings(const WebKitShared& shared) {
+    auto settings = GObjectPointer<WebKitSettings>::adopt(webkit_settings_new());
+    webkit_settings_set_enable_fullscreen(settings.get(), shared.elementFullscreen);
+    // How often scripts may open something is the tab's decision: it has to hear of it.
+    webkit_settings_set_javascript_can_open_windows_automatically(settings.get(), TRUE);
+    if (!shared.userAgent.empty()) {
+        webkit_settings_set_user_agent(settings.get(), shared.userAgent.c_str());
+    }
+    return settings;
+}
+
+}  // namespace
 
 /// The engine's signals, each handed on to the view that `data` is.
 class OrvuWebView::Events {
@@ -29,6 +45,8 @@ public:
         on(view, "enter-fullscreen", enterFullscreen);
         on(view, "leave-fullscreen", leaveFullscreen);
         on(view, "web-process-terminated", processTerminated);
+        on(view, "map", mapped);
+        on(view, "unmap", unmapped);
         GtkEventController* const focus = gtk_event_controller_focus_new();
         on(focus, "enter", focusEntered);
         gtk_widget_add_controller(GTK_WIDGET(view), focus);
@@ -56,11 +74,7 @@ private:
 
     static void uriChanged(WebKitWebView* view, GParamSpec*, gpointer data) {
         const char* const uri = webkit_web_view_get_uri(view);
-        const bool known = uri && *uri != '\0';
-        // A crash makes the engine forget the address; the page keeps it.
-        if (!known && self(data).crashed_) return;
-        self(data).crashed_ = false;
-        self(data).setUrl(known ? Url::parse(uri) : std::nullopt);
+        self(data).uriChanged(uri ? Url::parse(uri) : std::nullopt);
     }
     static void titleChanged(WebKitWebView* view, GParamSpec*, gpointer data) {
         const char* const title = webkit_web_view_get_title(view);
@@ -106,13 +120,25 @@ private:
         const auto action =
             navigationAction(webkit_navigation_policy_decision_get_navigation_action(
                 WEBKIT_NAVIGATION_POLICY_DECISION(decision)));
-        if (delegate->decidePolicy(action) == NavigationPolicy::allow) return FALSE;
+        const bool refused = action.navigationType == NavigationType::linkActivated &&
+                             isForbiddenFile(self(data), action);
+        if (!refused && delegate->decidePolicy(action) == NavigationPolicy::allow) return FALSE;
         webkit_policy_decision_ignore(decision);
         return TRUE;
     }
-    static GtkWidget* create(WebKitWebView*, WebKitNavigationAction* action, gpointer data) {
-        if (self(data).delegate_) self(data).delegate_->createWebView(navigationAction(action));
+    static GtkWidget* create(WebKitWebView*, WebKitNavigationAction* created, gpointer data) {
+        NavigationDelegate* const delegate = self(data).delegate_;
+        const auto action = navigationAction(created);
+        if (delegate && !isForbiddenFile(self(data), action)) delegate->createWebView(action);
         return nullptr;
+    }
+    /// Whether a page of the web asks for a file of this computer. The engine refuses that in the
+    /// page's own place, but not where the page asks for another one.
+    static bool isForbiddenFile(const OrvuWebView& self, const NavigationAction& action) {
+        const auto isFile = [](const std::optional<Url>& url) {
+            return url && lowercased(url->scheme()) == "file";
+        };
+        return isFile(action.request.url) && !isFile(self.url_);
     }
     static gboolean contextMenu(WebKitWebView*, WebKitContextMenu* menu, WebKitHitTestResult* hit,
                                 gpointer data);
@@ -133,6 +159,16 @@ private:
     static void processTerminated(WebKitWebView*, WebKitWebProcessTerminationReason reason,
                                   gpointer data) {
         self(data).processTerminated(reason);
+    }
+    // For its swipes the engine takes a picture of the page before each navigation, and comes to
+    // grief over a view that stands in no window.
+    static void mapped(WebKitWebView* view, gpointer) {
+        webkit_settings_set_enable_back_forward_navigation_gestures(
+            webkit_web_view_get_settings(view), TRUE);
+    }
+    static void unmapped(WebKitWebView* view, gpointer) {
+        webkit_settings_set_enable_back_forward_navigation_gestures(
+            webkit_web_view_get_settings(view), FALSE);
     }
     static void focusEntered(GtkEventControllerFocus*, gpointer data) {
         if (self(data).reportsFocus_) self(data).onFocus();
@@ -188,9 +224,10 @@ GtkWidget* OrvuWebView::widget() {
 void OrvuWebView::make() {
     if (view_) return;
     starter_.cancel();
-    view_ = GObjectPointer<WebKitWebView>::adopt(WEBKIT_WEB_VIEW(g_object_new(
-        WEBKIT_TYPE_WEB_VIEW, "network-session", shared_->session->get(), "settings",
-        shared_->settings.get(), "user-content-manager", shared_->content.get(), nullptr)));
+    const auto settings = makeSettings(*shared_);
+    view_ = GObjectPointer<WebKitWebView>::adopt(WEBKIT_WEB_VIEW(
+        g_object_new(WEBKIT_TYPE_WEB_VIEW, "network-session", shared_->session->get(), "settings",
+                     settings.get(), "user-content-manager", shared_->content.get(), nullptr)));
     webkit_web_view_set_zoom_level(view(), zoom_);
     Events::connect(view(), this);
     if (const auto url = std::exchange(pending_, std::nullopt)) load(*url);
@@ -198,7 +235,6 @@ void OrvuWebView::make() {
 
 void OrvuWebView::load(const Url& url) {
     if (view_) {
-        crashed_ = false;
         webkit_web_view_load_uri(view(), url.absoluteString().c_str());
         return;
     }
@@ -253,6 +289,13 @@ Future<ScriptResult> OrvuWebView::evaluateJavaScript(std::string script) {
     return promise.future();
 }
 
+void OrvuWebView::uriChanged(std::optional<Url> uri) {
+    // After a crash the engine has no address any more; the page keeps its own.
+    if (!uri) return setUrl(page_);
+    if (!isLoading()) page_ = uri;  // a change within the document
+    setUrl(std::move(uri));
+}
+
 void OrvuWebView::setUrl(std::optional<Url> url) {
     if (url_ == url) return;
     url_ = std::move(url);
@@ -279,6 +322,7 @@ void OrvuWebView::loadChanged(WebKitLoadEvent event) {
             break;
         case WEBKIT_LOAD_COMMITTED: {
             committed_ = true;
+            page_ = url_;
             GTlsCertificate* certificate = nullptr;
             GTlsCertificateFlags errors{};
             setSecure(webkit_web_view_get_tls_info(view(), &certificate, &errors) != FALSE);
@@ -286,7 +330,9 @@ void OrvuWebView::loadChanged(WebKitLoadEvent event) {
         }
         case WEBKIT_LOAD_FINISHED:
             // This event also ends loads that failed, were stopped or were replaced.
-            if (committed_ && !failed_) finish();
+            if (!committed_ || failed_) break;
+            page_ = url_;
+            finish();
             break;
         case WEBKIT_LOAD_REDIRECTED:
             break;
@@ -308,7 +354,6 @@ void OrvuWebView::finish() {
 
 void OrvuWebView::processTerminated(WebKitWebProcessTerminationReason reason) {
     if (reason == WEBKIT_WEB_PROCESS_TERMINATED_BY_API) return;
-    crashed_ = true;
     // Within the signal the engine still knows the address.
     if (crashReload_.shouldReload(url_)) webkit_web_view_reload(view());
 }

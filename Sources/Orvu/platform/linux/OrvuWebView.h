@@ -17,13 +17,13 @@ namespace orvu {
 struct WebKitShared {
     explicit WebKitShared(std::shared_ptr<WebKitSession> ofSession)
         : session(std::move(ofSession)),
-          settings(GObjectPointer<WebKitSettings>::adopt(webkit_settings_new())),
           content(
               GObjectPointer<WebKitUserContentManager>::adopt(webkit_user_content_manager_new())) {}
 
     std::shared_ptr<WebKitSession> session;
-    GObjectPointer<WebKitSettings> settings;
     GObjectPointer<WebKitUserContentManager> content;
+    std::string userAgent;  ///< whole; empty for the engine's own
+    bool elementFullscreen = false;
 };
 
 /// A page of the engine. Making the engine's view takes some 70 ms of the main thread, so it is
@@ -72,6 +72,7 @@ private:
     class Events;
 
     void make();
+    void uriChanged(std::optional<Url> uri);
     void setUrl(std::optional<Url> url);
     void setTitle(std::string title);
     void setSecure(bool secure);
@@ -88,10 +89,10 @@ private:
     std::string title_;
     std::optional<Url> url_;
     std::optional<Url> pending_;  ///< to be loaded once the engine's view is made
+    std::optional<Url> page_;     ///< the address of the page that stands, while another loads
     double zoom_ = 1;
     bool secure_ = false;
     bool reportsFocus_ = true;
-    bool crashed_ = false;    ///< the engine forgot the page's address
     bool committed_ = false;  ///< the present load has shown something
     bool failed_ = false;     ///< the present load failed
     std::uint64_t loadNumber_ = 0;

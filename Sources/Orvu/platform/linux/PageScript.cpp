@@ -17,9 +17,12 @@ struct FreeGlib {
     void operator()(void* memory) const { g_free(memory); }
 };
 
-/// The text of a string value, whole: the library's plain call would end it at a NUL.
+/// The text of a string value, whole: the library's plain call would end it at a NUL, and drop
+/// everything from half a character on.
 std::string textOf(JSCValue* value) {
-    GBytes* const bytes = jsc_value_to_string_as_bytes(value);
+    const auto whole = GObjectPointer<JSCValue>::adopt(
+        jsc_value_object_invoke_method(value, "toWellFormed", G_TYPE_NONE));
+    GBytes* const bytes = jsc_value_to_string_as_bytes(whole.get());
     gsize size = 0;
     const auto* const data = static_cast<const char*>(g_bytes_get_data(bytes, &size));
     std::string text = wellFormed({data, size});

@@ -10,7 +10,7 @@
 namespace orvu {
 
 /// Runs a script in the main frame of `view`, in the program's own world, and hands the result to
-/// `done`, once, from the main loop; also when the page goes away first.
+/// `done` from the main loop; once, unless the view goes away first.
 void runPageScript(WebKitWebView* view, const std::string& script,
                    std::function<void(ScriptResult)> done);
 

@@ -8,21 +8,14 @@ namespace {
 class Configuration : public WebConfiguration {
 public:
     Configuration(std::shared_ptr<WebKitSession> session, MainLoop& loop)
-        : shared_(std::make_shared<WebKitShared>(std::move(session))), loop_(loop) {
-        WebKitSettings* const settings = shared_->settings.get();
-        webkit_settings_set_enable_fullscreen(settings, FALSE);
-        webkit_settings_set_enable_back_forward_navigation_gestures(settings, TRUE);
-        // How often scripts may open something is the tab's decision: it has to hear of it.
-        webkit_settings_set_javascript_can_open_windows_automatically(settings, TRUE);
-    }
+        : shared_(std::make_shared<WebKitShared>(std::move(session))), loop_(loop) {}
 
     void setElementFullscreenEnabled(bool enabled) override {
-        webkit_settings_set_enable_fullscreen(shared_->settings.get(), enabled);
+        shared_->elementFullscreen = enabled;
     }
     void setApplicationNameForUserAgent(std::string name) override {
-        WebKitSettings* const settings = shared_->settings.get();
-        const std::string own = webkit_settings_get_user_agent(settings);
-        webkit_settings_set_user_agent(settings, userAgent(own, name).c_str());
+        const auto plain = GObjectPointer<WebKitSettings>::adopt(webkit_settings_new());
+        shared_->userAgent = userAgent(webkit_settings_get_user_agent(plain.get()), name);
     }
     [[nodiscard]] std::unique_ptr<WebView> makeWebView() override {
         return std::make_unique<OrvuWebView>(shared_, loop_);

@@ -1,0 +1,98 @@
+#include "engine/EngineWorld.h"
+
+#include <unistd.h>
+
+#include <chrono>
+#include <fstream>
+#include <iterator>
+
+namespace orvu {
+namespace {
+
+std::filesystem::path temporaryFolder() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "orvu-engine-XXXXXX").string();
+    return mkdtemp(pattern.data());
+}
+
+/// What the kernel tells of a process: its name and its parent.
+struct ProcessFacts {
+    std::string name;
+    int parent = 0;
+};
+
+ProcessFacts factsOf(const std::filesystem::path& process) {
+    std::ifstream file{process / "stat"};
+    const std::string text{std::istreambuf_iterator<char>{file}, {}};
+    const auto open = text.find('(');
+    const auto close = text.rfind(')');
+    if (open == std::string::npos || close == std::string::npos) return {};
+    // Behind the name: a blank, the state, a blank, the parent.
+    return {text.substr(open + 1, close - open - 1), std::atoi(text.c_str() + close + 4)};
+}
+
+bool descendsFrom(int process, int ancestor) {
+    for (int depth = 0; process > 1 && depth < 8; ++depth) {
+        if (process == ancestor) return true;
+        process = factsOf("/proc/" + std::to_string(process)).parent;
+    }
+    return false;
+}
+
+}  // namespace
+
+EngineTest::EngineTest()
+    : folder(temporaryFolder()),
+      engine({folder / "config", folder / "data", folder / "cache"}, loop) {}
+
+EngineTest::~EngineTest() {
+    std::error_code ignored;
+    std::filesystem::remove_all(folder, ignored);
+}
+
+bool EngineTest::waitFor(const std::function<bool()>& condition) {
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds{20};
+    // A timer wakes the loop now and then: some conditions change without an event of ours.
+    const guint ticker = g_timeout_add(20, [](gpointer) -> gboolean { return TRUE; }, nullptr);
+    while (!condition() && std::chrono::steady_clock::now() < deadline) {
+        g_main_context_iteration(nullptr, TRUE);
+    }
+    g_source_remove(ticker);
+    return condition();
+}
+
+void EngineTest::settle() {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds{400};
+    EXPECT_TRUE(waitFor([&] { return std::chrono::steady_clock::now() >= end; }));
+}
+
+void EngineTest::loadAndWait(WebView& view, RecordingDelegate& delegate,
+                             const std::string& path) const {
+    const auto before = delegate.finishedTitles.size();
+    view.load(url(path));
+    ASSERT_TRUE(waitFor([&] { return delegate.finishedTitles.size() > before; })) << path;
+}
+
+ScriptResult EngineTest::evaluate(WebView& view, const std::string& script) {
+    const auto ask = [](WebView& page, std::string text) -> Task<ScriptResult> {
+        co_return co_await page.evaluateJavaScript(std::move(text));
+    };
+    auto task = ask(view, script);
+    task.start();
+    if (!waitFor([&] { return task.isDone(); })) return {};
+    return task.result();
+}
+
+std::vector<int> EngineTest::pageProcesses() {
+    std::vector<int> result;
+    for (const auto& entry : std::filesystem::directory_iterator{"/proc"}) {
+        const int process = std::atoi(entry.path().filename().c_str());
+        if (process <= 0) continue;
+        // The kernel keeps 15 characters of a name.
+        if (factsOf(entry.path()).name == "WebKitWebProces" && descendsFrom(process, getpid())) {
+            result.push_back(process);
+        }
+    }
+    return result;
+}
+
+}  // namespace orvu

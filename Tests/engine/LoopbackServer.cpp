@@ -1,0 +1,67 @@
+#include "engine/LoopbackServer.h"
+
+#include <stdexcept>
+
+namespace orvu {
+
+LoopbackServer::LoopbackServer() : server_(soup_server_new(nullptr, nullptr)) {
+    soup_server_add_handler(server_, nullptr, handle, this, nullptr);
+    if (!soup_server_listen_local(server_, 0, SOUP_SERVER_LISTEN_IPV4_ONLY, nullptr)) {
+        throw std::runtime_error("no port for the test server");
+    }
+    GSList* const uris = soup_server_get_uris(server_);
+    port_ = g_uri_get_port(static_cast<GUri*>(uris->data));
+    g_slist_free_full(uris, [](gpointer uri) { g_uri_unref(static_cast<GUri*>(uri)); });
+}
+
+LoopbackServer::~LoopbackServer() {
+    soup_server_disconnect(server_);
+    g_object_unref(server_);
+}
+
+std::string LoopbackServer::url(const std::string& path, const std::string& host) const {
+    return "http://" + host + ":" + std::to_string(port_) + path;
+}
+
+int LoopbackServer::requests(const std::string& path) const {
+    const auto found = requests_.find(path);
+    return found != requests_.end() ? found->second : 0;
+}
+
+std::string LoopbackServer::header(const std::string& path, const std::string& name) const {
+    const auto asked = headers_.find(path);
+    if (asked == headers_.end()) return "";
+    const auto found = asked->second.find(name);
+    return found != asked->second.end() ? found->second : "";
+}
+
+void LoopbackServer::handle(SoupServer*, SoupServerMessage* message, const char* path, GHashTable*,
+                            gpointer data) {
+    auto& self = *static_cast<LoopbackServer*>(data);
+    ++self.requests_[path];
+    soup_message_headers_foreach(
+        soup_server_message_get_request_headers(message),
+        [](const char* name, const char* value, gpointer headers) {
+            (*static_cast<std::map<std::string, std::string>*>(headers))[name] = value;
+        },
+        &self.headers_[path]);
+    const auto found = self.answers_.find(path);
+    if (found == self.answers_.end()) {
+        soup_server_message_set_status(message, 404, nullptr);
+        return;
+    }
+    const Answer& answer = found->second;
+    if (answer.held) {
+        soup_server_message_pause(message);
+        return;
+    }
+    soup_server_message_set_status(message, static_cast<guint>(answer.status), nullptr);
+    for (const auto& [name, value] : answer.headers) {
+        soup_message_headers_append(soup_server_message_get_response_headers(message), name.c_str(),
+                                    value.c_str());
+    }
+    soup_server_message_set_response(message, answer.type.c_str(), SOUP_MEMORY_COPY,
+                                     answer.body.data(), answer.body.size());
+}
+
+}  // namespace orvu

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <libsoup/soup.h>
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace orvu {
+
+/// A web server on the loopback interface, run by the test's own main loop.
+class LoopbackServer {
+public:
+    struct Answer {
+        std::string body = "";
+        std::string type = "text/html";
+        int status = 200;
+        std::vector<std::pair<std::string, std::string>> headers = {};
+        bool held = false;  ///< never answered
+    };
+
+    LoopbackServer();
+    ~LoopbackServer();
+    LoopbackServer(const LoopbackServer&) = delete;
+    LoopbackServer& operator=(const LoopbackServer&) = delete;
+
+    /// What stands at a path from now on.
+    void serve(const std::string& path, Answer answer) { answers_[path] = std::move(answer); }
+    void serve(const std::string& path, const std::string& html) { serve(path, Answer{html}); }
+    /// The address of a path, below `host`.
+    [[nodiscard]] std::string url(const std::string& path,
+                                  const std::string& host = "127.0.0.1") const;
+    /// How often a path was asked for.
+    [[nodiscard]] int requests(const std::string& path) const;
+    /// The last value of a request header for a path.
+    [[nodiscard]] std::string header(const std::string& path, const std::string& name) const;
+
+private:
+    static void handle(SoupServer* server, SoupServerMessage* message, const char* path,
+                       GHashTable* query, gpointer data);
+
+    SoupServer* server_;
+    int port_ = 0;
+    std::map<std::string, Answer> answers_;
+    std::map<std::string, int> requests_;
+    std::map<std::string, std::map<std::string, std::string>> headers_;
+};
+
+}  // namespace orvu
