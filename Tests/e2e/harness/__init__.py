@@ -1,0 +1,1 @@
+"""Drives the real program from outside: display, pages, proxy, keys, accessibility, saved state."""

@@ -1,0 +1,117 @@
+"""The windows as assistive programs see them."""
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi, GLib  # noqa: E402
+
+from .wait import until
+
+# A program that is just starting is not there yet in all its parts; `until` copes with that.
+GLib.log_set_handler("dbind", GLib.LogLevelFlags.LEVEL_WARNING, lambda *_: None, None)
+
+
+def _settled(read, default):
+    """`read()`, or `default` where the object went away meanwhile."""
+    try:
+        return read()
+    except GLib.Error:
+        return default
+
+
+class Node:
+    """One thing in a window, as it was when it was found."""
+
+    def __init__(self, accessible):
+        self._accessible = accessible
+        self.role = accessible.get_role_name()
+        self.name = accessible.get_name() or ""
+
+    def __repr__(self):
+        return f"{self.role} {self.name!r}"
+
+    def children(self):
+        found = []
+        for index in range(_settled(self._accessible.get_child_count, 0)):
+            child = _settled(lambda at=index: self._accessible.get_child_at_index(at), None)
+            node = _settled(lambda each=child: Node(each), None) if child else None
+            if node:
+                found.append(node)
+        return found
+
+    def walk(self):
+        """This one and all below it."""
+        yield self
+        for child in self.children():
+            yield from child.walk()
+
+    def has_state(self, state):
+        return self._accessible.get_state_set().contains(state)
+
+    @property
+    def is_selected(self):
+        return _settled(lambda: self.has_state(Atspi.StateType.SELECTED), False)
+
+    @property
+    def is_sensitive(self):
+        return _settled(lambda: self.has_state(Atspi.StateType.SENSITIVE), False)
+
+    def press(self):
+        """Does what a click on it does."""
+        if not Atspi.Action.do_action(self._accessible, 0):
+            raise AssertionError(f"{self} can't be pressed")
+
+    def text(self):
+        count = Atspi.Text.get_character_count(self._accessible)
+        return Atspi.Text.get_text(self._accessible, 0, count)
+
+    def set_text(self, text):
+        if not Atspi.EditableText.set_text_contents(self._accessible, text):
+            raise AssertionError(f"{self} takes no text")
+
+
+class Windows:
+    """The windows of one program."""
+
+    def __init__(self, app):
+        self._app = app
+
+    def all(self):
+        """The program's windows."""
+        context = GLib.MainContext.default()
+        while context.pending():
+            context.iteration(False)
+        desktop = Atspi.get_desktop(0)
+        for index in range(desktop.get_child_count()):
+            program = _settled(lambda at=index: desktop.get_child_at_index(at), None)
+            if program and _settled(program.get_process_id, 0) == self._app.pid:
+                program.set_cache_mask(Atspi.Cache.NONE)
+                return _settled(lambda found=program: Node(found).children(), [])
+        return []
+
+    def nodes(self, role=None, name=None, window=None):
+        """Everything of that role and name, in the window of that title or in all."""
+        return [node for top in self.all() if window in (None, top.name) for node in top.walk()
+                if role in (None, node.role) and name in (None, node.name)]
+
+    def find(self, role, name, window=None):
+        """The first thing of that role and name, as soon as there is one."""
+        return until(lambda: self.nodes(role, name, window), f"{role} {name!r}",
+                     lambda: self.nodes(window=window))[0]
+
+    def press(self, role, name, window=None):
+        self.find(role, name, window).press()
+
+    def titles(self):
+        return sorted(top.name for top in self.all())
+
+    def tabs(self, window=None):
+        """The titles in the list of tabs."""
+        return [item.name for item in self._tab_items(window)]
+
+    def selected_tabs(self, window=None):
+        return [item.name for item in self._tab_items(window) if item.is_selected]
+
+    def _tab_items(self, window):
+        return [item for tabs in self.nodes("list", "Tabs", window) for item in tabs.walk()
+                if item.role == "list item"]

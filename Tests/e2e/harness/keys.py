@@ -1,0 +1,52 @@
+"""Keyboard and pointer, as a person's hands would use them."""
+
+import subprocess
+
+from .wait import until
+
+# A place that is in the page, wherever the window's other parts stand.
+PAGE = (760, 480)
+
+
+def _xdotool(*arguments):
+    answer = subprocess.run(["xdotool", *map(str, arguments)], capture_output=True, text=True,
+                            check=False)
+    return answer.stdout.split()
+
+
+class Hands:
+    """Keys and clicks for the windows of one program."""
+
+    def __init__(self, app):
+        self._app = app
+
+    def windows(self, title):
+        """The display's ids of the visible windows of that title."""
+        return _xdotool("search", "--onlyvisible", "--all", "--pid", self._app.pid,
+                        "--name", f"^{title}$")
+
+    def take(self, title="Orvu"):
+        """Brings a window to the front, puts the pointer over its page, and gives its id."""
+        window = until(lambda: self.windows(title), f"a window {title!r} on the display")[-1]
+        _xdotool("windowactivate", "--sync", window)
+        until(lambda: _xdotool("getactivewindow") == [window], f"window {title!r} at the front",
+              lambda: _xdotool("getactivewindow"))
+        _xdotool("mousemove", "--window", window, *PAGE)
+        return window
+
+    def press(self, *keys, title="Orvu"):
+        """Presses keys such as "ctrl+t" one after the other."""
+        self.take(title)
+        _xdotool("key", *keys)
+
+    def type(self, text, title="Orvu"):
+        self.take(title)
+        _xdotool("type", "--delay", 8, text)
+
+    def click(self, button=1, holding=None, at=PAGE, title="Orvu"):
+        """Clicks into the page, with a key held down if one is named."""
+        window = self.take(title)
+        _xdotool("mousemove", "--window", window, *at)
+        held = ["keydown", holding] if holding else []
+        freed = ["keyup", holding] if holding else []
+        _xdotool(*held, "click", button, *freed)

@@ -1,0 +1,55 @@
+"""Processes that end with the test, whatever ends the test."""
+
+import ctypes
+import os
+import signal
+import subprocess
+
+_libc = ctypes.CDLL(None, use_errno=True)
+_PR_SET_PDEATHSIG = 1
+
+
+def _end_with_parent():
+    _libc.prctl(_PR_SET_PDEATHSIG, signal.SIGKILL)
+
+
+def spawn(arguments, **options):
+    """Starts a program that is killed when this process ends."""
+    return subprocess.Popen(arguments, preexec_fn=_end_with_parent, **options)
+
+
+def stop(process, deadline=10):
+    """Ends a process that `spawn` started and waits for it."""
+    if process.poll() is not None:
+        return
+    process.terminate()
+    try:
+        process.wait(deadline)
+    except subprocess.TimeoutExpired:
+        process.kill()
+        process.wait()
+
+
+def descendants(pid):
+    """The ids and names of all processes below `pid`."""
+    parents, names = {}, {}
+    for entry in os.listdir("/proc"):
+        if not entry.isdigit():
+            continue
+        try:
+            with open(f"/proc/{entry}/stat", encoding="utf-8", errors="replace") as file:
+                text = file.read()
+        except OSError:
+            continue
+        name, rest = text[text.index("(") + 1:].rsplit(")", 1)
+        state, parent = rest.split()[:2]
+        if state not in "ZX":
+            parents[int(entry)], names[int(entry)] = int(parent), name
+    found, waiting = {}, [pid]
+    while waiting:
+        above = waiting.pop()
+        for child, parent in parents.items():
+            if parent == above and child not in found:
+                found[child] = names[child]
+                waiting.append(child)
+    return found

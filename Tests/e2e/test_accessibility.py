@@ -1,0 +1,75 @@
+"""Each part of the window has a name that tells a person what it is."""
+
+from harness.case import BrowserTest
+
+CONTROLS = {"push button", "toggle button", "text", "entry", "list item", "list", "check box",
+            "combo box", "menu item", "image", "slider"}
+BUTTONS = ["Close", "Minimise", "Zoom", "Back", "Forward", "Reload", "New tab"]
+
+
+class AccessibilityTest(BrowserTest):
+    def nameless(self):
+        """The controls without a name of their own."""
+        return [node for node in self.windows.nodes()
+                if node.role in CONTROLS and (not node.name.strip() or is_type_name(node.name))]
+
+    def open_two(self):
+        self.app.start()
+        self.open(self.server.page("/one", "Page one"), self.server.page("/two", "Page two"))
+
+    def test_everything_has_a_name(self):
+        self.open_two()
+        self.app.action("togglePin")
+        self.app.action("editAddress")
+        self.app.action("selectTab2")
+        self.app.action("toggleGroup")
+        self.app.app_action("newPrivateWindow")
+        self.windows.find("list", "Tabs", "Orvu — Private")
+
+        self.assertEqual(self.nameless(), [])
+
+    def test_buttons_and_field_have_their_names(self):
+        self.open_two()
+
+        for name in BUTTONS:
+            self.windows.find("push button", name)
+        self.windows.find("text", "Address")
+        self.windows.find("push button", "Close Page two")
+
+    def test_tabs_are_a_list_and_one_is_selected(self):
+        self.open_two()
+        self.wait_for_tabs("New tab", "Page one", "Page two")
+        self.wait_for_selected("Page two")
+
+        self.windows.press("push button", "Page one")
+
+        self.wait_for_selected("Page one")
+
+    def test_buttons_do_what_they_say(self):
+        self.open_two()
+
+        self.windows.press("push button", "Close Page two")
+        self.wait_for_tabs("New tab", "Page one")
+        self.windows.press("push button", "New tab")
+        self.wait_for_tabs("New tab", "Page one", "New tab")
+        self.windows.press("push button", "Close")
+        self.app.check_runs()
+
+    def test_back_and_forward_say_whether_they_lead_anywhere(self):
+        target = self.server.page("/target")
+        page = self.server.link_page("/links", "/target")
+        self.app.start()
+        self.open(page)
+        self.assertFalse(self.windows.find("push button", "Back").is_sensitive)
+        self.hands.click()
+        self.wait_for_visit(target)
+
+        self.windows.press("push button", "Back")
+
+        self.wait_for_visit(page)
+        self.assertFalse(self.windows.find("push button", "Back").is_sensitive)
+        self.assertTrue(self.windows.find("push button", "Forward").is_sensitive)
+
+
+def is_type_name(name):
+    return name.startswith(("Gtk", "gtkmm_", "Adw", "WebKit", "orvu_", "N4orvu"))

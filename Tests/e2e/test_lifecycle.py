@@ -1,0 +1,95 @@
+"""Windows come and go; the program stays."""
+
+import configparser
+import os
+
+from harness.app import ID
+from harness.case import BrowserTest
+from harness.process import descendants
+from harness.wait import until, until_equal
+
+
+class LifecycleTest(BrowserTest):
+    def test_closing_the_last_tab_leaves_an_empty_one(self):
+        page = self.server.page("/page")
+        self.app.start()
+        self.open(page)
+
+        self.app.action("closeTab")
+        self.wait_for_tabs("New tab")
+        self.app.action("closeTab")
+
+        self.wait_for_tabs("New tab")
+        self.assertEqual(self.app.windows(), [1])
+        self.assertEqual(self.saved.session(), [])
+
+    def test_closing_the_last_window_leaves_the_program(self):
+        page = self.server.page("/page")
+        self.app.start()
+        self.open(page)
+
+        self.app.action("performClose")
+        until_equal(self.app.windows, [], "the windows")
+        until_equal(self.app.page_processes, [], "the page processes")
+        self.app.check_runs()
+        self.app.start_again()
+
+        until_equal(lambda: len(self.app.windows()), 1, "the number of windows")
+        self.server.wait_for("/page", times=2)
+        self.wait_for_selected("page")
+        self.assertEqual(self.saved.session(), [page])
+
+    def test_new_windows_stand_beside_each_other(self):
+        self.app.start()
+
+        self.app.app_action("newWindow")
+        self.app.app_action("newPrivateWindow")
+
+        until_equal(self.windows.titles, ["Orvu", "Orvu", "Orvu — Private"], "the windows")
+        self.picture("three-windows")
+
+    def test_nothing_is_left_running_after_the_end(self):
+        page = self.server.page("/page")
+        self.app.start()
+        self.open(page)
+        below = descendants(self.app.pid)
+        self.assertNotEqual(below, {})
+
+        self.app.quit()
+
+        until(lambda: not any(os.path.exists(f"/proc/{pid}") for pid in below),
+              "all processes to end",
+              lambda: [name for pid, name in below.items() if os.path.exists(f"/proc/{pid}")])
+
+    def test_ends_when_its_display_ends_it_softly(self):
+        self.app.start()
+
+        self.hands.press("ctrl+q")
+
+        self.app.wait_for_end(0)
+
+    def test_becomes_the_default_browser(self):
+        self.app.start()
+
+        self.app.app_action("makeDefaultBrowser")
+
+        file = self.home.config / "mimeapps.list"
+        until(file.exists, f"{file.name} in the home")
+        chosen = configparser.ConfigParser(delimiters=["="])
+        chosen.read(file)
+        self.assertEqual({scheme: chosen["Default Applications"].get(f"x-scheme-handler/{scheme}")
+                          for scheme in ("http", "https")},
+                         {scheme: f"{ID}.desktop" for scheme in ("http", "https")})
+
+    def test_window_can_be_minimised_zoomed_and_made_full(self):
+        self.app.start()
+        self.hands.take()
+
+        self.app.action("performMiniaturize")
+        until_equal(lambda: self.hands.windows("Orvu"), [], "the windows on the display")
+        self.app.start_again()
+        until(lambda: self.hands.windows("Orvu"), "the window on the display again")
+
+        for action in ("performZoom", "performZoom", "toggleFullScreen", "toggleFullScreen"):
+            self.app.action(action)
+        self.app.check_runs()

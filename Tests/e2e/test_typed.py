@@ -1,0 +1,60 @@
+"""What a person types, and where it leads."""
+
+from harness.case import BrowserTest
+
+
+class TypedTextTest(BrowserTest):
+    def type_address(self, text):
+        self.app.action("editAddress")
+        self.hands.type(text)
+        self.hands.press("Return")
+
+    def check_leads_to(self, text, host, address):
+        """Typed text asks the host for its page, and the tab then has the address."""
+        self.app.start()
+
+        self.type_address(text)
+        self.proxy.wait_for(f"CONNECT {host}:443")
+        self.hands.press("ctrl+t")
+
+        self.wait_for_session(address)
+        self.assertEqual(self.proxy.asked(), [f"CONNECT {host}:443"])
+
+    def test_full_address_loads_its_page(self):
+        page = self.server.page("/full", "A full address")
+        self.app.start()
+
+        self.type_address(page)
+
+        self.wait_for_visit(page)
+        self.wait_for_tabs("A full address")
+        self.assertEqual(self.saved.visits(), [(page, "A full address")])
+        self.assertEqual(self.proxy.asked(), [])
+        self.picture("typed-address")
+
+    def test_address_of_the_page_stands_in_the_field(self):
+        page = self.server.page("/shown")
+        self.app.start()
+        self.open(page)
+
+        self.app.action("editAddress")
+
+        self.assertEqual(self.windows.find("text", "Address").text(), page)
+
+    def test_bare_site_loads_over_https(self):
+        self.check_leads_to("example.org", "example.org", "https://example.org/")
+
+    def test_words_are_searched_with_the_first_engine(self):
+        self.check_leads_to("two words", "www.google.com",
+                            "https://www.google.com/search?q=two%20words")
+
+    def test_bang_searches_its_own_site(self):
+        self.check_leads_to("!w cats & dogs", "en.wikipedia.org",
+                            "https://en.wikipedia.org/w/index.php?search=cats%20%26%20dogs")
+
+    def test_words_are_searched_with_the_chosen_engine(self):
+        self.app.start()
+        self.app.quit()
+        self.saved.put({"searchEngine": "ecosia"})
+
+        self.check_leads_to("word", "www.ecosia.org", "https://www.ecosia.org/search?q=word")
