@@ -2,6 +2,7 @@
 
 #include "core/Bookmarks.h"
 #include "core/BrowserTab.h"
+#include "core/EncodedVisits.h"
 #include "core/Records.h"
 #include "core/TabGroup.h"
 #include "foundation/Calendar.h"
@@ -148,6 +149,7 @@ private:
     [[nodiscard]] std::optional<std::vector<Record>> load(std::string_view key) const;
     template <class Record>
     void save(const std::vector<Record>& records, std::string_view key);
+    void saveVisits();
     void saveSession();
 
     [[nodiscard]] TabList tabsWhere(const auto& condition) const;
@@ -176,6 +178,7 @@ private:
     std::vector<Uuid> split_;
     std::vector<Parked> shelf_;
     std::vector<Visit> visits_;
+    EncodedVisits encodedVisits_;  ///< always of `visits_`
     std::vector<ClosedTab> closedTabs_;
     std::vector<TabGroup> groups_;
     bool restoring_ = false;

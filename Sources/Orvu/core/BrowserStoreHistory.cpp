@@ -9,9 +9,22 @@ namespace orvu {
 namespace {
 
 /// What makes two visits the same in an import: the address, and the second.
-std::string identity(const Visit& visit) {
-    return visit.url.absoluteString() + "|" + std::to_string(visit.date.wholeUnixSeconds());
-}
+struct Identity {
+    std::string_view url;  ///< of a visit that must stay where it is
+    std::int64_t second;
+
+    explicit Identity(const Visit& visit)
+        : url(visit.url.absoluteString()), second(visit.date.wholeUnixSeconds()) {}
+    friend bool operator==(const Identity&, const Identity&) = default;
+};
+
+struct HashIdentity {
+    std::size_t operator()(const Identity& identity) const {
+        constexpr std::size_t oddFactor = 0x9E3779B97F4A7C15;
+        return std::hash<std::string_view>{}(identity.url) ^
+               static_cast<std::size_t>(identity.second) * oddFactor;
+    }
+};
 
 /// Drops the oldest entries of a list beyond `limit`.
 void keepLast(std::vector<Visit>& visits, std::size_t limit) {
@@ -43,6 +56,7 @@ void BrowserStore::restore() {
     const Date cutoff =
         calendar_.addingDays(-visitsDays, loop_.now()).value_or(Date::distantPast());
     std::erase_if(visits_, [&](const Visit& visit) { return visit.date < cutoff; });
+    encodedVisits_.assign(visits_);
     if (Prefs::boolean(defaults_, "restoreTabs", true)) restoreTabs();
 }
 
@@ -78,9 +92,11 @@ void BrowserStore::recordVisit(const BrowserTab& tab) {
     if (!visits_.empty() && visits_.back().url == *tab.url()) return;
     const ChangeSignal::Scope change{changes_};
     visits_.push_back({Uuid::random(), *tab.url(), tab.title(), loop_.now()});
+    encodedVisits_.append(visits_.back());
     keepLast(visits_, visitsLimit);
+    encodedVisits_.keepLast(visitsLimit);
     changes_.note();
-    save(visits_, "browserVisits");
+    saveVisits();
     saveSession();
 }
 
@@ -98,15 +114,21 @@ void BrowserStore::clearHistory(const std::optional<Date>& since) {
         std::erase_if(visits_, [&](const Visit& visit) { return !since || visit.date >= *since; });
     if (removed > 0 || !closedTabs_.empty()) changes_.note();
     closedTabs_.clear();
-    save(visits_, "browserVisits");
+    encodedVisits_.assign(visits_);
+    saveVisits();
 }
 
 void BrowserStore::removeVisit(const Visit& visit) {
     const ChangeSignal::Scope change{changes_};
     const Uuid id = visit.id;  // the argument may stand in the history
     if (std::erase_if(visits_, [&](const Visit& each) { return each.id == id; }) == 0) return;
+    encodedVisits_.assign(visits_);
     changes_.note();
-    save(visits_, "browserVisits");
+    saveVisits();
+}
+
+void BrowserStore::saveVisits() {
+    if (!isPrivate_) defaults_.setData(scopedKey("browserVisits", profile_), encodedVisits_.text());
 }
 
 void BrowserStore::reloadVisits() {
@@ -114,6 +136,7 @@ void BrowserStore::reloadVisits() {
     if (!stored || *stored == visits_) return;
     const ChangeSignal::Scope change{changes_};
     visits_ = std::move(*stored);
+    encodedVisits_.assign(visits_);
     changes_.note();
 }
 
@@ -124,11 +147,13 @@ int BrowserStore::importVisits(const std::vector<Visit>& visits, const Profile& 
     std::vector<Visit> all =
         (stored ? decodeRecords<Visit>(*stored) : std::nullopt).value_or(std::vector<Visit>{});
 
-    std::unordered_set<std::string> known;
-    for (const auto& visit : all) known.insert(identity(visit));
+    all.reserve(all.size() + visits.size());  // nothing moves while `known` refers to it
+    std::unordered_set<Identity, HashIdentity> known;
+    known.reserve(all.capacity());
+    for (const auto& visit : all) known.emplace(visit);
     int taken = 0;
     for (const auto& visit : visits) {
-        if (!known.insert(identity(visit)).second) continue;
+        if (!known.emplace(visit).second) continue;
         all.push_back(visit);
         ++taken;
     }

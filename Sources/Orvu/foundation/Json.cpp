@@ -10,15 +10,15 @@
 namespace orvu {
 namespace {
 
-/// Whether all of `text` is ASCII that needs no escape, as nearly all texts are.
-bool isWritable(std::string_view text) {
+/// Whether no byte of `text` needs an escape, as in nearly all texts.
+bool isPlain(std::string_view text) {
     // Without a way out in the middle, so that the compiler takes many bytes at a time.
-    bool writable = true;
+    unsigned char found = 0;
     for (const char c : text) {
         const auto byte = static_cast<unsigned char>(c);
-        writable &= byte >= 0x20 && byte < 0x80 && byte != '"' && byte != '\\';
+        found |= static_cast<unsigned char>((byte < 0x20) | (byte == '"') | (byte == '\\'));
     }
-    return writable;
+    return found == 0;
 }
 
 }  // namespace
@@ -103,9 +103,7 @@ JsonWriter& JsonWriter::key(std::string_view name) {
 
 JsonWriter& JsonWriter::value(std::string_view text) {
     separate();
-    if (isWritable(text)) {
-        text_.append(1, '"').append(text).append(1, '"');
-    } else if (isWellFormed(text)) {
+    if (isWellFormed(text)) {
         quote(text);
     } else {
         quote(wellFormed(text));
@@ -181,6 +179,10 @@ void JsonWriter::quote(std::string_view text) {
         return c == '"' || c == '\\' || static_cast<unsigned char>(c) < 0x20;
     };
     text_.push_back('"');
+    if (isPlain(text)) {
+        text_.append(text);
+        text = {};
+    }
     while (!text.empty()) {
         const auto stop = std::ranges::find_if(text, needsEscape);
         const auto plain = static_cast<std::size_t>(stop - text.begin());

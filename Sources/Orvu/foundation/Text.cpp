@@ -84,16 +84,18 @@ std::string_view composedPiece(std::string_view text) {
 std::string composed(std::string_view text) {
     UErrorCode status = U_ZERO_ERROR;
     const auto* normalizer = icu::Normalizer2::getNFCInstance(status);
-    const icu::StringPiece whole{text.data(), static_cast<std::int32_t>(text.size())};
-    // Nearly every text is composed already, and the question costs far less than the work.
-    if (U_FAILURE(status) || normalizer->isNormalizedUTF8(whole, status)) return std::string{text};
     std::string result;
     for (std::string_view rest = text; !rest.empty() && U_SUCCESS(status);) {
         const auto piece = composedPiece(rest);
-        const auto wide = icu::UnicodeString::fromUTF8(
-            icu::StringPiece{piece.data(), static_cast<std::int32_t>(piece.size())});
-        normalizer->normalize(wide, status).toUTF8String(result);
         rest.remove_prefix(piece.size());
+        const icu::StringPiece bytes{piece.data(), static_cast<std::int32_t>(piece.size())};
+        // Nearly every text is composed already, and the question costs far less than the work.
+        if (normalizer->isNormalizedUTF8(bytes, status)) {
+            result.append(piece);
+        } else {
+            const auto wide = icu::UnicodeString::fromUTF8(bytes);
+            normalizer->normalize(wide, status).toUTF8String(result);
+        }
     }
     return U_SUCCESS(status) ? result : std::string{text};
 }

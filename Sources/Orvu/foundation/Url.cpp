@@ -37,9 +37,12 @@ bool isRefused(int codePoint) {
 /// Whether all of `text` is of the characters that nearly all addresses are made of.
 bool isPlain(std::string_view text) {
     // Without a way out in the middle, so that the compiler takes many bytes at a time.
-    bool plain = true;
-    for (const char c : text) plain &= c > 0x20 && c < 0x7F;
-    return plain;
+    unsigned char found = 0;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        found |= static_cast<unsigned char>((byte <= 0x20) | (byte >= 0x7F));
+    }
+    return found == 0;
 }
 
 bool holdsRefusedCharacter(std::string_view text) {
