@@ -97,6 +97,8 @@ TEST_F(PageScriptTest, AnElementTakesTheWholeScreenAndGivesItBack) {
     std::vector<bool> heard;
     page.onFullscreen = [&](bool on) { heard.push_back(on); };
 
+    ASSERT_TRUE(
+        waitFor([&] { return evaluate(*view, "document.visibilityState").text == "visible"; }));
     static_cast<void>(evaluate(*view, "document.documentElement.requestFullscreen(); 1"));
     ASSERT_TRUE(waitFor([&] { return heard.size() == 1; }));
     static_cast<void>(evaluate(*view, "document.exitFullscreen(); 1"));

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <deque>
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -17,7 +18,10 @@ using FakeEngineLog = std::vector<std::string>;
 class FakeWebView : public WebView {
 public:
     explicit FakeWebView(std::vector<FakeWebView*>& live) : live_(live) { live_.push_back(this); }
-    ~FakeWebView() override { std::erase(live_, this); }
+    ~FakeWebView() override {
+        std::erase(live_, this);
+        if (atEnd) atEnd();
+    }
 
     void load(const Url& url) override {
         calls.push_back("load " + url.absoluteString());
@@ -74,6 +78,7 @@ public:
     [[nodiscard]] NavigationDelegate* delegate() const { return delegate_; }
 
     FakeEngineLog calls;
+    std::function<void()> atEnd;  ///< runs when the view goes
     std::vector<std::string> scripts;
     std::deque<Promise<ScriptResult>> answers;  ///< one for each script, to be resolved
 

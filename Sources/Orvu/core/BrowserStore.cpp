@@ -36,6 +36,12 @@ BrowserStore::BrowserStore(const BrowserServices& services, bool isPrivate, Prof
     notifications_.addObserver(historyImported, sigc::mem_fun(*this, &BrowserStore::reloadVisits));
 }
 
+BrowserStore::~BrowserStore() {
+    // The pages go one by one, and the end of one may move the focus into another: none of that
+    // may come back to a store that is half gone.
+    notify_callbacks();
+}
+
 void BrowserStore::configure() {
     configuration_->setElementFullscreenEnabled(true);
     configuration_->setApplicationNameForUserAgent("Version/" + std::string{safariVersion} +
@@ -85,10 +91,10 @@ void BrowserStore::selectTab(int number) {
     std::ranges::copy(unpinned(), std::back_inserter(list));
     if (list.empty()) return;
     const auto count = static_cast<int>(list.size());
-    const int index = number == 9 ? count - 1 : number - 1;
-    if (index < 0 || index >= count) return;
+    const int place = number == 9 ? count : number;
+    if (place < 1 || place > count) return;
     const ChangeSignal::Scope change{changes_};
-    const Uuid& wanted = list[static_cast<std::size_t>(index)]->id();
+    const Uuid& wanted = list[static_cast<std::size_t>(place - 1)]->id();
     if (activeID_ == wanted) return;
     activeID_ = wanted;  // the pair stays: a number is a look elsewhere, not a choice
     changes_.note();
@@ -127,18 +133,20 @@ void BrowserStore::close(const BrowserTab& tab) {
     if (found == tabs_.end()) return;
     const ChangeSignal::Scope change{changes_};
     const auto closed = *found;
-    const auto index = static_cast<std::size_t>(found - tabs_.begin());
 
+    changes_.note();
     if (isInSplit(closed->id())) split_.clear();
     rememberClosed(*closed);
     closed->webView().stopLoading();
-    tabs_.erase(found);
+    const auto place = find(closed->id());  // an observer of the tab may have changed the list
+    if (place == tabs_.end()) return;
+    const auto index = static_cast<std::size_t>(place - tabs_.begin());
+    tabs_.erase(place);
     if (activeID_ == closed->id()) {
         activeID_.reset();
         if (!tabs_.empty()) activeID_ = tabs_[std::min(index, tabs_.size() - 1)]->id();
     }
     if (tabs_.empty()) newTab(std::nullopt, Select::yes);
-    changes_.note();
     saveSession();
 }
 

@@ -54,6 +54,7 @@ public:
     /// Restores what the profile's last window left, as far as the setting allows; a private
     /// window starts empty.
     BrowserStore(const BrowserServices& services, bool isPrivate, Profile profile);
+    ~BrowserStore();
     BrowserStore(const BrowserStore&) = delete;
     BrowserStore& operator=(const BrowserStore&) = delete;
 

@@ -24,8 +24,10 @@ BrowserStore::TabList BrowserStore::tabs(const TabGroup& group) const {
 }
 
 std::optional<TabGroup> BrowserStore::newGroup(BrowserTab& tab) {
-    if (!holds(tab)) return std::nullopt;
+    const auto found = find(tab.id());
+    if (found == tabs_.end()) return std::nullopt;
     const ChangeSignal::Scope change{changes_};
+    const auto held = *found;  // an observer of the tab may close it
     TabGroup group{.id = Uuid::random(),
                    .name = tab.url() ? siteName(*tab.url()) : "",
                    .color = TabGroup::wrappedColor(static_cast<std::int64_t>(groups_.size()))};
@@ -79,8 +81,9 @@ void BrowserStore::toggleCollapsed(const TabGroup& group) {
 void BrowserStore::ungroup(const TabGroup& group) {
     if (!findGroup(group)) return;
     const ChangeSignal::Scope change{changes_};
-    const Uuid id = group.id;  // the argument may stand in the list
-    for (const auto& tab : tabs_) {
+    const Uuid id = group.id;   // the argument may stand in the list
+    const TabList all = tabs_;  // an observer of a tab may open or close others
+    for (const auto& tab : all) {
         if (tab->groupID() == id) tab->setGroupID(std::nullopt);
     }
     std::erase_if(groups_, [&](const TabGroup& each) { return each.id == id; });

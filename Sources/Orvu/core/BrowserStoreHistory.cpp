@@ -74,7 +74,7 @@ void BrowserStore::saveSession() {
 }
 
 void BrowserStore::recordVisit(const BrowserTab& tab) {
-    if (isPrivate_ || !tab.url()) return;
+    if (isPrivate_ || !holds(tab) || !tab.url()) return;
     if (!visits_.empty() && visits_.back().url == *tab.url()) return;
     const ChangeSignal::Scope change{changes_};
     visits_.push_back({Uuid::random(), *tab.url(), tab.title(), loop_.now()});
@@ -94,9 +94,10 @@ std::vector<Visit> BrowserStore::todayVisits() const {
 
 void BrowserStore::clearHistory(const std::optional<Date>& since) {
     const ChangeSignal::Scope change{changes_};
-    std::erase_if(visits_, [&](const Visit& visit) { return !since || visit.date >= *since; });
+    const auto removed =
+        std::erase_if(visits_, [&](const Visit& visit) { return !since || visit.date >= *since; });
+    if (removed > 0 || !closedTabs_.empty()) changes_.note();
     closedTabs_.clear();
-    changes_.note();
     save(visits_, "browserVisits");
 }
 
@@ -110,7 +111,7 @@ void BrowserStore::removeVisit(const Visit& visit) {
 
 void BrowserStore::reloadVisits() {
     auto stored = load<Visit>("browserVisits");
-    if (!stored) return;
+    if (!stored || *stored == visits_) return;
     const ChangeSignal::Scope change{changes_};
     visits_ = std::move(*stored);
     changes_.note();

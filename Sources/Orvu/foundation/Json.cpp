@@ -8,6 +8,20 @@
 #include <cmath>
 
 namespace orvu {
+namespace {
+
+/// Whether all of `text` is ASCII that needs no escape, as nearly all texts are.
+bool isWritable(std::string_view text) {
+    // Without a way out in the middle, so that the compiler takes many bytes at a time.
+    bool writable = true;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        writable &= byte >= 0x20 && byte < 0x80 && byte != '"' && byte != '\\';
+    }
+    return writable;
+}
+
+}  // namespace
 
 std::optional<std::string_view> JsonValue::text() const {
     std::string_view result;
@@ -89,7 +103,9 @@ JsonWriter& JsonWriter::key(std::string_view name) {
 
 JsonWriter& JsonWriter::value(std::string_view text) {
     separate();
-    if (isWellFormed(text)) {
+    if (isWritable(text)) {
+        text_.append(1, '"').append(text).append(1, '"');
+    } else if (isWellFormed(text)) {
         quote(text);
     } else {
         quote(wellFormed(text));
@@ -118,7 +134,13 @@ JsonWriter& JsonWriter::value(double number) {
     separate();
     std::array<char, 32> digits{};
     if (!std::isfinite(number)) failed_ = true;
-    const auto end = std::to_chars(digits.begin(), digits.end(), number).ptr;
+    // Written with all its digits, a large number would look like an integer, and one of more
+    // than 64 bits makes the whole document unreadable.
+    const auto end =
+        std::abs(number) < 1e15
+            ? std::to_chars(digits.begin(), digits.end(), number).ptr
+            : std::to_chars(digits.begin(), digits.end(), number, std::chars_format::scientific)
+                  .ptr;
     text_.append(digits.begin(), end);
     needsComma_ = true;
     return *this;

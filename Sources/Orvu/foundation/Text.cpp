@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -19,10 +20,7 @@ namespace {
 
 /// Plain text whose bytes are its characters. A carriage return is left out because it joins
 /// with the line feed that follows it.
-bool isOneBytePerCharacter(std::string_view text) {
-    return std::ranges::all_of(
-        text, [](char c) { return static_cast<unsigned char>(c) < 0x80 && c != '\r'; });
-}
+bool isOneBytePerCharacter(std::string_view text) { return isAscii(text) && !text.contains('\r'); }
 
 struct CloseBreaks {
     void operator()(UBreakIterator* breaks) const { ubrk_close(breaks); }
@@ -69,22 +67,49 @@ bool isTrimmed(int codePoint, TrimSet set) {
            codePoint == 0x2029;
 }
 
+/// The head of `text` that is composed in one go. It ends within a run of marks on one letter
+/// that is longer than any script needs: the library sorts such a run in quadratic time.
+std::string_view composedPiece(std::string_view text) {
+    constexpr int longestRun = 30;
+    int run = 0;
+    for (std::size_t at = 0; at < text.size();) {
+        const int codePoint = nextCodePoint(text, at);
+        const bool isMark = codePoint >= 0x300 && u_getCombiningClass(codePoint) != 0;
+        run = isMark ? run + 1 : 0;
+        if (run == longestRun) return text.substr(0, at);
+    }
+    return text;
+}
+
 std::string composed(std::string_view text) {
     UErrorCode status = U_ZERO_ERROR;
     const auto* normalizer = icu::Normalizer2::getNFCInstance(status);
-    if (U_FAILURE(status)) return std::string{text};
-    const auto wide = icu::UnicodeString::fromUTF8(
-        icu::StringPiece{text.data(), static_cast<std::int32_t>(text.size())});
+    const icu::StringPiece whole{text.data(), static_cast<std::int32_t>(text.size())};
+    // Nearly every text is composed already, and the question costs far less than the work.
+    if (U_FAILURE(status) || normalizer->isNormalizedUTF8(whole, status)) return std::string{text};
     std::string result;
-    normalizer->normalize(wide, status).toUTF8String(result);
+    for (std::string_view rest = text; !rest.empty() && U_SUCCESS(status);) {
+        const auto piece = composedPiece(rest);
+        const auto wide = icu::UnicodeString::fromUTF8(
+            icu::StringPiece{piece.data(), static_cast<std::int32_t>(piece.size())});
+        normalizer->normalize(wide, status).toUTF8String(result);
+        rest.remove_prefix(piece.size());
+    }
     return U_SUCCESS(status) ? result : std::string{text};
+}
+
+/// As `text.find(part, from)`, but in linear time whatever the texts are.
+std::size_t positionOf(std::string_view part, std::string_view text, std::size_t from = 0) {
+    if (from > text.size()) return std::string_view::npos;
+    const void* const found =
+        memmem(text.data() + from, text.size() - from, part.data(), part.size());
+    if (!found) return std::string_view::npos;
+    return static_cast<std::size_t>(static_cast<const char*>(found) - text.data());
 }
 
 std::string asciiLowercased(std::string_view text) {
     std::string result{text};
-    for (char& c : result) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    }
+    for (char& c : result) c = static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
     return result;
 }
 
@@ -135,9 +160,7 @@ std::string_view trimmed(std::string_view text, TrimSet set) {
 }
 
 std::string lowercased(std::string_view text) {
-    const bool plain =
-        std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-    if (plain) return asciiLowercased(text);
+    if (isAscii(text)) return asciiLowercased(text);
     UErrorCode status = U_ZERO_ERROR;
     static const std::unique_ptr<UCaseMap, CloseCaseMap> map{ucasemap_open("", 0, &status)};
     std::string result(text.size() + text.size() / 2 + 8, '\0');
@@ -151,11 +174,14 @@ std::string lowercased(std::string_view text) {
 
 bool containsCharacters(std::string_view text, std::string_view part) {
     if (part.empty()) return true;
-    if (isOneBytePerCharacter(part) && isOneBytePerCharacter(text)) return text.contains(part);
+    if (isOneBytePerCharacter(part) && isOneBytePerCharacter(text)) {
+        return positionOf(part, text) != std::string_view::npos;
+    }
     const std::string where = composed(text);
     const std::string what = composed(part);
     CharacterBreaks breaks{where};
-    for (auto at = where.find(what); at != std::string::npos; at = where.find(what, at + 1)) {
+    for (auto at = positionOf(what, where); at != std::string::npos;
+         at = positionOf(what, where, at + 1)) {
         if (breaks.isBound(at) && breaks.isBound(at + what.size())) return true;
     }
     return false;
@@ -164,14 +190,23 @@ bool containsCharacters(std::string_view text, std::string_view part) {
 std::string replacingAll(std::string_view text, std::string_view from, std::string_view to) {
     std::string result;
     std::size_t done = 0;
-    for (auto at = text.find(from); at != std::string_view::npos; at = text.find(from, done)) {
+    for (auto at = positionOf(from, text); at != std::string_view::npos;
+         at = positionOf(from, text, done)) {
         result.append(text, done, at - done).append(to);
         done = at + from.size();
     }
     return result.append(text, done);
 }
 
+bool isAscii(std::string_view text) {
+    // Without a way out in the middle, so that the compiler takes many bytes at a time.
+    unsigned char bits = 0;
+    for (const char c : text) bits |= static_cast<unsigned char>(c);
+    return bits < 0x80;
+}
+
 bool isWellFormed(std::string_view text) {
+    if (isAscii(text)) return true;
     for (std::size_t at = 0; at < text.size();) {
         if (nextCodePoint(text, at) < 0) return false;
     }

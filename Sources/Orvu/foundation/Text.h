@@ -29,6 +29,7 @@ enum class TrimSet {
 /// `text` with each occurrence of `from` (not empty) replaced by `to`, left to right.
 [[nodiscard]] std::string replacingAll(std::string_view text, std::string_view from,
                                        std::string_view to);
+[[nodiscard]] bool isAscii(std::string_view text);
 [[nodiscard]] bool isWellFormed(std::string_view text);
 /// `text` with each run of bytes that is no UTF-8 replaced by U+FFFD.
 [[nodiscard]] std::string wellFormed(std::string_view text);

@@ -10,13 +10,19 @@ namespace {
 
 constexpr std::string_view digits = "0123456789ABCDEF";
 
-/// The value of a hexadecimal digit, or -1.
-int digitValue(char c) {
-    if (c >= '0' && c <= '9') return c - '0';
-    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-    return -1;
-}
+/// The value of each hexadecimal digit, -1 for every other byte.
+constexpr auto digitValues = [] {
+    std::array<std::int8_t, 256> values{};
+    values.fill(-1);
+    for (std::uint8_t value = 0; value < 16; ++value) {
+        const auto digit = static_cast<std::uint8_t>(digits[value]);
+        values[digit] = static_cast<std::int8_t>(value);
+        if (value >= 10) values[digit - 'A' + 'a'] = static_cast<std::int8_t>(value);
+    }
+    return values;
+}();
+
+int digitValue(char c) { return digitValues[static_cast<std::uint8_t>(c)]; }
 
 /// Whether a hyphen stands before the byte with this number.
 bool hyphenBefore(std::size_t byte) { return byte == 4 || byte == 6 || byte == 8 || byte == 10; }

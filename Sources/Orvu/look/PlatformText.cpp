@@ -19,7 +19,8 @@ struct KeySign {
 constexpr std::array<KeySign, 4> modifiers{
     {{"⌘", "Ctrl+"}, {"⌥", "Alt+"}, {"⌃", "Alt+"}, {"⇧", "Shift+"}}};
 
-constexpr std::array<KeySign, 4> words{{{"A Mac browser", "A desktop browser"},
+constexpr std::array<KeySign, 5> words{{{"A Mac browser", "A desktop browser"},
+                                        {"This Mac", "This computer"},
                                         {"this Mac", "this computer"},
                                         {"your Mac", "your computer"},
                                         {"⎋", "Esc"}}};
@@ -39,20 +40,23 @@ std::string platformText(std::string_view original) {
     std::string_view text = fullScreen;
     std::string result;
     std::bitset<modifiers.size()> held;
+    const auto nameHeld = [&] {
+        for (std::size_t i = 0; i < modifiers.size(); ++i) {
+            if (held.test(i)) result.append(modifiers[i].name);
+        }
+        held.reset();
+    };
     while (!text.empty()) {
         if (const int modifier = modifierAt(text); modifier >= 0) {
             held.set(static_cast<std::size_t>(modifier));
             text.remove_prefix(modifiers[static_cast<std::size_t>(modifier)].sign.size());
             continue;
         }
-        for (std::size_t i = 0; i < modifiers.size(); ++i) {
-            if (held.test(i)) result.append(modifiers[i].name);
-        }
-        held.reset();
-        const char head = text.front();
+        nameHeld();
+        result.push_back(text.front());
         text.remove_prefix(1);
-        result.push_back(head);
     }
+    nameHeld();
     for (const auto& [sign, name] : words) result = replacingAll(result, sign, name);
     return result;
 }

@@ -1,5 +1,6 @@
 #include "profiles/Profiles.h"
 
+#include "profiles/ProfileLook.h"
 #include "profiles/SettingsKeys.h"
 
 #include <algorithm>
@@ -46,6 +47,12 @@ Profile ProfileStore::profile(const std::optional<Uuid>& id) const {
 Profile ProfileStore::personal() const {
     const auto found = std::ranges::find(profiles_, Profile::personalID, &Profile::id);
     return found != profiles_.end() ? *found : profiles_.front();
+}
+
+Profile ProfileStore::newProfile() const {
+    // 7 and 12 have no common factor, so the colours go round before one comes again.
+    const auto color = profiles_.size() * 7 % ProfileLook::all.size();
+    return {Uuid::random(), "", "briefcase.fill", static_cast<std::int64_t>(color)};
 }
 
 void ProfileStore::update(const Profile& profile) {

@@ -50,6 +50,9 @@ public:
     [[nodiscard]] Profile profile(const std::optional<Uuid>& id) const;
     /// The personal profile, or the first of the list if it holds none.
     [[nodiscard]] Profile personal() const;
+    /// A profile to begin with, not yet in the list: without a name, and with a colour that
+    /// none of the last eleven new ones had.
+    [[nodiscard]] Profile newProfile() const;
 
     /// Replaces the profile of the same identity whole. An unknown one has no effect.
     void update(const Profile& profile);

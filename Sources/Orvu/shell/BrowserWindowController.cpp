@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <ranges>
+#include <utility>
 
 namespace orvu {
 
@@ -54,8 +55,10 @@ void BrowserWindowController::open(const std::vector<Url>& urls) {
         return !entry.store->isPrivate() && entry.window->isVisible();
     });
     if (found == newestFirst.end()) return newWindow(Private::no, std::nullopt, web);
-    for (const Url& url : web) found->store->newTab(url, BrowserStore::Select::yes);
-    found->window->present();
+    const auto store = found->store;  // an observer of it may open or close windows
+    for (const Url& url : web) store->newTab(url, BrowserStore::Select::yes);
+    const auto entry = std::ranges::find(windows_, store, &Entry::store);
+    if (entry != windows_.end()) entry->window->present();
 }
 
 void BrowserWindowController::switchProfile(const BrowserStore& store, const Profile& profile) {
@@ -63,8 +66,10 @@ void BrowserWindowController::switchProfile(const BrowserStore& store, const Pro
         windows_, [&](const Entry& entry) { return entry.store.get() == &store; });
     if (found == windows_.end()) return;
     const Profile wanted = profile;  // the argument may belong to the store that goes
-    found->store = std::make_shared<BrowserStore>(services_, false, wanted);
-    found->window->setContent(found->store);
+    const auto next = std::make_shared<BrowserStore>(services_, false, wanted);
+    // The window's views refer to the former store until they are exchanged.
+    const auto former = std::exchange(found->store, next);
+    found->window->setContent(next);
     services_.defaults.setString("lastProfile", wanted.id.string());
 }
 

@@ -57,7 +57,9 @@ std::optional<Url> urlFromArgument(std::string_view argument,
                                    const UserDefaults& defaults) {
     const auto text = trimmed(argument, TrimSet::whitespacesAndNewlines);
     if (text.empty()) return std::nullopt;
-    if (const auto url = Url::parse(text); url && text.contains("://")) return url;
+    const auto url = Url::parse(text);
+    const auto scheme = url ? url->scheme() : "";
+    if (!scheme.empty() && text.substr(scheme.size()).starts_with("://")) return url;
     std::error_code error;
     const auto file = (workingFolder / std::filesystem::path{argument}).lexically_normal();
     if (std::filesystem::exists(file, error) && !error) return fileUrl(file);

@@ -36,7 +36,9 @@ void toggleBookmark(BrowserStore& store, BrowserTab& tab) {
 }
 
 void toggleGroup(BrowserStore& store, BrowserTab& tab) {
-    if (tab.groupID()) {
+    // A tab may name a group that has ended: then it is in none.
+    const auto& groups = store.groups();
+    if (std::ranges::find(groups, tab.groupID(), &TabGroup::id) != groups.end()) {
         store.removeFromGroup(tab);
     } else {
         store.newGroup(tab);

@@ -1,95 +1,91 @@
 #include "platform/linux/SqliteUserDefaults.h"
-#include <sqlite3.h>
+
+#include "platform/linux/UserDefaultsDatabase.h"
+
+#include <cmath>
+#include <string>
+
 namespace orvu {
-class SqliteUserDefaults::Database {
-public:
-    sqlite3* db = nullptr;
-    int type(std::string_view k, std::string* out, long long* i, double* d) const {
-        sqlite3_stmt* s;
-        sqlite3_prepare_v2(db, "select value from defaults where key=?", -1, &s, nullptr);
-        sqlite3_bind_text(s, 1, k.data(), (int)k.size(), SQLITE_TRANSIENT);
-        int t = 0;
-        if (sqlite3_step(s) == SQLITE_ROW) {
-            t = sqlite3_column_type(s, 0);
-            if (out) {
-                auto p = (const char*)sqlite3_column_blob(s, 0);
-                out->assign(p ? p : "", (size_t)sqlite3_column_bytes(s, 0));
-            }
-            if (i) *i = sqlite3_column_int64(s, 0);
-            if (d) *d = sqlite3_column_double(s, 0);
-        }
-        sqlite3_finalize(s);
-        return t;
+namespace {
+
+using Row = SqliteStatement::Turn;
+
+std::optional<std::string> bytesOfType(const Row& row, int type) {
+    return row.type(0) == type ? std::optional{std::string{row.bytes(0)}} : std::nullopt;
+}
+
+std::optional<double> number(const Row& row) {
+    const int type = row.type(0);
+    return type == SQLITE_INTEGER || type == SQLITE_FLOAT ? std::optional{row.real(0)}
+                                                          : std::nullopt;
+}
+
+/// Cut towards zero; nothing for a number beyond 64 bits.
+std::optional<std::int64_t> integer(const Row& row) {
+    if (row.type(0) == SQLITE_INTEGER) return row.integer(0);
+    constexpr double limit = 9223372036854775808.0;  // 2^63
+    const auto real = number(row);
+    if (!real || !(*real >= -limit && *real < limit)) return std::nullopt;
+    return static_cast<std::int64_t>(*real);
+}
+
+std::optional<bool> boolean(const Row& row) {
+    if (row.type(0) == SQLITE_TEXT) {
+        const auto text = row.bytes(0);
+        return text == "YES" || text == "true" || text == "1";
     }
-    template <class F>
-    void set(std::string_view k, F f) {
-        sqlite3_stmt* s;
-        sqlite3_prepare_v2(db, "insert or replace into defaults values(?,?)", -1, &s, nullptr);
-        sqlite3_bind_text(s, 1, k.data(), (int)k.size(), SQLITE_TRANSIENT);
-        f(s);
-        sqlite3_step(s);
-        sqlite3_finalize(s);
-    }
-};
-SqliteUserDefaults::SqliteUserDefaults(const std::filesystem::path& f)
-    : database_(std::make_unique<Database>()) {
-    std::filesystem::create_directories(f.parent_path());
-    sqlite3_open(f.c_str(), &database_->db);
-    sqlite3_exec(database_->db,
-                 "pragma journal_mode=wal;pragma synchronous=normal;create table if not exists "
-                 "defaults(key text primary key not null, value)",
-                 nullptr, nullptr, nullptr);
+    const auto real = number(row);
+    return real ? std::optional{*real != 0} : std::nullopt;
 }
-SqliteUserDefaults::~SqliteUserDefaults() { sqlite3_close(database_->db); }
-bool SqliteUserDefaults::hasObject(std::string_view k) const {
-    return database_->type(k, nullptr, nullptr, nullptr) != 0;
+
+}  // namespace
+
+SqliteUserDefaults::SqliteUserDefaults(const std::filesystem::path& file)
+    : database_(std::make_unique<UserDefaultsDatabase>(file)) {}
+
+SqliteUserDefaults::~SqliteUserDefaults() = default;
+
+bool SqliteUserDefaults::hasObject(std::string_view key) const { return database_->has(key); }
+
+std::optional<std::string> SqliteUserDefaults::data(std::string_view key) const {
+    return database_->read<std::string>(
+        key, [](const Row& row) { return bytesOfType(row, SQLITE_BLOB); });
 }
-std::optional<std::string> SqliteUserDefaults::data(std::string_view k) const {
-    std::string o;
-    return database_->type(k, &o, nullptr, nullptr) == SQLITE_BLOB ? std::optional{o}
-                                                                   : std::nullopt;
+
+std::optional<std::string> SqliteUserDefaults::string(std::string_view key) const {
+    return database_->read<std::string>(
+        key, [](const Row& row) { return bytesOfType(row, SQLITE_TEXT); });
 }
-std::optional<std::string> SqliteUserDefaults::string(std::string_view k) const {
-    std::string o;
-    return database_->type(k, &o, nullptr, nullptr) == SQLITE_TEXT ? std::optional{o}
-                                                                   : std::nullopt;
+
+std::optional<std::int64_t> SqliteUserDefaults::integer(std::string_view key) const {
+    return database_->read<std::int64_t>(key, orvu::integer);
 }
-std::optional<std::int64_t> SqliteUserDefaults::integer(std::string_view k) const {
-    long long i = 0;
-    int t = database_->type(k, nullptr, &i, nullptr);
-    return t == 1 || t == 2 ? std::optional<std::int64_t>{i} : std::nullopt;
+
+std::optional<double> SqliteUserDefaults::number(std::string_view key) const {
+    return database_->read<double>(key, orvu::number);
 }
-std::optional<double> SqliteUserDefaults::number(std::string_view k) const {
-    double i = 0;
-    int t = database_->type(k, nullptr, nullptr, &i);
-    return t == 1 || t == 2 ? std::optional{i} : std::nullopt;
+
+std::optional<bool> SqliteUserDefaults::boolean(std::string_view key) const {
+    return database_->read<bool>(key, orvu::boolean);
 }
-std::optional<bool> SqliteUserDefaults::boolean(std::string_view k) const {
-    if (auto n = number(k)) return *n != 0;
-    if (auto s = string(k)) return *s == "YES" || *s == "true" || *s == "1";
-    return std::nullopt;
+
+void SqliteUserDefaults::setData(std::string_view key, std::string_view bytes) {
+    database_->write(key, [&](Row& row, int value) { row.bindBlob(value, bytes); });
 }
-void SqliteUserDefaults::setData(std::string_view k, std::string_view v) {
-    database_->set(k, [&](sqlite3_stmt* s) {
-        sqlite3_bind_blob(s, 2, v.data(), (int)v.size(), SQLITE_TRANSIENT);
-    });
+
+void SqliteUserDefaults::setString(std::string_view key, std::string_view text) {
+    database_->write(key, [&](Row& row, int value) { row.bindText(value, text); });
 }
-void SqliteUserDefaults::setString(std::string_view k, std::string_view v) {
-    database_->set(k, [&](sqlite3_stmt* s) {
-        sqlite3_bind_text(s, 2, v.data(), (int)v.size(), SQLITE_TRANSIENT);
-    });
+
+void SqliteUserDefaults::setInteger(std::string_view key, std::int64_t number) {
+    database_->write(key, [&](Row& row, int value) { row.bindInteger(value, number); });
 }
-void SqliteUserDefaults::setInteger(std::string_view k, std::int64_t v) {
-    database_->set(k, [&](sqlite3_stmt* s) { sqlite3_bind_int64(s, 2, v); });
+
+void SqliteUserDefaults::setNumber(std::string_view key, double number) {
+    if (std::isnan(number)) return;  // the database has no form for it
+    database_->write(key, [&](Row& row, int value) { row.bindReal(value, number); });
 }
-void SqliteUserDefaults::setNumber(std::string_view k, double v) {
-    database_->set(k, [&](sqlite3_stmt* s) { sqlite3_bind_double(s, 2, v); });
-}
-void SqliteUserDefaults::remove(std::string_view k) {
-    sqlite3_stmt* s;
-    sqlite3_prepare_v2(database_->db, "delete from defaults where key=?", -1, &s, nullptr);
-    sqlite3_bind_text(s, 1, k.data(), (int)k.size(), SQLITE_TRANSIENT);
-    sqlite3_step(s);
-    sqlite3_finalize(s);
-}
+
+void SqliteUserDefaults::remove(std::string_view key) { database_->remove(key); }
+
 }  // namespace orvu

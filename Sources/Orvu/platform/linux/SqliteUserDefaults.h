@@ -7,13 +7,16 @@
 
 namespace orvu {
 
+class UserDefaultsDatabase;
+
 /// The program's named values in one SQLite database with a write-ahead log. A write is there
 /// after the process was killed at any moment, and is whole or not there at all.
 class SqliteUserDefaults : public UserDefaults {
 public:
-    /// Opens or makes the database at `file`, and its folder. One that is damaged is set aside
-    /// under another name in the same folder, and an empty one takes its place. Where nothing
-    /// can be written the values live in memory.
+    /// Opens or makes the database at `file`, and its folder. One that is damaged, or was written
+    /// by a later version of the program, is set aside under another name in the same folder; a
+    /// new one takes its place, with what can still be read of a damaged one. The same happens
+    /// when damage shows later. Where nothing can be written the values live in memory.
     explicit SqliteUserDefaults(const std::filesystem::path& file);
     ~SqliteUserDefaults() override;
 
@@ -27,12 +30,12 @@ public:
     void setData(std::string_view key, std::string_view bytes) override;
     void setString(std::string_view key, std::string_view text) override;
     void setInteger(std::string_view key, std::int64_t number) override;
+    /// A NaN is refused like a write to a full disk.
     void setNumber(std::string_view key, double number) override;
     void remove(std::string_view key) override;
 
 private:
-    class Database;
-    std::unique_ptr<Database> database_;
+    std::unique_ptr<UserDefaultsDatabase> database_;
 };
 
 }  // namespace orvu

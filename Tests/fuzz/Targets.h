@@ -1,0 +1,95 @@
+#pragma once
+
+#include "core/AddressResolution.h"
+#include "core/Bookmarks.h"
+#include "core/Records.h"
+#include "core/TabGroup.h"
+#include "fakes/FakeUserDefaults.h"
+#include "foundation/Text.h"
+#include "search/Bang.h"
+#include "shell/WindowPlacement.h"
+
+#include <string>
+#include <string_view>
+
+/// What is done with input from a fuzzer or from its corpus. Each function gives the rule that
+/// the input breaks, or an empty text.
+namespace orvu::fuzz {
+
+/// Whatever decodes can be encoded, and decodes to the same value again.
+template <class Record>
+std::string keepsRecords(std::string_view input, std::string_view name) {
+    const auto records = decodeRecords<Record>(input);
+    if (!records) return {};
+    const auto written = encodeRecords(*records);
+    if (!written) return std::string{name} + " was read and can't be written";
+    if (decodeRecords<Record>(*written) != records) return std::string{name} + " changed";
+    return {};
+}
+
+inline std::string jsonRecords(std::string_view input) {
+    std::string broken = keepsRecords<Visit>(input, "Visit");
+    broken += keepsRecords<SavedTab>(input, "SavedTab");
+    broken += keepsRecords<Parked>(input, "Parked");
+    broken += keepsRecords<TabGroup>(input, "TabGroup");
+    broken += keepsRecords<Profile>(input, "Profile");
+    broken += keepsRecords<BookmarkStore::Bookmark>(input, "Bookmark");
+    return broken;
+}
+
+inline std::string resolve(std::string_view input) {
+    const FakeUserDefaults defaults;
+    const auto url = resolveAddress(input, defaults);
+    const bool blank = trimmed(input, TrimSet::whitespacesAndNewlines).empty();
+    if (!url) return blank ? "" : "typed text leads nowhere";
+    if (blank) return "blank text leads somewhere";
+    if (Url::parse(url->absoluteString()) != url) return "the address does not parse again";
+    const auto scheme = url->scheme();
+    if (scheme == "file" || scheme == "about") return {};
+    if (scheme != "http" && scheme != "https") return "the scheme may not open";
+    return url->host() ? "" : "a web address without a host";
+}
+
+inline std::string bang(std::string_view input) {
+    const auto parsed = Bang::parse(input);
+    if (parsed && parsed->query.empty()) return "the query is empty";
+    const std::string_view query = parsed ? std::string_view{parsed->query} : input;
+    for (const Bang& each : Bang::all) {
+        const auto url = each.expand(query);
+        if (!url) return "a search has no address";
+        if (!url->query()) return "the search is lost";
+        const auto encoded = url->query()->substr(url->query()->rfind('=') + 1);
+        if (isWellFormed(query) && percentDecoded(encoded) != query) return "the search changed";
+    }
+    return {};
+}
+
+inline std::string url(std::string_view input) {
+    const auto parsed = Url::parse(input);
+    if (!parsed) return {};
+    if (!isWellFormed(input)) return "an address is no UTF-8";
+    if (parsed->absoluteString() != input) return "the text is not kept";
+    const auto again = Url::parse(parsed->absoluteString());
+    if (again != parsed) return "the address does not parse again";
+    if (std::hash<Url>{}(*again) != std::hash<Url>{}(*parsed)) return "equal ones hash apart";
+    if (again->scheme() != parsed->scheme() || again->host() != parsed->host() ||
+        again->path() != parsed->path() || again->query() != parsed->query()) {
+        return "the parts of equal addresses differ";
+    }
+    if (!isWellFormed(parsed->path())) return "the path is no UTF-8";
+    if (parsed->host() && !isWellFormed(*parsed->host())) return "the host is no UTF-8";
+    if (!isWellFormed(siteName(*parsed))) return "the name of the site is no UTF-8";
+    if (isWebUrl(*parsed) && parsed->scheme().empty()) return "a web address without a scheme";
+    return {};
+}
+
+inline std::string windowFrame(std::string_view input) {
+    const auto frame = WindowFrame::parse(input);
+    if (!frame) return {};
+    if (WindowFrame::parse(frame->string()) != frame) return "the frame changed";
+    const auto [width, height] = WindowPlacement::minimumSize;
+    if (frame->size.width < width || frame->size.height < height) return "the frame is too small";
+    return frame->size.width > 16384 || frame->size.height > 16384 ? "the frame is too large" : "";
+}
+
+}  // namespace orvu::fuzz

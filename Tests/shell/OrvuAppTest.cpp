@@ -1,0 +1,192 @@
+#include "shell/OrvuApp.h"
+
+#include "fakes/FakeBrowserWindow.h"
+#include "fakes/FakeWorkspace.h"
+#include "support/StoreWorld.h"
+
+#include <filesystem>
+#include <fstream>
+#include <limits>
+
+namespace orvu {
+namespace {
+
+class OrvuAppTest : public StoreTest {
+protected:
+    [[nodiscard]] BrowserStore& storeAt(std::size_t index) {
+        return *windows.windows().at(index).store;
+    }
+    [[nodiscard]] std::int64_t launchCount() const {
+        return world.defaults.integer("launchCount").value_or(-1);
+    }
+
+    FakeScreen screen;
+    FakeWorkspace workspace;
+    ProfileStore profiles{world.defaults, [](const Uuid&) {}};
+    BrowserWindowController windows{world.services, profiles, screen.factory()};
+    AppDelegate app{world.defaults, workspace, windows};
+};
+
+TEST_F(OrvuAppTest, LaunchingOpensOneWindowWithTheRestoredTabsAndCountsTheStart) {
+    world.storeRecords<SavedTab>("browserSession", {{url(a), false, std::nullopt}});
+
+    app.applicationDidFinishLaunching();
+
+    EXPECT_TRUE(app.launched());
+    ASSERT_EQ(windows.windows().size(), 1U);
+    EXPECT_FALSE(storeAt(0).isPrivate());
+    EXPECT_EQ(addresses(storeAt(0).tabs()), Strings{a});
+    EXPECT_EQ(launchCount(), 1);
+}
+
+TEST_F(OrvuAppTest, AddressesFromBeforeTheLaunchStandInFrontBehindTheRestoredTabs) {
+    world.storeRecords<SavedTab>("browserSession", {{url(a), false, std::nullopt}});
+    app.open({url(b)});
+    app.open({url(c), url(d)});
+    EXPECT_EQ(app.pendingURLs(), (std::vector{url(b), url(c), url(d)}));
+    EXPECT_TRUE(windows.windows().empty());
+
+    app.applicationDidFinishLaunching();
+
+    EXPECT_EQ(addresses(storeAt(0).tabs()), (Strings{a, b, c, d}));
+    EXPECT_EQ(front(storeAt(0)), d);
+    EXPECT_TRUE(app.pendingURLs().empty());
+}
+
+TEST_F(OrvuAppTest, AddressesAfterTheLaunchGoToTheWindowsAndNeverIntoAPrivateOne) {
+    app.applicationDidFinishLaunching();
+    app.newPrivateWindow();
+
+    app.open({url(a)});
+
+    EXPECT_TRUE(app.pendingURLs().empty());
+    EXPECT_EQ(windows.windows().size(), 2U);
+    EXPECT_EQ(addresses(storeAt(0).tabs()), (Strings{"", a}));
+    EXPECT_EQ(addresses(storeAt(1).tabs()), Strings{""});
+}
+
+TEST_F(OrvuAppTest, TheStartsAreCountedOnFromAnyStoredNumber) {
+    const auto largest = std::numeric_limits<std::int64_t>::max();
+    std::vector<std::int64_t> counts;
+
+    for (const std::int64_t stored : {std::int64_t{41}, std::int64_t{-5}, largest}) {
+        world.defaults.setInteger("launchCount", stored);
+        app.applicationDidFinishLaunching();
+        counts.push_back(launchCount());
+    }
+    world.defaults.setString("launchCount", "many");
+    app.applicationDidFinishLaunching();
+    counts.push_back(launchCount());
+
+    EXPECT_EQ(counts, (std::vector<std::int64_t>{42, 1, largest, 1}));
+}
+
+TEST_F(OrvuAppTest, StartingAgainWithoutAVisibleWindowOpensOne) {
+    app.applicationDidFinishLaunching();
+    screen.windows[0]->close();
+
+    app.applicationShouldHandleReopen();
+    EXPECT_EQ(windows.windows().size(), 1U);
+    screen.windows[0]->visible = false;
+    app.applicationShouldHandleReopen();
+
+    EXPECT_EQ(windows.windows().size(), 2U);
+}
+
+TEST_F(OrvuAppTest, StartingAgainWithAVisibleWindowBringsItToTheFront) {
+    app.applicationDidFinishLaunching();
+    screen.windows[0]->calls.clear();
+
+    app.applicationShouldHandleReopen();
+
+    EXPECT_EQ(windows.windows().size(), 1U);
+    EXPECT_EQ(screen.windows[0]->calls, Strings{"present"});
+}
+
+TEST_F(OrvuAppTest, TheProgramStaysWhenItsLastWindowCloses) {
+    app.applicationDidFinishLaunching();
+
+    screen.windows[0]->close();
+
+    EXPECT_FALSE(app.applicationShouldTerminateAfterLastWindowClosed());
+    app.newWindow();
+    EXPECT_EQ(windows.windows().size(), 1U);
+}
+
+TEST_F(OrvuAppTest, TheMenuMakesOrdinaryAndPrivateWindows) {
+    app.newWindow();
+    app.newPrivateWindow();
+
+    EXPECT_FALSE(storeAt(0).isPrivate());
+    EXPECT_TRUE(storeAt(1).isPrivate());
+}
+
+TEST_F(OrvuAppTest, TheMenuAsksTheDesktopToMakeThisTheDefaultBrowser) {
+    app.makeDefaultBrowser();
+
+    EXPECT_EQ(workspace.defaultBrowserRequests, 1);
+}
+
+// --- Command-line arguments ---------------------------------------------------------------------
+
+class UrlFromArgumentTest : public testing::Test {
+protected:
+    UrlFromArgumentTest() {
+        std::filesystem::create_directories(folder_ / "sub");
+        std::ofstream{folder_ / "a page#1?.html"} << "x";
+    }
+    ~UrlFromArgumentTest() override { std::filesystem::remove_all(folder_); }
+
+    [[nodiscard]] std::string read(std::string_view argument) const {
+        const auto result = urlFromArgument(argument, folder_, defaults_);
+        return result ? result->absoluteString() : "nothing";
+    }
+    [[nodiscard]] std::string inFolder(std::string_view rest) const {
+        return std::string{"file://"}.append(folder_.string()).append(rest);
+    }
+
+private:
+    FakeUserDefaults defaults_;
+    const std::filesystem::path folder_ =
+        std::filesystem::temp_directory_path() / ("orvu" + Uuid::random().string());
+};
+
+TEST_F(UrlFromArgumentTest, AnAddressWithASchemeStaysAsItIs) {
+    for (const auto text : {"https://a.example/x?y#z", "HTTP://A.example", "file:///x/y.html"}) {
+        EXPECT_EQ(read(text), text);
+    }
+    EXPECT_EQ(read(" https://a.example/\n"), "https://a.example/");
+}
+
+TEST_F(UrlFromArgumentTest, AnAddressWithinAnAddressDoesNotMakeASchemeOfTheOuterOne) {
+    EXPECT_EQ(read("a.example/?next=https://b.example/"),
+              "https://a.example/?next=https://b.example/");
+    EXPECT_EQ(read("what://"), "what://");
+    EXPECT_EQ(read("://a.example"), "https://www.google.com/search?q=://a.example");
+}
+
+TEST_F(UrlFromArgumentTest, AFileThatExistsBecomesItsAddress) {
+    EXPECT_EQ(read("a page#1?.html"), inFolder("/a%20page%231%3F.html"));
+    EXPECT_EQ(read("./sub/../a page#1?.html"), inFolder("/a%20page%231%3F.html"));
+    EXPECT_EQ(read("sub"), inFolder("/sub"));
+}
+
+TEST_F(UrlFromArgumentTest, OtherTextLeadsWhereItLeadsWhenItIsTyped) {
+    EXPECT_EQ(read("gnu.org"), "https://gnu.org");
+    EXPECT_EQ(read("about:blank"), "about:blank");
+    EXPECT_EQ(read("two words"), "https://www.google.com/search?q=two%20words");
+    EXPECT_EQ(read("missing"), "https://www.google.com/search?q=missing");
+}
+
+TEST_F(UrlFromArgumentTest, BlankTextLeadsNowhere) {
+    for (const auto text : {"", " ", "\t\n"}) EXPECT_EQ(read(text), "nothing");
+}
+
+TEST_F(UrlFromArgumentTest, AVeryLongArgumentIsTyped) {
+    const std::string text(100'000, 'x');
+
+    EXPECT_EQ(read(text), std::string{"https://www.google.com/search?q="}.append(text));
+}
+
+}  // namespace
+}  // namespace orvu
