@@ -146,6 +146,22 @@ TEST_F(DecisionsTest, PageTextIsCutToWholeCharacters) {
     EXPECT_EQ(task.result(), "a👩‍👩‍👧b");
 }
 
+TEST_F(DecisionsTest, ATabMayBeClosedByWhoeverHearsOfItsTitle) {
+    const std::weak_ptr<BrowserTab> closing = store.tabs().front();
+    store.tabs().front()->connectChanged([&] {
+        const auto tab = closing.lock();
+        if (tab && tab->title() == "A") store.close(*tab);
+    });
+    server.serve("/a", "<title>A</title>");
+
+    store.open(server.url("/a"), BrowserStore::NewTab::no);
+    ASSERT_TRUE(waitFor([&] { return closing.expired(); }));
+    settle();
+
+    EXPECT_TRUE(store.visits().empty());
+    EXPECT_EQ(tabUrls(), std::vector<std::string>{""});
+}
+
 TEST_F(DecisionsTest, ATabMayBeClosedWhileItsVisitIsRecorded) {
     store.newTab(std::nullopt, BrowserStore::Select::no);
     const std::weak_ptr<BrowserTab> closing = store.tabs().front();

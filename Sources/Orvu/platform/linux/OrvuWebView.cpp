@@ -21,6 +21,12 @@ GObjectPointer<WebKitSettings> makeSettings(const WebKitShared& shared) {
     return settings;
 }
 
+/// The view, if it still lives.
+OrvuWebView* living(const std::weak_ptr<OrvuWebView*>& view) {
+    const auto live = view.lock();
+    return live ? *live : nullptr;
+}
+
 }  // namespace
 
 /// The engine's signals, each handed on to the view that `data` is.
@@ -88,8 +94,7 @@ private:
     }
     static void listChanged(WebKitBackForwardList*, WebKitBackForwardListItem*, gpointer,
                             gpointer data) {
-        self(data).changed_.emit(WebViewProperty::canGoBack);
-        self(data).changed_.emit(WebViewProperty::canGoForward);
+        self(data).emit({WebViewProperty::canGoBack, WebViewProperty::canGoForward});
     }
     static void loadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer data) {
         self(data).loadChanged(event);
@@ -144,9 +149,9 @@ private:
                                 gpointer data);
     static void openLink(GSimpleAction*, GVariant*, gpointer data) {
         const auto& target = *static_cast<LinkTarget*>(data);
-        const auto live = target.view.lock();
-        if (!live || !(*live)->delegate_) return;
-        (*live)->delegate_->createWebView({{target.url}, NavigationType::linkActivated, false, 0});
+        const OrvuWebView* const view = living(target.view);
+        if (!view || !view->delegate_) return;
+        view->delegate_->createWebView({{target.url}, NavigationType::linkActivated, false, 0});
     }
     static gboolean enterFullscreen(WebKitWebView*, gpointer data) {
         if (self(data).onFullscreen) self(data).onFullscreen(true);
@@ -240,16 +245,16 @@ void OrvuWebView::load(const Url& url) {
     }
     pending_ = url;
     starter_ = loop_.whenIdle([this] { make(); });
-    setUrl(url);
-    changed_.emit(WebViewProperty::isLoading);
+    url_ = url;
+    emit({WebViewProperty::url, WebViewProperty::isLoading});
 }
 
 void OrvuWebView::stopLoading() {
     if (view_) return webkit_web_view_stop_loading(view());
     starter_.cancel();
     if (!std::exchange(pending_, std::nullopt)) return;
-    setUrl(std::nullopt);
-    changed_.emit(WebViewProperty::isLoading);
+    url_.reset();
+    emit({WebViewProperty::url, WebViewProperty::isLoading});
 }
 
 void OrvuWebView::reload() {
@@ -287,6 +292,13 @@ Future<ScriptResult> OrvuWebView::evaluateJavaScript(std::string script) {
     runPageScript(view(), script,
                   [promise](ScriptResult result) { promise.resolve(std::move(result)); });
     return promise.future();
+}
+
+void OrvuWebView::emit(std::initializer_list<WebViewProperty> properties) {
+    const std::weak_ptr alive{self_};  // whoever hears of one change may end this view
+    for (const auto property : properties) {
+        if (living(alive)) changed_.emit(property);
+    }
 }
 
 void OrvuWebView::uriChanged(std::optional<Url> uri) {
@@ -343,12 +355,11 @@ void OrvuWebView::finish() {
     // The title often arrives after the load ended; the document has it already.
     runPageScript(view(), "document.title",
                   [weak = std::weak_ptr{self_}, number = loadNumber_](const ScriptResult& result) {
-                      const auto live = weak.lock();
-                      if (!live || (*live)->loadNumber_ != number) return;
-                      OrvuWebView& self = **live;
-                      if (result.kind == ScriptResult::Kind::text) self.setTitle(result.text);
-                      // Last: whoever hears of it may close the tab.
-                      if (self.delegate_) self.delegate_->didFinish();
+                      OrvuWebView* const self = living(weak);
+                      if (!self || self->loadNumber_ != number) return;
+                      if (result.kind == ScriptResult::Kind::text) self->setTitle(result.text);
+                      // Whoever heard of the title may have closed the tab.
+                      if (living(weak) && self->delegate_) self->delegate_->didFinish();
                   });
 }
 

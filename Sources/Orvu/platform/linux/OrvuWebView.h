@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
 #include <memory>
 #include <optional>
 #include <string>
@@ -72,6 +73,7 @@ private:
     class Events;
 
     void make();
+    void emit(std::initializer_list<WebViewProperty> properties);
     void uriChanged(std::optional<Url> uri);
     void setUrl(std::optional<Url> url);
     void setTitle(std::string title);
