@@ -27,6 +27,34 @@ protected:
     }
 };
 
+// --- Saving -----------------------------------------------------------------------------------
+
+TEST_F(BrowserStoreHistoryTest, WhatOneOperationWritesIsStoredAsAWhole) {
+    const auto store = openStoreWith({a, a, a});
+    world.defaults.batches = 0;
+
+    page(*store->active()).finish("Title");
+    store->newGroup(*store->tabs()[1]);
+    store->park(*store->tabs()[2]);
+    store->unpark(store->shelf().front());
+    store->closeGroup(store->groups().front());
+    store->clearHistory(std::nullopt);
+
+    EXPECT_EQ(world.defaults.batches, 6);
+    EXPECT_EQ(world.defaults.writtenAlone, Strings{});
+}
+
+TEST_F(BrowserStoreHistoryTest, WhatIsWrittenIsStoredBeforeTheSignalGoesOut) {
+    const auto store = openStoreWith({a});
+    int batchesAtSignal = -1;
+    world.defaults.batches = 0;
+    store->connectChanged([&] { batchesAtSignal = world.defaults.batches; });
+
+    store->park(*store->active());
+
+    EXPECT_EQ(batchesAtSignal, 1);
+}
+
 // --- Recording --------------------------------------------------------------------------------
 
 TEST_F(BrowserStoreHistoryTest, AFinishedPageIsRecordedAndSavedWithTheSession) {

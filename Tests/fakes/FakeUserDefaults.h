@@ -61,11 +61,17 @@ public:
     }
 
     std::map<std::string, Value, std::less<>> values;
-    std::vector<std::string> written;  ///< the key of each write, in order
-    std::vector<std::string> removed;  ///< the key of each removal, in order
-    bool diskFull = false;             ///< writes have no effect
+    std::vector<std::string> written;       ///< the key of each write, in order
+    std::vector<std::string> removed;       ///< the key of each removal, in order
+    bool diskFull = false;                  ///< writes have no effect
+    int batches = 0;                        ///< how many outermost batches ended
+    std::vector<std::string> writtenAlone;  ///< the key of each write outside any batch
 
 private:
+    void beginBatch() override { ++depth_; }
+    void endBatch() override {
+        if (--depth_ == 0) ++batches;
+    }
     template <class T>
     [[nodiscard]] const T* find(std::string_view key) const {
         const auto found = values.find(key);
@@ -74,8 +80,11 @@ private:
     void set(std::string_view key, Value value) {
         if (diskFull) return;
         written.emplace_back(key);
+        if (depth_ == 0) writtenAlone.emplace_back(key);
         values.insert_or_assign(std::string{key}, std::move(value));
     }
+
+    int depth_ = 0;
 };
 
 }  // namespace orvu

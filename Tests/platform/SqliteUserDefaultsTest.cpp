@@ -225,6 +225,61 @@ TEST_F(SqliteUserDefaultsTest, AWriteReplacesAValueOfAnyType) {
     EXPECT_EQ(defaults.string("key"), std::nullopt);
 }
 
+TEST_F(SqliteUserDefaultsTest, TheWritesOfABatchTakePlaceTogether) {
+    SqliteUserDefaults defaults{file};
+    SqliteUserDefaults other{file};
+    defaults.setString("session", "old");
+    {
+        const UserDefaults::Batch outer{defaults};
+        defaults.setString("session", "new");
+        {
+            const UserDefaults::Batch inner{defaults};
+            defaults.setString("groups", "new");
+        }
+
+        EXPECT_EQ(defaults.string("session"), "new");
+        EXPECT_EQ(other.string("session"), "old");
+        EXPECT_EQ(other.string("groups"), std::nullopt);
+    }
+
+    EXPECT_EQ(other.string("session"), "new");
+    EXPECT_EQ(other.string("groups"), "new");
+}
+
+TEST_F(SqliteUserDefaultsTest, ABatchInWhichOneWriteIsRefusedLeavesAllFormerValues) {
+    SqliteUserDefaults defaults{file};
+    defaults.setString("session", "old");
+    {
+        const UserDefaults::Batch batch{defaults};
+        {
+            SqliteConnection other{file, Access::readWrite};
+            other.execute("BEGIN IMMEDIATE");  // holds off every other writer
+            defaults.setString("session", "new");
+        }
+        defaults.setString("groups", "new");
+    }
+
+    EXPECT_EQ(defaults.string("session"), "old");
+    EXPECT_EQ(defaults.string("groups"), std::nullopt);
+    defaults.setString("session", "newer");
+    EXPECT_EQ(SqliteUserDefaults{file}.string("session"), "newer");
+}
+
+TEST_F(SqliteUserDefaultsTest, DamageThatShowsWithinABatchEndsInANewDatabaseWithItsWrites) {
+    makeStore();
+    breakHistory();
+    SqliteUserDefaults defaults{file};
+    forgetCache();
+    {
+        const UserDefaults::Batch batch{defaults};
+        static_cast<void>(defaults.data("browserVisits"));
+        defaults.setString("session", "new");
+    }
+
+    EXPECT_EQ(defaults.string("session"), "new");
+    EXPECT_EQ(SqliteUserDefaults{file}.string("session"), "new");
+}
+
 TEST_F(SqliteUserDefaultsTest, RemoveTakesTheValueAway) {
     SqliteUserDefaults defaults{file};
     defaults.setString("gone", "text");

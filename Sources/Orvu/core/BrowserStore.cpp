@@ -22,7 +22,7 @@ BrowserStore::BrowserStore(const BrowserServices& services, bool isPrivate, Prof
           : profile_.id == Profile::personalID
               ? WebsiteDataStore::defaultDataStore()
               : WebsiteDataStore::dataStoreForIdentifier(profile_.id))) {
-    const ChangeSignal::Scope change{changes_};
+    const Operation operation{*this};
     configure();
     if (!isPrivate_) restore();
     if (tabs_.empty()) newTab(std::nullopt, Select::yes);
@@ -79,7 +79,7 @@ BrowserStore::TabList BrowserStore::splitTabs() const {
 
 void BrowserStore::select(const BrowserTab& tab) {
     if (!holds(tab)) return;
-    const ChangeSignal::Scope change{changes_};
+    const Operation operation{*this};
     const bool leavesPair = !split_.empty() && !isInSplit(tab.id());
     if (activeID_ != tab.id() || leavesPair) changes_.note();
     activeID_ = tab.id();
@@ -93,7 +93,7 @@ void BrowserStore::selectTab(int number) {
     const auto count = static_cast<int>(list.size());
     const int place = number == 9 ? count : number;
     if (place < 1 || place > count) return;
-    const ChangeSignal::Scope change{changes_};
+    const Operation operation{*this};
     const Uuid& wanted = list[static_cast<std::size_t>(place - 1)]->id();
     if (activeID_ == wanted) return;
     activeID_ = wanted;  // the pair stays: a number is a look elsewhere, not a choice
@@ -112,7 +112,7 @@ void BrowserStore::open(std::string_view text, NewTab inNewTab) {
 }
 
 BrowserTab& BrowserStore::newTab(const std::optional<Url>& url, Select select) {
-    const ChangeSignal::Scope change{changes_};
+    const Operation operation{*this};
     const auto tab = std::make_shared<BrowserTab>(*configuration_, url, loop_);
     tab->onVisit = sigc::mem_fun(*this, &BrowserStore::recordVisit);
     tab->onOpenInNewTab = sigc::mem_fun(*this, &BrowserStore::openInBackground);
@@ -131,7 +131,7 @@ BrowserTab& BrowserStore::newTab(const std::optional<Url>& url, Select select) {
 void BrowserStore::close(const BrowserTab& tab) {
     const auto found = find(tab.id());
     if (found == tabs_.end()) return;
-    const ChangeSignal::Scope change{changes_};
+    const Operation operation{*this};
     const auto closed = *found;
 
     changes_.note();
@@ -161,7 +161,7 @@ void BrowserStore::rememberClosed(const BrowserTab& tab) {
 
 void BrowserStore::reopenClosed() {
     if (closedTabs_.empty()) return;
-    const ChangeSignal::Scope change{changes_};
+    const Operation operation{*this};
     const Url url = closedTabs_.back().url;
     closedTabs_.pop_back();
     newTab(url, Select::yes);
@@ -169,14 +169,14 @@ void BrowserStore::reopenClosed() {
 
 void BrowserStore::park(const BrowserTab& tab) {
     if (!holds(tab) || !tab.url()) return;
-    const ChangeSignal::Scope change{changes_};
+    const Operation operation{*this};
     shelf_.insert(shelf_.begin(), {Uuid::random(), *tab.url(), tab.title()});
     save(shelf_, "browserShelf");
     close(tab);
 }
 
 void BrowserStore::unpark(const Parked& parked) {
-    const ChangeSignal::Scope change{changes_};
+    const Operation operation{*this};
     const Parked wanted = parked;  // the argument may stand on the shelf
     std::erase_if(shelf_, [&](const Parked& each) { return each.id == wanted.id; });
     save(shelf_, "browserShelf");
@@ -185,7 +185,7 @@ void BrowserStore::unpark(const Parked& parked) {
 
 void BrowserStore::togglePin(BrowserTab& tab) {
     if (!holds(tab)) return;
-    const ChangeSignal::Scope change{changes_};
+    const Operation operation{*this};
     tab.setPinned(!tab.isPinned());
     std::ranges::stable_partition(tabs_, [](const auto& each) { return each->isPinned(); });
     changes_.note();
@@ -200,7 +200,7 @@ void BrowserStore::toggleSideBySide() {
     const auto partner =
         std::ranges::find_if(reversed, [&](const auto& tab) { return tab != front && tab->url(); });
     if (partner == reversed.end()) return;
-    const ChangeSignal::Scope change{changes_};
+    const Operation operation{*this};
     split_ = {front->id(), (*partner)->id()};
     changes_.note();
 }
@@ -208,7 +208,7 @@ void BrowserStore::toggleSideBySide() {
 void BrowserStore::openSideBySide(const BrowserTab& tab) {
     const auto front = active();
     if (!front || front->id() == tab.id() || !holds(tab)) return;
-    const ChangeSignal::Scope change{changes_};
+    const Operation operation{*this};
     split_ = {front->id(), tab.id()};
     activeID_ = tab.id();
     changes_.note();
@@ -216,7 +216,7 @@ void BrowserStore::openSideBySide(const BrowserTab& tab) {
 
 void BrowserStore::endSideBySide() {
     if (split_.empty()) return;
-    const ChangeSignal::Scope change{changes_};
+    const Operation operation{*this};
     split_.clear();
     changes_.note();
 }
@@ -245,7 +245,7 @@ void BrowserStore::openInBackground(const UrlRequest& request) {
 
 void BrowserStore::tabTookFocus(const Uuid& id) {
     if (!isInSplit(id) || activeID_ == id) return;
-    const ChangeSignal::Scope change{changes_};
+    const Operation operation{*this};
     activeID_ = id;
     changes_.note();
 }

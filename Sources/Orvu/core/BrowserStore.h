@@ -140,6 +140,14 @@ public:
     }
 
 private:
+    /// One operation, however many others it calls: what it writes is stored as a whole, and only
+    /// then does the signal go out.
+    struct Operation {
+        explicit Operation(BrowserStore& store) : change(store.changes_), batch(store.defaults_) {}
+        ChangeSignal::Scope change;
+        UserDefaults::Batch batch;  // last, so that it ends first
+    };
+
     void configure();
     void restore();
     void restoreTabs();

@@ -26,7 +26,7 @@ BrowserStore::TabList BrowserStore::tabs(const TabGroup& group) const {
 std::optional<TabGroup> BrowserStore::newGroup(BrowserTab& tab) {
     const auto found = find(tab.id());
     if (found == tabs_.end()) return std::nullopt;
-    const ChangeSignal::Scope change{changes_};
+    const Operation operation{*this};
     const auto held = *found;  // an observer of the tab may close it
     TabGroup group{.id = Uuid::random(),
                    .name = tab.url() ? siteName(*tab.url()) : "",
@@ -41,14 +41,14 @@ std::optional<TabGroup> BrowserStore::newGroup(BrowserTab& tab) {
 
 void BrowserStore::moveToGroup(BrowserTab& tab, const TabGroup& group) {
     if (!holds(tab) || !findGroup(group)) return;
-    const ChangeSignal::Scope change{changes_};
+    const Operation operation{*this};
     tab.setGroupID(group.id);
     changedGroups();
 }
 
 void BrowserStore::removeFromGroup(BrowserTab& tab) {
     if (!holds(tab)) return;
-    const ChangeSignal::Scope change{changes_};
+    const Operation operation{*this};
     tab.setGroupID(std::nullopt);
     changedGroups();
 }
@@ -56,7 +56,7 @@ void BrowserStore::removeFromGroup(BrowserTab& tab) {
 void BrowserStore::rename(const TabGroup& group, std::string_view name) {
     TabGroup* const found = findGroup(group);
     if (!found) return;
-    const ChangeSignal::Scope change{changes_};
+    const Operation operation{*this};
     const auto wanted = trimmed(name, TrimSet::whitespaces);
     if (!wanted.empty()) found->name = std::string{firstCharacters(wanted, groupNameLimit)};
     changedGroups();
@@ -65,7 +65,7 @@ void BrowserStore::rename(const TabGroup& group, std::string_view name) {
 void BrowserStore::recolor(const TabGroup& group) {
     TabGroup* const found = findGroup(group);
     if (!found) return;
-    const ChangeSignal::Scope change{changes_};
+    const Operation operation{*this};
     found->color = TabGroup::wrappedColor(found->color + 1);
     changedGroups();
 }
@@ -73,14 +73,14 @@ void BrowserStore::recolor(const TabGroup& group) {
 void BrowserStore::toggleCollapsed(const TabGroup& group) {
     TabGroup* const found = findGroup(group);
     if (!found) return;
-    const ChangeSignal::Scope change{changes_};
+    const Operation operation{*this};
     found->collapsed = !found->collapsed;
     changedGroups();
 }
 
 void BrowserStore::ungroup(const TabGroup& group) {
     if (!findGroup(group)) return;
-    const ChangeSignal::Scope change{changes_};
+    const Operation operation{*this};
     const Uuid id = group.id;   // the argument may stand in the list
     const TabList all = tabs_;  // an observer of a tab may open or close others
     for (const auto& tab : all) {
@@ -92,7 +92,7 @@ void BrowserStore::ungroup(const TabGroup& group) {
 
 void BrowserStore::closeGroup(const TabGroup& group) {
     if (!findGroup(group)) return;
-    const ChangeSignal::Scope change{changes_};
+    const Operation operation{*this};
     const Uuid id = group.id;
     for (const auto& tab : tabs(group)) close(*tab);
     std::erase_if(groups_, [&](const TabGroup& each) { return each.id == id; });

@@ -90,7 +90,7 @@ void BrowserStore::saveSession() {
 void BrowserStore::recordVisit(const BrowserTab& tab) {
     if (isPrivate_ || !holds(tab) || !tab.url()) return;
     if (!visits_.empty() && visits_.back().url == *tab.url()) return;
-    const ChangeSignal::Scope change{changes_};
+    const Operation operation{*this};
     visits_.push_back({Uuid::random(), *tab.url(), tab.title(), loop_.now()});
     encodedVisits_.append(visits_.back());
     keepLast(visits_, visitsLimit);
@@ -109,7 +109,7 @@ std::vector<Visit> BrowserStore::todayVisits() const {
 }
 
 void BrowserStore::clearHistory(const std::optional<Date>& since) {
-    const ChangeSignal::Scope change{changes_};
+    const Operation operation{*this};
     const auto removed =
         std::erase_if(visits_, [&](const Visit& visit) { return !since || visit.date >= *since; });
     if (removed > 0 || !closedTabs_.empty()) changes_.note();
@@ -119,7 +119,7 @@ void BrowserStore::clearHistory(const std::optional<Date>& since) {
 }
 
 void BrowserStore::removeVisit(const Visit& visit) {
-    const ChangeSignal::Scope change{changes_};
+    const Operation operation{*this};
     const Uuid id = visit.id;  // the argument may stand in the history
     if (std::erase_if(visits_, [&](const Visit& each) { return each.id == id; }) == 0) return;
     encodedVisits_.assign(visits_);
@@ -134,7 +134,7 @@ void BrowserStore::saveVisits() {
 void BrowserStore::reloadVisits() {
     auto stored = load<Visit>("browserVisits");
     if (!stored || *stored == visits_) return;
-    const ChangeSignal::Scope change{changes_};
+    const Operation operation{*this};
     visits_ = std::move(*stored);
     encodedVisits_.assign(visits_);
     changes_.note();

@@ -12,6 +12,19 @@ namespace orvu {
 /// a key without a value, and for a value of a type that it does not take.
 class UserDefaults {
 public:
+    /// While one lives, writes wait; those of the outermost take place together at its end, all
+    /// or none. Reads see them at once.
+    class Batch {
+    public:
+        explicit Batch(UserDefaults& defaults) : defaults_(defaults) { defaults_.beginBatch(); }
+        Batch(const Batch&) = delete;
+        Batch& operator=(const Batch&) = delete;
+        ~Batch() { defaults_.endBatch(); }
+
+    private:
+        UserDefaults& defaults_;
+    };
+
     virtual ~UserDefaults() = default;
 
     /// Whether the key has a value of any type.
@@ -31,6 +44,10 @@ public:
     virtual void setNumber(std::string_view key, double number) = 0;
     void setBoolean(std::string_view key, bool flag) { setInteger(key, flag ? 1 : 0); }
     virtual void remove(std::string_view key) = 0;
+
+private:
+    virtual void beginBatch() = 0;
+    virtual void endBatch() = 0;
 };
 
 }  // namespace orvu

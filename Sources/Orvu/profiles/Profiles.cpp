@@ -68,10 +68,13 @@ void ProfileStore::remove(const Profile& profile) {
     const Profile removed = profile;  // the argument may stand in the list
     std::erase_if(profiles_, [&](const Profile& each) { return each.id == removed.id; });
     if (profiles_.empty()) profiles_.push_back(Profile::personal());
-    save();
-    for (const auto& setting : settingKeys) {
-        if (setting.scope != SettingScope::profile) continue;
-        defaults_.remove(scopedKey(setting.name, removed));
+    {
+        const UserDefaults::Batch batch{defaults_};
+        save();
+        for (const auto& setting : settingKeys) {
+            if (setting.scope != SettingScope::profile) continue;
+            defaults_.remove(scopedKey(setting.name, removed));
+        }
     }
     removeWebsiteData_(removed.id);
     changed_.emit();

@@ -88,4 +88,8 @@ void SqliteUserDefaults::setNumber(std::string_view key, double number) {
 
 void SqliteUserDefaults::remove(std::string_view key) { database_->remove(key); }
 
+void SqliteUserDefaults::beginBatch() { database_->beginBatch(); }
+
+void SqliteUserDefaults::endBatch() { database_->endBatch(); }
+
 }  // namespace orvu

@@ -35,6 +35,9 @@ public:
     void remove(std::string_view key) override;
 
 private:
+    void beginBatch() override;
+    void endBatch() override;
+
     std::unique_ptr<UserDefaultsDatabase> database_;
 };
 

@@ -64,11 +64,27 @@ bool UserDefaultsDatabase::has(std::string_view key) {
 }
 
 void UserDefaultsDatabase::remove(std::string_view key) {
-    run([&] {
+    runWrite([&] {
         SqliteStatement::Turn row{open_.erase};
         row.bindText(1, key);
         return row.step();
     });
+}
+
+void UserDefaultsDatabase::beginBatch() {
+    if (batches_++ > 0) return;
+    batchFailed_ = false;
+    open_.connection.execute("BEGIN");
+}
+
+void UserDefaultsDatabase::endBatch() {
+    if (--batches_ > 0) return;
+    const bool stored = !batchFailed_ && open_.connection.execute("COMMIT") == SQLITE_OK;
+    // Some failures have ended the transaction already; then there is nothing to take back.
+    if (!stored && sqlite3_get_autocommit(open_.connection.handle()) == 0) {
+        open_.connection.execute("ROLLBACK");
+    }
+    batchFailed_ = false;
 }
 
 void UserDefaultsDatabase::openOrReplace() {
@@ -154,10 +170,14 @@ void UserDefaultsDatabase::replaceDamaged() {
 
 void UserDefaultsDatabase::startAnew() {
     const FolderLock lock{file_.folder()};
-    if (file_.identity() == identity_) return replaceDamaged();
-    // Another process has met the damage first, and has put a new file in its place.
-    close();
-    if (open() != Opening::good) openInMemory();
+    if (file_.identity() == identity_) {
+        replaceDamaged();
+    } else {
+        // Another process has met the damage first, and has put a new file in its place.
+        close();
+        if (open() != Opening::good) openInMemory();
+    }
+    if (batches_ > 0) open_.connection.execute("BEGIN");
 }
 
 void UserDefaultsDatabase::copyFrom(const DatabaseFile& other) {

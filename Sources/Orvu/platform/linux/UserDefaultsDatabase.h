@@ -29,6 +29,10 @@ public:
     template <class Bind>
     void write(std::string_view key, const Bind& bind);
     void remove(std::string_view key);
+    /// Batches may stand within one another; the outermost is one transaction.
+    void beginBatch();
+    /// Stores the batch, or none of it if one of its writes was refused.
+    void endBatch();
 
 private:
     enum class Opening { good, damaged, refused };
@@ -57,20 +61,31 @@ private:
 
     /// Does `work`, which gives a result code. If that is of damage, begins anew and repeats it.
     template <class Work>
-    void run(const Work& work);
+    int run(const Work& work);
+    template <class Work>
+    void runWrite(const Work& work);
     [[nodiscard]] static bool isDamage(int code);
 
     const DatabaseFile file_;
     std::optional<DatabaseFile::Identity> identity_;  ///< of the file that is open
     std::optional<LogCheckpointer> checkpointer_;
     Open open_;
+    int batches_ = 0;           ///< how many stand within one another
+    bool batchFailed_ = false;  ///< a write of the present batch was refused
 };
 
 template <class Work>
-void UserDefaultsDatabase::run(const Work& work) {
-    if (!isDamage(work())) return;
+int UserDefaultsDatabase::run(const Work& work) {
+    const int code = work();
+    if (!isDamage(code)) return code;
     startAnew();
-    work();
+    return work();
+}
+
+template <class Work>
+void UserDefaultsDatabase::runWrite(const Work& work) {
+    if (batchFailed_) return;
+    if (run(work) != SQLITE_DONE && batches_ > 0) batchFailed_ = true;
 }
 
 template <class T, class Take>
@@ -88,7 +103,7 @@ std::optional<T> UserDefaultsDatabase::read(std::string_view key, const Take& ta
 
 template <class Bind>
 void UserDefaultsDatabase::write(std::string_view key, const Bind& bind) {
-    run([&] {
+    runWrite([&] {
         SqliteStatement::Turn row{open_.upsert};
         row.bindText(1, key);
         bind(row, 2);
