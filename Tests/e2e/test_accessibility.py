@@ -1,6 +1,7 @@
 """Each part of the window has a name that tells a person what it is."""
 
 from harness.case import BrowserTest
+from harness.wait import until_equal
 
 CONTROLS = {"push button", "toggle button", "text", "entry", "list item", "list", "check box",
             "combo box", "menu item", "image", "slider"}
@@ -54,6 +55,20 @@ class AccessibilityTest(BrowserTest):
         self.wait_for_tabs("New tab", "Page one", "New tab")
         self.windows.press("push button", "Close")
         self.app.check_runs()
+
+    def test_empty_tab_offers_neither_way_nor_reload(self):
+        self.app.start()
+        self.windows.find("push button", "Reload")
+
+        until_equal(self.usable_buttons, [], "the buttons that can be pressed")
+        self.open(self.server.page("/page"))
+        until_equal(self.usable_buttons, ["Reload"], "the buttons that can be pressed")
+        self.app.action("selectTab1")
+        until_equal(self.usable_buttons, [], "the buttons that can be pressed")
+
+    def usable_buttons(self):
+        return [name for name in ("Back", "Forward", "Reload")
+                for button in self.windows.nodes("push button", name) if button.is_sensitive]
 
     def test_back_and_forward_say_whether_they_lead_anywhere(self):
         target = self.server.page("/target")

@@ -9,9 +9,13 @@ TopBar::TopBar(std::shared_ptr<BrowserStore> store)
     : store_(std::move(store)), refresh_(*this, [this] { refresh(); }) {
     add_css_class("top-bar");
     append(controls_);
-    addButton(back_, "go-previous-symbolic", "Back (⌘[)", "win.goBack");
-    addButton(forward_, "go-next-symbolic", "Forward (⌘])", "win.goForward");
-    addButton(reload_, "view-refresh-symbolic", "Reload (⌘R)", "win.reload");
+    // Not as the buttons' own actions: these would switch them on whatever the tab can do.
+    addButton(back_, "go-previous-symbolic", "Back (⌘[)",
+              [this] { activate_action("win.goBack"); });
+    addButton(forward_, "go-next-symbolic", "Forward (⌘])",
+              [this] { activate_action("win.goForward"); });
+    addButton(reload_, "view-refresh-symbolic", "Reload (⌘R)",
+              [this] { activate_action(showsStop_ ? "win.stopLoading" : "win.reload"); });
     back_.set_margin_start(16);
     setAccessibleLabel(back_, "Back");
     setAccessibleLabel(forward_, "Forward");
@@ -35,11 +39,11 @@ TopBar::TopBar(std::shared_ptr<BrowserStore> store)
 }
 
 void TopBar::addButton(Gtk::Button& button, const char* icon, const char* help,
-                       const char* action) {
+                       const sigc::slot<void()>& press) {
     button.add_css_class("chrome-button");
     button.set_icon_name(icon);
     button.set_valign(Gtk::Align::CENTER);
-    gtk_actionable_set_action_name(GTK_ACTIONABLE(button.gobj()), action);
+    button.signal_clicked().connect(press);
     setHelp(button, help);
     append(button);
 }
@@ -86,8 +90,6 @@ void TopBar::refresh() {
     if (showsStop_ != tab->isLoading()) {
         showsStop_ = tab->isLoading();
         reload_.set_icon_name(showsStop_ ? "process-stop-symbolic" : "view-refresh-symbolic");
-        gtk_actionable_set_action_name(GTK_ACTIONABLE(reload_.gobj()),
-                                       showsStop_ ? "win.stopLoading" : "win.reload");
         setHelp(reload_, showsStop_ ? "Stop" : "Reload (⌘R)");
         setAccessibleLabel(reload_, showsStop_ ? "Stop" : "Reload");
     }

@@ -32,7 +32,8 @@ public:
     std::function<void()> onEditingEnded;
 
 private:
-    void addButton(Gtk::Button& button, const char* icon, const char* help, const char* action);
+    void addButton(Gtk::Button& button, const char* icon, const char* help,
+                   const sigc::slot<void()>& press);
     void setHelp(Gtk::Button& button, const std::string& help);
     [[nodiscard]] std::string shownAddress(const std::shared_ptr<BrowserTab>& tab) const;
     void refresh();
