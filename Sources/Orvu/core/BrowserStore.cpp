@@ -107,7 +107,7 @@ void BrowserStore::open(std::string_view text, NewTab inNewTab) {
     if (inNewTab == NewTab::no && front) {
         front->webView().load(*url);
     } else {
-        newTab(*url, Select::yes);
+        newTab(url, Select::yes);
     }
 }
 
@@ -240,7 +240,7 @@ bool BrowserStore::isInSplit(const Uuid& id) const {
 }
 
 void BrowserStore::openInBackground(const UrlRequest& request) {
-    if (request.url) newTab(*request.url, Select::no);
+    if (request.url) newTab(request.url, Select::no);
 }
 
 void BrowserStore::tabTookFocus(const Uuid& id) {

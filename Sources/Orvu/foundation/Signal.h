@@ -10,7 +10,7 @@ namespace orvu {
 class ScopedConnection {
 public:
     ScopedConnection() = default;
-    ScopedConnection(sigc::connection connection) : connection_(std::move(connection)) {}
+    ScopedConnection(const sigc::connection& connection) : connection_(connection) {}
     ScopedConnection(ScopedConnection&& other) noexcept
         : connection_(std::exchange(other.connection_, {})) {}
     ScopedConnection& operator=(ScopedConnection&& other) noexcept {

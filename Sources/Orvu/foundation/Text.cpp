@@ -230,12 +230,13 @@ std::string wellFormed(std::string_view text) {
 }
 
 int nextCodePoint(std::string_view text, std::size_t& at) {
+    const char* const bytes = text.data();
     const auto size = static_cast<std::int64_t>(text.size());
     auto index = static_cast<std::int64_t>(at);
     UChar32 codePoint = 0;
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wconversion"  // within the library's macro
-    U8_NEXT(text.data(), index, size, codePoint);
+    U8_NEXT(bytes, index, size, codePoint);
 #pragma GCC diagnostic pop
     at = static_cast<std::size_t>(index);
     return codePoint;

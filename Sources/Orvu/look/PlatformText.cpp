@@ -35,9 +35,9 @@ int modifierAt(std::string_view text) {
 
 }  // namespace
 
-std::string platformText(std::string_view original) {
-    const std::string fullScreen = replacingAll(original, "⌃⌘F", "F11");
-    std::string_view text = fullScreen;
+std::string platformText(std::string_view text) {
+    const std::string fullScreen = replacingAll(text, "⌃⌘F", "F11");
+    text = fullScreen;
     std::string result;
     std::bitset<modifiers.size()> held;
     const auto nameHeld = [&] {

@@ -6,10 +6,10 @@
 
 namespace orvu {
 
-BrowserWindowController::BrowserWindowController(const BrowserServices& services,
+BrowserWindowController::BrowserWindowController(BrowserServices services,
                                                  const ProfileStore& profiles,
                                                  BrowserWindowFactory makeWindow)
-    : services_(services), profiles_(profiles), makeWindow_(std::move(makeWindow)) {}
+    : services_(std::move(services)), profiles_(profiles), makeWindow_(std::move(makeWindow)) {}
 
 std::shared_ptr<BrowserStore> BrowserWindowController::frontStore() const {
     const auto key =

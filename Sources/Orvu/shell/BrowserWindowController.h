@@ -20,7 +20,7 @@ public:
     };
 
     /// `services` and `profiles` must outlive the controller.
-    BrowserWindowController(const BrowserServices& services, const ProfileStore& profiles,
+    BrowserWindowController(BrowserServices services, const ProfileStore& profiles,
                             BrowserWindowFactory makeWindow);
 
     /// Open windows, the oldest first.

@@ -18,7 +18,7 @@ public:
 
     /// Makes the folders that are missing, for their owner alone. False if there is no folder
     /// in the end.
-    bool makeFolder() const;
+    [[nodiscard]] bool makeFolder() const;
     /// Makes an empty file if there is none, and lets only its owner read and write it.
     void makePrivate() const;
     /// Whether a database can't be here: something that is no file stands in its place, or a file

@@ -186,8 +186,7 @@ gboolean OrvuWebView::Events::contextMenu(WebKitWebView*, WebKitContextMenu* men
     const char* const link = webkit_hit_test_result_get_link_uri(hit);
     const auto url = link ? Url::parse(link) : std::nullopt;
     for (guint i = 0; i < webkit_context_menu_get_n_items(menu); ++i) {
-        WebKitContextMenuItem* const item =
-            webkit_context_menu_get_item_at_position(menu, static_cast<gint>(i));
+        WebKitContextMenuItem* const item = webkit_context_menu_get_item_at_position(menu, i);
         if (webkit_context_menu_item_get_stock_action(item) !=
             WEBKIT_CONTEXT_MENU_ACTION_OPEN_LINK_IN_NEW_WINDOW) {
             continue;

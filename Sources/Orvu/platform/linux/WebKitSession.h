@@ -10,6 +10,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace orvu {
@@ -32,7 +33,7 @@ private:
 /// The sessions of all profiles, each made when it is first wanted and shared while it lives.
 class WebKitSessions {
 public:
-    explicit WebKitSessions(const SystemPaths& paths) : paths_(paths) {}
+    explicit WebKitSessions(SystemPaths paths) : paths_(std::move(paths)) {}
 
     [[nodiscard]] std::shared_ptr<WebKitSession> session(const WebsiteDataStore& store);
     /// Deletes what a profile's websites stored, on a thread of its own.
