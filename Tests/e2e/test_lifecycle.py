@@ -48,6 +48,31 @@ class LifecycleTest(BrowserTest):
         until_equal(self.windows.titles, ["Orvu", "Orvu", "Orvu — Private"], "the windows")
         self.picture("three-windows")
 
+    def test_window_that_opens_alone_keeps_its_size(self):
+        self.app.start()
+        self.hands.resize(1111, 777)
+        until(lambda: self.saved.value("OrvuWindow"), "the saved size")
+        saved = until(lambda: self.saved.value("OrvuWindow") != "1280 820" and
+                      self.saved.value("OrvuWindow"), "another size to be saved")
+        size = self.hands.size()
+        self.app.quit()
+
+        self.app.start()
+
+        until_equal(self.hands.size, size, "the window's size")
+        self.assertEqual(self.saved.value("OrvuWindow"), saved)
+
+    def test_private_window_keeps_no_size(self):
+        self.app.start()
+        self.app.app_action("newPrivateWindow")
+        until_equal(lambda: len(self.app.windows()), 2, "the number of windows")
+        before = self.saved.value("OrvuWindow")
+
+        self.hands.resize(1000, 700, title="Orvu — Private")
+        self.app.quit()
+
+        self.assertEqual(self.saved.value("OrvuWindow"), before)
+
     def test_nothing_is_left_running_after_the_end(self):
         page = self.server.page("/page")
         self.app.start()

@@ -59,13 +59,17 @@ std::vector<WindowCommand> pageCommands() {
         {"editAddress", {"⌘L"}, editAddress},
         {"reload", {"⌘R", "F5"}, onActive([](auto&, auto& tab) { tab.webView().reload(); })},
         {"stopLoading", {}, onActive([](auto&, auto& tab) { tab.webView().stopLoading(); })},
-        {"goBack", {"⌘["}, onActive([](auto&, auto& tab) { tab.webView().goBack(); })},
-        {"goForward", {"⌘]"}, onActive([](auto&, auto& tab) { tab.webView().goForward(); })},
+        {"goBack", {"⌘[", "⌥Left"}, onActive([](auto&, auto& tab) { tab.webView().goBack(); })},
+        {"goForward", {"⌘]", "⌥Right"}, onActive([](auto&, auto& tab) {
+             tab.webView().goForward();
+         })},
         {"toggleSideBySide", {"⌥⌘S"}, [](Target& target) { target.store().toggleSideBySide(); }},
         {"toggleBookmark", {"⌘D"}, onActive(toggleBookmark)},
-        {"zoomIn", {"⌘=", "⌘+"}, zoom(+1)},
-        {"zoomOut", {"⌘-"}, zoom(-1)},
-        {"actualSize", {"⌘0"}, onActive([](auto&, auto& tab) { tab.webView().setPageZoom(1.0); })},
+        {"zoomIn", {"⌘=", "⌘+", "⌘KP_Add"}, zoom(+1)},
+        {"zoomOut", {"⌘-", "⌘KP_Subtract"}, zoom(-1)},
+        {"actualSize", {"⌘0", "⌘KP_0"}, onActive([](auto&, auto& tab) {
+             tab.webView().setPageZoom(1.0);
+         })},
         {"togglePin", {}, onActive([](auto& store, auto& tab) { store.togglePin(tab); })},
         {"park", {}, onActive([](auto& store, auto& tab) { store.park(tab); })},
         {"unpark", {}, unparkNewest},

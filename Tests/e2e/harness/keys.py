@@ -50,3 +50,13 @@ class Hands:
         held = ["keydown", holding] if holding else []
         freed = ["keyup", holding] if holding else []
         _xdotool(*held, "click", button, *freed)
+
+    def resize(self, width, height, title="Orvu"):
+        """Makes a window that large, as a drag at its edge does."""
+        _xdotool("windowsize", "--sync", self.take(title), width, height)
+
+    def size(self, title="Orvu"):
+        """Width and height of a window on the display."""
+        lines = _xdotool("getwindowgeometry", "--shell", self.take(title))
+        facts = dict(line.split("=", 1) for line in lines)
+        return int(facts["WIDTH"]), int(facts["HEIGHT"])

@@ -1,0 +1,83 @@
+"""Profiles keep their tabs, history and sign-ins apart."""
+
+import json
+
+from harness.case import BrowserTest
+from harness.wait import until_equal
+
+PERSONAL = "00000000-0000-0000-0000-00000000F00D"
+WORK = "11111111-2222-4333-8444-555555555555"
+
+
+class ProfilesTest(BrowserTest):
+    def setUp(self):
+        super().setUp()
+        self.app.start()
+        self.app.quit()
+        self.saved.put({"orvuProfiles": json.dumps([
+            {"id": PERSONAL, "name": "Personal", "icon": "person.fill", "color": 10},
+            {"id": WORK, "name": "Work", "icon": "briefcase.fill", "color": 1}]).encode()})
+
+    def work_session(self):
+        return [tab["url"] for tab in self.saved.document(f"browserSession.{WORK}") or []]
+
+    def test_window_changes_over_to_another_profile_and_back(self):
+        personal, work = self.server.page("/personal"), self.server.page("/work")
+        self.app.start(personal)
+        self.wait_for_visit(personal)
+
+        self.hands.press("alt+2")
+        self.wait_for_tabs("New tab")
+        self.app.start_again(work)
+        until_equal(self.work_session, [work], "the tabs saved for the other profile")
+        self.picture("other-profile")
+        self.hands.press("alt+1")
+
+        self.wait_for_tabs("personal")
+        self.assertEqual(self.saved.session(), [personal])
+        self.assertEqual(self.saved.visited(), [personal])
+
+    def test_profile_chosen_last_opens_at_the_next_start(self):
+        work = self.server.page("/work")
+        self.app.start()
+        self.hands.press("alt+2")
+        until_equal(lambda: self.saved.value("lastProfile"), WORK, "the profile chosen last")
+        self.app.start_again(work)
+        until_equal(self.work_session, [work], "the tabs saved for the other profile")
+        self.app.quit()
+
+        self.app.start()
+
+        self.wait_for_tabs("work")
+
+    def test_profiles_do_not_share_cookies(self):
+        page = self.server.page("/cookie", headers=[("Set-Cookie", "taste=vanilla; Max-Age=999")])
+        asked = self.server.page("/asked")
+        self.app.start(page)
+        self.wait_for_visit(page)
+
+        self.hands.press("alt+2")
+        self.wait_for_tabs("New tab")
+        self.app.start_again(asked)
+        self.server.wait_for("/asked")
+
+        self.assertEqual(self.cookies_sent_to("/asked"), [None])
+        self.hands.press("alt+1")
+        self.app.start_again(asked)
+        self.wait_for_visit(asked)
+        self.assertEqual(self.cookies_sent_to("/asked"), [None, "taste=vanilla"])
+
+    def cookies_sent_to(self, path):
+        return [request.headers.get("Cookie") for request in self.server.requests
+                if request.path == path]
+
+    def test_ninth_place_without_a_profile_does_nothing(self):
+        page = self.server.page("/page")
+        self.app.start(page)
+        self.wait_for_visit(page)
+
+        self.hands.press("alt+9")
+        self.hands.press("ctrl+t")
+
+        self.wait_for_tabs("New tab", "page", "New tab")
+        self.assertIsNone(self.saved.value("lastProfile"))
