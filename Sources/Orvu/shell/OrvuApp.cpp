@@ -57,7 +57,7 @@ std::optional<Url> urlFromArgument(std::string_view argument,
                                    const UserDefaults& defaults) {
     const auto text = trimmed(argument, TrimSet::whitespacesAndNewlines);
     if (text.empty()) return std::nullopt;
-    const auto url = Url::parse(text);
+    auto url = Url::parse(text);
     const auto scheme = url ? url->scheme() : "";
     if (!scheme.empty() && text.substr(scheme.size()).starts_with("://")) return url;
     std::error_code error;

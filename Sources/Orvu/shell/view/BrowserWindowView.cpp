@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace orvu {
 
@@ -27,10 +28,10 @@ BrowserWindowView::Content::Content(const std::shared_ptr<BrowserStore>& store)
     column.append(row);
 }
 
-BrowserWindowView::BrowserWindowView(const WindowEnvironment& environment,
+BrowserWindowView::BrowserWindowView(WindowEnvironment environment,
                                      const BrowserWindowTraits& traits,
                                      std::function<void()> closed)
-    : environment_(environment), closed_(std::move(closed)) {
+    : environment_(std::move(environment)), closed_(std::move(closed)) {
     window_.set_title(std::string{traits.title});
     window_.add_css_class("orvu");
     if (traits.isPrivate) window_.add_css_class("private");

@@ -30,7 +30,7 @@ struct WindowEnvironment {
 /// A browser window: the top bar, the list of tabs and the page.
 class BrowserWindowView : public BrowserWindow, public WindowCommandTarget, public sigc::trackable {
 public:
-    BrowserWindowView(const WindowEnvironment& environment, const BrowserWindowTraits& traits,
+    BrowserWindowView(WindowEnvironment environment, const BrowserWindowTraits& traits,
                       std::function<void()> closed);
     ~BrowserWindowView() override;
 
