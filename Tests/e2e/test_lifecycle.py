@@ -73,6 +73,22 @@ class LifecycleTest(BrowserTest):
 
         self.assertEqual(self.saved.value("OrvuWindow"), before)
 
+    def test_page_that_filled_the_screen_gives_the_window_back_when_it_goes(self):
+        other = self.server.page("/other")
+        page = self.server.page("/film", body="<script>document.onclick = () => "
+                                "document.documentElement.requestFullscreen()</script>")
+        self.app.start()
+        self.open(other, page)
+
+        for leave in ("selectTab2", "closeTab"):
+            self.app.action("selectTab3")
+            self.wait_for_selected("film")
+            self.hands.click()
+            until_equal(lambda: self.windows.nodes("list", "Tabs"), [], "the lists of tabs")
+            self.app.action(leave)
+            until(lambda: self.windows.nodes("list", "Tabs"), "the list of tabs again")
+            self.wait_for_selected("other")
+
     def test_nothing_is_left_running_after_the_end(self):
         page = self.server.page("/page")
         self.app.start()

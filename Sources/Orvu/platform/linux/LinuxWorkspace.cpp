@@ -15,6 +15,21 @@ namespace {
 
 const std::string desktopName = std::string{applicationId} + ".desktop";
 
+/// This program's file as a quoted argument of a desktop file's command; empty if the system
+/// doesn't tell.
+std::string quotedExecutable() {
+    std::error_code error;
+    const std::string path = std::filesystem::read_symlink("/proc/self/exe", error).string();
+    std::string quoted;
+    for (const char c : path) {
+        // Once for the quotes, and once for the file's own escapes.
+        if (c == '"' || c == '`' || c == '$' || c == '\\') quoted.append("\\\\");
+        if (c == '%') quoted.push_back('%');
+        quoted.append(c == '\\' ? 2 : 1, c);
+    }
+    return quoted;
+}
+
 /// Writes a file of the program's resources, with "@EXECUTABLE@" replaced by this program.
 bool installResource(const char* resource, const std::filesystem::path& target) {
     GBytes* const bytes = g_resources_lookup_data(resource, G_RESOURCE_LOOKUP_FLAGS_NONE, nullptr);
@@ -24,12 +39,13 @@ bool installResource(const char* resource, const std::filesystem::path& target) 
     std::string text{data, size};
     g_bytes_unref(bytes);
 
-    std::error_code error;
     const std::string mark = "@EXECUTABLE@";
     if (const auto at = text.find(mark); at != std::string::npos) {
-        text.replace(at, mark.size(),
-                     std::filesystem::read_symlink("/proc/self/exe", error).string());
+        const std::string program = quotedExecutable();
+        if (program.empty()) return false;
+        text.replace(at, mark.size(), program);
     }
+    std::error_code error;
     std::filesystem::create_directories(target.parent_path(), error);
     return g_file_set_contents(target.c_str(), text.data(), static_cast<gssize>(text.size()),
                                nullptr) != FALSE;

@@ -12,9 +12,11 @@ namespace {
 /// Whether the system offers a render node that this user may use.
 bool hasGraphicsProcessor() {
     std::error_code error;
-    for (const auto& node : std::filesystem::directory_iterator{"/dev/dri", error}) {
-        if (!node.path().filename().string().starts_with("renderD")) continue;
-        if (access(node.path().c_str(), R_OK | W_OK) == 0) return true;
+    const std::filesystem::directory_iterator end;
+    for (std::filesystem::directory_iterator node{"/dev/dri", error}; !error && node != end;
+         node.increment(error)) {
+        if (!node->path().filename().string().starts_with("renderD")) continue;
+        if (access(node->path().c_str(), R_OK | W_OK) == 0) return true;
     }
     return false;
 }

@@ -86,9 +86,11 @@ void WebKitSessions::removeAllBut(const std::vector<Uuid>& known) {
     Paths gone;
     for (const auto& parent : {paths_.data / "profiles", paths_.caches / "profiles"}) {
         std::error_code error;
-        for (const auto& folder : std::filesystem::directory_iterator{parent, error}) {
-            const auto id = Uuid::parse(folder.path().filename().string());
-            if (id && std::ranges::find(known, *id) == known.end()) gone.push_back(folder.path());
+        const std::filesystem::directory_iterator end;
+        for (std::filesystem::directory_iterator folder{parent, error}; !error && folder != end;
+             folder.increment(error)) {
+            const auto id = Uuid::parse(folder->path().filename().string());
+            if (id && std::ranges::find(known, *id) == known.end()) gone.push_back(folder->path());
         }
     }
     if (!gone.empty()) deleteFolders(std::move(gone));

@@ -50,6 +50,7 @@ BrowserWindowView::BrowserWindowView(WindowEnvironment environment,
 }
 
 BrowserWindowView::~BrowserWindowView() {
+    notify_callbacks();  // the window changes its size once more when it goes
     refresh_.reset();
     window_.unset_child();
 }
@@ -58,6 +59,7 @@ void BrowserWindowView::setContent(const std::shared_ptr<BrowserStore>& store) {
     storeChanged_ = {};
     tabChanged_ = {};
     watched_.reset();
+    if (content_) setElementFullscreen(false);
     window_.unset_child();
     // The page first: its process starts while the rest of the window is made.
     store_ = store;

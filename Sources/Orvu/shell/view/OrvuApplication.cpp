@@ -45,6 +45,7 @@ void OrvuApplication::on_startup() {
 
 void OrvuApplication::on_shutdown() {
     about_.reset();
+    refusal_.reset();
     world_.reset();
     Gtk::Application::on_shutdown();
 }
@@ -95,7 +96,8 @@ void OrvuApplication::showAbout() {
         about_->set_logo_icon_name(applicationId);
         about_->set_hide_on_close(true);
     }
-    if (auto* const window = get_active_window()) about_->set_transient_for(*window);
+    auto* const window = get_active_window();
+    if (window && window != about_.get()) about_->set_transient_for(*window);
     about_->present();
 }
 

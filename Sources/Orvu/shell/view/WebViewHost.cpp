@@ -2,6 +2,8 @@
 
 #include "platform/linux/OrvuWebView.h"
 
+#include <gtkmm/window.h>
+
 namespace orvu {
 namespace {
 
@@ -16,7 +18,10 @@ WebViewHost::WebViewHost() {
     set_expand(true);
 }
 
-WebViewHost::~WebViewHost() { detach(); }
+WebViewHost::~WebViewHost() {
+    onFullscreen = nullptr;  // whoever wanted to know is on its way out as well
+    detach();
+}
 
 bool WebViewHost::show(const std::shared_ptr<BrowserTab>& tab) {
     const auto page = tab && !tab->isNewTab() ? tab : nullptr;
@@ -44,18 +49,31 @@ void WebViewHost::attach(BrowserTab& tab) {
     gtk_widget_set_vexpand(widget, TRUE);
     gtk_box_append(Gtk::Box::gobj(), widget);
     view.setReportsFocus(true);
-    view.onFullscreen = [this](bool on) {
-        if (onFullscreen) onFullscreen(on);
-    };
+    view.onFullscreen = [this](bool on) { setFullscreen(on); };
 }
 
 void WebViewHost::detach() {
     const auto former = shown_.lock();
     if (former) engineView(*former).setReportsFocus(false);
     while (Gtk::Widget* const child = get_first_child()) remove(*child);
-    if (!former) return;
-    engineView(*former).setReportsFocus(true);
-    engineView(*former).onFullscreen = nullptr;
+    if (former) {
+        engineView(*former).setReportsFocus(true);
+        engineView(*former).onFullscreen = nullptr;
+    }
+    if (inFullscreen_) giveScreenBack(former.get());
+}
+
+void WebViewHost::setFullscreen(bool on) {
+    inFullscreen_ = on;
+    if (onFullscreen) onFullscreen(on);
+}
+
+void WebViewHost::giveScreenBack(BrowserTab* former) {
+    if (former) {
+        static_cast<void>(former->webView().evaluateJavaScript("document.exitFullscreen(); 0"));
+    }
+    if (auto* const window = dynamic_cast<Gtk::Window*>(get_root())) window->unfullscreen();
+    setFullscreen(false);
 }
 
 }  // namespace orvu

@@ -28,8 +28,12 @@ public:
 private:
     void attach(BrowserTab& tab);
     void detach();
+    void setFullscreen(bool on);
+    /// Ends the whole-screen view of a page that is not shown any more; `former` may be gone.
+    void giveScreenBack(BrowserTab* former);
 
     std::weak_ptr<BrowserTab> shown_;
+    bool inFullscreen_ = false;
 };
 
 }  // namespace orvu
