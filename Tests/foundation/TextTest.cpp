@@ -167,6 +167,8 @@ TEST(ContainsCharactersTest, TheEmptyTextStandsInEveryText) {
     EXPECT_TRUE(containsCharacters("", ""));
     EXPECT_TRUE(containsCharacters("é", ""));
     EXPECT_FALSE(containsCharacters("", "é"));
+    EXPECT_TRUE(containsCharacters({}, {}));
+    EXPECT_FALSE(containsCharacters({}, "e"));
 }
 
 TEST(ContainsCharactersTest, FindsALaterOccurrenceBehindOneThatIsNoWholeCharacter) {
@@ -190,6 +192,7 @@ TEST(ReplacingAllTest, ReplacesFromLeftToRightAndNotWithinWhatItPutIn) {
     EXPECT_EQ(replacingAll("aaa", "aa", "b"), "ba");
     EXPECT_EQ(replacingAll("wwwwww..", "www.", ""), "www.");
     EXPECT_EQ(replacingAll("", "x", "y"), "");
+    EXPECT_EQ(replacingAll({}, "x", "y"), "");
     EXPECT_EQ(replacingAll("abc", "x", "y"), "abc");
 }
 

@@ -85,6 +85,7 @@ std::optional<JsonValue> JsonValue::field(std::string_view name) const {
 }
 
 std::optional<JsonDocument> JsonDocument::parse(std::string_view text) {
+    if (text.empty()) return std::nullopt;  // the library takes no null pointer
     auto parser = std::make_unique<simdjson::dom::parser>();
     simdjson::dom::element root;
     if (parser->parse(text.data(), text.size()).get(root) != simdjson::SUCCESS) {

@@ -100,9 +100,9 @@ std::string composed(std::string_view text) {
     return U_SUCCESS(status) ? result : std::string{text};
 }
 
-/// As `text.find(part, from)`, but in linear time whatever the texts are.
+/// As `text.find(part, from)`, but in linear time whatever the texts are. `part` is not empty.
 std::size_t positionOf(std::string_view part, std::string_view text, std::size_t from = 0) {
-    if (from > text.size()) return std::string_view::npos;
+    if (from > text.size() || part.size() > text.size() - from) return std::string_view::npos;
     const void* const found =
         memmem(text.data() + from, text.size() - from, part.data(), part.size());
     if (!found) return std::string_view::npos;
