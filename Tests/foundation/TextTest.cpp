@@ -28,6 +28,12 @@ TEST(CharacterCountTest, BytesThatAreNoUtf8CountToo) {
     EXPECT_EQ(characterCount(std::string_view{"a\0b", 3}), 3U);
 }
 
+TEST(CharacterCountTest, ASequenceThatBreaksOffIsOneCharacter) {
+    EXPECT_EQ(characterCount("\xE2\x82z"), 2U);
+    EXPECT_EQ(firstCharacters("\xE2\x82z", 1), "\xE2\x82");
+    EXPECT_EQ(wellFormed("\xE2\x82z"), "\uFFFDz");
+}
+
 TEST(FirstCharactersTest, CutsBetweenCharactersOnly) {
     EXPECT_EQ(firstCharacters("e\u0301e\u0301", 1), "e\u0301");
     EXPECT_EQ(firstCharacters("a👩‍👩‍👧b", 2), "a👩‍👩‍👧");

@@ -5,7 +5,8 @@
 #include <string_view>
 
 /// Text in UTF-8, seen as people see it. "Characters" are user-perceived characters (grapheme
-/// clusters) everywhere. Bytes that are no UTF-8 count as one character each and stay as they are.
+/// clusters) everywhere. Bytes that are no UTF-8 stay as they are; each of them, or the head of a
+/// sequence that breaks off, counts as one code point.
 namespace orvu {
 
 /// Which characters `trimmed` takes off.
@@ -31,7 +32,7 @@ enum class TrimSet {
                                        std::string_view to);
 [[nodiscard]] bool isAscii(std::string_view text);
 [[nodiscard]] bool isWellFormed(std::string_view text);
-/// `text` with each run of bytes that is no UTF-8 replaced by U+FFFD.
+/// `text` with U+FFFD in the place of each byte, or broken-off sequence, that is no UTF-8.
 [[nodiscard]] std::string wellFormed(std::string_view text);
 
 /// Reads the code point that begins at `at` and moves `at` behind it. Gives a negative number,
