@@ -94,7 +94,10 @@ void TopBar::refresh() {
         setAccessibleLabel(reload_, showsStop_ ? "Stop" : "Reload");
     }
     const Glib::ustring text = shownAddress(tab);
-    if (!isEditing() && address_.get_text() != text) address_.set_text(text);
+    if (isEditing()) return;
+    if (address_.get_text() != text) address_.set_text(text);
+    // A long address shows its head: the host tells where one is.
+    if (address_.get_position() != 0) address_.set_position(0);
 }
 
 void TopBar::watchActive() {
