@@ -1,7 +1,7 @@
 #include "shell/view/OrvuApplication.h"
 
 #include "platform/linux/ApplicationId.h"
-#include "shell/view/Style.h"
+#include "look/view/Style.h"
 
 #include <filesystem>
 #include <iostream>

@@ -1,7 +1,7 @@
 #include "shell/view/TabList.h"
 
 #include "look/PlatformText.h"
-#include "shell/view/Accessible.h"
+#include "look/view/Accessible.h"
 
 #include <set>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/BrowserStore.h"
-#include "shell/view/FrameRefresh.h"
+#include "look/view/FrameRefresh.h"
 
 #include <gtkmm/box.h>
 #include <gtkmm/button.h>

@@ -1,7 +1,7 @@
 #include "shell/view/TopBar.h"
 
 #include "look/PlatformText.h"
-#include "shell/view/Accessible.h"
+#include "look/view/Accessible.h"
 
 namespace orvu {
 

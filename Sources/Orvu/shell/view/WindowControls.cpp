@@ -1,7 +1,7 @@
 #include "shell/view/WindowControls.h"
 
 #include "shell/WindowPlacement.h"
-#include "shell/view/Accessible.h"
+#include "look/view/Accessible.h"
 
 namespace orvu {
 namespace {

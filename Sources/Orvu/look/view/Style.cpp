@@ -1,4 +1,4 @@
-#include "shell/view/Style.h"
+#include "look/view/Style.h"
 
 #include "look/Desk.h"
 #include "profiles/ProfileLook.h"

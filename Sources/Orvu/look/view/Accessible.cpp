@@ -1,4 +1,4 @@
-#include "shell/view/Accessible.h"
+#include "look/view/Accessible.h"
 
 namespace orvu {
 
