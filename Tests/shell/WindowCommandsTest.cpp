@@ -1,5 +1,7 @@
 #include "shell/WindowCommands.h"
 
+#include "fakes/FakePasteboard.h"
+#include "fakes/FakeWorkspace.h"
 #include "support/StoreWorld.h"
 
 #include <set>
@@ -18,10 +20,23 @@ public:
         calls.push_back("switch " + profile.name);
     }
 
+    [[nodiscard]] Pasteboard& pasteboard() override { return pasteboard_; }
+    [[nodiscard]] Workspace& workspace() override { return workspace_; }
+
+    /// Also what lies on the pasteboard and what the desktop was to open.
+    [[nodiscard]] std::vector<std::string> allCalls() const {
+        auto all = calls;
+        if (!pasteboard_.text.empty()) all.push_back("copy " + pasteboard_.text);
+        for (const auto& opened : workspace_.opened) all.push_back("open " + opened);
+        return all;
+    }
+
     std::vector<std::string> calls;
 
 private:
     BrowserStore& store_;
+    FakePasteboard pasteboard_;
+    FakeWorkspace workspace_;
 };
 
 class WindowCommandsTest : public StoreTest {
@@ -53,7 +68,7 @@ private:
             command.run(target);
         }
         EXPECT_EQ(found, 1);
-        return target.calls;
+        return target.allCalls();
     }
 };
 
@@ -252,6 +267,65 @@ TEST(PageZoomTest, AnyZoomComesWithinTheLimits) {
     EXPECT_EQ(PageZoom::stepped(-100, -1), 0.5);
     EXPECT_EQ(PageZoom::stepped(2.96, 1), 3.0);
     EXPECT_EQ(PageZoom::stepped(0.54, -1), 0.5);
+}
+
+TEST_F(WindowCommandsTest, NewEmptyTabOfTheMenuEditsNoAddress) {
+    const auto store = openStoreWith({a});
+
+    EXPECT_EQ(run(*store, "newEmptyTab"), Strings{});
+
+    EXPECT_EQ(addresses(store->tabs()), (Strings{a, ""}));
+    EXPECT_TRUE(store->active()->isNewTab());
+}
+
+TEST_F(WindowCommandsTest, ZoomOfTheMenuGoesBeyondTheLimitsOfTheKeys) {
+    const auto store = openStoreWith({a});
+    WebView& view = store->active()->webView();
+
+    view.setPageZoom(0.5);
+    run(*store, "zoomOutFurther");
+    EXPECT_DOUBLE_EQ(view.pageZoom(), 0.4);
+    view.setPageZoom(3.0);
+    run(*store, "zoomInFurther");
+    EXPECT_DOUBLE_EQ(view.pageZoom(), 3.1);
+}
+
+TEST_F(WindowCommandsTest, ZoomOfTheMenuNeverMakesThePageVanish) {
+    const auto store = openStoreWith({a});
+    WebView& view = store->active()->webView();
+
+    for (int i = 0; i < 20; ++i) run(*store, "zoomOutFurther");
+
+    EXPECT_DOUBLE_EQ(view.pageZoom(), 0.1);
+}
+
+TEST_F(WindowCommandsTest, KeysBringAZoomBeyondTheirLimitsBack) {
+    const auto store = openStoreWith({a});
+    WebView& view = store->active()->webView();
+    view.setPageZoom(0.2);
+
+    press(*store, "⌘-");
+
+    EXPECT_DOUBLE_EQ(view.pageZoom(), 0.5);
+}
+
+TEST_F(WindowCommandsTest, CopyLinkPutsTheWholeAddressOnThePasteboard) {
+    const auto store = openStoreWith({"https://a.example/p?q=1#f"});
+
+    EXPECT_EQ(run(*store, "copyLink"), Strings{"copy https://a.example/p?q=1#f"});
+}
+
+TEST_F(WindowCommandsTest, OpenInDefaultBrowserHandsTheAddressToTheDesktop) {
+    const auto store = openStoreWith({a});
+
+    EXPECT_EQ(run(*store, "openInDefaultBrowser"), Strings{std::string{"open "} + a});
+}
+
+TEST_F(WindowCommandsTest, LinkCommandsDoNothingOnAnEmptyTab) {
+    const auto store = openStore();
+
+    EXPECT_EQ(run(*store, "copyLink"), Strings{});
+    EXPECT_EQ(run(*store, "openInDefaultBrowser"), Strings{});
 }
 
 }  // namespace

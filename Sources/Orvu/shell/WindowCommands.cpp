@@ -21,8 +21,16 @@ std::function<void(Target&)> zoom(int steps) {
     });
 }
 
+std::function<void(Target&)> zoomFreely(int steps) {
+    return onActive([steps](BrowserStore&, BrowserTab& tab) {
+        tab.webView().setPageZoom(PageZoom::steppedFreely(tab.webView().pageZoom(), steps));
+    });
+}
+
+void newEmptyTab(Target& target) { target.store().newTab(std::nullopt, BrowserStore::Select::yes); }
+
 void newTab(Target& target) {
-    target.store().newTab(std::nullopt, BrowserStore::Select::yes);
+    newEmptyTab(target);
     target.editAddress("");
 }
 
@@ -45,6 +53,16 @@ void toggleGroup(BrowserStore& store, BrowserTab& tab) {
     }
 }
 
+void copyLink(Target& target) {
+    const auto tab = target.store().active();
+    if (tab && tab->url()) target.pasteboard().setString(tab->url()->absoluteString());
+}
+
+void openInDefaultBrowser(Target& target) {
+    const auto tab = target.store().active();
+    if (tab && tab->url()) target.workspace().open(*tab->url());
+}
+
 void unparkNewest(Target& target) {
     BrowserStore& store = target.store();
     if (!store.shelf().empty()) store.unpark(store.shelf().front());
@@ -54,6 +72,7 @@ void unparkNewest(Target& target) {
 std::vector<WindowCommand> pageCommands() {
     return {
         {"newTab", {"⌘T"}, newTab},
+        {"newEmptyTab", {}, newEmptyTab},
         {"closeTab", {"⌘W"}, onActive([](auto& store, auto& tab) { store.close(tab); })},
         {"reopenClosed", {"⇧⌘T"}, [](Target& target) { target.store().reopenClosed(); }},
         {"editAddress", {"⌘L"}, editAddress},
@@ -70,6 +89,10 @@ std::vector<WindowCommand> pageCommands() {
         {"actualSize", {"⌘0", "⌘KP_0"}, onActive([](auto&, auto& tab) {
              tab.webView().setPageZoom(1.0);
          })},
+        {"zoomInFurther", {}, zoomFreely(+1)},
+        {"zoomOutFurther", {}, zoomFreely(-1)},
+        {"copyLink", {}, copyLink},
+        {"openInDefaultBrowser", {}, openInDefaultBrowser},
         {"togglePin", {}, onActive([](auto& store, auto& tab) { store.togglePin(tab); })},
         {"park", {}, onActive([](auto& store, auto& tab) { store.park(tab); })},
         {"unpark", {}, unparkNewest},
@@ -80,8 +103,11 @@ std::vector<WindowCommand> pageCommands() {
 }  // namespace
 
 double PageZoom::stepped(double zoom, int steps) {
-    const double wanted = std::round((zoom + steps * step) * 10.0) / 10.0;
-    return std::clamp(wanted, smallest, largest);
+    return std::clamp(steppedFreely(zoom, steps), smallest, largest);
+}
+
+double PageZoom::steppedFreely(double zoom, int steps) {
+    return std::max(std::round((zoom + steps * step) * 10.0) / 10.0, step);
 }
 
 std::vector<WindowCommand> windowCommands(const ProfileStore& profiles) {

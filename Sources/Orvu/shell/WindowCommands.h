@@ -1,6 +1,8 @@
 #pragma once
 
 #include "core/BrowserStore.h"
+#include "platform/Pasteboard.h"
+#include "platform/Workspace.h"
 #include "profiles/Profiles.h"
 
 #include <functional>
@@ -18,6 +20,9 @@ struct PageZoom {
 
     /// `zoom` changed by `steps` steps, within the limits and rounded to one decimal.
     [[nodiscard]] static double stepped(double zoom, int steps);
+    /// The same for the menu, which goes beyond the limits; but nothing is drawn at zero or
+    /// below, so one step is the least.
+    [[nodiscard]] static double steppedFreely(double zoom, int steps);
 };
 
 /// What a window does beside its store when a command asks for it.
@@ -31,6 +36,8 @@ public:
     /// Ends the editing of the address. False if nothing was being edited.
     virtual bool endEditing() = 0;
     virtual void switchProfile(const Profile& profile) = 0;
+    [[nodiscard]] virtual Pasteboard& pasteboard() = 0;
+    [[nodiscard]] virtual Workspace& workspace() = 0;
 };
 
 /// One command of a window, with the keys that give it.

@@ -75,4 +75,9 @@ void LinuxWorkspace::makeDefaultBrowser() {
     }
 }
 
+void LinuxWorkspace::open(const Url& url) {
+    g_app_info_launch_default_for_uri_async(url.absoluteString().c_str(), nullptr, nullptr,
+                                            nullptr, nullptr);
+}
+
 }  // namespace orvu

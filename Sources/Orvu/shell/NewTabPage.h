@@ -1,0 +1,22 @@
+#pragma once
+
+#include "core/Records.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvu {
+
+/// What stands in the place of a page in an empty tab.
+struct NewTabPage {
+    static constexpr std::string_view prompt = "Search, type a site, or ask Kesto";
+    static constexpr std::size_t sitesLimit = 8;
+
+    /// The latest visit to each of the hosts visited last, the newest first. `visits` stand
+    /// oldest first. "www." in front of a host makes it another one.
+    [[nodiscard]] static std::vector<Visit> recentSites(const std::vector<Visit>& visits);
+};
+
+}  // namespace orvu
