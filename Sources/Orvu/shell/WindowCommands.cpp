@@ -76,6 +76,8 @@ std::vector<WindowCommand> pageCommands() {
         {"closeTab", {"⌘W"}, onActive([](auto& store, auto& tab) { store.close(tab); })},
         {"reopenClosed", {"⇧⌘T"}, [](Target& target) { target.store().reopenClosed(); }},
         {"editAddress", {"⌘L"}, editAddress},
+        {"focusNextArea", {"F6"}, [](Target& target) { target.focusNextArea(); }},
+        {"focusFormerArea", {"⇧F6"}, [](Target& target) { target.focusFormerArea(); }},
         {"reload", {"⌘R", "F5"}, onActive([](auto&, auto& tab) { tab.webView().reload(); })},
         {"stopLoading", {}, onActive([](auto&, auto& tab) { tab.webView().stopLoading(); })},
         {"goBack", {"⌘[", "⌥Left"}, onActive([](auto&, auto& tab) { tab.webView().goBack(); })},

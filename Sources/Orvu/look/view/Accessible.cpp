@@ -1,5 +1,7 @@
 #include "look/view/Accessible.h"
 
+#include <gtkmm/scrollbar.h>
+
 namespace orvu {
 
 void setAccessibleLabel(Gtk::Widget& widget, const std::string& label) {
@@ -10,6 +12,11 @@ void setAccessibleLabel(Gtk::Widget& widget, const std::string& label) {
 void setAccessibleSelected(Gtk::Widget& widget, bool selected) {
     gtk_accessible_update_state(GTK_ACCESSIBLE(widget.gobj()), GTK_ACCESSIBLE_STATE_SELECTED,
                                 static_cast<gboolean>(selected), -1);
+}
+
+void nameScrollBars(Gtk::ScrolledWindow& window) {
+    if (auto* const bar = window.get_vscrollbar()) setAccessibleLabel(*bar, "Scroll up and down");
+    if (auto* const bar = window.get_hscrollbar()) setAccessibleLabel(*bar, "Scroll sideways");
 }
 
 }  // namespace orvu

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <gtkmm/scrolledwindow.h>
 #include <gtkmm/widget.h>
 
 #include <string>
@@ -10,5 +11,8 @@ namespace orvu {
 void setAccessibleLabel(Gtk::Widget& widget, const std::string& label);
 /// Says whether an item of a list is the chosen one.
 void setAccessibleSelected(Gtk::Widget& widget, bool selected);
+
+/// Names the bars of a scrolled window, which would go by the name of their type.
+void nameScrollBars(Gtk::ScrolledWindow& window);
 
 }  // namespace orvu
