@@ -2,6 +2,8 @@
 
 #include "platform/MainLoop.h"
 #include "platform/UserDefaults.h"
+#include "platform/linux/GdkPasteboard.h"
+#include "platform/linux/LinuxWorkspace.h"
 #include "shell/BrowserWindow.h"
 #include "shell/WindowCommands.h"
 #include "shell/view/TabList.h"
@@ -46,6 +48,8 @@ public:
     void editAddress(const std::string& text) override;
     bool endEditing() override;
     void switchProfile(const Profile& profile) override;
+    [[nodiscard]] Pasteboard& pasteboard() override { return pasteboard_; }
+    [[nodiscard]] Workspace& workspace() override { return workspace_; }
 
 private:
     /// Everything in the window that belongs to one store.
@@ -83,6 +87,8 @@ private:
     Scheduled savesFrame_;
     Scheduled closes_;
     bool remembersFrame_ = false;
+    GdkPasteboard pasteboard_;
+    LinuxWorkspace workspace_;
 };
 
 }  // namespace orvu
