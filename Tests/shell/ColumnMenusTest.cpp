@@ -168,6 +168,13 @@ TEST_F(ColumnMenusTest, GroupMenuHasItsLinesInOrder) {
               (Strings{"Rename…", "Change Colour", "Ungroup", "-", "Close Group"}));
 }
 
+TEST_F(ColumnMenusTest, WithoutRoomForAFieldRenamingIsGreyed) {
+    const auto store = openStoreWith({a});
+    const auto group = store->newGroup(*tabAt(*store, a));
+
+    EXPECT_EQ(lines(groupMenu(*store, *group, {}))[0], "(Rename…)");
+}
+
 TEST_F(ColumnMenusTest, GroupLinesRenameRecolourUngroupAndClose) {
     const auto store = openStoreWith({a, b, c});
     const auto first = store->newGroup(*tabAt(*store, a));

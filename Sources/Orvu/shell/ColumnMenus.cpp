@@ -77,8 +77,9 @@ std::vector<MenuEntry> tabMenu(BrowserStore& store, const std::shared_ptr<Browse
 
 std::vector<MenuEntry> groupMenu(BrowserStore& store, const TabGroup& group,
                                  std::function<void()> rename) {
+    const bool canRename = static_cast<bool>(rename);
     return {
-        {.title = "Rename…", .run = std::move(rename)},
+        {.title = "Rename…", .enabled = canRename, .run = std::move(rename)},
         {.title = "Change Colour", .run = [&store, group] { store.recolor(group); }},
         {.title = "Ungroup", .run = [&store, group] { store.ungroup(group); }},
         separator(),

@@ -25,8 +25,8 @@ struct MenuEntry {
 [[nodiscard]] std::vector<MenuEntry> tabMenu(BrowserStore& store,
                                              const std::shared_ptr<BrowserTab>& tab);
 
-/// The context menu of a group's header. `rename` begins the editing of its name. `store` must
-/// outlive the menu.
+/// The context menu of a group's header. `rename` begins the editing of its name; without it that
+/// line is greyed. `store` must outlive the menu.
 [[nodiscard]] std::vector<MenuEntry> groupMenu(BrowserStore& store, const TabGroup& group,
                                                std::function<void()> rename);
 

@@ -17,8 +17,9 @@
 
 namespace orvu {
 
-BrowserWindowView::Content::Content(const std::shared_ptr<BrowserStore>& store)
-    : topBar(store), tabs(store) {
+BrowserWindowView::Content::Content(const std::shared_ptr<BrowserStore>& store,
+                                    NarrowColumn& narrow)
+    : topBar(store), tabs({store, narrow}) {
     bar.set_child(topBar);
     bar.set_size_request(-1, WindowPlacement::topBarHeight);
     row.add_css_class("window-row");
@@ -31,7 +32,9 @@ BrowserWindowView::Content::Content(const std::shared_ptr<BrowserStore>& store)
 BrowserWindowView::BrowserWindowView(WindowEnvironment environment,
                                      const BrowserWindowTraits& traits,
                                      std::function<void()> closed)
-    : environment_(std::move(environment)), closed_(std::move(closed)) {
+    : environment_(std::move(environment)),
+      closed_(std::move(closed)),
+      narrow_(environment_.defaults) {
     window_.set_title(std::string{traits.title});
     window_.add_css_class("orvu");
     if (traits.isPrivate) window_.add_css_class("private");
@@ -63,7 +66,7 @@ void BrowserWindowView::setContent(const std::shared_ptr<BrowserStore>& store) {
     window_.unset_child();
     // The page first: its process starts while the rest of the window is made.
     store_ = store;
-    content_ = std::make_unique<Content>(store);
+    content_ = std::make_unique<Content>(store, narrow_);
     content_->page.onFullscreen = [this](bool on) { setElementFullscreen(on); };
     content_->topBar.onEditingEnded = [this] { content_->page.focusPage(); };
     window_.set_child(content_->column);
@@ -82,7 +85,8 @@ void BrowserWindowView::refresh() {
     const bool otherTab = tab != watched_.lock();
     watchActive(tab);
     const bool otherPage = content_->page.show(tab);
-    if (!tab || (!otherTab && !otherPage)) return;
+    const bool keyboardStays = content_->tabs.takeFocusClaim();
+    if (!tab || (!otherTab && !otherPage) || keyboardStays) return;
     if (tab->isNewTab()) {
         content_->topBar.editActiveAddress();
     } else {
