@@ -6,7 +6,7 @@
 namespace orvu {
 
 TopBar::TopBar(std::shared_ptr<BrowserStore> store)
-    : store_(std::move(store)), refresh_(*this, [this] { refresh(); }) {
+    : store_(std::move(store)), shelf_(store_), refresh_(*this, [this] { refresh(); }) {
     add_css_class("top-bar");
     append(controls_);
     // Not as the buttons' own actions: these would switch them on whatever the tab can do.
@@ -33,6 +33,7 @@ TopBar::TopBar(std::shared_ptr<BrowserStore> store)
     private_.set_valign(Gtk::Align::CENTER);
     private_.set_visible(store_->isPrivate());
     append(private_);
+    append(shelf_);
 
     store_->connectChanged(sigc::mem_fun(refresh_, &FrameRefresh::mark));
     refresh();

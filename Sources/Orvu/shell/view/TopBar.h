@@ -2,6 +2,7 @@
 
 #include "core/BrowserStore.h"
 #include "look/view/FrameRefresh.h"
+#include "shell/view/ShelfMenu.h"
 #include "shell/view/WindowControls.h"
 
 #include <gtkmm/box.h>
@@ -46,6 +47,7 @@ private:
     Gtk::Button forward_;
     Gtk::Button reload_;
     Gtk::Entry address_;
+    ShelfMenuButton shelf_;
     Gtk::Label private_{"Private"};
     FrameRefresh refresh_;
     std::weak_ptr<BrowserTab> watched_;
