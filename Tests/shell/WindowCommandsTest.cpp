@@ -172,6 +172,29 @@ TEST_F(WindowCommandsTest, TheDigitsSelectTabs) {
     EXPECT_EQ(fronts, (Strings{a, b, c, c}));
 }
 
+TEST_F(WindowCommandsTest, TabAndPageKeysGoFromTabToTabAsTheColumnShowsThem) {
+    const auto store = openStoreWith({a, b, c});
+    store->togglePin(*tabAt(*store, b));
+    Strings fronts;
+
+    for (const auto keys : {"⌘Tab", "⌘Tab", "⌘Page_Down", "⇧⌘Tab", "⌘Page_Up", "⇧⌘ISO_Left_Tab"}) {
+        press(*store, keys);
+        fronts.push_back(front(*store));
+    }
+
+    EXPECT_EQ(fronts, (Strings{b, a, c, a, b, c}));
+}
+
+TEST_F(WindowCommandsTest, TabKeyWithOneTabDoesNothing) {
+    const auto store = openStoreWith({a});
+    const ChangeCounter changes{*store};
+
+    press(*store, "⌘Tab");
+    press(*store, "⇧⌘Tab");
+
+    EXPECT_EQ(changes.count(), 0);
+}
+
 TEST_F(WindowCommandsTest, ControlAndADigitSwitchToThatProfileUnlessItIsTheWindowsOwn) {
     const auto store = openStoreWith({a});
 

@@ -1,5 +1,7 @@
 #include "shell/WindowCommands.h"
 
+#include "shell/ColumnItems.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -68,6 +70,13 @@ void unparkNewest(Target& target) {
     if (!store.shelf().empty()) store.unpark(store.shelf().front());
 }
 
+std::function<void(Target&)> selectNeighbour(ColumnStep step) {
+    return [step](Target& target) {
+        BrowserStore& store = target.store();
+        if (const auto tab = neighbourTab(store, step)) store.select(*tab);
+    };
+}
+
 /// The commands that act on tabs and pages.
 std::vector<WindowCommand> pageCommands() {
     return {
@@ -75,6 +84,11 @@ std::vector<WindowCommand> pageCommands() {
         {"newEmptyTab", {}, newEmptyTab},
         {"closeTab", {"⌘W"}, onActive([](auto& store, auto& tab) { store.close(tab); })},
         {"reopenClosed", {"⇧⌘T"}, [](Target& target) { target.store().reopenClosed(); }},
+        {"selectNextTab", {"⌘Tab", "⌘Page_Down"}, selectNeighbour(ColumnStep::next)},
+        // With Shift this key has a name of its own on some displays.
+        {"selectPreviousTab",
+         {"⇧⌘Tab", "⇧⌘ISO_Left_Tab", "⌘Page_Up"},
+         selectNeighbour(ColumnStep::previous)},
         {"editAddress", {"⌘L"}, editAddress},
         {"focusNextArea", {"F6"}, [](Target& target) { target.focusNextArea(); }},
         {"focusFormerArea", {"⇧F6"}, [](Target& target) { target.focusFormerArea(); }},

@@ -14,6 +14,16 @@ void setAccessibleSelected(Gtk::Widget& widget, bool selected) {
                                 static_cast<gboolean>(selected), -1);
 }
 
+void setAccessibleExpanded(Gtk::Widget& widget, bool expanded) {
+    gtk_accessible_update_state(GTK_ACCESSIBLE(widget.gobj()), GTK_ACCESSIBLE_STATE_EXPANDED,
+                                static_cast<gboolean>(expanded), -1);
+}
+
+void hideFromAccessibility(Gtk::Widget& widget) {
+    gtk_accessible_update_state(GTK_ACCESSIBLE(widget.gobj()), GTK_ACCESSIBLE_STATE_HIDDEN,
+                                static_cast<gboolean>(true), -1);
+}
+
 void nameScrollBars(Gtk::ScrolledWindow& window) {
     if (auto* const bar = window.get_vscrollbar()) setAccessibleLabel(*bar, "Scroll up and down");
     if (auto* const bar = window.get_hscrollbar()) setAccessibleLabel(*bar, "Scroll sideways");

@@ -11,6 +11,10 @@ namespace orvu {
 void setAccessibleLabel(Gtk::Widget& widget, const std::string& label);
 /// Says whether an item of a list is the chosen one.
 void setAccessibleSelected(Gtk::Widget& widget, bool selected);
+/// Says whether what a widget opens and closes is open.
+void setAccessibleExpanded(Gtk::Widget& widget, bool expanded);
+/// Takes a widget, and what is in it, out of what assistive technology sees.
+void hideFromAccessibility(Gtk::Widget& widget);
 
 /// Names the bars of a scrolled window, which would go by the name of their type.
 void nameScrollBars(Gtk::ScrolledWindow& window);

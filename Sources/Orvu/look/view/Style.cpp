@@ -1,5 +1,6 @@
 #include "look/view/Style.h"
 
+#include "core/TabGroup.h"
 #include "look/Desk.h"
 #include "profiles/ProfileLook.h"
 
@@ -38,6 +39,16 @@ std::string looks() {
     return rules;
 }
 
+/// The dots of groups in the groups' colours.
+std::string groupColors() {
+    std::string rules;
+    for (std::size_t i = 0; i < TabGroup::groupColors.size(); ++i) {
+        rules += ".orvu .group-color-" + std::to_string(i) +
+                 " { background: " + rgb(TabGroup::groupColors[i]) + "; }\n";
+    }
+    return rules;
+}
+
 std::string resourceText(const std::string& sheet) {
     const auto bytes = Gio::Resource::lookup_data_global("/app/orvu/Orvu/style/" + sheet + ".css");
     gsize size = 0;
@@ -55,7 +66,7 @@ void installStyle() {
     std::string style = colors;
     for (const char* const sheet : sheets) style += resourceText(sheet);
     const auto provider = Gtk::CssProvider::create();
-    provider->load_from_data(style + looks());
+    provider->load_from_data(style + looks() + groupColors());
     Gtk::StyleContext::add_provider_for_display(Gdk::Display::get_default(), provider,
                                                 GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
 }

@@ -17,8 +17,9 @@
 
 namespace orvu {
 
-BrowserWindowView::Content::Content(const std::shared_ptr<BrowserStore>& store)
-    : topBar(store), tabs(store), page(store) {
+BrowserWindowView::Content::Content(const std::shared_ptr<BrowserStore>& store,
+                                    NarrowColumn& narrow)
+    : topBar(store), tabs({store, narrow}), page(store) {
     desk.add_css_class("desk");
     desk.set_overflow(Gtk::Overflow::HIDDEN);
     layers.set_child(desk);
@@ -36,7 +37,9 @@ BrowserWindowView::Content::Content(const std::shared_ptr<BrowserStore>& store)
 BrowserWindowView::BrowserWindowView(WindowEnvironment environment,
                                      const BrowserWindowTraits& traits,
                                      std::function<void()> closed)
-    : environment_(std::move(environment)), closed_(std::move(closed)) {
+    : environment_(std::move(environment)),
+      closed_(std::move(closed)),
+      narrow_(environment_.defaults) {
     window_.set_title(std::string{traits.title});
     window_.add_css_class("orvu");
     if (traits.isPrivate) window_.add_css_class("private");
@@ -67,7 +70,7 @@ void BrowserWindowView::setContent(const std::shared_ptr<BrowserStore>& store) {
     window_.unset_child();
     // The page first: its process starts while the rest of the window is made.
     store_ = store;
-    content_ = std::make_unique<Content>(store);
+    content_ = std::make_unique<Content>(store, narrow_);
     content_->page.onFullscreen = [this](bool on) { setElementFullscreen(on); };
     content_->topBar.address().onEditingEnded = [this] { content_->page.focusContent(); };
     window_.set_child(content_->layers);
@@ -86,7 +89,8 @@ void BrowserWindowView::refresh() {
     const bool otherTab = tab != front_.lock();
     front_ = tab;
     const bool otherPage = content_->page.refresh();
-    if (tab && (otherTab || otherPage)) focusNewFront();
+    const bool keyboardStays = content_->tabs.takeFocusClaim();
+    if (tab && (otherTab || otherPage) && !keyboardStays) focusNewFront();
 }
 
 void BrowserWindowView::focusNewFront() {

@@ -5,7 +5,7 @@
 #include "shell/BrowserWindow.h"
 #include "shell/WindowCommands.h"
 #include "shell/view/PageArea.h"
-#include "shell/view/TabList.h"
+#include "shell/view/TabColumn.h"
 #include "shell/view/TopBar.h"
 
 #include <gtkmm/application.h>
@@ -57,14 +57,14 @@ public:
 private:
     /// Everything in the window that belongs to one store.
     struct Content {
-        explicit Content(const std::shared_ptr<BrowserStore>& store);
+        Content(const std::shared_ptr<BrowserStore>& store, NarrowColumn& narrow);
         Gtk::Overlay layers;
         Gtk::Box desk;
         Gtk::Box column{Gtk::Orientation::VERTICAL};
         Gtk::WindowHandle bar;
         Gtk::Box row;
         TopBar topBar;
-        TabList tabs;
+        TabColumn tabs;
         PageArea page;
     };
 
@@ -83,6 +83,7 @@ private:
     const std::function<void()> closed_;
     Gtk::ApplicationWindow window_;
     Gtk::Box invisibleTitlebar_;
+    NarrowColumn narrow_;
     std::shared_ptr<BrowserStore> store_;
     std::unique_ptr<Content> content_;
     std::unique_ptr<FrameRefresh> refresh_;

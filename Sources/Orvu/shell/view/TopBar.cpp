@@ -5,13 +5,14 @@
 namespace orvu {
 
 TopBar::TopBar(const std::shared_ptr<BrowserStore>& store)
-    : navigation_(store), address_(store), menu_(store) {
+    : navigation_(store), address_(store), shelf_(store), menu_(store) {
     add_css_class("top-bar");
     append(controls_);
     append(navigation_);
     addressPlace_.set_hexpand(true);
     append(addressPlace_);
     if (store->isPrivate()) addPrivateMark();
+    append(shelf_);
     append(menu_);
 }
 

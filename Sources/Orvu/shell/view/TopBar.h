@@ -4,6 +4,7 @@
 #include "shell/view/AddressField.h"
 #include "shell/view/BrowserMenuButton.h"
 #include "shell/view/NavButtons.h"
+#include "shell/view/ShelfMenu.h"
 #include "shell/view/WindowControls.h"
 
 #include <gtkmm/box.h>
@@ -34,6 +35,7 @@ private:
     Gtk::Box privateMark_;
     Gtk::Image eyeglasses_;
     Gtk::Label private_{"Private"};
+    ShelfMenuButton shelf_;
     BrowserMenuButton menu_;
 };
 

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <gtkmm/widget.h>
+
+#include <string>
+
+namespace orvu {
+
+/// Gives a widget a style class, or takes it away.
+inline void setCssClass(Gtk::Widget& widget, const std::string& name, bool wanted) {
+    if (wanted) {
+        widget.add_css_class(name);
+    } else {
+        widget.remove_css_class(name);
+    }
+}
+
+}  // namespace orvu

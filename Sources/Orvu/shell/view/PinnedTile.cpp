@@ -1,0 +1,49 @@
+#include "shell/view/PinnedTile.h"
+
+#include "look/view/Accessible.h"
+#include "look/view/CssClass.h"
+#include "shell/ShownTitle.h"
+
+namespace orvu {
+
+PinnedTile::PinnedTile(BrowserStore& store, const std::shared_ptr<BrowserTab>& tab)
+    : store_(store), tab_(tab), refresh_(*this, [this] { refresh(); }) {
+    add_css_class("pinned-tile");
+    property_accessible_role() = Gtk::Accessible::Role::LIST_ITEM;
+    set_child(*badge_);
+    set_focus_on_click(false);  // a click leaves the keyboard where it is
+    signal_clicked().connect(sigc::mem_fun(*this, &PinnedTile::select));
+    tab->connectChanged(sigc::mem_fun(refresh_, &FrameRefresh::mark));
+    refresh();
+}
+
+void PinnedTile::setActive(bool active) {
+    setCssClass(*this, "active", active);
+    setAccessibleSelected(*this, active);
+}
+
+std::vector<MenuEntry> PinnedTile::contextMenu() {
+    const auto tab = tab_.lock();
+    return tab ? tabMenu(store_, tab) : std::vector<MenuEntry>{};
+}
+
+void PinnedTile::select() {
+    if (const auto tab = tab_.lock()) store_.select(*tab);
+}
+
+void PinnedTile::closeTab() {
+    if (const auto tab = tab_.lock()) store_.close(*tab);
+}
+
+void PinnedTile::refresh() {
+    const auto tab = tab_.lock();
+    if (!tab) return;
+    badge_->setHost(tab->url() ? tab->url()->host().value_or("") : "");
+    std::string title = shownTitle(*tab);
+    if (title == shownTitle_) return;
+    set_tooltip_text(title);
+    setAccessibleLabel(*this, title);
+    shownTitle_ = std::move(title);
+}
+
+}  // namespace orvu
