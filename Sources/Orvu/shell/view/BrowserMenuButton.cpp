@@ -41,6 +41,7 @@ BrowserMenuButton::BrowserMenuButton(std::shared_ptr<BrowserStore> store)
     set_tooltip_text("More");
     setAccessibleLabel(*this, "More");
     popover_.set_has_arrow(false);
+    popover_.set_halign(Gtk::Align::END);  // the window ends here
     set_popover(popover_);
     popover_.signal_show().connect(sigc::mem_fun(*this, &BrowserMenuButton::fill));
     fill();
