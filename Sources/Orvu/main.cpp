@@ -1,5 +1,6 @@
 #include "core/Bookmarks.h"
 #include "foundation/NotificationCenter.h"
+#include "platform/linux/GdkPasteboard.h"
 #include "platform/linux/GlibMainLoop.h"
 #include "platform/linux/LinuxSystemPaths.h"
 #include "platform/linux/LinuxWorkspace.h"
@@ -41,7 +42,12 @@ public:
 private:
     BrowserWindowFactory makeWindows(OrvuApplication& application) {
         const WindowEnvironment environment{
-            application, defaults_, loop_, profiles_,
+            application,
+            defaults_,
+            loop_,
+            pasteboard_,
+            workspace_,
+            profiles_,
             [this](const BrowserStore& store, const Profile& profile) {
                 windows_.switchProfile(store, profile);
             }};
@@ -63,6 +69,7 @@ private:
     SqliteUserDefaults defaults_;
     WebKitEngine engine_;
     LinuxWorkspace workspace_;
+    GdkPasteboard pasteboard_;
     ProfileStore profiles_;
     BookmarkStores bookmarks_;
     BrowserWindowController windows_;

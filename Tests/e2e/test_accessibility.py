@@ -1,11 +1,11 @@
 """Each part of the window has a name that tells a person what it is."""
 
-from harness.case import BrowserTest
+from harness.case import BACK, FORWARD, RELOAD, BrowserTest
 from harness.wait import until_equal
 
 CONTROLS = {"push button", "toggle button", "text", "entry", "list item", "list", "check box",
             "combo box", "menu item", "image", "slider"}
-BUTTONS = ["Close", "Minimise", "Zoom", "Back", "Forward", "Reload", "New tab"]
+BUTTONS = ["Close", "Minimise", "Zoom", BACK, FORWARD, RELOAD, "More", "New tab"]
 
 
 class AccessibilityTest(BrowserTest):
@@ -58,16 +58,16 @@ class AccessibilityTest(BrowserTest):
 
     def test_empty_tab_offers_neither_way_nor_reload(self):
         self.app.start()
-        self.windows.find("push button", "Reload")
+        self.windows.find("push button", RELOAD)
 
         until_equal(self.usable_buttons, [], "the buttons that can be pressed")
         self.open(self.server.page("/page"))
-        until_equal(self.usable_buttons, ["Reload"], "the buttons that can be pressed")
+        until_equal(self.usable_buttons, [RELOAD], "the buttons that can be pressed")
         self.app.action("selectTab1")
         until_equal(self.usable_buttons, [], "the buttons that can be pressed")
 
     def usable_buttons(self):
-        return [name for name in ("Back", "Forward", "Reload")
+        return [name for name in (BACK, FORWARD, RELOAD)
                 for button in self.windows.nodes("push button", name) if button.is_sensitive]
 
     def test_back_and_forward_say_whether_they_lead_anywhere(self):
@@ -75,15 +75,15 @@ class AccessibilityTest(BrowserTest):
         page = self.server.link_page("/links", "/target")
         self.app.start()
         self.open(page)
-        self.assertFalse(self.windows.find("push button", "Back").is_sensitive)
+        self.assertFalse(self.windows.find("push button", BACK).is_sensitive)
         self.hands.click()
         self.wait_for_visit(target)
 
-        self.windows.press("push button", "Back")
+        self.windows.press("push button", BACK)
 
         self.wait_for_visit(page)
-        self.assertFalse(self.windows.find("push button", "Back").is_sensitive)
-        self.assertTrue(self.windows.find("push button", "Forward").is_sensitive)
+        self.assertFalse(self.windows.find("push button", BACK).is_sensitive)
+        self.assertTrue(self.windows.find("push button", FORWARD).is_sensitive)
 
 
 def is_type_name(name):

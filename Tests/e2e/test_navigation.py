@@ -1,6 +1,6 @@
 """Clicks in pages, answers of servers, and what of it becomes tabs and visits."""
 
-from harness.case import BrowserTest
+from harness.case import RELOAD, BrowserTest
 
 
 class NavigationTest(BrowserTest):
@@ -16,7 +16,7 @@ class NavigationTest(BrowserTest):
 
     def settle(self):
         """Waits until the page in front is not loading."""
-        self.windows.find("push button", "Reload")
+        self.windows.find("push button", RELOAD)
 
     def test_click_follows_a_link_in_its_tab(self):
         self.server.page("/target")

@@ -1,12 +1,12 @@
 """The processes that hold pages: their sudden end, and their end with their tabs."""
 
-from harness.case import BrowserTest
+from harness.case import RELOAD, BrowserTest
 from harness.wait import until, until_equal
 
 
 class PageProcessTest(BrowserTest):
     def settle(self):
-        self.windows.find("push button", "Reload")
+        self.windows.find("push button", RELOAD)
 
     def test_page_comes_back_once_after_its_process_was_killed(self):
         page, other = self.server.pages("/page", "/other")

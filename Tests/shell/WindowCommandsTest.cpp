@@ -16,6 +16,8 @@ public:
     [[nodiscard]] BrowserStore& store() override { return store_; }
     void editAddress(const std::string& text) override { calls.push_back("edit " + text); }
     bool endEditing() override { return false; }
+    void focusNextArea() override { calls.emplace_back("next area"); }
+    void focusFormerArea() override { calls.emplace_back("former area"); }
     void switchProfile(const Profile& profile) override {
         calls.push_back("switch " + profile.name);
     }
@@ -349,6 +351,13 @@ TEST_F(WindowCommandsTest, LinkCommandsDoNothingOnAnEmptyTab) {
 
     EXPECT_EQ(run(*store, "copyLink"), Strings{});
     EXPECT_EQ(run(*store, "openInDefaultBrowser"), Strings{});
+}
+
+TEST_F(WindowCommandsTest, TheKeyboardMovesAmongTheAreas) {
+    const auto store = openStore();
+
+    EXPECT_EQ(press(*store, "F6"), Strings{"next area"});
+    EXPECT_EQ(press(*store, "⇧F6"), Strings{"former area"});
 }
 
 }  // namespace

@@ -35,6 +35,10 @@ public:
     virtual void editAddress(const std::string& text) = 0;
     /// Ends the editing of the address. False if nothing was being edited.
     virtual bool endEditing() = 0;
+    /// Moves the keyboard on among the address, the column of tabs and the page: to the next of
+    /// them, or the former one.
+    virtual void focusNextArea() = 0;
+    virtual void focusFormerArea() = 0;
     virtual void switchProfile(const Profile& profile) = 0;
     [[nodiscard]] virtual Pasteboard& pasteboard() = 0;
     [[nodiscard]] virtual Workspace& workspace() = 0;

@@ -19,6 +19,10 @@ def _settled(read, default):
         return default
 
 
+# The frame that a window has where nothing composites, in points.
+EDGE = 4
+
+
 class Node:
     """One thing in a window, as it was when it was found."""
 
@@ -55,6 +59,22 @@ class Node:
     @property
     def is_sensitive(self):
         return _settled(lambda: self.has_state(Atspi.StateType.SENSITIVE), False)
+
+    @property
+    def is_focused(self):
+        return _settled(lambda: self.has_state(Atspi.StateType.FOCUSED), False)
+
+    @property
+    def box(self):
+        """Left, top, width and height within its window."""
+        extents = self._accessible.get_extents(Atspi.CoordType.WINDOW)
+        return extents.x, extents.y, extents.width, extents.height
+
+    @property
+    def middle(self):
+        """Where a click on it goes, for the hands."""
+        left, top, width, height = self.box
+        return left + width // 2 + EDGE, top + height // 2 + EDGE
 
     def press(self):
         """Does what a click on it does."""
@@ -102,16 +122,26 @@ class Windows:
     def press(self, role, name, window=None):
         self.find(role, name, window).press()
 
+    def focused(self, window=None):
+        """What has the keyboard, as far as it can be told."""
+        return [node for node in self.nodes(window=window) if node.is_focused]
+
     def titles(self):
         return sorted(top.name for top in self.all())
 
     def tabs(self, window=None):
-        """The titles in the list of tabs."""
+        """The titles of the pinned tabs and then of those in the list."""
         return [item.name for item in self._tab_items(window)]
+
+    def pinned_tabs(self, window=None):
+        return [item.name for item in self._items("Pinned tabs", window)]
 
     def selected_tabs(self, window=None):
         return [item.name for item in self._tab_items(window) if item.is_selected]
 
     def _tab_items(self, window):
-        return [item for tabs in self.nodes("list", "Tabs", window) for item in tabs.walk()
+        return self._items("Pinned tabs", window) + self._items("Tabs", window)
+
+    def _items(self, name, window):
+        return [item for tabs in self.nodes("list", name, window) for item in tabs.walk()
                 if item.role == "list item"]

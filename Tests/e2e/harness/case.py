@@ -12,6 +12,9 @@ from .proxy import Proxy
 from .server import Server
 from .wait import until, until_equal
 
+# The names of the buttons in the top bar.
+BACK, FORWARD, RELOAD = "Back (Ctrl+[)", "Forward (Ctrl+])", "Reload (Ctrl+R)"
+
 
 def artefacts():
     """Where pictures go."""
@@ -25,8 +28,10 @@ class BrowserTest(unittest.TestCase):
     """A fresh home, a server and a program that is not started yet. A test that fails leaves a
     picture of the display."""
 
+    display_traits = {}
+
     def setUp(self):
-        self.display = Display.shared()
+        self.display = Display.shared(**self.display_traits)
         self.home = Home()
         self.addCleanup(self.home.remove)
         self.server = Server()

@@ -51,6 +51,23 @@ class Hands:
         freed = ["keyup", holding] if holding else []
         _xdotool(*held, "click", button, *freed)
 
+    def drag(self, start, end, title="Orvu"):
+        """Drags with the first button from one place in the window to another."""
+        window = self.take(title)
+        _xdotool("mousemove", "--window", window, *start, "mousedown", 1)
+        steps = 8
+        for step in range(1, steps + 1):
+            at = [round(a + (b - a) * step / steps) for a, b in zip(start, end)]
+            _xdotool("mousemove", "--window", window, *at)
+        _xdotool("mouseup", 1)
+
+    def double_click(self, at, title="Orvu"):
+        window = self.take(title)
+        _xdotool("mousemove", "--window", window, *at, "click", "--repeat", 2, "--delay", 60, 1)
+
+    def hover(self, at, title="Orvu"):
+        _xdotool("mousemove", "--window", self.take(title), *at)
+
     def resize(self, width, height, title="Orvu"):
         """Makes a window that large, as a drag at its edge does."""
         _xdotool("windowsize", "--sync", self.take(title), width, height)
@@ -60,3 +77,9 @@ class Hands:
         lines = _xdotool("getwindowgeometry", "--shell", self.take(title))
         facts = dict(line.split("=", 1) for line in lines)
         return int(facts["WIDTH"]), int(facts["HEIGHT"])
+
+    def rest(self, title="Orvu"):
+        """Puts the pointer where it hovers over nothing."""
+        window = self.take(title)
+        width, height = self.size(title)
+        _xdotool("mousemove", "--window", window, width // 2, height - 4)

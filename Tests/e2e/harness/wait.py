@@ -6,7 +6,7 @@ DEADLINE = 20.0
 PAUSE = 0.02
 
 
-def until(condition, what, saw=None, deadline=DEADLINE):
+def until(condition, what, saw=None, deadline=DEADLINE, pause=PAUSE):
     """Calls `condition` until it gives something true, and returns that.
 
     `what` says in words what is waited for; `saw` is a value, or a function that tells what there
@@ -20,7 +20,7 @@ def until(condition, what, saw=None, deadline=DEADLINE):
         if time.monotonic() > end:
             seen = saw() if callable(saw) else saw
             raise AssertionError(f"waited {deadline:g} s for {what}; saw {seen!r}")
-        time.sleep(PAUSE)
+        time.sleep(pause)
 
 
 def until_equal(read, wanted, what, deadline=DEADLINE):

@@ -1,5 +1,7 @@
 #include "look/view/Accessible.h"
 
+#include <gtkmm/scrollbar.h>
+
 namespace orvu {
 
 void setAccessibleLabel(Gtk::Widget& widget, const std::string& label) {
@@ -20,6 +22,11 @@ void setAccessibleExpanded(Gtk::Widget& widget, bool expanded) {
 void hideFromAccessibility(Gtk::Widget& widget) {
     gtk_accessible_update_state(GTK_ACCESSIBLE(widget.gobj()), GTK_ACCESSIBLE_STATE_HIDDEN,
                                 static_cast<gboolean>(true), -1);
+}
+
+void nameScrollBars(Gtk::ScrolledWindow& window) {
+    if (auto* const bar = window.get_vscrollbar()) setAccessibleLabel(*bar, "Scroll up and down");
+    if (auto* const bar = window.get_hscrollbar()) setAccessibleLabel(*bar, "Scroll sideways");
 }
 
 }  // namespace orvu

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <gtkmm/scrolledwindow.h>
 #include <gtkmm/widget.h>
 
 #include <string>
@@ -14,5 +15,8 @@ void setAccessibleSelected(Gtk::Widget& widget, bool selected);
 void setAccessibleExpanded(Gtk::Widget& widget, bool expanded);
 /// Takes a widget, and what is in it, out of what assistive technology sees.
 void hideFromAccessibility(Gtk::Widget& widget);
+
+/// Names the bars of a scrolled window, which would go by the name of their type.
+void nameScrollBars(Gtk::ScrolledWindow& window);
 
 }  // namespace orvu

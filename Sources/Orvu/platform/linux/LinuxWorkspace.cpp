@@ -76,8 +76,8 @@ void LinuxWorkspace::makeDefaultBrowser() {
 }
 
 void LinuxWorkspace::open(const Url& url) {
-    g_app_info_launch_default_for_uri_async(url.absoluteString().c_str(), nullptr, nullptr,
-                                            nullptr, nullptr);
+    g_app_info_launch_default_for_uri_async(url.absoluteString().c_str(), nullptr, nullptr, nullptr,
+                                            nullptr);
 }
 
 }  // namespace orvu

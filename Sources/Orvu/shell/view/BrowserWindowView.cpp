@@ -12,14 +12,19 @@
 #include <gtkmm/shortcuttrigger.h>
 
 #include <algorithm>
-#include <array>
 #include <utility>
+#include <vector>
 
 namespace orvu {
 
 BrowserWindowView::Content::Content(const std::shared_ptr<BrowserStore>& store,
                                     NarrowColumn& narrow)
-    : topBar(store), tabs({store, narrow}) {
+    : topBar(store), tabs({store, narrow}), page(store) {
+    desk.add_css_class("desk");
+    desk.set_overflow(Gtk::Overflow::HIDDEN);
+    layers.set_child(desk);
+    layers.add_overlay(column);
+    layers.set_measure_overlay(column, true);
     bar.set_child(topBar);
     bar.set_size_request(-1, WindowPlacement::topBarHeight);
     row.add_css_class("window-row");
@@ -59,46 +64,39 @@ BrowserWindowView::~BrowserWindowView() {
 }
 
 void BrowserWindowView::setContent(const std::shared_ptr<BrowserStore>& store) {
-    storeChanged_ = {};
-    tabChanged_ = {};
-    watched_.reset();
+    watch_.reset();
+    front_.reset();
     if (content_) setElementFullscreen(false);
     window_.unset_child();
     // The page first: its process starts while the rest of the window is made.
     store_ = store;
     content_ = std::make_unique<Content>(store, narrow_);
     content_->page.onFullscreen = [this](bool on) { setElementFullscreen(on); };
-    content_->topBar.onEditingEnded = [this] { content_->page.focusPage(); };
-    window_.set_child(content_->column);
+    content_->topBar.address().onEditingEnded = [this] { content_->page.focusContent(); };
+    window_.set_child(content_->layers);
     for (std::size_t look = 0; look < ProfileLook::all.size(); ++look) {
         window_.remove_css_class("look-" + std::to_string(look));
     }
     const auto& looks = ProfileLook::all;
     const auto index = &ProfileLook::at(store->profile().color) - looks.data();
     if (!store->isPrivate()) window_.add_css_class("look-" + std::to_string(index));
-    storeChanged_ = store_->connectChanged(sigc::mem_fun(*refresh_, &FrameRefresh::mark));
+    watch_.emplace(*store_, [this] { refresh_->mark(); });
     refresh();
 }
 
 void BrowserWindowView::refresh() {
     const auto tab = store_->active();
-    const bool otherTab = tab != watched_.lock();
-    watchActive(tab);
-    const bool otherPage = content_->page.show(tab);
+    const bool otherTab = tab != front_.lock();
+    front_ = tab;
+    const bool otherPage = content_->page.refresh();
     const bool keyboardStays = content_->tabs.takeFocusClaim();
-    if (!tab || (!otherTab && !otherPage) || keyboardStays) return;
-    if (tab->isNewTab()) {
-        content_->topBar.editActiveAddress();
-    } else {
-        content_->page.focusPage();
-    }
+    if (tab && (otherTab || otherPage) && !keyboardStays) focusNewFront();
 }
 
-void BrowserWindowView::watchActive(const std::shared_ptr<BrowserTab>& tab) {
-    if (tab == watched_.lock()) return;
-    watched_ = tab;
-    tabChanged_ = tab ? tab->connectChanged(sigc::mem_fun(*refresh_, &FrameRefresh::mark))
-                      : sigc::connection{};
+void BrowserWindowView::focusNewFront() {
+    // An address that is being typed for an empty tab has the keyboard already.
+    if (front_.lock()->isNewTab() && content_->topBar.address().isEditing()) return;
+    content_->page.focusContent();
 }
 
 bool BrowserWindowView::isVisible() const {
@@ -121,9 +119,31 @@ void BrowserWindowView::present() {
     if (first && place_) moveWindow(GTK_WINDOW(window_.gobj()), *place_);
 }
 
-void BrowserWindowView::editAddress(const std::string& text) { content_->topBar.editAddress(text); }
+void BrowserWindowView::editAddress(const std::string& text) {
+    content_->topBar.address().edit(text);
+}
 
-bool BrowserWindowView::endEditing() { return content_->topBar.endEditing(); }
+bool BrowserWindowView::endEditing() { return content_->topBar.address().endEditing(); }
+
+void BrowserWindowView::moveFocus(int areas) {
+    std::vector<Gtk::Widget*> all{&content_->bar, &content_->tabs, &content_->page};
+    if (Gtk::Widget* const divider = content_->page.divider()) all.insert(all.end() - 1, divider);
+    const Gtk::Widget* const focus = window_.get_focus();
+    const auto found = std::ranges::find_if(all, [&](Gtk::Widget* area) {
+        return focus == area || (focus && focus->is_ancestor(*area));
+    });
+    const auto count = static_cast<int>(all.size());
+    const int former = found == all.end() ? count - 1 : static_cast<int>(found - all.begin());
+    Gtk::Widget* const next = all[static_cast<std::size_t>((former + areas + count) % count)];
+    gtk_window_set_focus_visible(GTK_WINDOW(window_.gobj()), TRUE);
+    if (next == &content_->bar) {
+        window_.activate_action("win.editAddress");
+    } else if (next == &content_->page) {
+        content_->page.focusContent();
+    } else {
+        next->child_focus(Gtk::DirectionType::TAB_FORWARD);
+    }
+}
 
 void BrowserWindowView::switchProfile(const Profile& profile) {
     environment_.switchProfile(*store_, profile);

@@ -2,16 +2,15 @@
 
 #include "platform/MainLoop.h"
 #include "platform/UserDefaults.h"
-#include "platform/linux/GdkPasteboard.h"
-#include "platform/linux/LinuxWorkspace.h"
 #include "shell/BrowserWindow.h"
 #include "shell/WindowCommands.h"
+#include "shell/view/PageArea.h"
 #include "shell/view/TabColumn.h"
 #include "shell/view/TopBar.h"
-#include "shell/view/WebViewHost.h"
 
 #include <gtkmm/application.h>
 #include <gtkmm/applicationwindow.h>
+#include <gtkmm/overlay.h>
 #include <gtkmm/windowhandle.h>
 
 #include <functional>
@@ -25,6 +24,8 @@ struct WindowEnvironment {
     Gtk::Application& application;
     UserDefaults& defaults;
     MainLoop& loop;
+    Pasteboard& pasteboard;
+    Workspace& workspace;
     const ProfileStore& profiles;
     std::function<void(const BrowserStore&, const Profile&)> switchProfile;
 };
@@ -47,27 +48,32 @@ public:
     [[nodiscard]] BrowserStore& store() override { return *store_; }
     void editAddress(const std::string& text) override;
     bool endEditing() override;
+    void focusNextArea() override { moveFocus(+1); }
+    void focusFormerArea() override { moveFocus(-1); }
     void switchProfile(const Profile& profile) override;
-    [[nodiscard]] Pasteboard& pasteboard() override { return pasteboard_; }
-    [[nodiscard]] Workspace& workspace() override { return workspace_; }
+    [[nodiscard]] Pasteboard& pasteboard() override { return environment_.pasteboard; }
+    [[nodiscard]] Workspace& workspace() override { return environment_.workspace; }
 
 private:
     /// Everything in the window that belongs to one store.
     struct Content {
         Content(const std::shared_ptr<BrowserStore>& store, NarrowColumn& narrow);
+        Gtk::Overlay layers;
+        Gtk::Box desk;
         Gtk::Box column{Gtk::Orientation::VERTICAL};
         Gtk::WindowHandle bar;
         Gtk::Box row;
         TopBar topBar;
         TabColumn tabs;
-        WebViewHost page;
+        PageArea page;
     };
 
     void addCommands();
     void addWindowActions();
     void addShortcut(const std::string& keys, const std::string& action);
     void refresh();
-    void watchActive(const std::shared_ptr<BrowserTab>& tab);
+    void focusNewFront();
+    void moveFocus(int areas);
     void setElementFullscreen(bool on);
     void saveFrame();
     void frameChanged();
@@ -81,15 +87,12 @@ private:
     std::shared_ptr<BrowserStore> store_;
     std::unique_ptr<Content> content_;
     std::unique_ptr<FrameRefresh> refresh_;
-    ScopedConnection storeChanged_;
-    std::weak_ptr<BrowserTab> watched_;
-    ScopedConnection tabChanged_;
+    std::optional<ActiveTabWatch> watch_;
+    std::weak_ptr<BrowserTab> front_;  ///< the tab that had the keyboard's attention last
     std::optional<Point> place_;
     Scheduled savesFrame_;
     Scheduled closes_;
     bool remembersFrame_ = false;
-    GdkPasteboard pasteboard_;
-    LinuxWorkspace workspace_;
 };
 
 }  // namespace orvu

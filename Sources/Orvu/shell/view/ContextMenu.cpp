@@ -21,6 +21,7 @@ ContextMenu::ContextMenu(Gtk::Widget& parent)
     popover_.set_parent(parent_);
     popover_.set_has_arrow(false);
     popover_.set_halign(Gtk::Align::START);
+    popover_.set_offset(-8, -8);  // its corner stands beside the pointer, not its shadow's edge
     popover_.signal_closed().connect(sigc::mem_fun(*this, &ContextMenu::closed));
 }
 

@@ -1,61 +1,42 @@
 #pragma once
 
-#include "core/BrowserStore.h"
-#include "look/view/FrameRefresh.h"
+#include "look/view/MaximumWidth.h"
+#include "shell/view/AddressField.h"
+#include "shell/view/BrowserMenuButton.h"
+#include "shell/view/NavButtons.h"
 #include "shell/view/ShelfMenu.h"
 #include "shell/view/WindowControls.h"
 
 #include <gtkmm/box.h>
-#include <gtkmm/button.h>
-#include <gtkmm/entry.h>
+#include <gtkmm/image.h>
 #include <gtkmm/label.h>
 
-#include <functional>
 #include <memory>
-#include <string>
 
 namespace orvu {
 
-/// The bar at the top of a window: the window's controls, back, forward and reload, and the
-/// field for an address.
+/// The bar at the top of a window: the window's controls, the ways through pages, the address,
+/// and the menus.
 class TopBar : public Gtk::Box {
 public:
-    explicit TopBar(std::shared_ptr<BrowserStore> store);
+    explicit TopBar(const std::shared_ptr<BrowserStore>& store);
 
-    /// Puts the keyboard into the field, with `text` in it, selected.
-    void editAddress(const std::string& text);
-    /// Puts the keyboard into the field, with the active tab's address in it, selected.
-    void editActiveAddress();
-    /// Leaves the field and shows the page's address again. False if it wasn't being edited.
-    bool endEditing();
-    [[nodiscard]] bool isEditing() const;
-    /// Called when the field gives the keyboard away.
-    std::function<void()> onEditingEnded;
+    [[nodiscard]] AddressField& address() { return address_; }
 
 private:
-    void addButton(Gtk::Button& button, const char* icon, const char* help,
-                   const sigc::slot<void()>& press);
-    void setHelp(Gtk::Button& button, const std::string& help);
-    [[nodiscard]] std::string shownAddress(const std::shared_ptr<BrowserTab>& tab) const;
-    void refresh();
-    void open();
-    void watchActive();
+    static constexpr int addressWidth = 560;
 
-    const std::shared_ptr<BrowserStore> store_;
+    void addPrivateMark();
+
     WindowControls controls_;
-    Gtk::Button back_;
-    Gtk::Button forward_;
-    Gtk::Button reload_;
-    Gtk::Entry address_;
-    ShelfMenuButton shelf_;
+    NavButtons navigation_;
+    AddressField address_;
+    MaximumWidth addressPlace_{address_, addressWidth};
+    Gtk::Box privateMark_;
+    Gtk::Image eyeglasses_;
     Gtk::Label private_{"Private"};
-    FrameRefresh refresh_;
-    std::weak_ptr<BrowserTab> watched_;
-    ScopedConnection tabChanged_;
-    bool showsStop_ = false;
-    /// What was typed last, and where: a tab whose load failed shows it again, to be mended.
-    std::string typed_;
-    std::weak_ptr<BrowserTab> typedIn_;
+    ShelfMenuButton shelf_;
+    BrowserMenuButton menu_;
 };
 
 }  // namespace orvu

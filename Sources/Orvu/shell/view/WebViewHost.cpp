@@ -13,8 +13,7 @@ OrvuWebView& engineView(BrowserTab& tab) { return static_cast<OrvuWebView&>(tab.
 }  // namespace
 
 WebViewHost::WebViewHost() {
-    add_css_class("page-card");
-    set_overflow(Gtk::Overflow::HIDDEN);
+    add_css_class("web-view-host");
     set_expand(true);
 }
 

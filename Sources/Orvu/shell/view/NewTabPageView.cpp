@@ -1,0 +1,85 @@
+#include "shell/view/NewTabPageView.h"
+
+#include "look/view/Accessible.h"
+#include "look/view/SymbolImage.h"
+#include "shell/NewTabPage.h"
+
+#include <gtkmm/button.h>
+#include <gtkmm/label.h>
+
+#include <string>
+
+namespace orvu {
+namespace {
+
+/// A button that leads to a site.
+Gtk::Button& makeTile(const std::string& name) {
+    auto& box = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 8);
+    auto& icon = *Gtk::make_managed<Gtk::Box>();
+    icon.add_css_class("site-tile");
+    icon.set_halign(Gtk::Align::CENTER);
+    box.append(icon);
+    auto& label = *Gtk::make_managed<Gtk::Label>(name);
+    label.add_css_class("site-name");
+    label.set_ellipsize(Pango::EllipsizeMode::END);
+    label.set_max_width_chars(1);
+    box.append(label);
+    auto& tile = *Gtk::make_managed<Gtk::Button>();
+    tile.add_css_class("site");
+    tile.set_child(box);
+    tile.set_tooltip_text(name);
+    setAccessibleLabel(tile, name);
+    return tile;
+}
+
+}  // namespace
+
+NewTabPageView::NewTabPageView(std::shared_ptr<BrowserStore> store)
+    : store_(std::move(store)), refresh_(*this, [this] { refresh(); }) {
+    add_css_class("new-tab-page");
+    column_.set_valign(Gtk::Align::CENTER);
+    column_.set_margin(padding);
+    addField();
+    sites_.set_halign(Gtk::Align::FILL);
+    column_.append(sites_);
+    scroll_.set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
+    scroll_.set_child(column_);
+    nameScrollBars(scroll_);
+    set_child(scroll_);
+    store_->connectChanged(sigc::mem_fun(refresh_, &FrameRefresh::mark));
+    refresh();
+}
+
+void NewTabPageView::addField() {
+    field_.add_css_class("new-tab-field");
+    setSymbol(magnifier_, "magnifyingglass", 18);
+    field_.append(magnifier_);
+    const std::string prompt{NewTabPage::prompt};
+    text_.set_placeholder_text(prompt);
+    text_.set_hexpand(true);
+    setAccessibleLabel(text_, prompt);
+    text_.signal_activate().connect(
+        [this] { store_->open(text_.get_text().raw(), BrowserStore::NewTab::no); });
+    field_.append(text_);
+    column_.append(fieldPlace_);
+}
+
+void NewTabPageView::refresh() {
+    const auto sites = NewTabPage::recentSites(store_->visits());
+    if (sites != shownSites_) showSites(sites);
+    sites_.set_visible(!sites.empty());
+}
+
+void NewTabPageView::showSites(const std::vector<Visit>& sites) {
+    sites_.clear();
+    shownSites_ = sites;
+    for (const Visit& site : sites) {
+        Gtk::Button& tile = makeTile(siteName(site.url));
+        tile.signal_clicked().connect([this, address = site.url.absoluteString()] {
+            store_->open(address, BrowserStore::NewTab::no);
+        });
+        sites_.append(tile);
+    }
+}
+
+}  // namespace orvu

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "shell/view/PageContent.h"
+#include "shell/view/SplitPagesView.h"
+
+#include <gtkmm/box.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace orvu {
+
+/// Everything between the column of tabs and the window's edge: one card with the tab in front,
+/// or two side by side.
+class PageArea : public Gtk::Box {
+public:
+    explicit PageArea(std::shared_ptr<BrowserStore> store);
+    ~PageArea() override;
+
+    /// Shows what the store says now. True if another page stands there.
+    bool refresh();
+    /// Gives the keyboard to the tab in front.
+    void focusContent();
+
+    /// What moves the border of two pages; nullptr where there is one.
+    [[nodiscard]] Gtk::Widget* divider() { return pair_ ? &pair_->divider() : nullptr; }
+
+    /// Called when an element of a page takes the whole screen, and when it gives it back.
+    std::function<void(bool)> onFullscreen;
+
+private:
+    void showSingle();
+    void showPair();
+    void tellFullscreen(bool on);
+
+    const std::shared_ptr<BrowserStore> store_;
+    std::optional<PageContent> single_;
+    std::optional<SplitPagesView> pair_;
+};
+
+}  // namespace orvu

@@ -1,0 +1,38 @@
+#include "shell/view/PageContent.h"
+
+namespace orvu {
+
+PageContent::PageContent(std::shared_ptr<BrowserStore> store) : store_(std::move(store)) {
+    add_css_class("page-card");
+    set_overflow(Gtk::Overflow::HIDDEN);
+    set_expand(true);
+    set_child(host_);
+}
+
+bool PageContent::show(const std::shared_ptr<BrowserTab>& tab) {
+    const bool empty = tab && tab->isNewTab();
+    const auto newTab = empty ? std::optional{tab->id()} : std::nullopt;
+    const bool otherNewTab = newTab != newTab_;
+    if (otherNewTab) showNewTabPage(newTab);
+    const bool otherPage = host_.show(tab);
+    return otherPage || otherNewTab;
+}
+
+void PageContent::focusContent() {
+    if (newTabPage_) {
+        newTabPage_->focusField();
+    } else {
+        host_.focusPage();
+    }
+}
+
+void PageContent::showNewTabPage(const std::optional<Uuid>& tab) {
+    newTab_ = tab;
+    if (newTabPage_) remove_overlay(*newTabPage_);
+    newTabPage_.reset();
+    if (!tab) return;
+    newTabPage_ = std::make_unique<NewTabPageView>(store_);
+    add_overlay(*newTabPage_);
+}
+
+}  // namespace orvu

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "core/BrowserStore.h"
+#include "shell/view/NewTabPageView.h"
+#include "shell/view/WebViewHost.h"
+
+#include <gtkmm/overlay.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace orvu {
+
+/// The card that shows one tab: its page, or the new tab page.
+class PageContent : public Gtk::Overlay {
+public:
+    explicit PageContent(std::shared_ptr<BrowserStore> store);
+
+    /// Shows `tab`. True if another page, or another empty tab, stands here now.
+    bool show(const std::shared_ptr<BrowserTab>& tab);
+    /// Gives the keyboard to the page, or to the field of the new tab page.
+    void focusContent();
+    /// Gives the page back, so that another card can show it.
+    void clear() { show(nullptr); }
+
+    /// Called when an element of the page takes the whole screen, and when it gives it back.
+    void setOnFullscreen(std::function<void(bool)> slot) { host_.onFullscreen = std::move(slot); }
+
+private:
+    void showNewTabPage(const std::optional<Uuid>& tab);
+
+    const std::shared_ptr<BrowserStore> store_;
+    WebViewHost host_;
+    std::unique_ptr<NewTabPageView> newTabPage_;
+    std::optional<Uuid> newTab_;  ///< the empty tab that `newTabPage_` stands for
+};
+
+}  // namespace orvu

@@ -1,0 +1,75 @@
+#include "shell/view/PagePane.h"
+
+#include "look/PlatformText.h"
+#include "look/view/Accessible.h"
+#include "look/view/SymbolImage.h"
+
+namespace orvu {
+
+PagePane::PagePane(std::shared_ptr<BrowserStore> store, Place place)
+    : Gtk::Box(Gtk::Orientation::VERTICAL),
+      store_(std::move(store)),
+      content_(store_),
+      refresh_(*this, [this] { refresh(); }) {
+    add_css_class("page-pane");
+    addHeader(place);
+    append(content_);
+    store_->connectChanged(sigc::mem_fun(refresh_, &FrameRefresh::mark));
+}
+
+void PagePane::addHeader(Place place) {
+    header_.add_css_class("pane-header");
+    title_.set_ellipsize(Pango::EllipsizeMode::END);
+    title_.set_xalign(0);
+    titleButton_.add_css_class("pane-title");
+    titleButton_.set_child(title_);
+    titleButton_.set_hexpand(true);
+    titleButton_.signal_clicked().connect(sigc::mem_fun(*this, &PagePane::select));
+    header_.append(titleButton_);
+    if (place == Place::second) {
+        close_.add_css_class("pane-close");
+        setSymbol(cross_, "xmark", 9);
+        close_.set_child(cross_);
+        close_.set_valign(Gtk::Align::CENTER);
+        close_.set_tooltip_text(platformText("Back to one page (⌥⌘S)"));
+        setAccessibleLabel(close_, "Close side by side");
+        close_.signal_clicked().connect([this] { store_->endSideBySide(); });
+        header_.append(close_);
+    }
+    append(header_);
+}
+
+bool PagePane::show(const std::shared_ptr<BrowserTab>& tab) {
+    if (tab != tab_.lock()) {
+        tab_ = tab;
+        tabChanged_ = tab ? tab->connectChanged(sigc::mem_fun(refresh_, &FrameRefresh::mark))
+                          : sigc::connection{};
+    }
+    refresh();
+    return content_.show(tab);
+}
+
+void PagePane::refresh() {
+    const auto tab = tab_.lock();
+    if (!tab) return;
+    const Glib::ustring title = tab->title();
+    if (title_.get_text() != title) {
+        title_.set_text(title);
+        titleButton_.set_tooltip_text(title);
+        setAccessibleLabel(titleButton_, title);
+    }
+    if (store_->activeID() == tab->id()) {
+        header_.add_css_class("active");
+    } else {
+        header_.remove_css_class("active");
+    }
+}
+
+void PagePane::select() {
+    const auto tab = tab_.lock();
+    if (!tab) return;
+    store_->select(*tab);
+    content_.focusContent();
+}
+
+}  // namespace orvu
