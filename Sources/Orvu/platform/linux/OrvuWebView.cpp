@@ -55,6 +55,7 @@ public:
         on(view, "unmap", unmapped);
         GtkEventController* const focus = gtk_event_controller_focus_new();
         on(focus, "enter", focusEntered);
+        on(focus, "leave", focusLeft);
         gtk_widget_add_controller(GTK_WIDGET(view), focus);
     }
     static void disconnect(WebKitWebView* view, OrvuWebView* self) {
@@ -175,8 +176,20 @@ private:
         webkit_settings_set_enable_back_forward_navigation_gestures(
             webkit_web_view_get_settings(view), FALSE);
     }
-    static void focusEntered(GtkEventControllerFocus*, gpointer data) {
+    static void focusEntered(GtkEventControllerFocus* focus, gpointer data) {
+        // A window that comes back, from under a menu too, brings its old focus along: that is
+        // no choice of this page.
+        const bool wasActive = std::exchange(self(data).windowWasActive_, isInActiveWindow(focus));
+        if (!wasActive || !self(data).windowWasActive_) return;
         if (self(data).reportsFocus_) self(data).onFocus();
+    }
+    static void focusLeft(GtkEventControllerFocus* focus, gpointer data) {
+        self(data).windowWasActive_ = isInActiveWindow(focus);
+    }
+    static bool isInActiveWindow(GtkEventControllerFocus* focus) {
+        GtkWidget* const widget = gtk_event_controller_get_widget(GTK_EVENT_CONTROLLER(focus));
+        GtkRoot* const root = gtk_widget_get_root(widget);
+        return root && gtk_window_is_active(GTK_WINDOW(root));
     }
 };
 
