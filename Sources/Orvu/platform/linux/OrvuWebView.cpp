@@ -55,7 +55,6 @@ public:
         on(view, "unmap", unmapped);
         GtkEventController* const focus = gtk_event_controller_focus_new();
         on(focus, "enter", focusEntered);
-        on(focus, "leave", focusLeft);
         gtk_widget_add_controller(GTK_WIDGET(view), focus);
     }
     static void disconnect(WebKitWebView* view, OrvuWebView* self) {
@@ -177,19 +176,12 @@ private:
             webkit_web_view_get_settings(view), FALSE);
     }
     static void focusEntered(GtkEventControllerFocus* focus, gpointer data) {
-        // A window that comes back, from under a menu too, brings its old focus along: that is
-        // no choice of this page.
-        const bool wasActive = std::exchange(self(data).windowWasActive_, isInActiveWindow(focus));
-        if (!wasActive || !self(data).windowWasActive_) return;
-        if (self(data).reportsFocus_) self(data).onFocus();
-    }
-    static void focusLeft(GtkEventControllerFocus* focus, gpointer data) {
-        self(data).windowWasActive_ = isInActiveWindow(focus);
-    }
-    static bool isInActiveWindow(GtkEventControllerFocus* focus) {
+        // A window that becomes active, from under a menu too, has its focus already and brings
+        // it along: that is no choice of this page. A focus that moves comes before the window
+        // knows of it.
         GtkWidget* const widget = gtk_event_controller_get_widget(GTK_EVENT_CONTROLLER(focus));
-        GtkRoot* const root = gtk_widget_get_root(widget);
-        return root && gtk_window_is_active(GTK_WINDOW(root));
+        if (gtk_root_get_focus(gtk_widget_get_root(widget)) == widget) return;
+        if (self(data).reportsFocus_) self(data).onFocus();
     }
 };
 

@@ -95,9 +95,8 @@ private:
     double zoom_ = 1;
     bool secure_ = false;
     bool reportsFocus_ = true;
-    bool windowWasActive_ = true;  ///< when the focus last came or went
-    bool committed_ = false;       ///< the present load has shown something
-    bool failed_ = false;          ///< the present load failed
+    bool committed_ = false;  ///< the present load has shown something
+    bool failed_ = false;     ///< the present load failed
     std::uint64_t loadNumber_ = 0;
     CrashReload crashReload_;
     /// Lets callbacks of the engine find out whether this view still lives.
