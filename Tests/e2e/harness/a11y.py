@@ -132,12 +132,18 @@ class Windows:
         return sorted(top.name for top in self.all())
 
     def tabs(self, window=None):
-        """The titles in the list of tabs."""
+        """The titles of the pinned tabs and then of those in the list."""
         return [item.name for item in self._tab_items(window)]
+
+    def pinned_tabs(self, window=None):
+        return [item.name for item in self._items("Pinned tabs", window)]
 
     def selected_tabs(self, window=None):
         return [item.name for item in self._tab_items(window) if item.is_selected]
 
     def _tab_items(self, window):
-        return [item for tabs in self.nodes("list", "Tabs", window) for item in tabs.walk()
+        return self._items("Pinned tabs", window) + self._items("Tabs", window)
+
+    def _items(self, name, window):
+        return [item for tabs in self.nodes("list", name, window) for item in tabs.walk()
                 if item.role == "list item"]

@@ -76,6 +76,22 @@ class Hands:
         self.take(title)
         _xdotool("type", "--delay", 8, text)
 
+    def go_on(self, *keys):
+        """Presses keys where the keyboard is, with the pointer left where it is."""
+        _xdotool("key", "--delay", 20, *keys)
+
+    def type_on(self, text):
+        """Types where the keyboard is, with the pointer left where it is."""
+        _xdotool("type", "--delay", 8, text)
+
+    def point(self, at, title="Orvu"):
+        """Moves the pointer to a place in the window."""
+        _xdotool("mousemove", "--window", self.take(title), *at)
+
+    def click_twice(self, at, title="Orvu"):
+        self.point(at, title)
+        _xdotool("click", "--repeat", 2, "--delay", 60, 1)
+
     def click(self, button=1, holding=None, at=PAGE, title="Orvu"):
         """Clicks into the page, or at another place, with a key held down if one is named."""
         window = self.take(title)

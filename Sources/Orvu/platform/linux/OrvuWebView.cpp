@@ -175,7 +175,12 @@ private:
         webkit_settings_set_enable_back_forward_navigation_gestures(
             webkit_web_view_get_settings(view), FALSE);
     }
-    static void focusEntered(GtkEventControllerFocus*, gpointer data) {
+    static void focusEntered(GtkEventControllerFocus* focus, gpointer data) {
+        // A window that becomes active, from under a menu too, has its focus already and brings
+        // it along: that is no choice of this page. A focus that moves comes before the window
+        // knows of it.
+        GtkWidget* const widget = gtk_event_controller_get_widget(GTK_EVENT_CONTROLLER(focus));
+        if (gtk_root_get_focus(gtk_widget_get_root(widget)) == widget) return;
         if (self(data).reportsFocus_) self(data).onFocus();
     }
 };

@@ -5,6 +5,8 @@
 
 #include <gtkmm/root.h>
 
+#include <utility>
+
 namespace orvu {
 namespace {
 
@@ -21,6 +23,7 @@ ContextMenu::ContextMenu(Gtk::Widget& parent)
     popover_.set_parent(parent_);
     popover_.set_has_arrow(false);
     popover_.set_halign(Gtk::Align::START);
+    popover_.set_offset(-8, -8);  // its corner stands beside the pointer, not its shadow's edge
     popover_.signal_closed().connect(sigc::mem_fun(*this, &ContextMenu::closed));
 }
 
@@ -40,6 +43,7 @@ void ContextMenu::show(const std::vector<MenuEntry>& entries, Gtk::Widget& widge
     }
     actions_ = Gio::SimpleActionGroup::create();
     actionCount_ = 0;
+    chosen_ = {};
     popover_.set_menu_model(model(entries));
     popover_.insert_action_group("context", actions_);
     popover_.set_pointing_to(
@@ -70,17 +74,24 @@ Glib::RefPtr<Gio::MenuItem> ContextMenu::item(const MenuEntry& entry) {
         return Gio::MenuItem::create(label, model(entry.entries));
     }
     const std::string name = "line" + std::to_string(actionCount_++);
-    const auto action = actions_->add_action(name, [run = entry.run] {
-        if (run) run();
-    });
+    const auto action = actions_->add_action(name, [this, run = entry.run] { choose(run); });
     action->set_enabled(entry.enabled);
     return Gio::MenuItem::create(label, "context." + name);
+}
+
+void ContextMenu::choose(const std::function<void()>& run) {
+    if (popover_.get_visible()) {
+        chosen_ = run;
+    } else if (run) {
+        run();
+    }
 }
 
 void ContextMenu::closed() {
     // The keyboard goes back before the chosen line acts, which may lead it elsewhere.
     if (focusBefore_ && gtk_widget_get_root(focusBefore_)) gtk_widget_grab_focus(focusBefore_);
     g_clear_weak_pointer(&focusBefore_);
+    if (const auto run = std::exchange(chosen_, {})) run();
 }
 
 }  // namespace orvu

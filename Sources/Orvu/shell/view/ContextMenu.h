@@ -6,6 +6,7 @@
 #include <giomm/simpleactiongroup.h>
 #include <gtkmm/popovermenu.h>
 
+#include <functional>
 #include <vector>
 
 namespace orvu {
@@ -27,12 +28,14 @@ public:
 private:
     [[nodiscard]] Glib::RefPtr<Gio::Menu> model(const std::vector<MenuEntry>& entries);
     [[nodiscard]] Glib::RefPtr<Gio::MenuItem> item(const MenuEntry& entry);
+    void choose(const std::function<void()>& run);
     void closed();
 
     Gtk::Widget& parent_;
     Gtk::PopoverMenu popover_;
     Glib::RefPtr<Gio::SimpleActionGroup> actions_;
     int actionCount_ = 0;
+    std::function<void()> chosen_;      ///< acts as soon as the menu is gone
     GtkWidget* focusBefore_ = nullptr;  ///< weak; where the keyboard was when the menu opened
 };
 

@@ -56,6 +56,7 @@ ShelfMenuButton::ShelfMenuButton(std::shared_ptr<BrowserStore> store)
     setAccessibleLabel(lines_, "Shelf");
     scroll_.set_child(lines_);
     scroll_.set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
+    nameScrollBars(scroll_);
     scroll_.set_propagate_natural_height(true);
     scroll_.set_max_content_height(mostHeight);
     scroll_.set_size_request(width, -1);

@@ -58,6 +58,7 @@ void TabColumn::addTiles() {
     tileScroll_.set_child(tiles_);
     tileScroll_.add_css_class("tile-scroll");
     tileScroll_.set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::EXTERNAL);
+    nameScrollBars(tileScroll_);
     tileScroll_.set_propagate_natural_height(true);
     tileScroll_.set_max_content_height(mostRows * (PinnedTile::height + PinnedTiles::spacing));
     append(tileScroll_);

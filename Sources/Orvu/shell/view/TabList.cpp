@@ -41,6 +41,7 @@ TabList::TabList(BrowserStore& store, ContextMenu& menu)
     setAccessibleLabel(rows_, "Tabs");
     set_child(rows_);
     set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::EXTERNAL);
+    nameScrollBars(*this);
     set_vexpand(true);
     addControllers();
     signal_map().connect(sigc::mem_fun(reveal_, &FrameRefresh::mark));
