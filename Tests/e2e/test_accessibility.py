@@ -4,7 +4,7 @@ from harness.case import BACK, FORWARD, RELOAD, BrowserTest
 from harness.wait import until_equal
 
 CONTROLS = {"push button", "toggle button", "text", "entry", "list item", "list", "check box",
-            "combo box", "menu item", "menu", "image", "slider", "scroll bar", "separator"}
+            "combo box", "menu item", "menu", "image", "slider", "scroll bar"}
 BUTTONS = ["Close", "Minimise", "Zoom", BACK, FORWARD, RELOAD, "More", "New tab"]
 
 

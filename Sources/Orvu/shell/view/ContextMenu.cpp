@@ -1,6 +1,7 @@
 #include "shell/view/ContextMenu.h"
 
 #include "foundation/Text.h"
+#include "look/view/Accessible.h"
 #include "shell/ShownTitle.h"
 
 #include <gtkmm/root.h>
@@ -22,6 +23,7 @@ ContextMenu::ContextMenu(Gtk::Widget& parent)
     : parent_(parent), popover_(Glib::RefPtr<Gio::MenuModel>{}, Gtk::PopoverMenu::Flags::NESTED) {
     popover_.set_parent(parent_);
     popover_.set_has_arrow(false);
+    setAccessibleLabel(popover_, "Menu");
     popover_.set_halign(Gtk::Align::START);
     popover_.set_offset(-8, -8);  // its corner stands beside the pointer, not its shadow's edge
     popover_.signal_closed().connect(sigc::mem_fun(*this, &ContextMenu::closed));
@@ -45,6 +47,7 @@ void ContextMenu::show(const std::vector<MenuEntry>& entries, Gtk::Widget& widge
     actionCount_ = 0;
     chosen_ = {};
     popover_.set_menu_model(model(entries));
+    nameScrollBars(popover_);
     popover_.insert_action_group("context", actions_);
     popover_.set_pointing_to(
         {static_cast<int>(x), static_cast<int>(y), place.get_width(), place.get_height()});
