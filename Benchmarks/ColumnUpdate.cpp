@@ -132,16 +132,18 @@ private:
 
 void measure() {
     installStyle();
-    constexpr std::array<std::size_t, 2> sizes{10, 500};
-    std::array<Costs, 2> costs;
+    constexpr std::array<std::size_t, 3> sizes{10, 40, 500};  // 40 are more than the window shows
+    std::array<Costs, 3> costs;
     for (std::size_t i = 0; i < sizes.size(); ++i) {
         costs[i] = Bench{sizes[i]}.measure();
         std::printf(
             "%3zu tabs   open %6.2f ms   close %6.2f ms   frames while nothing changes %d\n",
             sizes[i], costs[i].open, costs[i].close, costs[i].idleFrames);
     }
-    std::printf("ratio      open %6.2f      close %6.2f\n", costs[1].open / costs[0].open,
-                costs[1].close / costs[0].close);
+    for (const std::size_t i : {0U, 1U}) {
+        std::printf("500 to %2zu  open %6.2f      close %6.2f\n", sizes[i],
+                    costs[2].open / costs[i].open, costs[2].close / costs[i].close);
+    }
 }
 
 }  // namespace
