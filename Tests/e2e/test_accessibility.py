@@ -4,7 +4,7 @@ from harness.case import BACK, FORWARD, RELOAD, BrowserTest
 from harness.wait import until_equal
 
 CONTROLS = {"push button", "toggle button", "text", "entry", "list item", "list", "check box",
-            "combo box", "menu item", "image", "slider"}
+            "combo box", "menu item", "menu", "image", "slider", "scroll bar", "separator"}
 BUTTONS = ["Close", "Minimise", "Zoom", BACK, FORWARD, RELOAD, "More", "New tab"]
 
 
@@ -14,20 +14,66 @@ class AccessibilityTest(BrowserTest):
         return [node for node in self.windows.nodes()
                 if node.role in CONTROLS and (not node.name.strip() or is_type_name(node.name))]
 
+    def check_names(self, state):
+        with self.subTest(state):
+            self.assertEqual(self.nameless(), [])
+
     def open_two(self):
         self.app.start()
         self.open(self.server.page("/one", "Page one"), self.server.page("/two", "Page two"))
 
-    def test_everything_has_a_name(self):
+    def test_everything_has_a_name_in_the_ordinary_window(self):
+        self.open_two()
+        self.check_names("pages")
+        self.app.action("editAddress")
+        self.check_names("address being edited")
+        self.app.action("newEmptyTab")
+        self.windows.find("push button", "127.0.0.1")
+        self.check_names("new tab page with a site")
+
+    def test_everything_has_a_name_in_the_column(self):
         self.open_two()
         self.app.action("togglePin")
-        self.app.action("editAddress")
         self.app.action("selectTab2")
         self.app.action("toggleGroup")
-        self.app.app_action("newPrivateWindow")
-        self.windows.find("list", "Tabs", "Orvu — Private")
+        header = self.windows.find_named("group, 1 tabs")
+        self.check_names("tile and group")
+        header.press()
+        self.check_names("group collapsed")
+        self.windows.press("push button", "Narrow tabs")
+        self.windows.find("push button", "Show tab titles")
+        self.check_names("narrow column")
 
-        self.assertEqual(self.nameless(), [])
+    def test_everything_has_a_name_in_a_pair(self):
+        self.open_two()
+
+        self.app.action("toggleSideBySide")
+
+        self.windows.find("separator", "Resize the two pages")
+        self.check_names("pair")
+
+    def test_everything_has_a_name_in_a_private_window(self):
+        self.app.start()
+
+        self.app.app_action("newPrivateWindow")
+
+        self.windows.find("list", "Tabs", "Orvu — Private")
+        self.check_names("private window")
+
+    def test_everything_has_a_name_in_the_menus(self):
+        self.open_two()
+        self.windows.nodes("push button", "More")[-1].press()
+        self.windows.find("menu item", "Actual Size")
+        self.check_names("more menu")
+        self.hands.press("Escape")
+        self.app.action("park")
+        self.windows.find_named("Shelf").press()
+        self.windows.find_named("Park This Tab on the Shelf")
+        self.check_names("shelf menu")
+        self.hands.press("Escape")
+        self.hands.click(button=3, at=self.windows.find("list item", "Page one").middle)
+        self.windows.find_named("Duplicate Tab")
+        self.check_names("menu of a tab")
 
     def test_buttons_and_field_have_their_names(self):
         self.open_two()

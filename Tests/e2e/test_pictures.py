@@ -17,10 +17,11 @@ class PicturesTest(BrowserTest):
         super().setUp()
         self.urls = sites.serve(self.server)
 
-    def shoot(self, name, title="Orvu", beside=0):
+    def shoot(self, name, title="Orvu", beside=0, rest=True):
         """Leaves a picture of the window with its shadow, and of what stands `beside` it."""
-        window = self.hands.take(title)
-        self.hands.rest(title)
+        window = self.hands.window(title)
+        if rest:
+            self.hands.rest(title)
         self.settle()
         file = artefacts() / f"window-{name}.png"
         self.display.picture_of(window, file, beside)
@@ -44,10 +45,29 @@ class PicturesTest(BrowserTest):
         self.assertGreater(width * height, 900 * 560, f"the size of {file}")
 
     def start_with(self, *names):
+        # Nothing moves by itself: two pictures of one state are the same.
+        settings = self.home.config / "gtk-4.0/settings.ini"
+        settings.parent.mkdir()
+        settings.write_text("[Settings]\ngtk-enable-animations=false\ngtk-cursor-blink=false\n")
         self.app.start()
         self.open(*(self.urls[name] for name in names))
         self.app.action("selectTab1")
         self.app.action("closeTab")  # the empty one that every window begins with
+
+    def select(self, number):
+        self.app.action(f"selectTab{number}")
+
+    def start_with_groups(self):
+        """A pinned tab, two groups of which one has two tabs, and one tab in none."""
+        self.start_with("docs", "trains", "weather", "forum", "bread", "bees")
+        self.select(2)
+        self.app.action("togglePin")  # trains
+        self.select(1)
+        self.select(2)
+        self.app.action("toggleGroup")  # docs
+        self.select(4)
+        self.app.action("toggleGroup")  # forum
+        self.windows.find_named("group, 1 tabs")
 
     def test_ordinary_window(self):
         self.start_with("docs", "weather", "forum", "bread", "bees")
@@ -63,12 +83,56 @@ class PicturesTest(BrowserTest):
         self.hands.resize(900, 560)
         self.shoot("new-tab-page-900x560")
 
+    def test_groups_and_tiles(self):
+        self.start_with_groups()
+        self.shoot("groups-open")
+        self.windows.find_named("group, 1 tabs").press()
+        self.shoot("groups-one-collapsed")
+        self.windows.press("push button", "Narrow tabs")
+        self.shoot("narrow-column")
+
     def test_pair(self):
         self.start_with("weather", "docs", "bees")
         self.app.action("toggleSideBySide")
         self.shoot("pair")
+        self.windows.press("push button", "Narrow tabs")
+        self.hands.resize(900, 560)
+        self.shoot("pair-900x560-narrow-column")
 
     def test_private_window(self):
         self.start_with("docs", "bees")
         self.app.app_action("newPrivateWindow")
         self.shoot("private-new-tab", "Orvu — Private", beside=60)
+        self.hands.press("ctrl+l", title="Orvu — Private")
+        self.hands.type(self.urls["forum"], title="Orvu — Private")
+        self.hands.press("Return", title="Orvu — Private")
+        self.wait_for_tabs("How do you keep your knives sharp?", window="Orvu — Private")
+        self.shoot("private", "Orvu — Private")
+
+    def test_menus(self):
+        self.start_with_groups()
+        self.windows.nodes("push button", "More")[-1].press()
+        self.windows.find("menu item", "Actual Size")
+        self.shoot("more-menu")
+        self.hands.press("Escape")
+        self.app.action("park")
+        self.windows.press("push button", self.shelf().name)
+        self.shoot("shelf-menu")
+
+    def shelf(self):
+        return self.windows.find_named("Shelf")
+
+    def test_context_menu_and_hover(self):
+        self.start_with_groups()
+        row = self.windows.find("list item", "Rye bread without kneading")
+        self.hands.click(button=3, at=row.middle)
+        self.windows.find_named("Duplicate Tab")
+        self.shoot("tab-menu", rest=False)
+        self.hands.press("Escape")
+        self.hands.hover(row.middle)
+        self.shoot("row-hovered", rest=False)
+
+    def test_focus_is_seen(self):
+        self.start_with_groups()
+        self.hands.press("F6", "F6", "Tab", "Tab", "Down")
+        self.shoot("keyboard-in-the-column")

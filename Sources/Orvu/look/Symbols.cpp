@@ -2,19 +2,28 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
 
 namespace orvu {
+namespace {
+
+struct SymbolRow {
+    std::string_view symbol;
+    std::string_view icon;
+};
+
+/// The rows of data/symbols.csv.
+constexpr auto rows = std::to_array<SymbolRow>({
+#include "look/SymbolTable.inc"
+});
+static_assert(std::ranges::is_sorted(rows, std::ranges::less_equal{}, &SymbolRow::symbol),
+              "each symbol stands once, in the order in which it is looked up");
+
+}  // namespace
 
 std::string symbolIcon(std::string_view symbol) {
-    using Entry = std::pair<std::string_view, std::string_view>;
-    static constexpr std::array<Entry, 5> icons{{{"plus", "list-add-symbolic"},
-                                                 {"xmark", "window-close-symbolic"},
-                                                 {"chevron.down", "pan-down-symbolic"},
-                                                 {"arrow.up", "go-up-symbolic"},
-                                                 {"sidebar.left", "sidebar-show-symbolic"}}};
-    const auto* const found = std::ranges::find(icons, symbol, &Entry::first);
-    return std::string{found != icons.end() ? found->second : "image-missing-symbolic"};
+    const auto* const row = std::ranges::lower_bound(rows, symbol, {}, &SymbolRow::symbol);
+    if (row == rows.end() || row->symbol != symbol) return {};
+    return std::string{row->icon} + "-symbolic";
 }
 
 }  // namespace orvu

@@ -5,7 +5,8 @@
 
 namespace orvu {
 
-/// The name of the icon that draws a symbol.
+/// The name in the icon theme of a symbol's drawing: "plus-bold-symbolic" for "plus". Empty for
+/// a symbol that the program doesn't have.
 [[nodiscard]] std::string symbolIcon(std::string_view symbol);
 
 }  // namespace orvu

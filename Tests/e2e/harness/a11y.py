@@ -19,10 +19,6 @@ def _settled(read, default):
         return default
 
 
-# The frame that a window has where nothing composites, in points.
-EDGE = 4
-
-
 class Node:
     """One thing in a window, as it was when it was found."""
 
@@ -74,7 +70,7 @@ class Node:
     def middle(self):
         """Where a click on it goes, for the hands."""
         left, top, width, height = self.box
-        return left + width // 2 + EDGE, top + height // 2 + EDGE
+        return left + width // 2, top + height // 2
 
     def press(self):
         """Does what a click on it does."""
@@ -118,6 +114,12 @@ class Windows:
         """The first thing of that role and name, as soon as there is one."""
         return until(lambda: self.nodes(role, name, window), f"{role} {name!r}",
                      lambda: self.nodes(window=window))[0]
+
+    def find_named(self, part, window=None):
+        """The first control in whose name that text stands."""
+        return until(lambda: [node for node in self.nodes(window=window)
+                              if part in node.name and node.role != "label"],
+                     f"something named {part!r}", lambda: self.nodes(window=window))[0]
 
     def press(self, role, name, window=None):
         self.find(role, name, window).press()

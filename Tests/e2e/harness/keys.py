@@ -8,6 +8,27 @@ from .wait import until
 PAGE = (760, 480)
 
 
+# The frame that a window has where nothing composites, in points.
+PLAIN_FRAME = 4
+
+
+def _frame(window):
+    """How far the content of a window lies within what the display takes for it: the shadow, or
+    the plain frame."""
+    answer = subprocess.run(["xprop", "-id", window, "_GTK_FRAME_EXTENTS"], capture_output=True,
+                            text=True, check=False).stdout
+    if "=" not in answer:
+        return PLAIN_FRAME, PLAIN_FRAME
+    left, _, top, _ = (int(each) for each in answer.split("=")[1].split(","))
+    return left, top
+
+
+def _move(window, at):
+    """Puts the pointer over a place of the content."""
+    left, top = _frame(window)
+    _xdotool("mousemove", "--window", window, at[0] + left, at[1] + top)
+
+
 def _xdotool(*arguments):
     answer = subprocess.run(["xdotool", *map(str, arguments)], capture_output=True, text=True,
                             check=False)
@@ -25,13 +46,25 @@ class Hands:
         return _xdotool("search", "--onlyvisible", "--all", "--pid", self._app.pid,
                         "--name", f"^{title}$")
 
+    def window(self, title="Orvu"):
+        """The id of the newest visible window of that title. Its popovers are called like it,
+        but are smaller."""
+        found = until(lambda: self.windows(title), f"a window {title!r} on the display")
+        return max(reversed(found), key=self._area) if len(found) > 1 else found[0]
+
+    @staticmethod
+    def _area(window):
+        lines = _xdotool("getwindowgeometry", "--shell", window)
+        facts = dict(line.split("=", 1) for line in lines)
+        return int(facts.get("WIDTH", 0)) * int(facts.get("HEIGHT", 0))
+
     def take(self, title="Orvu"):
         """Brings a window to the front, puts the pointer over its page, and gives its id."""
-        window = until(lambda: self.windows(title), f"a window {title!r} on the display")[-1]
+        window = self.window(title)
         _xdotool("windowactivate", "--sync", window)
         until(lambda: _xdotool("getactivewindow") == [window], f"window {title!r} at the front",
               lambda: _xdotool("getactivewindow"))
-        _xdotool("mousemove", "--window", window, *PAGE)
+        _move(window, PAGE)
         return window
 
     def press(self, *keys, title="Orvu"):
@@ -60,9 +93,9 @@ class Hands:
         _xdotool("click", "--repeat", 2, "--delay", 60, 1)
 
     def click(self, button=1, holding=None, at=PAGE, title="Orvu"):
-        """Clicks into the page, with a key held down if one is named."""
+        """Clicks into the page, or at another place, with a key held down if one is named."""
         window = self.take(title)
-        _xdotool("mousemove", "--window", window, *at)
+        _move(window, at)
         held = ["keydown", holding] if holding else []
         freed = ["keyup", holding] if holding else []
         _xdotool(*held, "click", button, *freed)
@@ -70,19 +103,21 @@ class Hands:
     def drag(self, start, end, title="Orvu"):
         """Drags with the first button from one place in the window to another."""
         window = self.take(title)
-        _xdotool("mousemove", "--window", window, *start, "mousedown", 1)
+        _move(window, start)
+        _xdotool("mousedown", 1)
         steps = 8
         for step in range(1, steps + 1):
             at = [round(a + (b - a) * step / steps) for a, b in zip(start, end)]
-            _xdotool("mousemove", "--window", window, *at)
+            _move(window, at)
         _xdotool("mouseup", 1)
 
     def double_click(self, at, title="Orvu"):
         window = self.take(title)
-        _xdotool("mousemove", "--window", window, *at, "click", "--repeat", 2, "--delay", 60, 1)
+        _move(window, at)
+        _xdotool("click", "--repeat", 2, "--delay", 60, 1)
 
     def hover(self, at, title="Orvu"):
-        _xdotool("mousemove", "--window", self.take(title), *at)
+        _move(self.take(title), at)
 
     def resize(self, width, height, title="Orvu"):
         """Makes a window that large, as a drag at its edge does."""
@@ -90,12 +125,12 @@ class Hands:
 
     def size(self, title="Orvu"):
         """Width and height of a window on the display."""
-        lines = _xdotool("getwindowgeometry", "--shell", self.take(title))
+        lines = _xdotool("getwindowgeometry", "--shell", self.window(title))
         facts = dict(line.split("=", 1) for line in lines)
         return int(facts["WIDTH"]), int(facts["HEIGHT"])
 
     def rest(self, title="Orvu"):
         """Puts the pointer where it hovers over nothing."""
-        window = self.take(title)
+        window = self.window(title)
         width, height = self.size(title)
         _xdotool("mousemove", "--window", window, width // 2, height - 4)

@@ -24,9 +24,15 @@ void hideFromAccessibility(Gtk::Widget& widget) {
                                 static_cast<gboolean>(true), -1);
 }
 
-void nameScrollBars(Gtk::ScrolledWindow& window) {
-    if (auto* const bar = window.get_vscrollbar()) setAccessibleLabel(*bar, "Scroll up and down");
-    if (auto* const bar = window.get_hscrollbar()) setAccessibleLabel(*bar, "Scroll sideways");
+void nameScrollBars(Gtk::Widget& within) {
+    if (const auto* const bar = dynamic_cast<Gtk::Scrollbar*>(&within)) {
+        const bool sideways = bar->get_orientation() == Gtk::Orientation::HORIZONTAL;
+        setAccessibleLabel(within, sideways ? "Scroll sideways" : "Scroll up and down");
+        return;
+    }
+    for (Gtk::Widget* child = within.get_first_child(); child; child = child->get_next_sibling()) {
+        nameScrollBars(*child);
+    }
 }
 
 }  // namespace orvu

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <gtkmm/scrolledwindow.h>
 #include <gtkmm/widget.h>
 
 #include <string>
@@ -16,7 +15,7 @@ void setAccessibleExpanded(Gtk::Widget& widget, bool expanded);
 /// Takes a widget, and what is in it, out of what assistive technology sees.
 void hideFromAccessibility(Gtk::Widget& widget);
 
-/// Names the bars of a scrolled window, which would go by the name of their type.
-void nameScrollBars(Gtk::ScrolledWindow& window);
+/// Names the scroll bars of all that stands in a widget: they would go by the name of their type.
+void nameScrollBars(Gtk::Widget& within);
 
 }  // namespace orvu

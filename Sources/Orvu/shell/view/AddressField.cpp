@@ -2,6 +2,8 @@
 
 #include "look/view/Accessible.h"
 
+#include <gtkmm/eventcontrollerfocus.h>
+
 namespace orvu {
 
 AddressField::AddressField(std::shared_ptr<BrowserStore> store)
@@ -12,6 +14,10 @@ AddressField::AddressField(std::shared_ptr<BrowserStore> store)
     set_valign(Gtk::Align::CENTER);
     set_placeholder_text("Search or type a site");
     setAccessibleLabel(*this, "Address");
+    const auto focus = Gtk::EventControllerFocus::create();
+    // A selection would look as if the field still had the keyboard.
+    focus->signal_leave().connect([this] { select_region(0, 0); });
+    add_controller(focus);
     signal_activate().connect(sigc::mem_fun(*this, &AddressField::open));
     refresh();
 }

@@ -41,6 +41,8 @@ BrowserMenuButton::BrowserMenuButton(std::shared_ptr<BrowserStore> store)
     set_tooltip_text("More");
     setAccessibleLabel(*this, "More");
     popover_.set_has_arrow(false);
+    setAccessibleLabel(popover_, "More");
+    popover_.set_halign(Gtk::Align::END);  // the window ends here
     set_popover(popover_);
     popover_.signal_show().connect(sigc::mem_fun(*this, &BrowserMenuButton::fill));
     fill();
@@ -56,6 +58,7 @@ void BrowserMenuButton::fill() {
         mainMenu->append_submenu(std::string{menu.title}, submenu);
     }
     menu_->append_section({}, mainMenu);
+    nameScrollBars(popover_);
 }
 
 }  // namespace orvu

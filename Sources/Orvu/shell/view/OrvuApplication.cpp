@@ -1,7 +1,9 @@
 #include "shell/view/OrvuApplication.h"
 
-#include "platform/linux/ApplicationId.h"
+#include "look/view/Fonts.h"
 #include "look/view/Style.h"
+#include "platform/linux/ApplicationId.h"
+#include "platform/linux/LinuxSystemPaths.h"
 
 #include <filesystem>
 #include <iostream>
@@ -36,6 +38,7 @@ OrvuApplication::OrvuApplication(MakeWorld makeWorld)
 void OrvuApplication::on_startup() {
     probe_ = std::make_unique<SandboxProbe>();  // runs beside the toolkit's own start
     Gtk::Application::on_startup();
+    installFonts(linuxSystemPaths().caches);
     installStyle();
     addActions();
     world_ = makeWorld_(*this);

@@ -1,0 +1,12 @@
+#include <gtest/gtest.h>
+#include <gtkmm/application.h>
+#include <gtkmm/settings.h>
+
+int main(int argc, char** argv) {
+    testing::InitGoogleTest(&argc, argv);
+    if (!gtk_init_check()) return 1;
+    const auto application = Gtk::Application::create("app.orvu.Orvu");
+    application->register_application();
+    Gtk::Settings::get_default()->property_gtk_enable_animations() = false;
+    return RUN_ALL_TESTS();
+}

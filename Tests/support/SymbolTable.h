@@ -1,0 +1,23 @@
+#pragma once
+
+#include <fstream>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace orvu {
+
+/// The rows of data/symbols.csv: symbol and icon.
+inline std::vector<std::pair<std::string, std::string>> symbolTable() {
+    std::ifstream file{ORVU_SYMBOLS};
+    std::vector<std::pair<std::string, std::string>> rows;
+    std::string line;
+    std::getline(file, line);  // the columns' names
+    while (std::getline(file, line)) {
+        const auto comma = line.find(',');
+        rows.emplace_back(line.substr(0, comma), line.substr(comma + 1));
+    }
+    return rows;
+}
+
+}  // namespace orvu
