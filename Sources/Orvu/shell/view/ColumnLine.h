@@ -20,6 +20,8 @@ public:
     virtual ~ColumnLine() = default;
 
     [[nodiscard]] virtual Gtk::Widget& widget() = 0;
+    /// Whether it is one of the rows, all of which have the same height.
+    [[nodiscard]] virtual bool isRow() const { return false; }
     /// Whether the line takes the keyboard at all.
     [[nodiscard]] virtual bool isFocusable() const { return true; }
     virtual void setTabStop(TabStop) {}

@@ -32,6 +32,11 @@ GroupHeader::GroupHeader(BrowserStore& store, const Uuid& group)
         dot.set_valign(Gtk::Align::CENTER);
         hideFromAccessibility(dot);
     }
+    for (auto& chevron : chevrons_) {
+        setSymbol(chevron, "chevron.down", 9);
+        chevron.add_css_class("group-chevron");
+        chevron.set_valign(Gtk::Align::CENTER);
+    }
     addButton();
     addField();
     showField(false);
@@ -49,16 +54,12 @@ void GroupHeader::addButton() {
     count_.add_css_class("group-count");
     count_.set_hexpand(true);
     count_.set_xalign(0);
-    setSymbol(chevron_, "chevron.down", 9);
-    chevron_.add_css_class("group-chevron");
-    chevron_.set_valign(Gtk::Align::CENTER);
-    chevron_.set_halign(Gtk::Align::END);
     content_.add_css_class("group-line");
     hideFromAccessibility(content_);  // the button is one element
     content_.append(dots_[0]);
     content_.append(name_);
     content_.append(count_);
-    content_.append(chevron_);
+    content_.append(chevrons_[0]);
     button_.set_child(content_);
     button_.add_css_class("group-button");
     button_.set_hexpand(true);
@@ -81,6 +82,7 @@ void GroupHeader::addField() {
     editor_.add_css_class("group-editor");
     editor_.append(dots_[1]);
     editor_.append(field_);
+    editor_.append(chevrons_[1]);
     editor_.set_hexpand(true);
     append(editor_);
 

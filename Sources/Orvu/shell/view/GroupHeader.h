@@ -54,10 +54,11 @@ private:
     Gtk::Box content_;
     Gtk::Label name_;
     Gtk::Label count_;
-    Gtk::Image chevron_;
     Gtk::Box editor_;
     Gtk::Entry field_;
-    std::array<Gtk::Box, 2> dots_;  ///< beside the name and beside the field
+    // One of each beside the name, and one beside the field.
+    std::array<Gtk::Box, 2> dots_;
+    std::array<Gtk::Image, 2> chevrons_;
 };
 
 }  // namespace orvu

@@ -3,13 +3,14 @@
 #include "look/view/Accessible.h"
 #include "shell/ListEdits.h"
 #include "shell/view/GroupHeader.h"
-#include "shell/view/ScrollTo.h"
 #include "shell/view/TabRow.h"
 
+#include <gtkmm/eventcontrollerfocus.h>
 #include <gtkmm/eventcontrollerkey.h>
 #include <gtkmm/gestureclick.h>
 #include <gtkmm/label.h>
 #include <gtkmm/root.h>
+#include <gtkmm/viewport.h>
 
 #include <algorithm>
 
@@ -40,6 +41,7 @@ TabList::TabList(BrowserStore& store, ContextMenu& menu)
     rows_.property_accessible_role() = Gtk::Accessible::Role::LIST;
     setAccessibleLabel(rows_, "Tabs");
     set_child(rows_);
+    dynamic_cast<Gtk::Viewport&>(*get_child()).set_scroll_to_focus(false);  // not all are laid out
     set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::EXTERNAL);
     nameScrollBars(*this);
     set_vexpand(true);
@@ -49,7 +51,8 @@ TabList::TabList(BrowserStore& store, ContextMenu& menu)
 }
 
 TabList::~TabList() {
-    for (const auto& key : shown_) rows_.remove(lines_.at(key)->widget());
+    rows_.setLines({});
+    for (const auto& key : shown_) lines_.at(key)->widget().unparent();
 }
 
 // --- What the list shows ----------------------------------------------------------------------
@@ -72,28 +75,18 @@ void TabList::update() {
 void TabList::apply(const std::vector<ColumnKey>& keys) {
     for (const auto& edit : listEdits(shown_, keys)) {
         Gtk::Widget& widget = line(edit.key).widget();
-        Gtk::Widget* const after = edit.after ? &line(*edit.after).widget() : nullptr;
-        switch (edit.kind) {
-            case ListEdit::Kind::remove:
-                rows_.remove(widget);
-                break;
-            case ListEdit::Kind::insert:
-                if (after) {
-                    rows_.insert_child_after(widget, *after);
-                } else {
-                    rows_.insert_child_at_start(widget);
-                }
-                break;
-            case ListEdit::Kind::move:
-                if (after) {
-                    rows_.reorder_child_after(widget, *after);
-                } else {
-                    rows_.reorder_child_at_start(widget);
-                }
-                break;
+        if (edit.kind == ListEdit::Kind::remove) {
+            widget.unparent();
+        } else if (edit.after) {
+            widget.insert_after(rows_, line(*edit.after).widget());
+        } else {
+            widget.insert_at_start(rows_);
         }
     }
     shown_ = keys;
+    std::vector<ColumnLine*> lines(keys.size());
+    std::ranges::transform(keys, lines.begin(), [this](const auto& key) { return &line(key); });
+    rows_.setLines(std::move(lines));
 }
 
 ColumnLine& TabList::line(const ColumnKey& key) {
@@ -157,6 +150,7 @@ void TabList::moveTabStop(std::optional<ColumnKey> key) {
     const auto former = tabStop_ ? lines_.find(*tabStop_) : lines_.end();
     tabStop_ = key;
     if (key) line(*key).setTabStop(TabStop::yes);
+    rows_.keepReady(key ? &line(*key) : nullptr);
     if (former != lines_.end()) former->second->setTabStop(TabStop::no);
 }
 
@@ -174,7 +168,9 @@ void TabList::repairTabStop(Place formerPlace, bool hadFocus) {
     }
     if (next == shown_.end()) return moveTabStop(std::nullopt);
     moveTabStop(*next);
-    if (hadFocus) line(*next).takeFocus();
+    if (!hadFocus) return;
+    line(*next).takeFocus();
+    reveal_.mark();
 }
 
 bool TabList::keyPressed(guint key, guint, Gdk::ModifierType modifiers) {
@@ -223,10 +219,13 @@ bool TabList::act(guint key, Place place) {
 bool TabList::focus(Place place, Place step) {
     while (place >= 0 && place < count() && !lineAt(place).isFocusable()) place += step;
     if (place < 0 || place >= count()) return true;  // the arrows don't lead out of the list
-    const ColumnKey key = keyAt(place);
-    line(key).setTabStop(TabStop::yes);
-    line(key).takeFocus();
-    moveTabStop(key);
+    // The former line stays ready until the keyboard has left it.
+    ColumnLine& line = lineAt(place);
+    line.setTabStop(TabStop::yes);
+    line.widget().set_child_visible(true);
+    line.takeFocus();
+    moveTabStop(keyAt(place));
+    rows_.reveal(line);
     return true;
 }
 
@@ -236,6 +235,9 @@ void TabList::addControllers() {
     const auto keys = Gtk::EventControllerKey::create();
     keys->signal_key_pressed().connect(sigc::mem_fun(*this, &TabList::keyPressed), false);
     rows_.add_controller(keys);
+    const auto focus = Gtk::EventControllerFocus::create();
+    focus->signal_enter().connect(sigc::mem_fun(*this, &TabList::focusEntered));
+    rows_.add_controller(focus);
     for (const unsigned button : {GDK_BUTTON_MIDDLE, GDK_BUTTON_SECONDARY}) {
         const auto click = Gtk::GestureClick::create();
         click->set_button(button);
@@ -244,6 +246,10 @@ void TabList::addControllers() {
             [pressed, button](int, double x, double y) { pressed(button, x, y); });
         rows_.add_controller(click);
     }
+}
+
+void TabList::focusEntered() {
+    if (const Place place = placeOf(tabStop_); place != count()) rows_.reveal(lineAt(place));
 }
 
 void TabList::pointerPressed(unsigned button, double x, double y) {
@@ -263,9 +269,8 @@ void TabList::openMenu(ColumnLine& line, const std::optional<Gdk::Rectangle>& po
 void TabList::revealActive() {
     const Place place = placeOf(active_);
     if (!get_mapped() || place == count()) return;
-    Gtk::Widget& widget = lineAt(place).widget();
-    if (widget.get_height() == 0) return reveal_.mark();  // not laid out yet
-    scrollTo(*this, widget);
+    if (get_height() == 0) return reveal_.mark();  // not laid out yet
+    rows_.reveal(lineAt(place));
 }
 
 TabList::Place TabList::placeOf(const std::optional<ColumnKey>& key) const {

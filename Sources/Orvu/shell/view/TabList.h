@@ -5,8 +5,8 @@
 #include "shell/ColumnItems.h"
 #include "shell/view/ColumnLine.h"
 #include "shell/view/ContextMenu.h"
+#include "shell/view/LineBox.h"
 
-#include <gtkmm/box.h>
 #include <gtkmm/scrolledwindow.h>
 
 #include <memory>
@@ -49,6 +49,7 @@ private:
     bool act(guint key, Place place);
     bool focus(Place place, Place step);
     void openMenu(ColumnLine& line, const std::optional<Gdk::Rectangle>& pointer);
+    void focusEntered();
     void pointerPressed(unsigned button, double x, double y);
     void revealActive();
 
@@ -63,7 +64,7 @@ private:
 
     BrowserStore& store_;
     ContextMenu& menu_;
-    Gtk::Box rows_{Gtk::Orientation::VERTICAL};
+    LineBox rows_{get_vadjustment()};
     std::unordered_map<ColumnKey, std::unique_ptr<ColumnLine>> lines_;
     std::vector<ColumnKey> shown_;      ///< the lines that stand in `rows_`, in their order
     std::optional<ColumnKey> tabStop_;  ///< where the Tab key stops
