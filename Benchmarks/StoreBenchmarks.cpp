@@ -2,6 +2,9 @@
 
 #include "core/AddressResolution.h"
 #include "core/BrowserStore.h"
+#include "fakes/FakeFileRoom.h"
+#include "fakes/FakeHttpSession.h"
+#include "fakes/FakeImageCodec.h"
 #include "fakes/FakeWebEngine.h"
 #include "fakes/VirtualMainLoop.h"
 #include "platform/TemporaryFolder.h"
@@ -29,10 +32,14 @@ struct World {
     NotificationCenter notifications;
     FullProfile profile{20251121, loop.now()};
     BookmarkStores bookmarks{defaults, loop};
+    FakeHttpSession http;
+    FakeImageCodec codec;
+    FakeFileRoom files;
+    FaviconStore favicons{http, codec, files, loop, "Favicons"};
 
     World() { profile.store(defaults); }
     [[nodiscard]] BrowserServices services() {
-        return {defaults, notifications, loop, engine, bookmarks};
+        return {defaults, notifications, loop, engine, bookmarks, favicons};
     }
     [[nodiscard]] std::unique_ptr<BrowserStore> open() {
         return std::make_unique<BrowserStore>(services(), false, Profile::personal());
@@ -98,7 +105,7 @@ void openStore(benchmark::State& state) {
             auto services = world.services();
             store = std::make_unique<BrowserStore>(
                 BrowserServices{services.defaults, services.notifications, services.loop,
-                                services.engine, *bookmarks},
+                                services.engine, *bookmarks, services.favicons},
                 false, Profile::personal());
         });
         if (store->visits().size() != FullProfile::visitCount ||

@@ -2,9 +2,12 @@
 #include "foundation/NotificationCenter.h"
 #include "platform/linux/GdkPasteboard.h"
 #include "platform/linux/GlibMainLoop.h"
+#include "platform/linux/LinuxFileRoom.h"
 #include "platform/linux/LinuxSystemPaths.h"
 #include "platform/linux/LinuxWorkspace.h"
+#include "platform/linux/PixbufImageCodec.h"
 #include "platform/linux/Renderer.h"
+#include "platform/linux/SoupHttpSession.h"
 #include "platform/linux/SqliteUserDefaults.h"
 #include "platform/linux/WebKitEngine.h"
 #include "profiles/Profiles.h"
@@ -12,6 +15,7 @@
 #include "shell/OrvuApp.h"
 #include "shell/view/BrowserWindowView.h"
 #include "shell/view/OrvuApplication.h"
+#include "site/Favicons.h"
 
 #include <algorithm>
 #include <iterator>
@@ -31,7 +35,8 @@ public:
           engine_(paths_, loop_),
           profiles_(defaults_, [this](const Uuid& id) { engine_.removeDataStore(id); }),
           bookmarks_(defaults_, loop_),
-          windows_({defaults_, notifications_, loop_, engine_, bookmarks_}, profiles_,
+          favicons_(iconRequests_, images_, files_, loop_, paths_.data / "Favicons"),
+          windows_({defaults_, notifications_, loop_, engine_, bookmarks_, favicons_}, profiles_,
                    makeWindows(application)),
           delegate_(defaults_, workspace_, windows_),
           tidyUp_(loop_.after(std::chrono::seconds{10}, [this] { removeOrphans(); })) {}
@@ -72,6 +77,10 @@ private:
     GdkPasteboard pasteboard_;
     ProfileStore profiles_;
     BookmarkStores bookmarks_;
+    SoupHttpSession iconRequests_{FaviconStore::httpOptions};
+    PixbufImageCodec images_{loop_};
+    LinuxFileRoom files_{loop_};
+    FaviconStore favicons_;
     BrowserWindowController windows_;
     AppDelegate delegate_;
     Scheduled tidyUp_;

@@ -4,7 +4,10 @@
 #include "engine/LoopbackServer.h"
 #include "fakes/FakeUserDefaults.h"
 #include "platform/linux/GlibMainLoop.h"
+#include "platform/linux/LinuxFileRoom.h"
 #include "platform/linux/OrvuWebView.h"
+#include "platform/linux/PixbufImageCodec.h"
+#include "platform/linux/SoupHttpSession.h"
 #include "platform/linux/WebKitEngine.h"
 
 #include <gtest/gtest.h>
@@ -63,7 +66,7 @@ protected:
     /// The engine's page processes that this process started.
     [[nodiscard]] static std::vector<int> pageProcesses();
     [[nodiscard]] BrowserServices services() {
-        return {defaults, notifications, loop, engine, bookmarks, Calendar{"UTC"}};
+        return {defaults, notifications, loop, engine, bookmarks, favicons, Calendar{"UTC"}};
     }
 
     std::filesystem::path folder;
@@ -73,6 +76,10 @@ protected:
     NotificationCenter notifications;
     BookmarkStores bookmarks{defaults, loop};
     WebKitEngine engine;
+    SoupHttpSession http{FaviconStore::httpOptions};
+    PixbufImageCodec codec{loop};
+    LinuxFileRoom files{loop};
+    FaviconStore favicons{http, codec, files, loop, folder / "Favicons"};
 };
 
 }  // namespace orvu

@@ -8,6 +8,8 @@
 #include "foundation/Text.h"
 #include "search/Bang.h"
 #include "shell/WindowPlacement.h"
+#include "site/Favicons.h"
+#include "site/PageIcons.h"
 
 #include <string>
 #include <string_view>
@@ -81,6 +83,25 @@ inline std::string url(std::string_view input) {
     if (!isWellFormed(siteName(*parsed))) return "the name of the site is no UTF-8";
     if (isWebUrl(*parsed) && parsed->scheme().empty()) return "a web address without a scheme";
     return {};
+}
+
+/// The answer of the script that asks a page for its icons.
+inline std::string iconLinks(std::string_view input) {
+    const auto page = Url::parse("https://a.example/page");
+    const ScriptResult answer{ScriptResult::Kind::json, std::string{input}};
+    const auto found = PageIcons::candidates(answer, *page);
+    if (found.empty() || found.size() > PageIcons::limit + 1) return "the number is wrong";
+    const bool ends = found.back().absoluteString() == "https://a.example/favicon.ico";
+    return ends ? "" : "the site's own icon is not the last";
+}
+
+/// The file name of a host's icon.
+inline std::string iconFile(std::string_view input) {
+    const std::string key = FaviconStore::key(input.substr(0, 512));
+    const std::string name = FaviconStore::fileName(key);
+    if (!name.ends_with(".png")) return "the name has another ending";
+    if (name.contains('/') || name.contains('\0')) return "the name leaves its folder";
+    return isWellFormed(name) ? "" : "the name is no UTF-8";
 }
 
 inline std::string windowFrame(std::string_view input) {

@@ -1,6 +1,9 @@
 #pragma once
 
 #include "core/BrowserStore.h"
+#include "fakes/FakeFileRoom.h"
+#include "fakes/FakeHttpSession.h"
+#include "fakes/FakeImageCodec.h"
 #include "fakes/FakeUserDefaults.h"
 #include "fakes/FakeWebEngine.h"
 #include "fakes/VirtualMainLoop.h"
@@ -62,7 +65,12 @@ struct StoreWorld {
     VirtualMainLoop loop;
     FakeWebEngine engine;
     BookmarkStores bookmarks{defaults, loop};
-    BrowserServices services{defaults, notifications, loop, engine, bookmarks, Calendar{"UTC"}};
+    FakeHttpSession http;
+    FakeImageCodec codec;
+    FakeFileRoom files;
+    FaviconStore favicons{http, codec, files, loop, "Favicons"};
+    BrowserServices services{defaults,  notifications, loop,           engine,
+                             bookmarks, favicons,      Calendar{"UTC"}};
     Profile work{*Uuid::parse("11111111-2222-3333-4444-555555555555"), "Work", "bag", 1};
 
     /// The data stored under `key`; empty if there are none.

@@ -25,6 +25,7 @@ struct BrowserServices {
     MainLoop& loop;
     WebEngine& engine;
     BookmarkStores& bookmarks;
+    FaviconStore& favicons;
     Calendar calendar = Calendar::current();
 };
 
@@ -179,6 +180,7 @@ private:
     const bool isPrivate_;
     const Profile profile_;
     BookmarkStore& bookmarks_;
+    FaviconStore& favicons_;
     std::unique_ptr<WebConfiguration> configuration_;
 
     TabList tabs_;

@@ -1,19 +1,30 @@
 #include "core/BrowserTab.h"
 
 #include "foundation/Text.h"
+#include "site/PageIcons.h"
 
 namespace orvu {
+namespace {
+
+std::optional<std::string> hostOf(const std::optional<Url>& url) {
+    return url ? url->host() : std::nullopt;
+}
+
+}  // namespace
 
 BrowserTab::BrowserTab(WebConfiguration& configuration, const std::optional<Url>& url,
-                       const MainLoop& clock)
-    : clock_(clock), webView_(configuration.makeWebView()) {
+                       const MainLoop& clock, FaviconStore& favicons, Trace trace)
+    : clock_(clock), favicons_(favicons), trace_(trace), webView_(configuration.makeWebView()) {
     webView_->setNavigationDelegate(this);
     hasOnlySecureContent_ = webView_->hasOnlySecureContent();
     webView_->connectPropertyChanged(sigc::mem_fun(*this, &BrowserTab::mirror));
     if (url) webView_->load(*url);
 }
 
-BrowserTab::~BrowserTab() { webView_->setNavigationDelegate(nullptr); }
+BrowserTab::~BrowserTab() {
+    webView_->setNavigationDelegate(nullptr);
+    favicons_.tasks().ownerWent();
+}
 
 void BrowserTab::setPinned(bool pinned) { update(isPinned_, pinned); }
 
@@ -65,6 +76,38 @@ ResponsePolicy BrowserTab::decidePolicy(const NavigationResponse& response) {
 void BrowserTab::didFinish() {
     const auto self = shared_from_this();  // an observer may close the tab
     onVisit(*this);
+    loadFavicon();
+}
+
+void BrowserTab::loadFavicon() {
+    const auto host = hostOf(url_);
+    if (!host || !isWebUrl(*url_)) return;
+    if (auto image = favicons_.icon(*host, trace_)) update(favicon_, std::move(image));
+    if (url_) favicons_.tasks().keep(findFavicon(weak_from_this(), *url_), weak_from_this());
+}
+
+/// The tab is held only where something is done with it, so that it can go at every wait.
+Task<void> BrowserTab::findFavicon(std::weak_ptr<BrowserTab> tab, Url page) {
+    FaviconStore& favicons = tab.lock()->favicons_;
+    auto links = tab.lock()->webView_->evaluateJavaScript(std::string{PageIcons::script});
+    const auto answer = co_await links;
+    const auto candidates = PageIcons::candidates(answer, page);
+    for (const Url& candidate : candidates) {
+        const auto image = co_await favicons.fetch(candidate);
+        if (!image) continue;
+        const auto self = tab.lock();
+        if (!self) co_return;
+        favicons.set(image, *page.host(), self->trace_);
+        if (hostOf(self->url_) == page.host()) self->update(self->favicon_, image);
+        co_return;
+    }
+}
+
+void BrowserTab::followUrl() {
+    auto url = webView_->url();
+    const auto host = hostOf(url);
+    if (host != hostOf(url_)) favicon_ = host ? favicons_.icon(*host, trace_) : nullptr;
+    update(url_, std::move(url));
 }
 
 void BrowserTab::createWebView(const NavigationAction& action) {
@@ -83,7 +126,7 @@ void BrowserTab::mirror(WebViewProperty property) {
         case WebViewProperty::title:
             return update(pageTitle_, webView_->title());
         case WebViewProperty::url:
-            return update(url_, webView_->url());
+            return followUrl();
         case WebViewProperty::canGoBack:
             return update(canGoBack_, webView_->canGoBack());
         case WebViewProperty::canGoForward:

@@ -5,6 +5,7 @@
 #include "foundation/Uuid.h"
 #include "platform/MainLoop.h"
 #include "platform/WebConfiguration.h"
+#include "site/Favicons.h"
 
 #include <cstddef>
 #include <memory>
@@ -23,9 +24,10 @@ public:
     /// How long after an allowed scripted popup the next ones are dropped, inclusive.
     static constexpr double popupPause = 3.0;  // seconds
 
-    /// Makes the web view and, with a `url`, begins to load at once. `clock` must outlive the tab.
+    /// Makes the web view and, with a `url`, begins to load at once. `clock` and `favicons` must
+    /// outlive the tab; `trace` says whether the icons that it meets may be written down.
     BrowserTab(WebConfiguration& configuration, const std::optional<Url>& url,
-               const MainLoop& clock);
+               const MainLoop& clock, FaviconStore& favicons, Trace trace);
     ~BrowserTab() override;
     BrowserTab(const BrowserTab&) = delete;
     BrowserTab& operator=(const BrowserTab&) = delete;
@@ -42,6 +44,9 @@ public:
     [[nodiscard]] double progress() const { return progress_; }
     [[nodiscard]] bool isLoading() const { return isLoading_; }
     [[nodiscard]] bool hasOnlySecureContent() const { return hasOnlySecureContent_; }
+
+    /// The site's icon, once it is known; null before.
+    [[nodiscard]] const ImagePointer& favicon() const { return favicon_; }
 
     // Set by the store.
     [[nodiscard]] bool isPinned() const { return isPinned_; }
@@ -77,11 +82,16 @@ public:
 
 private:
     void mirror(WebViewProperty property);
+    void followUrl();
+    void loadFavicon();
+    [[nodiscard]] static Task<void> findFavicon(std::weak_ptr<BrowserTab> tab, Url page);
     template <class T>
     void update(T& member, T value);
 
     const Uuid id_ = Uuid::random();
     const MainLoop& clock_;
+    FaviconStore& favicons_;
+    const Trace trace_;
     std::string pageTitle_;
     std::optional<Url> url_;
     bool canGoBack_ = false;
@@ -91,6 +101,7 @@ private:
     bool isPinned_ = false;
     std::optional<Uuid> groupID_;
     bool hasOnlySecureContent_ = false;
+    ImagePointer favicon_;
     Date lastScriptedPopup_ = Date::distantPast();
     sigc::signal<void()> changed_;
     std::unique_ptr<WebView> webView_;

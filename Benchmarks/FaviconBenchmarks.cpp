@@ -1,0 +1,45 @@
+#include "fakes/FakeFileRoom.h"
+#include "fakes/FakeHttpSession.h"
+#include "fakes/FakeImageCodec.h"
+#include "fakes/VirtualMainLoop.h"
+#include "platform/linux/PixbufImageCodec.h"
+#include "site/Favicons.h"
+#include "support/IconFiles.h"
+
+#include <benchmark/benchmark.h>
+
+#include <string>
+
+namespace orvu {
+namespace {
+
+/// From a file's bytes to pixels.
+void decodeIcon(benchmark::State& state, const std::string& bytes) {
+    for (auto _ : state) {
+        const auto image = PixbufImageCodec::decoded(bytes);
+        if (!image) state.SkipWithError("no picture");
+        benchmark::DoNotOptimize(image);
+    }
+}
+
+void lookUpIcon(benchmark::State& state) {
+    VirtualMainLoop loop;
+    FakeHttpSession http;
+    FakeImageCodec codec;
+    FakeFileRoom files;
+    FaviconStore store{http, codec, files, loop, "icons"};
+    constexpr int sites = 2000;
+    for (int i = 0; i < sites; ++i) {
+        store.set(FakeImageCodec::image("x"), std::to_string(i) + ".example", Trace::kept);
+    }
+    for (auto _ : state) benchmark::DoNotOptimize(store.icon("www.1234.example", Trace::kept));
+}
+
+BENCHMARK_CAPTURE(decodeIcon, ico32, IconFiles::icoOfPng(IconFiles::png(32), 32))
+    ->Name("FaviconDecode/ico32");
+BENCHMARK_CAPTURE(decodeIcon, png180, IconFiles::png(180))->Name("FaviconDecode/png180");
+BENCHMARK_CAPTURE(decodeIcon, png512, IconFiles::png(512))->Name("FaviconDecode/png512");
+BENCHMARK(lookUpIcon)->Name("FaviconLookup");
+
+}  // namespace
+}  // namespace orvu

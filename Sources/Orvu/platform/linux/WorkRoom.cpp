@@ -1,0 +1,132 @@
+#include "platform/linux/WorkRoom.h"
+
+#include <glib.h>
+
+#include <cstdint>
+#include <deque>
+#include <system_error>
+#include <thread>
+
+namespace orvu {
+namespace {
+
+void runGuarded(const std::function<void()>& work) {
+    try {
+        work();
+    } catch (...) {  // no memory, say: the work has no result
+    }
+}
+
+/// Runs `action` in a turn of the main loop. May be called from any thread.
+void postToMain(std::function<void()> action) {
+    auto posted = std::make_unique<std::function<void()>>(std::move(action));
+    g_idle_add_full(
+        G_PRIORITY_DEFAULT,
+        [](gpointer data) -> gboolean {
+            (*static_cast<std::function<void()>*>(data))();
+            return G_SOURCE_REMOVE;
+        },
+        posted.release(), [](gpointer data) { delete static_cast<std::function<void()>*>(data); });
+}
+
+}  // namespace
+
+/// Touched on the main thread alone; a thread knows only its own piece of work.
+struct WorkRoom::State : std::enable_shared_from_this<State> {
+    State(MainLoop& mainLoop, AtEnd end, Limits given)
+        : loop(mainLoop), atEnd(end), limits(given) {}
+
+    MainLoop& loop;
+    const AtEnd atEnd;
+    const Limits limits;
+    std::deque<Job> waiting;
+    std::optional<Job> running;
+    std::uint64_t number = 0;  ///< of the running piece
+    std::thread thread;        ///< of the running piece
+    int leftAlone = 0;
+    Scheduled deadline;
+    Scheduled refusal;
+
+    void startNext() {
+        if (running || waiting.empty()) return;
+        if (leftAlone > 0 && leftAlone >= limits.leftAlone) {
+            refusal = loop.after(std::chrono::milliseconds{0}, [this] { refuseAll(); });
+            return;
+        }
+        running.emplace(std::move(waiting.front()));
+        waiting.pop_front();
+        startThread();
+        if (limits.deadline) deadline = loop.after(*limits.deadline, [this] { giveUp(); });
+    }
+
+    void startThread() {
+        const auto ended = [room = weak_from_this(), mine = ++number] {
+            if (const auto state = room.lock()) state->ended(mine);
+        };
+        try {
+            thread = std::thread{[work = running->work, ended]() mutable {
+                runGuarded(work);
+                work = nullptr;  // what it holds goes before others hear of the end
+                postToMain(ended);
+            }};
+        } catch (const std::system_error&) {  // no thread to be had
+            postToMain(ended);
+        }
+    }
+
+    void ended(std::uint64_t which) {
+        if (which != number || !running) {
+            --leftAlone;
+            return;
+        }
+        deadline.cancel();
+        if (thread.joinable()) thread.join();
+        settle(Outcome::done);
+    }
+
+    void giveUp() {
+        ++leftAlone;
+        if (thread.joinable()) thread.detach();
+        settle(Outcome::late);
+    }
+
+    void settle(Outcome outcome) {
+        const auto keepAlive = shared_from_this();
+        const Job job = std::move(*running);
+        running.reset();
+        startNext();  // first: whoever hears of the result may end the room
+        job.settled(outcome);
+    }
+
+    void refuseAll() {
+        const auto keepAlive = shared_from_this();
+        const auto refused = std::exchange(waiting, {});
+        for (const Job& job : refused) job.settled(Outcome::late);
+    }
+
+    void end() {
+        deadline.cancel();
+        refusal.cancel();
+        if (atEnd == AtEnd::forget) {
+            if (thread.joinable()) thread.detach();
+        } else {
+            if (thread.joinable()) thread.join();
+            for (const Job& job : waiting) runGuarded(job.work);
+        }
+        waiting.clear();
+        running.reset();
+        ++number;
+    }
+};
+
+WorkRoom::WorkRoom(MainLoop& loop, AtEnd atEnd, Limits limits)
+    : state_(std::make_shared<State>(loop, atEnd, limits)) {}
+
+WorkRoom::~WorkRoom() { state_->end(); }
+
+void WorkRoom::add(Job job) {
+    state_->waiting.push_back(std::move(job));
+    state_->startNext();
+}
+
+}  // namespace orvu

@@ -1,0 +1,86 @@
+"""Icons of sites, as they come to stand on the disk."""
+
+import struct
+import zlib
+
+from harness.case import BrowserTest
+from harness.wait import until, until_equal
+
+PRIVATE = "Orvu — Private"
+
+
+def png(side):
+    """A PNG of one colour."""
+    def chunk(name, content):
+        data = name + content
+        return struct.pack(">I", len(content)) + data + struct.pack(">I", zlib.crc32(data))
+    rows = (b"\0" + b"\x33\x66\xcc\xff" * side) * side
+    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", side, side, 8, 6, 0, 0, 0))
+            + chunk(b"IDAT", zlib.compress(rows)) + chunk(b"IEND", b""))
+
+
+class FaviconsTest(BrowserTest):
+    def page_with_icon(self, name, side=32):
+        """A page of a host of its own that declares an icon; gives its address."""
+        self.server.answers[f"/{name}.png"] = lambda handler: handler.reply(
+            200, "image/png", png(side), [("Set-Cookie", "icon=met; Max-Age=999")])
+        self.server.page(f"/{name}", name, f"<link rel=icon href=/{name}.png>")
+        return self.server.url(f"/{name}", f"www.{name}.localhost")
+
+    def icons(self):
+        """The names of all files that have to do with icons, wherever they are."""
+        return sorted(file.name for file in self.home.folder.rglob("Favicons/*"))
+
+    def test_the_icon_of_a_page_is_kept_under_the_name_of_its_site(self):
+        self.app.start()
+
+        self.open(self.page_with_icon("kept"))
+
+        until_equal(self.icons, ["kept.localhost.png"], "the icons on the disk")
+        file = next(self.home.folder.rglob("Favicons/*.png"))
+        self.assertEqual(file.parent.parent.name, "Orvu")
+        self.assertEqual(struct.unpack(">II", file.read_bytes()[16:24]), (32, 32))
+        self.assertEqual(file.stat().st_mode & 0o077, 0)
+
+    def test_requests_for_icons_carry_no_cookie(self):
+        self.app.start()
+        url = self.page_with_icon("twice")
+
+        self.open(url)
+        self.server.wait_for("/twice.png")
+        self.app.start_again(url + "?again")
+        self.server.wait_for("/twice.png", times=2)
+
+        self.assertEqual([request.headers.get("Cookie") for request in self.server.requests
+                          if request.path == "/twice.png"], [None, None])
+
+    def test_a_private_window_leaves_no_icon(self):
+        self.app.start()
+        url = self.page_with_icon("private")
+        self.app.app_action("newPrivateWindow")
+        until_equal(self.app.windows, [1, 2], "the windows")
+        self.app.action("editAddress", window=2)
+        self.hands.type(url, title=PRIVATE)
+        self.hands.press("Return", title=PRIVATE)
+        self.server.wait_for("/private.png")
+        until(lambda: "private" in self.windows.tabs(PRIVATE), "the private tab",
+              lambda: self.windows.tabs(PRIVATE))
+
+        # An icon that is asked for later has reached the disk: so would have the private one.
+        self.open(self.page_with_icon("ordinary"))
+        until(lambda: "ordinary.localhost.png" in self.icons(), "the other icon", self.icons)
+        self.app.quit()
+
+        self.assertEqual(self.icons(), ["ordinary.localhost.png"])
+
+    def test_the_program_ends_while_a_server_keeps_an_icon_back(self):
+        self.app.start()
+        _, gate = self.server.slow("/never.png")
+        self.server.page("/late", "late", "<link rel=icon href=/never.png>")
+        self.open(self.server.url("/late", "late.localhost"))
+        self.server.wait_for("/never.png")
+
+        self.app.quit()
+
+        gate.set()
+        self.assertEqual(self.icons(), [])

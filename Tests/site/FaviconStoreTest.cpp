@@ -1,0 +1,321 @@
+#include "site/Favicons.h"
+
+#include "foundation/RandomText.h"
+#include "foundation/Text.h"
+#include "support/StoreWorld.h"
+
+namespace orvu {
+namespace {
+
+using Strings = std::vector<std::string>;
+
+class FaviconStoreTest : public testing::Test {
+protected:
+    [[nodiscard]] std::string shown(std::string_view site, Trace trace = Trace::kept) {
+        return FakeImageCodec::name(store.icon(site, trace));
+    }
+    void failChain(const std::string& site) {
+        EXPECT_TRUE(http.answer("https://" + site + "/apple-touch-icon.png", 404));
+        EXPECT_TRUE(http.answer("https://" + site + "/favicon.ico", 404));
+    }
+    [[nodiscard]] std::string fetched(const HttpResponse& response) {
+        auto task = store.fetch(url("https://x.example/i"));
+        task.start();
+        EXPECT_TRUE(http.answer("https://x.example/i", response));
+        EXPECT_TRUE(task.isDone());
+        return FakeImageCodec::name(task.result());
+    }
+
+    VirtualMainLoop loop;
+    FakeHttpSession http;
+    FakeImageCodec codec;
+    FakeFileRoom files;
+    FaviconStore store{http, codec, files, loop, "icons"};
+
+    static constexpr auto host = "a.example";
+    static constexpr auto touch = "https://a.example/apple-touch-icon.png";
+    static constexpr auto root = "https://a.example/favicon.ico";
+};
+
+TEST_F(FaviconStoreTest, FiftyAskersOfANewHostStartOneLoad) {
+    for (int i = 0; i < 50; ++i) EXPECT_EQ(shown(host), "");
+
+    EXPECT_EQ(files.folders, Strings{"icons"});
+    EXPECT_EQ(files.reads, Strings{"icons/a.example.png"});
+    EXPECT_EQ(http.asked, Strings{touch});
+    EXPECT_TRUE(store.isLoading(host));
+}
+
+TEST_F(FaviconStoreTest, AnEmptyHostStartsNoLoad) {
+    EXPECT_EQ(shown(""), "");
+    EXPECT_EQ(shown("WWW."), "");
+    store.set(FakeImageCodec::image("x"), "www.", Trace::kept);
+
+    EXPECT_EQ(files.reads, Strings{});
+    EXPECT_EQ(files.writes, Strings{});
+}
+
+TEST_F(FaviconStoreTest, TheFirstAddressOfTheChainWinsAndIsWritten) {
+    static_cast<void>(shown(host));
+
+    http.answer(touch, 200, "img touch");
+
+    EXPECT_EQ(shown(host), "touch");
+    EXPECT_EQ(http.asked, Strings{touch});
+    EXPECT_EQ(files.contents["icons/a.example.png"], "img touch");
+    EXPECT_FALSE(store.isLoading(host));
+}
+
+TEST_F(FaviconStoreTest, TheSecondAddressIsTriedAfterTheFirst) {
+    static_cast<void>(shown(host));
+
+    http.fail(touch);
+    http.answer(root, 200, "img root");
+
+    EXPECT_EQ(http.asked, (Strings{touch, root}));
+    EXPECT_EQ(shown(host), "root");
+}
+
+TEST_F(FaviconStoreTest, AHostWithoutIconsIsMissingAndNotAskedAgain) {
+    static_cast<void>(shown(host));
+    failChain(host);
+
+    EXPECT_EQ(shown(host), "");
+
+    EXPECT_TRUE(store.isMissing(host));
+    EXPECT_FALSE(store.isLoading(host));
+    EXPECT_EQ(http.asked.size(), 2U);
+    EXPECT_EQ(files.reads.size(), 1U);
+}
+
+TEST_F(FaviconStoreTest, AnIconFromAPageClearsMissing) {
+    static_cast<void>(shown(host));
+    failChain(host);
+
+    store.set(FakeImageCodec::image("page"), "WWW.a.Example", Trace::kept);
+
+    EXPECT_FALSE(store.isMissing(host));
+    EXPECT_EQ(shown(host), "page");
+    EXPECT_EQ(files.contents["icons/a.example.png"], "img page");
+}
+
+TEST_F(FaviconStoreTest, AFileWinsOverTheNetworkAndIsNotTouched) {
+    files.contents["icons/a.example.png"] = "img disk";
+
+    EXPECT_EQ(shown(host), "");
+
+    EXPECT_EQ(shown(host), "disk");
+    EXPECT_EQ(http.asked, Strings{});
+    EXPECT_EQ(files.writes, Strings{});
+}
+
+TEST_F(FaviconStoreTest, ADamagedFileCountsAsNone) {
+    files.contents["icons/a.example.png"] = "damaged";
+    static_cast<void>(shown(host));
+
+    http.answer(touch, 200, "img new");
+
+    EXPECT_EQ(files.contents["icons/a.example.png"], "img new");
+}
+
+TEST_F(FaviconStoreTest, TheFormsOfAHostAreOneIconAndOneFile) {
+    static_cast<void>(shown("www.a.example"));
+    static_cast<void>(shown("A.EXAMPLE"));
+    http.answer(touch, 200, "img one");
+
+    EXPECT_EQ(shown("Www.A.example"), "one");
+    EXPECT_EQ(files.reads, Strings{"icons/a.example.png"});
+    EXPECT_EQ(http.asked, Strings{touch});
+}
+
+TEST_F(FaviconStoreTest, OnlyOneLeadingWwwIsTakenOff) {
+    static_cast<void>(shown("www.www.a.example"));
+    http.answer("https://www.a.example/apple-touch-icon.png", 200, "img w");
+
+    EXPECT_EQ(shown("www.www.a.example"), "w");
+    EXPECT_FALSE(store.isLoading("www.www.a.example"));
+    EXPECT_FALSE(store.isLoading(host));
+}
+
+TEST_F(FaviconStoreTest, FileNamesKeepLettersNumbersDotsAndHyphens) {
+    EXPECT_EQ(FaviconStore::fileName("a-b.example"), "a-b.example.png");
+    EXPECT_EQ(FaviconStore::fileName("a_b/../c\\ d:8"), "ab..cd8.png");
+    EXPECT_EQ(FaviconStore::fileName("mün\u0308chen.日本.٣½"), "mün\u0308chen.日本.٣½.png");
+    EXPECT_EQ(FaviconStore::fileName(std::string_view{"a\0b\xff", 4}), "ab.png");
+    EXPECT_EQ(FaviconStore::fileName("::1"), "1.png");
+}
+
+TEST_F(FaviconStoreTest, FileNamesOfRandomHostsNeverLeaveTheFolder) {
+    RandomText random{20261121};
+    for (int i = 0; i < 3000; ++i) {
+        const std::string key = FaviconStore::key(random.text(24));
+        const std::string name = FaviconStore::fileName(key);
+
+        EXPECT_EQ(FaviconStore::fileName(name), name + ".png");
+        EXPECT_TRUE(isWellFormed(name));
+        EXPECT_FALSE(name.contains('/') || name.contains('\0'));
+        EXPECT_EQ(FaviconStore::key("WWW." + key), key);
+    }
+}
+
+TEST_F(FaviconStoreTest, ABodyOfAMillionBytesIsRefusedAndOneOfAByteLessIsNot) {
+    std::string body = "img ";
+    body.resize(999'999, 'x');
+
+    EXPECT_NE(fetched({200, body, ""}), "");
+    EXPECT_EQ(fetched({200, body + "x", ""}), "");
+}
+
+TEST_F(FaviconStoreTest, OnlyAnImageWithStatus200IsFetched) {
+    EXPECT_EQ(fetched({200, "img ok", ""}), "ok");
+    EXPECT_EQ(fetched({200, "", ""}), "");
+    EXPECT_EQ(fetched({200, "text", ""}), "");
+    EXPECT_EQ(fetched({203, "img no", ""}), "");
+    EXPECT_EQ(fetched({404, "img no", ""}), "");
+}
+
+TEST_F(FaviconStoreTest, AddressesThatAreNotOfTheWebAreNotAskedFor) {
+    for (const auto* each : {"file:///etc/passwd", "data:image/png;base64,aaaa", "javascript:1",
+                             "ftp://a.example/", "/favicon.ico", "https:///x"}) {
+        auto task = store.fetch(url(each));
+        task.start();
+        EXPECT_TRUE(task.isDone() && !task.result()) << each;
+    }
+    EXPECT_EQ(http.asked, Strings{});
+}
+
+TEST_F(FaviconStoreTest, AHostThatWouldLeadToAnotherSiteIsPassedOver) {
+    static_cast<void>(shown("b.example/a"));
+    static_cast<void>(shown("x@b.example"));
+    static_cast<void>(shown("::1"));
+
+    EXPECT_EQ(http.asked, Strings{});
+    EXPECT_TRUE(store.isMissing("b.example/a") && store.isMissing("::1"));
+}
+
+TEST_F(FaviconStoreTest, AnIconOfThePageStaysWhateverTheChainFindsLater) {
+    files.held = true;
+    files.contents["icons/a.example.png"] = "img disk";
+    static_cast<void>(shown(host));
+    store.set(FakeImageCodec::image("page"), host, Trace::kept);
+    files.release();
+    EXPECT_EQ(shown(host), "page");
+
+    static_cast<void>(shown("b.example"));
+    store.set(FakeImageCodec::image("page"), "b.example", Trace::kept);
+    http.answer("https://b.example/apple-touch-icon.png", 404);
+
+    EXPECT_EQ(shown("b.example"), "page");
+    EXPECT_FALSE(store.isMissing("b.example") || store.isLoading("b.example"));
+    EXPECT_EQ(http.open(), Strings{});
+}
+
+TEST_F(FaviconStoreTest, FailuresToWriteAreSilentAndTheIconStaysInMemory) {
+    files.full = true;
+    store.set(FakeImageCodec::image("x"), host, Trace::kept);
+    codec.refusesToEncode = true;
+    store.set(FakeImageCodec::image("y"), "b.example", Trace::kept);
+
+    EXPECT_EQ(shown(host), "x");
+    EXPECT_EQ(shown("b.example"), "y");
+    EXPECT_EQ(files.writes, Strings{"icons/a.example.png"});
+}
+
+TEST_F(FaviconStoreTest, AnArrivalWakesOnlyThoseWhoShowTheHost) {
+    int any = 0;
+    int mine = 0;
+    int others = 0;
+    store.connectChanged([&] { ++any; });
+    store.connectIcon("www.a.example", [&] { ++mine; });
+    for (int i = 0; i < 500; ++i) {
+        store.connectIcon(std::to_string(i) + ".example", [&] { ++others; });
+    }
+
+    static_cast<void>(shown(host));
+    http.answer(touch, 200, "img x");
+
+    EXPECT_EQ(any, 1);
+    EXPECT_EQ(mine, 1);
+    EXPECT_EQ(others, 0);
+}
+
+TEST_F(FaviconStoreTest, AnObserverMayAskAndSetFromWithinTheSignal) {
+    store.connectIcon(host, [this] {
+        if (shown(host) == "one") store.set(FakeImageCodec::image("two"), host, Trace::kept);
+        for (int i = 0; i < 100; ++i) static_cast<void>(shown(std::to_string(i) + ".example"));
+    });
+
+    store.set(FakeImageCodec::image("one"), host, Trace::kept);
+
+    EXPECT_EQ(shown(host), "two");
+}
+
+TEST_F(FaviconStoreTest, APrivateWindowReadsTheFileAndWritesNothing) {
+    files.contents["icons/a.example.png"] = "img disk";
+
+    static_cast<void>(shown(host, Trace::none));
+    static_cast<void>(shown("b.example", Trace::none));
+    http.answer("https://b.example/apple-touch-icon.png", 200, "img b");
+    store.set(FakeImageCodec::image("page"), "c.example", Trace::none);
+
+    EXPECT_EQ(shown(host, Trace::none), "disk");
+    EXPECT_EQ(shown("b.example", Trace::none), "b");
+    EXPECT_EQ(shown("c.example", Trace::none), "page");
+    EXPECT_EQ(files.writes, Strings{});
+}
+
+TEST_F(FaviconStoreTest, AnIconOfAPrivateWindowIsWrittenOnceWhenAnotherFirstAsks) {
+    store.set(FakeImageCodec::image("page"), host, Trace::none);
+
+    EXPECT_EQ(shown(host), "page");
+    EXPECT_EQ(shown(host), "page");
+
+    EXPECT_EQ(files.writes, Strings{"icons/a.example.png"});
+}
+
+TEST_F(FaviconStoreTest, AnIconOfAPrivateWindowIsWrittenWhenAnotherSetsOne) {
+    store.set(FakeImageCodec::image("private"), host, Trace::none);
+
+    store.set(FakeImageCodec::image("ordinary"), host, Trace::kept);
+
+    EXPECT_EQ(files.contents["icons/a.example.png"], "img ordinary");
+}
+
+TEST_F(FaviconStoreTest, APrivateVisitWritesNothingWhereOthersShowTheSiteAlready) {
+    static_cast<void>(shown(host));
+    failChain(host);
+    store.set(FakeImageCodec::image("old"), "b.example", Trace::kept);
+    files.writes.clear();
+    // An ordinary window's views ask again as soon as they are told.
+    store.connectIcon(host, [this] { static_cast<void>(shown(host)); });
+    store.connectIcon("b.example", [this] { static_cast<void>(shown("b.example")); });
+
+    store.set(FakeImageCodec::image("private"), host, Trace::none);
+    store.set(FakeImageCodec::image("private"), "b.example", Trace::none);
+
+    EXPECT_EQ(shown(host), "private");
+    EXPECT_EQ(files.writes, Strings{});
+}
+
+TEST_F(FaviconStoreTest, ALoadThatAnOrdinaryWindowAlsoWaitsForIsWritten) {
+    static_cast<void>(shown(host, Trace::none));
+    static_cast<void>(shown(host, Trace::kept));
+    static_cast<void>(shown(host, Trace::none));
+
+    http.answer(touch, 200, "img x");
+
+    EXPECT_EQ(files.writes, Strings{"icons/a.example.png"});
+}
+
+TEST_F(FaviconStoreTest, TheEndOfTheStoreEndsItsRequests) {
+    {
+        FaviconStore leaving{http, codec, files, loop, "other"};
+        static_cast<void>(leaving.icon(host, Trace::kept));
+    }
+
+    EXPECT_EQ(http.abandoned, Strings{touch});
+    EXPECT_FALSE(http.answer(touch, 200, "img x"));
+}
+
+}  // namespace
+}  // namespace orvu
