@@ -1,4 +1,7 @@
 #include "fakes/FakeUserDefaults.h"
+#include "fakes/FakeFileRoom.h"
+#include "fakes/FakeHttpSession.h"
+#include "fakes/FakeImageCodec.h"
 #include "fakes/FakeWebEngine.h"
 #include "fakes/VirtualMainLoop.h"
 #include "shell/ListEdits.h"
@@ -20,8 +23,12 @@ void columnUpdate(benchmark::State& state) {
     FakeWebEngine engine;
     NotificationCenter notifications;
     BookmarkStores bookmarks{defaults, loop};
+    FakeHttpSession http;
+    FakeImageCodec codec;
+    FakeFileRoom files;
+    FaviconStore favicons{http, codec, files, loop, "Favicons"};
     BrowserStore store{
-        {defaults, notifications, loop, engine, bookmarks}, true, Profile::personal()};
+        {defaults, notifications, loop, engine, bookmarks, favicons}, true, Profile::personal()};
     while (std::ssize(store.tabs()) < state.range(0)) {
         auto& tab = store.newTab(std::nullopt, BrowserStore::Select::no);
         const auto count = store.tabs().size();

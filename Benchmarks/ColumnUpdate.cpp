@@ -1,6 +1,9 @@
 // Measures what it costs to draw the column of tabs anew when one tab opens or closes among few
 // and among many: real widgets, pages that do nothing. Benchmarks/column-update runs it.
 #include "fakes/FakeUserDefaults.h"
+#include "fakes/FakeFileRoom.h"
+#include "fakes/FakeHttpSession.h"
+#include "fakes/FakeImageCodec.h"
 #include "fakes/FakeWebEngine.h"
 #include "fakes/VirtualMainLoop.h"
 #include "look/view/Style.h"
@@ -121,8 +124,12 @@ private:
     VirtualMainLoop loop_;
     FakeWebEngine engine_;
     BookmarkStores bookmarks_{defaults_, loop_};
+    FakeHttpSession http_;
+    FakeImageCodec codec_;
+    FakeFileRoom files_;
+    FaviconStore favicons_{http_, codec_, files_, loop_, "Favicons"};
     std::shared_ptr<BrowserStore> store_ = std::make_shared<BrowserStore>(
-        BrowserServices{defaults_, notifications_, loop_, engine_, bookmarks_}, false,
+        BrowserServices{defaults_, notifications_, loop_, engine_, bookmarks_, favicons_}, false,
         Profile::personal());
     NarrowColumn narrow_{defaults_};
     Gtk::Window window_;

@@ -114,8 +114,7 @@ void BrowserStore::open(std::string_view text, NewTab inNewTab) {
 
 BrowserTab& BrowserStore::newTab(const std::optional<Url>& url, Select select) {
     const Operation operation{*this};
-    const auto tab = std::make_shared<BrowserTab>(*configuration_, url, loop_, favicons_,
-                                                  isPrivate_ ? Trace::none : Trace::kept);
+    const auto tab = std::make_shared<BrowserTab>(*configuration_, url, loop_, favicons_, trace());
     tab->onVisit = sigc::mem_fun(*this, &BrowserStore::recordVisit);
     tab->onOpenInNewTab = sigc::mem_fun(*this, &BrowserStore::openInBackground);
     tab->webView().onFocus =

@@ -64,6 +64,10 @@ public:
     [[nodiscard]] bool isPrivate() const { return isPrivate_; }
     [[nodiscard]] const Profile& profile() const { return profile_; }
     [[nodiscard]] BookmarkStore& bookmarks() const { return bookmarks_; }
+    /// The icons of sites, to be asked with `trace`.
+    [[nodiscard]] FaviconStore& favicons() const { return favicons_; }
+    /// Whether what this window meets may leave a trace on the disk.
+    [[nodiscard]] Trace trace() const { return isPrivate_ ? Trace::none : Trace::kept; }
     /// Every live tab, in column order.
     [[nodiscard]] const TabList& tabs() const { return tabs_; }
     [[nodiscard]] const std::optional<Uuid>& activeID() const { return activeID_; }

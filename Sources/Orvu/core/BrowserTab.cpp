@@ -36,6 +36,8 @@ std::string BrowserTab::title() const {
     return site.empty() ? "New tab" : site;
 }
 
+std::string BrowserTab::host() const { return url_ ? url_->host().value_or("") : ""; }
+
 std::string BrowserTab::path() const {
     std::string path = url_ ? url_->path() : "";
     return path == "/" ? "" : path;

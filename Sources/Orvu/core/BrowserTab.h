@@ -58,6 +58,8 @@ public:
     [[nodiscard]] bool isNewTab() const { return !url_; }
     /// The page's title, else the site's name, else "New tab".
     [[nodiscard]] std::string title() const;
+    /// The address's host; empty without one.
+    [[nodiscard]] std::string host() const;
     /// The address's path, decoded; empty without an address and for "/".
     [[nodiscard]] std::string path() const;
     /// Whether everything on the page came over a secure connection.

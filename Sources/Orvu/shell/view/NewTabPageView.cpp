@@ -3,8 +3,10 @@
 #include "look/view/Accessible.h"
 #include "look/view/SymbolImage.h"
 #include "shell/NewTabPage.h"
+#include "site/view/SiteIcon.h"
 
 #include <gtkmm/button.h>
+#include <gtkmm/centerbox.h>
 #include <gtkmm/label.h>
 
 #include <string>
@@ -12,13 +14,20 @@
 namespace orvu {
 namespace {
 
+constexpr int siteIconSize = 30;
+
 /// A button that leads to a site.
-Gtk::Button& makeTile(const std::string& name) {
+Gtk::Button& makeTile(const BrowserStore& store, const Url& site) {
+    const std::string name = siteName(site);
     auto& box = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 8);
-    auto& icon = *Gtk::make_managed<Gtk::Box>();
-    icon.add_css_class("site-tile");
-    icon.set_halign(Gtk::Align::CENTER);
-    box.append(icon);
+    auto& square = *Gtk::make_managed<Gtk::CenterBox>();
+    square.add_css_class("site-tile");
+    square.set_halign(Gtk::Align::CENTER);
+    auto& icon = *Gtk::make_managed<SiteIcon>(store.favicons(), store.trace(), siteIconSize);
+    icon.set_valign(Gtk::Align::CENTER);
+    icon.setHost(site.host().value_or(""));
+    square.set_center_widget(icon);
+    box.append(square);
     auto& label = *Gtk::make_managed<Gtk::Label>(name);
     label.add_css_class("site-name");
     label.set_ellipsize(Pango::EllipsizeMode::END);
@@ -74,7 +83,7 @@ void NewTabPageView::showSites(const std::vector<Visit>& sites) {
     sites_.clear();
     shownSites_ = sites;
     for (const Visit& site : sites) {
-        Gtk::Button& tile = makeTile(siteName(site.url));
+        Gtk::Button& tile = makeTile(*store_, site.url);
         tile.signal_clicked().connect([this, address = site.url.absoluteString()] {
             store_->open(address, BrowserStore::NewTab::no);
         });

@@ -3,12 +3,14 @@
 #include "look/PlatformText.h"
 #include "look/view/Accessible.h"
 #include "look/view/SymbolImage.h"
+#include "shell/ShownTitle.h"
 
 namespace orvu {
 
 PagePane::PagePane(std::shared_ptr<BrowserStore> store, Place place)
     : Gtk::Box(Gtk::Orientation::VERTICAL),
       store_(std::move(store)),
+      icon_(store_->favicons(), store_->trace(), iconSize),
       content_(store_),
       refresh_(*this, [this] { refresh(); }) {
     add_css_class("page-pane");
@@ -19,6 +21,8 @@ PagePane::PagePane(std::shared_ptr<BrowserStore> store, Place place)
 
 void PagePane::addHeader(Place place) {
     header_.add_css_class("pane-header");
+    icon_.set_valign(Gtk::Align::CENTER);
+    header_.append(icon_);
     title_.set_ellipsize(Pango::EllipsizeMode::END);
     title_.set_xalign(0);
     titleButton_.add_css_class("pane-title");
@@ -52,8 +56,9 @@ bool PagePane::show(const std::shared_ptr<BrowserTab>& tab) {
 void PagePane::refresh() {
     const auto tab = tab_.lock();
     if (!tab) return;
-    const Glib::ustring title = tab->title();
-    if (title_.get_text() != title) {
+    icon_.set(tab->host(), tab->favicon());
+    const std::string title = shownTitle(*tab);
+    if (title_.get_text().raw() != title) {
         title_.set_text(title);
         titleButton_.set_tooltip_text(title);
         setAccessibleLabel(titleButton_, title);

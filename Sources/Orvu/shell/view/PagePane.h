@@ -2,6 +2,7 @@
 
 #include "look/view/FrameRefresh.h"
 #include "shell/view/PageContent.h"
+#include "site/view/SiteBadge.h"
 
 #include <gtkmm/box.h>
 #include <gtkmm/button.h>
@@ -28,6 +29,8 @@ public:
     void setFullscreen(bool on) { header_.set_visible(!on); }
 
 private:
+    static constexpr int iconSize = 14;
+
     void addHeader(Place place);
     void refresh();
     void select();
@@ -35,6 +38,7 @@ private:
     const std::shared_ptr<BrowserStore> store_;
     std::weak_ptr<BrowserTab> tab_;
     Gtk::Box header_;
+    SiteBadge icon_;
     Gtk::Button titleButton_;
     Gtk::Label title_;
     Gtk::Button close_;

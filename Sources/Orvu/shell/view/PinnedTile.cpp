@@ -7,10 +7,13 @@
 namespace orvu {
 
 PinnedTile::PinnedTile(BrowserStore& store, const std::shared_ptr<BrowserTab>& tab)
-    : store_(store), tab_(tab), refresh_(*this, [this] { refresh(); }) {
+    : store_(store),
+      tab_(tab),
+      badge_(store.favicons(), store.trace(), badgeSize),
+      refresh_(*this, [this] { refresh(); }) {
     add_css_class("pinned-tile");
     property_accessible_role() = Gtk::Accessible::Role::LIST_ITEM;
-    set_child(*badge_);
+    set_child(badge_);
     set_focus_on_click(false);  // a click leaves the keyboard where it is
     signal_clicked().connect(sigc::mem_fun(*this, &PinnedTile::select));
     tab->connectChanged(sigc::mem_fun(refresh_, &FrameRefresh::mark));
@@ -38,7 +41,7 @@ void PinnedTile::closeTab() {
 void PinnedTile::refresh() {
     const auto tab = tab_.lock();
     if (!tab) return;
-    badge_->setHost(tab->url() ? tab->url()->host().value_or("") : "");
+    badge_.set(tab->host(), tab->favicon());
     std::string title = shownTitle(*tab);
     if (title == shownTitle_) return;
     set_tooltip_text(title);

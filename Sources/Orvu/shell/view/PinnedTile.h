@@ -3,7 +3,7 @@
 #include "core/BrowserStore.h"
 #include "look/view/FrameRefresh.h"
 #include "shell/ColumnMenus.h"
-#include "shell/view/TabIcon.h"
+#include "site/view/SiteBadge.h"
 
 #include <gtkmm/button.h>
 
@@ -33,7 +33,7 @@ private:
 
     BrowserStore& store_;
     const std::weak_ptr<BrowserTab> tab_;  // a closed tab must not live on in its tile
-    std::unique_ptr<SiteBadge> badge_ = makeBadge(badgeSize);
+    SiteBadge badge_;
     std::optional<std::string> shownTitle_;
     FrameRefresh refresh_;
 };

@@ -3,7 +3,7 @@
 #include "look/view/Accessible.h"
 #include "look/view/SymbolImage.h"
 #include "shell/ShownTitle.h"
-#include "shell/view/TabIcon.h"
+#include "site/view/SiteIcon.h"
 
 #include <gtkmm/separator.h>
 
@@ -16,12 +16,12 @@ constexpr int width = 280;
 constexpr int mostHeight = 420;
 
 /// What a line of the menu shows.
-Gtk::Widget& content(const MenuEntry& entry, const std::string& title) {
+Gtk::Widget& content(const BrowserStore& store, const MenuEntry& entry, const std::string& title) {
     auto& line = *Gtk::make_managed<Gtk::Box>();
     line.add_css_class("shelf-line");
     hideFromAccessibility(line);
     if (entry.kind == MenuEntry::Kind::action && !entry.host.empty()) {
-        auto& badge = *Gtk::make_managed<SiteBadge>(badgeSize);
+        auto& badge = *Gtk::make_managed<SiteIcon>(store.favicons(), store.trace(), badgeSize);
         badge.setHost(entry.host);
         line.append(badge);
     }
@@ -105,7 +105,7 @@ void ShelfMenuButton::append(const MenuEntry& entry) {
     auto& button = *Gtk::make_managed<Gtk::Button>();
     button.property_accessible_role() = Gtk::Accessible::Role::MENU_ITEM;
     button.add_css_class("shelf-item");
-    button.set_child(content(entry, title));
+    button.set_child(content(*store_, entry, title));
     setAccessibleLabel(button, title.empty() ? entry.host : title);
     const auto close = sigc::mem_fun(menu_, &Gtk::Popover::popdown);
     button.signal_clicked().connect([close, run = entry.run] {

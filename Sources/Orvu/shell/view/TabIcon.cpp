@@ -10,20 +10,18 @@
 
 namespace orvu {
 
-std::unique_ptr<SiteBadge> makeBadge(int size) { return std::make_unique<SiteBadge>(size); }
-
-TabIcon::TabIcon() {
+TabIcon::TabIcon(const BrowserStore& store) : badge_(store.favicons(), store.trace(), badgeSize) {
     add_css_class("tab-icon");
     hideFromAccessibility(*this);
     set_valign(Gtk::Align::CENTER);
-    badge_->set_parent(*this);
+    badge_.set_parent(*this);
 }
 
-TabIcon::~TabIcon() { badge_->unparent(); }
+TabIcon::~TabIcon() { badge_.unparent(); }
 
 void TabIcon::show(const BrowserTab& tab) {
     constexpr double least = 0.1;  // a load shows from its first moment
-    badge_->setHost(tab.url() ? tab.url()->host().value_or("") : "");
+    badge_.set(tab.host(), tab.favicon());
     const double ring = tab.isLoading() ? std::clamp(tab.progress(), least, 1.0) : 0;
     if (ring == ring_) return;
     ring_ = ring;
@@ -37,12 +35,12 @@ void TabIcon::measure_vfunc(Gtk::Orientation, int, int& minimum, int& natural, i
 }
 
 void TabIcon::size_allocate_vfunc(int width, int height, int baseline) {
-    badge_->size_allocate({(width - badgeSize) / 2, (height - badgeSize) / 2, badgeSize, badgeSize},
-                          baseline);
+    badge_.size_allocate({(width - badgeSize) / 2, (height - badgeSize) / 2, badgeSize, badgeSize},
+                         baseline);
 }
 
 void TabIcon::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
-    snapshot_child(*badge_, snapshot);
+    snapshot_child(badge_, snapshot);
     if (ring_ > 0) drawRing(snapshot->gobj());
 }
 

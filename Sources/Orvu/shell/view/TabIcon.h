@@ -1,17 +1,11 @@
 #pragma once
 
-#include "core/BrowserTab.h"
-#include "shell/view/SiteLetter.h"
+#include "core/BrowserStore.h"
+#include "site/view/SiteBadge.h"
 
 #include <gtkmm/widget.h>
 
-#include <memory>
-
 namespace orvu {
-
-/// The picture of a site, as large as told.
-using SiteBadge = SiteLetter;
-[[nodiscard]] std::unique_ptr<SiteBadge> makeBadge(int size);
 
 /// The icon of a tab in its row, with a ring around it while the page loads.
 class TabIcon : public Gtk::Widget {
@@ -19,7 +13,8 @@ public:
     static constexpr int frame = 22;
     static constexpr int badgeSize = 16;
 
-    TabIcon();
+    /// `store` must outlive the icon.
+    explicit TabIcon(const BrowserStore& store);
     ~TabIcon() override;
     void show(const BrowserTab& tab);
 
@@ -32,7 +27,7 @@ protected:
 private:
     void drawRing(GtkSnapshot* snapshot);
 
-    std::unique_ptr<SiteBadge> badge_ = makeBadge(badgeSize);
+    SiteBadge badge_;
     double ring_ = 0;  ///< the part of the circle that is drawn; 0: no ring
 };
 

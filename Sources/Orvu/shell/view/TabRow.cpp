@@ -8,7 +8,7 @@
 namespace orvu {
 
 TabRow::TabRow(BrowserStore& store, const std::shared_ptr<BrowserTab>& tab)
-    : store_(store), tab_(tab), refresh_(*this, [this] { refresh(); }) {
+    : store_(store), tab_(tab), icon_(store), refresh_(*this, [this] { refresh(); }) {
     Gtk::Widget::add_css_class("tab-row");
     property_accessible_role() = Gtk::Accessible::Role::LIST_ITEM;
     title_.set_ellipsize(Pango::EllipsizeMode::END);
