@@ -1,6 +1,7 @@
 #include "look/view/Style.h"
 
 #include "look/Desk.h"
+#include "look/view/AccentStyle.h"
 #include "profiles/ProfileLook.h"
 
 #include <gdkmm/display.h>
@@ -16,7 +17,7 @@ namespace orvu {
 namespace {
 
 /// The sheets of the program's resources, in the order in which they are read.
-constexpr std::array sheets{"base", "top-bar", "tab-column", "page-area", "popovers"};
+constexpr std::array sheets{"base", "buttons", "top-bar", "tab-column", "page-area", "popovers"};
 
 std::string rgb(Color color) {
     return "rgb(" + std::to_string(color.red) + "," + std::to_string(color.green) + "," +
@@ -54,7 +55,7 @@ void installStyle() {
     std::string style = colors;
     for (const char* const sheet : sheets) style += resourceText(sheet);
     const auto provider = Gtk::CssProvider::create();
-    provider->load_from_data(style + looks());
+    provider->load_from_data(style + looks() + accentRules());
     Gtk::StyleContext::add_provider_for_display(Gdk::Display::get_default(), provider,
                                                 GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
 }
