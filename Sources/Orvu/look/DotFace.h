@@ -43,7 +43,10 @@ struct DotFaceModel {
     static constexpr int rows = 11;
     static constexpr double fullyRevealed = std::numeric_limits<double>::infinity();
 
-    using Cells = std::array<DotCell, columns * rows>;
+    static constexpr std::size_t count = 143;
+    static_assert(count == columns * rows);
+
+    using Cells = std::array<DotCell, count>;
 
     /// The dots row after row, at `t` ticks of which a second has nine. `lookX` moves the gaze
     /// by columns, to the left if negative; only what lies within `reveal` dots of the middle

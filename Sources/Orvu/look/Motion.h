@@ -54,12 +54,12 @@ private:
     /// A bound of the distance from the end.
     [[nodiscard]] double envelope(double time) const;
 
-    Kind kind_;
+    Kind kind_ = Kind::critical;
     double end_;
-    double decay_;      ///< of the slower part of the motion, per second
-    double fastDecay_;  ///< of the faster part, where there are two
-    double frequency_;  ///< of the swing, in radians a second
-    double first_;      ///< the factors that the start gives to the two parts
+    double decay_;          ///< of the slower part of the motion, per second
+    double fastDecay_;      ///< of the faster part, where there are two
+    double frequency_ = 0;  ///< of the swing, in radians a second
+    double first_;          ///< the factors that the start gives to the two parts
     double second_;
 };
 

@@ -109,11 +109,14 @@ void DotFaceView::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
                                   static_cast<float>(extent(DotFaceModel::rows, dot_, gap_))}};
     const auto context = snapshot->append_cairo(&bounds);
     const auto all = cells();
-    for (std::size_t i = 0; i < all.size(); ++i) {
-        const auto column = static_cast<double>(i % DotFaceModel::columns);
-        const auto row = static_cast<double>(i / DotFaceModel::columns);
-        setSource(context, {all[i].accent ? accent_ : Desk::white, all[i].opacity});
-        fillDot(context, {(dot_ + gap_) * column + dot_ / 2, (dot_ + gap_) * row + dot_ / 2}, dot_);
+    std::size_t next = 0;
+    for (int row = 0; row < DotFaceModel::rows; ++row) {
+        for (int column = 0; column < DotFaceModel::columns; ++column) {
+            const DotCell& cell = all[next++];
+            setSource(context, {cell.accent ? accent_ : Desk::white, cell.opacity});
+            const double pitch = dot_ + gap_;
+            fillDot(context, {pitch * column + dot_ / 2, pitch * row + dot_ / 2}, dot_);
+        }
     }
 }
 
