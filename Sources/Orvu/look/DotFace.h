@@ -44,7 +44,7 @@ struct DotFaceModel {
     static constexpr double fullyRevealed = std::numeric_limits<double>::infinity();
 
     static constexpr std::size_t count = 143;
-    static_assert(count == columns * rows);
+    static_assert(columns * rows == 143);
 
     using Cells = std::array<DotCell, count>;
 

@@ -22,11 +22,9 @@ double Spring::stiffness() const {
 double Spring::friction() const { return 2 * damping * naturalFrequency(*this); }
 
 SpringMotion::SpringMotion(Spring spring, SpringState start, double end)
-    : kind_(Kind::critical),
-      end_(end),
+    : end_(end),
       decay_(naturalFrequency(spring)),
       fastDecay_(decay_),
-      frequency_(0),
       first_(start.position - end),
       second_(start.velocity + decay_ * first_) {
     const double natural = decay_;
