@@ -14,6 +14,8 @@ struct Desk {
     static constexpr Color blue{31, 111, 209};    ///< links and selection
     static constexpr Color black{11, 12, 15};     ///< the darkest ground
     static constexpr Color sky{92, 178, 255};     ///< the default accent
+    static constexpr Color notchInk{4, 18, 31};   ///< text on the accent: bluer than `ink`
+    static constexpr Color white{255, 255, 255};
 };
 
 }  // namespace orvu

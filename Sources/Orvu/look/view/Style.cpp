@@ -2,6 +2,7 @@
 
 #include "core/TabGroup.h"
 #include "look/Desk.h"
+#include "look/view/AccentStyle.h"
 #include "profiles/ProfileLook.h"
 
 #include <gdkmm/display.h>
@@ -17,7 +18,7 @@ namespace orvu {
 namespace {
 
 /// The sheets of the program's resources, in the order in which they are read.
-constexpr std::array sheets{"base",      "top-bar",      "tab-column",
+constexpr std::array sheets{"base",      "buttons",      "top-bar", "tab-column",
                             "page-area", "new-tab-page", "popovers"};
 
 std::string rgb(Color color) {
@@ -66,7 +67,7 @@ void installStyle() {
     std::string style = colors;
     for (const char* const sheet : sheets) style += resourceText(sheet);
     const auto provider = Gtk::CssProvider::create();
-    provider->load_from_data(style + looks() + groupColors());
+    provider->load_from_data(style + looks() + groupColors() + accentRules());
     Gtk::StyleContext::add_provider_for_display(Gdk::Display::get_default(), provider,
                                                 GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
 }

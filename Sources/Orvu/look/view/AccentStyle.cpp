@@ -1,0 +1,36 @@
+#include "look/view/AccentStyle.h"
+
+#include "look/IconButtonStyle.h"
+#include "look/PillButtonStyle.h"
+#include "profiles/ProfileLook.h"
+
+namespace orvu {
+namespace {
+
+std::string css(Color color) {
+    return "rgb(" + std::to_string(color.red) + "," + std::to_string(color.green) + "," +
+           std::to_string(color.blue) + ")";
+}
+
+std::string rule(const std::string& selector, Color ground, Color label) {
+    return selector + " { background: " + css(ground) + "; color: " + css(label) + "; }\n";
+}
+
+std::string rulesFor(const std::string& window, Color accent) {
+    const PillButtonStyle pill{PillButtonStyle::Kind::prominent, accent};
+    const IconButtonStyle icon{.active = true, .accent = accent};
+    return rule(window + " .pill.prominent", pill.ground().color, pill.label()) +
+           rule(window + " .icon-button.active", icon.ground().color, icon.symbol().color);
+}
+
+}  // namespace
+
+std::string accentRules() {
+    std::string rules = rulesFor(".orvu", AccentKey::defaultValue);
+    for (std::size_t i = 0; i < ProfileLook::all.size(); ++i) {
+        rules += rulesFor(".orvu.look-" + std::to_string(i), ProfileLook::all[i].color);
+    }
+    return rules;
+}
+
+}  // namespace orvu
