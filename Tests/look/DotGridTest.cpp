@@ -10,13 +10,13 @@ namespace {
 TEST(DotGridTest, TheFirstDotStandsHalfAPitchFromTheEdges) {
     const auto centres = DottedPaper::grid.centres(45, 25);
 
-    EXPECT_EQ(centres, (std::vector<Point>{{10, 10}, {30, 10}}));
+    EXPECT_EQ(centres, (std::vector<PathPoint>{{10, 10}, {30, 10}}));
 }
 
 TEST(DotGridTest, DotsComeRowAfterRow) {
     const auto centres = DotGrid{}.centres(31, 31);
 
-    EXPECT_EQ(centres, (std::vector<Point>{{10, 10}, {30, 10}, {10, 30}, {30, 30}}));
+    EXPECT_EQ(centres, (std::vector<PathPoint>{{10, 10}, {30, 10}, {10, 30}, {30, 30}}));
 }
 
 TEST(DotGridTest, ADotOnTheFarEdgeIsNotDrawn) {

@@ -75,7 +75,7 @@ TEST(NotchShapeTest, BothValuesMoveAsAPair) {
 }
 
 TEST(NotchShapeTest, AQuadraticCurveAndItsCubicAreTheSame) {
-    const Point start{0, 0};
+    const PathPoint start{0, 0};
     const QuadraticTo curve{{10, 0}, {10, 10}};
 
     const CubicTo cubic = asCubic(start, curve);

@@ -20,8 +20,8 @@ struct DotGrid {
     }
 
     /// The dots' centres, row after row.
-    [[nodiscard]] std::vector<Point> centres(double width, double height) const {
-        std::vector<Point> points;
+    [[nodiscard]] std::vector<PathPoint> centres(double width, double height) const {
+        std::vector<PathPoint> points;
         for (int row = 0; row < count(height); ++row) {
             for (int column = 0; column < count(width); ++column) {
                 points.push_back({first + column * pitch, first + row * pitch});

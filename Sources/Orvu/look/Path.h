@@ -5,30 +5,30 @@
 namespace orvu {
 
 /// A place in pixels, to the right of and below the corner of what is drawn.
-struct Point {
+struct PathPoint {
     double x = 0;
     double y = 0;
 
-    friend constexpr bool operator==(Point, Point) = default;
+    friend constexpr bool operator==(PathPoint, PathPoint) = default;
 };
 
 struct MoveTo {
-    Point end;
+    PathPoint end;
     friend constexpr bool operator==(const MoveTo&, const MoveTo&) = default;
 };
 struct LineTo {
-    Point end;
+    PathPoint end;
     friend constexpr bool operator==(const LineTo&, const LineTo&) = default;
 };
 struct QuadraticTo {
-    Point control;
-    Point end;
+    PathPoint control;
+    PathPoint end;
     friend constexpr bool operator==(const QuadraticTo&, const QuadraticTo&) = default;
 };
 struct CubicTo {
-    Point first;
-    Point second;
-    Point end;
+    PathPoint first;
+    PathPoint second;
+    PathPoint end;
     friend constexpr bool operator==(const CubicTo&, const CubicTo&) = default;
 };
 struct ClosePath {
@@ -39,10 +39,10 @@ struct ClosePath {
 using PathSegment = std::variant<MoveTo, LineTo, QuadraticTo, CubicTo, ClosePath>;
 
 /// The cubic curve that is the same as a quadratic one from `start`.
-[[nodiscard]] constexpr CubicTo asCubic(Point start, const QuadraticTo& curve) {
-    const auto towards = [&](Point from) {
-        return Point{from.x + (curve.control.x - from.x) * 2 / 3,
-                     from.y + (curve.control.y - from.y) * 2 / 3};
+[[nodiscard]] constexpr CubicTo asCubic(PathPoint start, const QuadraticTo& curve) {
+    const auto towards = [&](PathPoint from) {
+        return PathPoint{from.x + (curve.control.x - from.x) * 2 / 3,
+                         from.y + (curve.control.y - from.y) * 2 / 3};
     };
     return {towards(start), towards(curve.end), curve.end};
 }

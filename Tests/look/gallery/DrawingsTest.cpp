@@ -159,7 +159,7 @@ TEST_P(DottedPaperDrawing, HasADotOnEachPointOfTheGridAndNothingElse) {
             }
         }
     }
-    for (const Point dot : DottedPaper::grid.centres(110, 70)) {
+    for (const PathPoint dot : DottedPaper::grid.centres(110, 70)) {
         const auto pixel =
             picture.at(static_cast<int>(dot.x) * scale, static_cast<int>(dot.y) * scale);
         EXPECT_GT(pixel.red, 18) << dot.x << ' ' << dot.y;

@@ -28,7 +28,7 @@ public:
 
 private:
     const Cairo::RefPtr<Cairo::Context>& context_;
-    Point place_;
+    PathPoint place_;
 };
 
 }  // namespace
@@ -49,7 +49,7 @@ void addPath(const Cairo::RefPtr<Cairo::Context>& context, std::span<const PathS
     for (const PathSegment& segment : path) std::visit(pen, segment);
 }
 
-void fillDot(const Cairo::RefPtr<Cairo::Context>& context, Point centre, double diameter) {
+void fillDot(const Cairo::RefPtr<Cairo::Context>& context, PathPoint centre, double diameter) {
     context->begin_new_path();
     context->arc(centre.x, centre.y, diameter / 2, 0, 2 * std::numbers::pi);
     context->fill();

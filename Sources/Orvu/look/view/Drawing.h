@@ -16,6 +16,6 @@ void setSource(const Cairo::RefPtr<Cairo::Context>& context, Paint paint);
 /// Adds an outline to the context's path.
 void addPath(const Cairo::RefPtr<Cairo::Context>& context, std::span<const PathSegment> path);
 /// Fills a circle.
-void fillDot(const Cairo::RefPtr<Cairo::Context>& context, Point centre, double diameter);
+void fillDot(const Cairo::RefPtr<Cairo::Context>& context, PathPoint centre, double diameter);
 
 }  // namespace orvu

@@ -21,6 +21,7 @@ BrowserWindowView::Content::Content(const std::shared_ptr<BrowserStore>& store,
                                     NarrowColumn& narrow)
     : topBar(store), tabs({store, narrow}), page(store) {
     desk.add_css_class("desk");
+    desk.setDots(store->isPrivate() ? Paint{Desk::white, 0.06} : Paint{Desk::ink, 0.09});
     desk.set_overflow(Gtk::Overflow::HIDDEN);
     layers.set_child(desk);
     layers.add_overlay(column);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "look/view/DottedPaperView.h"
 #include "platform/MainLoop.h"
 #include "platform/UserDefaults.h"
 #include "shell/BrowserWindow.h"
@@ -59,7 +60,7 @@ private:
     struct Content {
         Content(const std::shared_ptr<BrowserStore>& store, NarrowColumn& narrow);
         Gtk::Overlay layers;
-        Gtk::Box desk;
+        DottedPaperView desk;
         Gtk::Box column{Gtk::Orientation::VERTICAL};
         Gtk::WindowHandle bar;
         Gtk::Box row;

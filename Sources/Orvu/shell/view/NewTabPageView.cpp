@@ -48,15 +48,27 @@ NewTabPageView::NewTabPageView(std::shared_ptr<BrowserStore> store)
     add_css_class("new-tab-page");
     column_.set_valign(Gtk::Align::CENTER);
     column_.set_margin(padding);
+    addFace();
     addField();
     sites_.set_halign(Gtk::Align::FILL);
     column_.append(sites_);
     scroll_.set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
     scroll_.set_child(column_);
     nameScrollBars(scroll_);
-    set_child(scroll_);
+    set_child(paper_);
+    add_overlay(scroll_);
     store_->connectChanged(sigc::mem_fun(refresh_, &FrameRefresh::mark));
     refresh();
+}
+
+void NewTabPageView::addFace() {
+    // The face's dots are light: on the white tile they have a dark screen of their own.
+    faceScreen_.add_css_class("face-screen");
+    faceScreen_.append(face_);
+    faceTile_.add_css_class("face-tile");
+    faceTile_.set_halign(Gtk::Align::CENTER);
+    faceTile_.append(faceScreen_);
+    column_.append(faceTile_);
 }
 
 void NewTabPageView::addField() {

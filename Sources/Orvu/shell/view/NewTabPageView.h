@@ -1,6 +1,8 @@
 #pragma once
 
 #include "core/BrowserStore.h"
+#include "look/view/DotFaceView.h"
+#include "look/view/DottedPaperView.h"
 #include "look/view/FrameRefresh.h"
 #include "look/view/MaximumWidth.h"
 #include "look/view/WrappingRow.h"
@@ -28,13 +30,18 @@ private:
     static constexpr int padding = 40;
     static constexpr int fieldWidth = 640;
 
+    void addFace();
     void addField();
     void refresh();
     void showSites(const std::vector<Visit>& sites);
 
     const std::shared_ptr<BrowserStore> store_;
     Gtk::ScrolledWindow scroll_;  // for panes that are lower than what stands in them
+    DottedPaperView paper_{Paint{Desk::ink, DottedPaper::opacity}};
     Gtk::Box column_{Gtk::Orientation::VERTICAL, spacing};
+    Gtk::Box faceTile_;
+    Gtk::Box faceScreen_;
+    DotFaceView face_{5, 2.5};
     Gtk::Box field_;
     Gtk::Image magnifier_;
     Gtk::Entry text_;
