@@ -7,7 +7,7 @@
 #include "fakes/FakeWebEngine.h"
 #include "fakes/VirtualMainLoop.h"
 #include "look/view/Style.h"
-#include "shell/view/TabColumn.h"
+#include "shell/view/BrowserTabColumn.h"
 
 #include <glibmm/main.h>
 #include <gtkmm/application.h>
@@ -78,7 +78,7 @@ public:
     explicit Bench(std::size_t tabs) {
         const auto url = Url::parse("https://www.garden.example/");
         while (store_->tabs().size() < tabs) store_->newTab(url, BrowserStore::Select::no);
-        column_ = std::make_unique<TabColumn>(ColumnEnvironment{store_, narrow_});
+        column_ = std::make_unique<BrowserTabColumn>(ColumnEnvironment{store_, narrow_});
         window_.add_css_class("orvu");
         window_.set_default_size(1280, 820);
         window_.set_child(box_);
@@ -134,7 +134,7 @@ private:
     NarrowColumn narrow_{defaults_};
     Gtk::Window window_;
     Gtk::Box box_;
-    std::unique_ptr<TabColumn> column_;
+    std::unique_ptr<BrowserTabColumn> column_;
 };
 
 void measure() {

@@ -5,7 +5,7 @@
 #include "fakes/FakeFileRoom.h"
 #include "fakes/FakeHttpSession.h"
 #include "fakes/FakeImageCodec.h"
-#include "site/view/SiteBadge.h"
+#include "site/view/BrowserSiteBadge.h"
 
 #include <gtkmm/init.h>
 #include <gtkmm/window.h>
@@ -113,7 +113,7 @@ TEST_F(SiteIconTest, AnEmptyHostAsksForNothingAndAHostOnce) {
 }
 
 TEST_F(SiteIconTest, ABadgePrefersTheTabsOwnIconAndDoesNotAskThen) {
-    SiteBadge badge{store, Trace::kept, side};
+    BrowserSiteBadge badge{store, Trace::kept, side};
     badge.set("gnu.org", plain(90));
     EXPECT_EQ(pixel(badge, side / 2, side / 2), (Pixel{90, 0, 0, 255}));
     EXPECT_TRUE(disk.reads.empty());

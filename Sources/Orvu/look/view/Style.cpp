@@ -30,16 +30,6 @@ std::string define(std::string_view name, Color color) {
     return "@define-color " + std::string{name} + " " + rgb(color) + ";\n";
 }
 
-/// The window's ground in each profile's colour.
-std::string looks() {
-    std::string rules;
-    for (std::size_t i = 0; i < ProfileLook::all.size(); ++i) {
-        rules += "window.orvu.look-" + std::to_string(i) +
-                 " { background: " + rgb(ProfileLook::all[i].frame) + "; }\n";
-    }
-    return rules;
-}
-
 /// The dots of groups in the groups' colours.
 std::string groupColors() {
     std::string rules;
@@ -67,7 +57,7 @@ void installStyle() {
     std::string style = colors;
     for (const char* const sheet : sheets) style += resourceText(sheet);
     const auto provider = Gtk::CssProvider::create();
-    provider->load_from_data(style + looks() + groupColors() + accentRules());
+    provider->load_from_data(style + groupColors() + accentRules());
     Gtk::StyleContext::add_provider_for_display(Gdk::Display::get_default(), provider,
                                                 GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
 }

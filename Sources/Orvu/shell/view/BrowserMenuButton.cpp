@@ -4,7 +4,7 @@
 #include "look/view/SymbolImage.h"
 #include "shell/BrowserMenu.h"
 #include "shell/KeySigns.h"
-#include "shell/view/ChromeButton.h"
+#include "shell/view/BrowserChromeButton.h"
 
 #include <giomm/menuitem.h>
 
@@ -36,7 +36,7 @@ BrowserMenuButton::BrowserMenuButton(std::shared_ptr<BrowserStore> store)
     : store_(std::move(store)) {
     add_css_class("chrome-menu");
     set_valign(Gtk::Align::CENTER);
-    setSymbol(ellipsis_, "ellipsis", ChromeButton::symbolSize);
+    setSymbol(ellipsis_, "ellipsis", BrowserChromeButton::symbolSize);
     set_child(ellipsis_);
     set_tooltip_text("More");
     setAccessibleLabel(*this, "More");

@@ -11,29 +11,9 @@
 #include <gtkmm/shortcutcontroller.h>
 #include <gtkmm/shortcuttrigger.h>
 
-#include <algorithm>
 #include <utility>
-#include <vector>
 
 namespace orvu {
-
-BrowserWindowView::Content::Content(const std::shared_ptr<BrowserStore>& store,
-                                    NarrowColumn& narrow)
-    : topBar(store), tabs({store, narrow}), page(store) {
-    desk.add_css_class("desk");
-    desk.setDots(store->isPrivate() ? Paint{Desk::white, 0.06} : Paint{Desk::ink, 0.09});
-    desk.set_overflow(Gtk::Overflow::HIDDEN);
-    layers.set_child(desk);
-    layers.add_overlay(column);
-    layers.set_measure_overlay(column, true);
-    bar.set_child(topBar);
-    bar.set_size_request(-1, WindowPlacement::topBarHeight);
-    row.add_css_class("window-row");
-    row.append(tabs);
-    row.append(page);
-    column.append(bar);
-    column.append(row);
-}
 
 BrowserWindowView::BrowserWindowView(WindowEnvironment environment,
                                      const BrowserWindowTraits& traits,
@@ -55,49 +35,26 @@ BrowserWindowView::BrowserWindowView(WindowEnvironment environment,
     addWindowActions();
     window_.signal_close_request().connect(sigc::mem_fun(*this, &BrowserWindowView::closeRequested),
                                            false);
-    refresh_ = std::make_unique<FrameRefresh>(window_, [this] { refresh(); });
 }
 
 BrowserWindowView::~BrowserWindowView() {
     notify_callbacks();  // the window changes its size once more when it goes
-    refresh_.reset();
     window_.unset_child();
 }
 
 void BrowserWindowView::setContent(const std::shared_ptr<BrowserStore>& store) {
-    watch_.reset();
-    front_.reset();
-    if (content_) setElementFullscreen(false);
     window_.unset_child();
-    // The page first: its process starts while the rest of the window is made.
+    content_.reset();
     store_ = store;
-    content_ = std::make_unique<Content>(store, narrow_);
-    content_->page.onFullscreen = [this](bool on) { setElementFullscreen(on); };
-    content_->topBar.address().onEditingEnded = [this] { content_->page.focusContent(); };
-    window_.set_child(content_->layers);
+    content_ = std::make_unique<BrowserView>(store, narrow_);
+    window_.set_child(*content_);
+    content_->focusContent();
     for (std::size_t look = 0; look < ProfileLook::all.size(); ++look) {
         window_.remove_css_class("look-" + std::to_string(look));
     }
     const auto& looks = ProfileLook::all;
     const auto index = &ProfileLook::at(store->profile().color) - looks.data();
     if (!store->isPrivate()) window_.add_css_class("look-" + std::to_string(index));
-    watch_.emplace(*store_, [this] { refresh_->mark(); });
-    refresh();
-}
-
-void BrowserWindowView::refresh() {
-    const auto tab = store_->active();
-    const bool otherTab = tab != front_.lock();
-    front_ = tab;
-    const bool otherPage = content_->page.refresh();
-    const bool keyboardStays = content_->tabs.takeFocusClaim();
-    if (tab && (otherTab || otherPage) && !keyboardStays) focusNewFront();
-}
-
-void BrowserWindowView::focusNewFront() {
-    // An address that is being typed for an empty tab has the keyboard already.
-    if (front_.lock()->isNewTab() && content_->topBar.address().isEditing()) return;
-    content_->page.focusContent();
 }
 
 bool BrowserWindowView::isVisible() const {
@@ -120,44 +77,17 @@ void BrowserWindowView::present() {
     if (first && place_) moveWindow(GTK_WINDOW(window_.gobj()), *place_);
 }
 
-void BrowserWindowView::editAddress(const std::string& text) {
-    content_->topBar.address().edit(text);
-}
+void BrowserWindowView::editAddress(const std::string& text) { content_->address().edit(text); }
 
-bool BrowserWindowView::endEditing() { return content_->topBar.address().endEditing(); }
+bool BrowserWindowView::endEditing() { return content_->address().endEditing(); }
 
 void BrowserWindowView::moveFocus(int areas) {
-    std::vector<Gtk::Widget*> all{&content_->bar, &content_->tabs, &content_->page};
-    if (Gtk::Widget* const divider = content_->page.divider()) all.insert(all.end() - 1, divider);
-    const Gtk::Widget* const focus = window_.get_focus();
-    const auto found = std::ranges::find_if(all, [&](Gtk::Widget* area) {
-        return focus == area || (focus && focus->is_ancestor(*area));
-    });
-    const auto count = static_cast<int>(all.size());
-    const int former = found == all.end() ? count - 1 : static_cast<int>(found - all.begin());
-    Gtk::Widget* const next = all[static_cast<std::size_t>((former + areas + count) % count)];
     gtk_window_set_focus_visible(GTK_WINDOW(window_.gobj()), TRUE);
-    if (next == &content_->bar) {
-        window_.activate_action("win.editAddress");
-    } else if (next == &content_->page) {
-        content_->page.focusContent();
-    } else {
-        next->child_focus(Gtk::DirectionType::TAB_FORWARD);
-    }
+    content_->moveFocus(areas);
 }
 
 void BrowserWindowView::switchProfile(const Profile& profile) {
     environment_.switchProfile(*store_, profile);
-}
-
-void BrowserWindowView::setElementFullscreen(bool on) {
-    content_->bar.set_visible(!on);
-    content_->tabs.set_visible(!on);
-    if (on) {
-        window_.add_css_class("element-fullscreen");
-    } else {
-        window_.remove_css_class("element-fullscreen");
-    }
 }
 
 void BrowserWindowView::addCommands() {

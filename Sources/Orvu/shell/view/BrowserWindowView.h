@@ -1,18 +1,13 @@
 #pragma once
 
-#include "look/view/DottedPaperView.h"
 #include "platform/MainLoop.h"
 #include "platform/UserDefaults.h"
 #include "shell/BrowserWindow.h"
 #include "shell/WindowCommands.h"
-#include "shell/view/PageArea.h"
-#include "shell/view/TabColumn.h"
-#include "shell/view/TopBar.h"
+#include "shell/view/BrowserView.h"
 
 #include <gtkmm/application.h>
 #include <gtkmm/applicationwindow.h>
-#include <gtkmm/overlay.h>
-#include <gtkmm/windowhandle.h>
 
 #include <functional>
 #include <memory>
@@ -56,26 +51,10 @@ public:
     [[nodiscard]] Workspace& workspace() override { return environment_.workspace; }
 
 private:
-    /// Everything in the window that belongs to one store.
-    struct Content {
-        Content(const std::shared_ptr<BrowserStore>& store, NarrowColumn& narrow);
-        Gtk::Overlay layers;
-        DottedPaperView desk;
-        Gtk::Box column{Gtk::Orientation::VERTICAL};
-        Gtk::WindowHandle bar;
-        Gtk::Box row;
-        TopBar topBar;
-        TabColumn tabs;
-        PageArea page;
-    };
-
     void addCommands();
     void addWindowActions();
     void addShortcut(const std::string& keys, const std::string& action);
-    void refresh();
-    void focusNewFront();
     void moveFocus(int areas);
-    void setElementFullscreen(bool on);
     void saveFrame();
     void frameChanged();
     bool closeRequested();
@@ -86,10 +65,7 @@ private:
     Gtk::Box invisibleTitlebar_;
     NarrowColumn narrow_;
     std::shared_ptr<BrowserStore> store_;
-    std::unique_ptr<Content> content_;
-    std::unique_ptr<FrameRefresh> refresh_;
-    std::optional<ActiveTabWatch> watch_;
-    std::weak_ptr<BrowserTab> front_;  ///< the tab that had the keyboard's attention last
+    std::unique_ptr<BrowserView> content_;
     std::optional<Point> place_;
     Scheduled savesFrame_;
     Scheduled closes_;

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "look/view/FrameRefresh.h"
-#include "shell/view/PageContent.h"
-#include "site/view/SiteBadge.h"
+#include "shell/view/BrowserPageContent.h"
+#include "site/view/BrowserSiteBadge.h"
 
 #include <gtkmm/box.h>
 #include <gtkmm/button.h>
@@ -24,7 +24,7 @@ public:
     /// Shows `tab`, which may be nothing. True if another page stands here now.
     bool show(const std::shared_ptr<BrowserTab>& tab);
     [[nodiscard]] std::shared_ptr<BrowserTab> shown() const { return tab_.lock(); }
-    [[nodiscard]] PageContent& content() { return content_; }
+    [[nodiscard]] BrowserPageContent& content() { return content_; }
     /// While its page fills the screen a pane has no header.
     void setFullscreen(bool on) { header_.set_visible(!on); }
 
@@ -38,12 +38,12 @@ private:
     const std::shared_ptr<BrowserStore> store_;
     std::weak_ptr<BrowserTab> tab_;
     Gtk::Box header_;
-    SiteBadge icon_;
+    BrowserSiteBadge icon_;
     Gtk::Button titleButton_;
     Gtk::Label title_;
     Gtk::Button close_;
     Gtk::Image cross_;
-    PageContent content_;
+    BrowserPageContent content_;
     FrameRefresh refresh_;
     ScopedConnection tabChanged_;
 };

@@ -22,7 +22,7 @@ PinnedTiles::~PinnedTiles() {
     for (const auto& [id, tile] : tiles_) tile->unparent();
 }
 
-PinnedTile* PinnedTiles::update() {
+BrowserPinnedTile* PinnedTiles::update() {
     const auto pinned = store_.pinned();
     std::vector<Uuid> order(pinned.size());
     std::ranges::transform(pinned, order.begin(), [](const auto& tab) { return tab->id(); });
@@ -54,10 +54,10 @@ PinnedTile* PinnedTiles::update() {
     return present->second.get();
 }
 
-PinnedTile& PinnedTiles::tile(const std::shared_ptr<BrowserTab>& tab) {
+BrowserPinnedTile& PinnedTiles::tile(const std::shared_ptr<BrowserTab>& tab) {
     auto& tile = tiles_[tab->id()];
     if (!tile) {
-        tile = std::make_unique<PinnedTile>(store_, tab);
+        tile = std::make_unique<BrowserPinnedTile>(store_, tab);
         tile->set_parent(*this);
         tile->setActive(active_ == tab->id());
     }
@@ -81,7 +81,7 @@ void PinnedTiles::measure_vfunc(Gtk::Orientation orientation, int, int& minimum,
     minimum = natural = 0;
     if (orientation == Gtk::Orientation::HORIZONTAL || order_.empty()) return;
     const int rows = (static_cast<int>(order_.size()) + columns() - 1) / columns();
-    minimum = natural = rows * PinnedTile::height + (rows - 1) * spacing;
+    minimum = natural = rows * BrowserPinnedTile::height + (rows - 1) * spacing;
 }
 
 void PinnedTiles::size_allocate_vfunc(int width, int, int) {
@@ -91,8 +91,8 @@ void PinnedTiles::size_allocate_vfunc(int width, int, int) {
         const int column = static_cast<int>(i) % columns();
         const int row = static_cast<int>(i) / columns();
         tiles_.at(order_[i])->size_allocate(
-            {left(column), row * (PinnedTile::height + spacing),
-             left(column + 1) - left(column) - spacing, PinnedTile::height},
+            {left(column), row * (BrowserPinnedTile::height + spacing),
+             left(column + 1) - left(column) - spacing, BrowserPinnedTile::height},
             -1);
     }
 }
@@ -134,9 +134,9 @@ void PinnedTiles::pointerPressed(unsigned button, double x, double y) {
     menu_.show(tile->contextMenu(), *this, {static_cast<int>(x), static_cast<int>(y), 1, 1});
 }
 
-PinnedTile* PinnedTiles::tileOf(Gtk::Widget* widget) const {
+BrowserPinnedTile* PinnedTiles::tileOf(Gtk::Widget* widget) const {
     while (widget && widget->get_parent() != this) widget = widget->get_parent();
-    return dynamic_cast<PinnedTile*>(widget);
+    return dynamic_cast<BrowserPinnedTile*>(widget);
 }
 
 }  // namespace orvu

@@ -3,7 +3,7 @@
 #include "core/BrowserStore.h"
 #include "shell/view/ColumnLine.h"
 #include "shell/view/ContextMenu.h"
-#include "shell/view/PinnedTile.h"
+#include "shell/view/BrowserPinnedTile.h"
 
 #include <gtkmm/widget.h>
 
@@ -25,7 +25,7 @@ public:
 
     /// Shows the store as it is now. Gives the tile of the tab in front if it is another one than
     /// before, and nothing otherwise.
-    PinnedTile* update();
+    BrowserPinnedTile* update();
     void setNarrow(Narrow narrow);
     [[nodiscard]] bool empty() const { return order_.empty(); }
     /// Whether the last change was asked for by a key that closes the focused tile. Answers once.
@@ -39,15 +39,15 @@ protected:
 
 private:
     [[nodiscard]] int columns() const { return narrow_ == Narrow::yes ? 1 : 4; }
-    PinnedTile& tile(const std::shared_ptr<BrowserTab>& tab);
+    BrowserPinnedTile& tile(const std::shared_ptr<BrowserTab>& tab);
     void addControllers();
     bool keyPressed(guint key, guint code, Gdk::ModifierType modifiers);
     void pointerPressed(unsigned button, double x, double y);
-    [[nodiscard]] PinnedTile* tileOf(Gtk::Widget* widget) const;
+    [[nodiscard]] BrowserPinnedTile* tileOf(Gtk::Widget* widget) const;
 
     BrowserStore& store_;
     ContextMenu& menu_;
-    std::unordered_map<Uuid, std::unique_ptr<PinnedTile>> tiles_;
+    std::unordered_map<Uuid, std::unique_ptr<BrowserPinnedTile>> tiles_;
     std::vector<Uuid> order_;
     std::optional<Uuid> active_;
     Narrow narrow_ = Narrow::no;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/BrowserStore.h"
-#include "site/view/SiteBadge.h"
+#include "site/view/BrowserSiteBadge.h"
 
 #include <gtkmm/widget.h>
 
@@ -27,7 +27,7 @@ protected:
 private:
     void drawRing(GtkSnapshot* snapshot);
 
-    SiteBadge badge_;
+    BrowserSiteBadge badge_;
     double ring_ = 0;  ///< the part of the circle that is drawn; 0: no ring
 };
 

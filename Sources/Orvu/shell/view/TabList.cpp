@@ -3,7 +3,7 @@
 #include "look/view/Accessible.h"
 #include "shell/ListEdits.h"
 #include "shell/view/GroupHeader.h"
-#include "shell/view/TabRow.h"
+#include "shell/view/BrowserTabRow.h"
 
 #include <gtkmm/eventcontrollerfocus.h>
 #include <gtkmm/eventcontrollerkey.h>
@@ -103,7 +103,7 @@ std::unique_ptr<ColumnLine> TabList::makeLine(const ColumnKey& key) {
     if (key.kind == Kind::ungroupedHeading) return std::make_unique<UngroupedHeading>();
     const auto tab =
         std::ranges::find_if(store_.tabs(), [&](const auto& each) { return each->id() == key.id; });
-    return std::make_unique<TabRow>(store_, *tab);
+    return std::make_unique<BrowserTabRow>(store_, *tab);
 }
 
 void TabList::updateHeaders(const std::vector<ColumnItem>& items) {
@@ -120,7 +120,7 @@ void TabList::updateActive() {
     if (active == active_) return;
     const auto draw = [&](bool on) {
         const auto found = active_ ? lines_.find(*active_) : lines_.end();
-        if (found != lines_.end()) dynamic_cast<TabRow&>(*found->second).setActive(on);
+        if (found != lines_.end()) dynamic_cast<BrowserTabRow&>(*found->second).setActive(on);
     };
     draw(false);
     active_ = active;
@@ -131,7 +131,7 @@ void TabList::updateActive() {
 void TabList::forgetLines() {
     // Lines of collapsed groups and of pinned tabs are kept until their tabs go.
     std::erase_if(lines_, [&](const auto& entry) {
-        const auto* const row = dynamic_cast<const TabRow*>(entry.second.get());
+        const auto* const row = dynamic_cast<const BrowserTabRow*>(entry.second.get());
         if (row) return !row->hasTab();
         return !entry.second->widget().get_parent();
     });

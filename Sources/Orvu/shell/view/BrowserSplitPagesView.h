@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/SplitPages.h"
+#include "shell/BrowserSplitPages.h"
 #include "shell/view/PagePane.h"
 #include "shell/view/SplitDivider.h"
 
@@ -13,10 +13,10 @@
 namespace orvu {
 
 /// Two tabs side by side, with a divider between them.
-class SplitPagesView : public Gtk::Widget {
+class BrowserSplitPagesView : public Gtk::Widget {
 public:
-    explicit SplitPagesView(const std::shared_ptr<BrowserStore>& store);
-    ~SplitPagesView() override;
+    explicit BrowserSplitPagesView(const std::shared_ptr<BrowserStore>& store);
+    ~BrowserSplitPagesView() override;
 
     /// Shows a pair of tabs. True if another page stands in one of the panes now.
     bool show(const BrowserStore::TabList& pair);
@@ -39,7 +39,7 @@ private:
     void setFullscreenPane(std::size_t index, bool on);
 
     const std::shared_ptr<BrowserStore> store_;
-    SplitPages split_;
+    BrowserSplitPages split_;
     PagePane first_;
     SplitDivider divider_;
     PagePane second_;

@@ -3,7 +3,7 @@
 #include "core/BrowserStore.h"
 #include "look/view/FrameRefresh.h"
 #include "shell/view/ActiveTabWatch.h"
-#include "shell/view/ChromeButton.h"
+#include "shell/view/BrowserChromeButton.h"
 
 #include <gtkmm/box.h>
 
@@ -12,17 +12,17 @@
 namespace orvu {
 
 /// Back, forward and reload for the tab in front.
-class NavButtons : public Gtk::Box {
+class BrowserNavButtons : public Gtk::Box {
 public:
-    explicit NavButtons(std::shared_ptr<BrowserStore> store);
+    explicit BrowserNavButtons(std::shared_ptr<BrowserStore> store);
 
 private:
     void refresh();
 
     const std::shared_ptr<BrowserStore> store_;
-    ChromeButton back_{"arrow.left", "Back (⌘[)"};
-    ChromeButton forward_{"arrow.right", "Forward (⌘])"};
-    ChromeButton reload_{"arrow.clockwise", "Reload (⌘R)"};
+    BrowserChromeButton back_{"arrow.left", "Back (⌘[)"};
+    BrowserChromeButton forward_{"arrow.right", "Forward (⌘])"};
+    BrowserChromeButton reload_{"arrow.clockwise", "Reload (⌘R)"};
     FrameRefresh refresh_;
     ActiveTabWatch watch_;
     bool showsStop_ = false;

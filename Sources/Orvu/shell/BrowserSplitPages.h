@@ -3,7 +3,7 @@
 namespace orvu {
 
 /// How two pages side by side share a width. All lengths in points.
-class SplitPages {
+class BrowserSplitPages {
 public:
     static constexpr int dividerWidth = 14;
     static constexpr int smallestPane = 260;

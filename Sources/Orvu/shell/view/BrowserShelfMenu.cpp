@@ -1,4 +1,4 @@
-#include "shell/view/ShelfMenu.h"
+#include "shell/view/BrowserShelfMenu.h"
 
 #include "look/view/Accessible.h"
 #include "look/view/SymbolImage.h"
@@ -36,7 +36,7 @@ Gtk::Widget& content(const BrowserStore& store, const MenuEntry& entry, const st
 
 }  // namespace
 
-ShelfMenuButton::ShelfMenuButton(std::shared_ptr<BrowserStore> store)
+BrowserShelfMenu::BrowserShelfMenu(std::shared_ptr<BrowserStore> store)
     : store_(std::move(store)), refresh_(*this, [this] { refresh(); }) {
     add_css_class("shelf-button");
     setSymbol(arrow_, "arrow.up", 12);
@@ -50,7 +50,7 @@ ShelfMenuButton::ShelfMenuButton(std::shared_ptr<BrowserStore> store)
     set_valign(Gtk::Align::CENTER);
     set_focus_on_click(false);
     set_tooltip_text(shelfHelp);
-    signal_clicked().connect(sigc::mem_fun(*this, &ShelfMenuButton::open));
+    signal_clicked().connect(sigc::mem_fun(*this, &BrowserShelfMenu::open));
 
     lines_.property_accessible_role() = Gtk::Accessible::Role::MENU;
     setAccessibleLabel(lines_, "Shelf");
@@ -64,30 +64,30 @@ ShelfMenuButton::ShelfMenuButton(std::shared_ptr<BrowserStore> store)
     menu_.set_has_arrow(false);
     menu_.add_css_class("shelf-menu");
     menu_.set_parent(*this);
-    menu_.signal_closed().connect(sigc::mem_fun(*this, &ShelfMenuButton::closed));
+    menu_.signal_closed().connect(sigc::mem_fun(*this, &BrowserShelfMenu::closed));
     store_->connectChanged(sigc::mem_fun(refresh_, &FrameRefresh::mark));
     refresh();
 }
 
-ShelfMenuButton::~ShelfMenuButton() {
+BrowserShelfMenu::~BrowserShelfMenu() {
     notify_callbacks();
     menu_.unparent();
 }
 
-void ShelfMenuButton::open() {
+void BrowserShelfMenu::open() {
     fill();
     setAccessibleExpanded(*this, true);
     menu_.popup();
 }
 
-void ShelfMenuButton::closed() { setAccessibleExpanded(*this, false); }
+void BrowserShelfMenu::closed() { setAccessibleExpanded(*this, false); }
 
-void ShelfMenuButton::fill() {
+void BrowserShelfMenu::fill() {
     while (auto* const line = lines_.get_first_child()) lines_.remove(*line);
     for (const auto& entry : shelfMenu(*store_)) append(entry);
 }
 
-void ShelfMenuButton::append(const MenuEntry& entry) {
+void BrowserShelfMenu::append(const MenuEntry& entry) {
     if (entry.kind == MenuEntry::Kind::separator) {
         lines_.append(*Gtk::make_managed<Gtk::Separator>());
         return;
@@ -115,7 +115,7 @@ void ShelfMenuButton::append(const MenuEntry& entry) {
     lines_.append(button);
 }
 
-void ShelfMenuButton::refresh() {
+void BrowserShelfMenu::refresh() {
     const auto count = store_->shelf().size();
     const std::string number = std::to_string(count);
     count_.set_visible(count > 0);

@@ -8,12 +8,12 @@
 namespace orvu {
 
 /// A button of the top bar: a symbol, with a help text that is its name as well.
-class ChromeButton : public Gtk::Button {
+class BrowserChromeButton : public Gtk::Button {
 public:
     static constexpr int side = 32;
     static constexpr int symbolSize = 14;
 
-    ChromeButton(std::string_view symbol, std::string_view help);
+    BrowserChromeButton(std::string_view symbol, std::string_view help);
 
     void setSymbol(std::string_view symbol);
     /// `help` has key signs as they stand in the program's texts.

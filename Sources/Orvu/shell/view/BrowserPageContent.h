@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/BrowserStore.h"
-#include "shell/view/NewTabPageView.h"
+#include "shell/view/BrowserNewTabPageView.h"
 #include "shell/view/WebViewHost.h"
 
 #include <gtkmm/overlay.h>
@@ -13,9 +13,9 @@
 namespace orvu {
 
 /// The card that shows one tab: its page, or the new tab page.
-class PageContent : public Gtk::Overlay {
+class BrowserPageContent : public Gtk::Overlay {
 public:
-    explicit PageContent(std::shared_ptr<BrowserStore> store);
+    explicit BrowserPageContent(std::shared_ptr<BrowserStore> store);
 
     /// Shows `tab`. True if another page, or another empty tab, stands here now.
     bool show(const std::shared_ptr<BrowserTab>& tab);
@@ -32,7 +32,7 @@ private:
 
     const std::shared_ptr<BrowserStore> store_;
     WebViewHost host_;
-    std::unique_ptr<NewTabPageView> newTabPage_;
+    std::unique_ptr<BrowserNewTabPageView> newTabPage_;
     std::optional<Uuid> newTab_;  ///< the empty tab that `newTabPage_` stands for
 };
 

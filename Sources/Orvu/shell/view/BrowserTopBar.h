@@ -3,8 +3,8 @@
 #include "look/view/MaximumWidth.h"
 #include "shell/view/AddressField.h"
 #include "shell/view/BrowserMenuButton.h"
-#include "shell/view/NavButtons.h"
-#include "shell/view/ShelfMenu.h"
+#include "shell/view/BrowserNavButtons.h"
+#include "shell/view/BrowserShelfMenu.h"
 #include "shell/view/WindowControls.h"
 
 #include <gtkmm/box.h>
@@ -17,9 +17,9 @@ namespace orvu {
 
 /// The bar at the top of a window: the window's controls, the ways through pages, the address,
 /// and the menus.
-class TopBar : public Gtk::Box {
+class BrowserTopBar : public Gtk::Box {
 public:
-    explicit TopBar(const std::shared_ptr<BrowserStore>& store);
+    explicit BrowserTopBar(const std::shared_ptr<BrowserStore>& store);
 
     [[nodiscard]] AddressField& address() { return address_; }
 
@@ -29,13 +29,13 @@ private:
     void addPrivateMark();
 
     WindowControls controls_;
-    NavButtons navigation_;
+    BrowserNavButtons navigation_;
     AddressField address_;
     MaximumWidth addressPlace_{address_, addressWidth};
     Gtk::Box privateMark_;
     Gtk::Image eyeglasses_;
     Gtk::Label private_{"Private"};
-    ShelfMenuButton shelf_;
+    BrowserShelfMenu shelf_;
     BrowserMenuButton menu_;
 };
 

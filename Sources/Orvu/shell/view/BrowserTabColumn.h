@@ -25,9 +25,9 @@ struct ColumnEnvironment {
 
 /// The left column of a window: a button for new tabs, the pinned tabs, the list of groups and
 /// tabs, and the switch between titles and icons.
-class TabColumn : public Gtk::Box {
+class BrowserTabColumn : public Gtk::Box {
 public:
-    explicit TabColumn(ColumnEnvironment environment);
+    explicit BrowserTabColumn(ColumnEnvironment environment);
 
     /// Whether the keyboard is to stay in the column although another tab came to the front,
     /// because a key closed a tab there. Answers once for each change.

@@ -16,10 +16,10 @@
 namespace orvu {
 
 /// The button of the top bar that opens the menu of parked tabs.
-class ShelfMenuButton : public Gtk::Button {
+class BrowserShelfMenu : public Gtk::Button {
 public:
-    explicit ShelfMenuButton(std::shared_ptr<BrowserStore> store);
-    ~ShelfMenuButton() override;
+    explicit BrowserShelfMenu(std::shared_ptr<BrowserStore> store);
+    ~BrowserShelfMenu() override;
 
 private:
     void open();

@@ -1,8 +1,8 @@
-#include "shell/view/NavButtons.h"
+#include "shell/view/BrowserNavButtons.h"
 
 namespace orvu {
 
-NavButtons::NavButtons(std::shared_ptr<BrowserStore> store)
+BrowserNavButtons::BrowserNavButtons(std::shared_ptr<BrowserStore> store)
     : store_(std::move(store)),
       refresh_(*this, [this] { refresh(); }),
       watch_(*store_, [this] { refresh_.mark(); }) {
@@ -17,7 +17,7 @@ NavButtons::NavButtons(std::shared_ptr<BrowserStore> store)
     refresh();
 }
 
-void NavButtons::refresh() {
+void BrowserNavButtons::refresh() {
     const auto tab = store_->active();
     set_visible(tab != nullptr);
     if (!tab) return;

@@ -1,4 +1,4 @@
-#include "shell/view/PinnedTile.h"
+#include "shell/view/BrowserPinnedTile.h"
 
 #include "look/view/Accessible.h"
 #include "look/view/CssClass.h"
@@ -6,7 +6,7 @@
 
 namespace orvu {
 
-PinnedTile::PinnedTile(BrowserStore& store, const std::shared_ptr<BrowserTab>& tab)
+BrowserPinnedTile::BrowserPinnedTile(BrowserStore& store, const std::shared_ptr<BrowserTab>& tab)
     : store_(store),
       tab_(tab),
       badge_(store.favicons(), store.trace(), badgeSize),
@@ -15,30 +15,30 @@ PinnedTile::PinnedTile(BrowserStore& store, const std::shared_ptr<BrowserTab>& t
     property_accessible_role() = Gtk::Accessible::Role::LIST_ITEM;
     set_child(badge_);
     set_focus_on_click(false);  // a click leaves the keyboard where it is
-    signal_clicked().connect(sigc::mem_fun(*this, &PinnedTile::select));
+    signal_clicked().connect(sigc::mem_fun(*this, &BrowserPinnedTile::select));
     tab->connectChanged(sigc::mem_fun(refresh_, &FrameRefresh::mark));
     refresh();
 }
 
-void PinnedTile::setActive(bool active) {
+void BrowserPinnedTile::setActive(bool active) {
     setCssClass(*this, "active", active);
     setAccessibleSelected(*this, active);
 }
 
-std::vector<MenuEntry> PinnedTile::contextMenu() {
+std::vector<MenuEntry> BrowserPinnedTile::contextMenu() {
     const auto tab = tab_.lock();
     return tab ? tabMenu(store_, tab) : std::vector<MenuEntry>{};
 }
 
-void PinnedTile::select() {
+void BrowserPinnedTile::select() {
     if (const auto tab = tab_.lock()) store_.select(*tab);
 }
 
-void PinnedTile::closeTab() {
+void BrowserPinnedTile::closeTab() {
     if (const auto tab = tab_.lock()) store_.close(*tab);
 }
 
-void PinnedTile::refresh() {
+void BrowserPinnedTile::refresh() {
     const auto tab = tab_.lock();
     if (!tab) return;
     badge_.set(tab->host(), tab->favicon());

@@ -1,18 +1,18 @@
-#include "shell/view/PageArea.h"
+#include "shell/view/BrowserPageCard.h"
 
 namespace orvu {
 
-PageArea::PageArea(std::shared_ptr<BrowserStore> store) : store_(std::move(store)) {
+BrowserPageCard::BrowserPageCard(std::shared_ptr<BrowserStore> store) : store_(std::move(store)) {
     set_expand(true);
     showSingle();
 }
 
-PageArea::~PageArea() {
+BrowserPageCard::~BrowserPageCard() {
     onFullscreen = nullptr;  // whoever wanted to know is on its way out as well
     while (Gtk::Widget* const child = get_first_child()) remove(*child);
 }
 
-bool PageArea::refresh() {
+bool BrowserPageCard::refresh() {
     const auto pair = store_->splitTabs();
     if (pair.empty()) {
         if (!single_) showSingle();
@@ -22,12 +22,12 @@ bool PageArea::refresh() {
     return pair_->show(pair);
 }
 
-void PageArea::focusContent() {
+void BrowserPageCard::focusContent() {
     if (single_) single_->focusContent();
     if (pair_) pair_->focusContent();
 }
 
-void PageArea::showSingle() {
+void BrowserPageCard::showSingle() {
     if (pair_) remove(*pair_);
     pair_.reset();
     single_.emplace(store_);
@@ -35,7 +35,7 @@ void PageArea::showSingle() {
     append(*single_);
 }
 
-void PageArea::showPair() {
+void BrowserPageCard::showPair() {
     if (single_) remove(*single_);
     single_.reset();
     pair_.emplace(store_);
@@ -44,7 +44,7 @@ void PageArea::showPair() {
     append(*pair_);
 }
 
-void PageArea::tellFullscreen(bool on) {
+void BrowserPageCard::tellFullscreen(bool on) {
     if (onFullscreen) onFullscreen(on);
 }
 

@@ -3,7 +3,7 @@
 #include "core/BrowserStore.h"
 #include "look/view/FrameRefresh.h"
 #include "shell/ColumnMenus.h"
-#include "site/view/SiteBadge.h"
+#include "site/view/BrowserSiteBadge.h"
 
 #include <gtkmm/button.h>
 
@@ -15,13 +15,13 @@
 namespace orvu {
 
 /// A pinned tab.
-class PinnedTile : public Gtk::Button {
+class BrowserPinnedTile : public Gtk::Button {
 public:
     static constexpr int height = 40;
     static constexpr int badgeSize = 18;
 
     /// `store` must outlive the tile.
-    PinnedTile(BrowserStore& store, const std::shared_ptr<BrowserTab>& tab);
+    BrowserPinnedTile(BrowserStore& store, const std::shared_ptr<BrowserTab>& tab);
 
     void setActive(bool active);
     [[nodiscard]] std::vector<MenuEntry> contextMenu();
@@ -33,7 +33,7 @@ private:
 
     BrowserStore& store_;
     const std::weak_ptr<BrowserTab> tab_;  // a closed tab must not live on in its tile
-    SiteBadge badge_;
+    BrowserSiteBadge badge_;
     std::optional<std::string> shownTitle_;
     FrameRefresh refresh_;
 };

@@ -1,8 +1,8 @@
-#include "shell/view/NewTabPageView.h"
+#include "shell/view/BrowserNewTabPageView.h"
 
 #include "look/view/Accessible.h"
 #include "look/view/SymbolImage.h"
-#include "shell/NewTabPage.h"
+#include "shell/BrowserNewTabPage.h"
 #include "site/view/SiteIcon.h"
 
 #include <gtkmm/button.h>
@@ -43,7 +43,7 @@ Gtk::Button& makeTile(const BrowserStore& store, const Url& site) {
 
 }  // namespace
 
-NewTabPageView::NewTabPageView(std::shared_ptr<BrowserStore> store)
+BrowserNewTabPageView::BrowserNewTabPageView(std::shared_ptr<BrowserStore> store)
     : store_(std::move(store)), refresh_(*this, [this] { refresh(); }) {
     add_css_class("new-tab-page");
     column_.set_valign(Gtk::Align::CENTER);
@@ -61,7 +61,7 @@ NewTabPageView::NewTabPageView(std::shared_ptr<BrowserStore> store)
     refresh();
 }
 
-void NewTabPageView::addFace() {
+void BrowserNewTabPageView::addFace() {
     // The face's dots are light: on the white tile they have a dark screen of their own.
     faceScreen_.add_css_class("face-screen");
     faceScreen_.append(face_);
@@ -71,11 +71,11 @@ void NewTabPageView::addFace() {
     column_.append(faceTile_);
 }
 
-void NewTabPageView::addField() {
+void BrowserNewTabPageView::addField() {
     field_.add_css_class("new-tab-field");
     setSymbol(magnifier_, "magnifyingglass", 18);
     field_.append(magnifier_);
-    const std::string prompt{NewTabPage::prompt};
+    const std::string prompt{BrowserNewTabPage::prompt};
     text_.set_placeholder_text(prompt);
     text_.set_hexpand(true);
     setAccessibleLabel(text_, prompt);
@@ -85,13 +85,13 @@ void NewTabPageView::addField() {
     column_.append(fieldPlace_);
 }
 
-void NewTabPageView::refresh() {
-    const auto sites = NewTabPage::recentSites(store_->visits());
+void BrowserNewTabPageView::refresh() {
+    const auto sites = BrowserNewTabPage::recentSites(store_->visits());
     if (sites != shownSites_) showSites(sites);
     sites_.set_visible(!sites.empty());
 }
 
-void NewTabPageView::showSites(const std::vector<Visit>& sites) {
+void BrowserNewTabPageView::showSites(const std::vector<Visit>& sites) {
     sites_.clear();
     shownSites_ = sites;
     for (const Visit& site : sites) {

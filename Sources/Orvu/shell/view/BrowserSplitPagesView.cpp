@@ -1,11 +1,11 @@
-#include "shell/view/SplitPagesView.h"
+#include "shell/view/BrowserSplitPagesView.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace orvu {
 
-SplitPagesView::SplitPagesView(const std::shared_ptr<BrowserStore>& store)
+BrowserSplitPagesView::BrowserSplitPagesView(const std::shared_ptr<BrowserStore>& store)
     : store_(store),
       first_(store, PagePane::Place::first),
       second_(store, PagePane::Place::second) {
@@ -20,21 +20,21 @@ SplitPagesView::SplitPagesView(const std::shared_ptr<BrowserStore>& store)
     };
 }
 
-void SplitPagesView::addDrag() {
-    drag_->signal_drag_begin().connect(sigc::mem_fun(*this, &SplitPagesView::dragBegan));
-    drag_->signal_drag_update().connect(sigc::mem_fun(*this, &SplitPagesView::dragged));
+void BrowserSplitPagesView::addDrag() {
+    drag_->signal_drag_begin().connect(sigc::mem_fun(*this, &BrowserSplitPagesView::dragBegan));
+    drag_->signal_drag_update().connect(sigc::mem_fun(*this, &BrowserSplitPagesView::dragged));
     add_controller(drag_);
 }
 
-void SplitPagesView::dragBegan(double x, double y) {
+void BrowserSplitPagesView::dragBegan(double x, double y) {
     dividerFollows_ = false;
     const Gtk::Allocation divider = divider_.get_allocation();
     const bool hit = x >= divider.get_x() && x < divider.get_x() + divider.get_width();
     if (!hit || y < 0) drag_->set_state(Gtk::EventSequenceState::DENIED);
 }
 
-void SplitPagesView::dragged(double x, double y) {
-    dividerFollows_ = dividerFollows_ || std::hypot(x, y) >= SplitPages::smallestDrag;
+void BrowserSplitPagesView::dragged(double x, double y) {
+    dividerFollows_ = dividerFollows_ || std::hypot(x, y) >= BrowserSplitPages::smallestDrag;
     double startX = 0;
     double startY = 0;
     if (!dividerFollows_ || !drag_->get_start_point(startX, startY)) return;
@@ -42,13 +42,13 @@ void SplitPagesView::dragged(double x, double y) {
     queue_allocate();
 }
 
-SplitPagesView::~SplitPagesView() {
+BrowserSplitPagesView::~BrowserSplitPagesView() {
     first_.unparent();
     divider_.unparent();
     second_.unparent();
 }
 
-bool SplitPagesView::show(const BrowserStore::TabList& pair) {
+bool BrowserSplitPagesView::show(const BrowserStore::TabList& pair) {
     // Both give their pages back first: the two may have changed places.
     if (first_.shown() != pair[0]) first_.show(nullptr);
     if (second_.shown() != pair[1]) second_.show(nullptr);
@@ -57,18 +57,18 @@ bool SplitPagesView::show(const BrowserStore::TabList& pair) {
     return otherFirst || otherSecond;
 }
 
-void SplitPagesView::focusContent() {
+void BrowserSplitPagesView::focusContent() {
     const auto active = store_->active();
     (active && active == second_.shown() ? second_ : first_).content().focusContent();
 }
 
-void SplitPagesView::setOnFullscreen(const std::function<void(bool)>& slot) {
+void BrowserSplitPagesView::setOnFullscreen(const std::function<void(bool)>& slot) {
     onFullscreen_ = slot;
     first_.content().setOnFullscreen([this](bool on) { setFullscreenPane(0, on); });
     second_.content().setOnFullscreen([this](bool on) { setFullscreenPane(1, on); });
 }
 
-void SplitPagesView::setFullscreenPane(std::size_t index, bool on) {
+void BrowserSplitPagesView::setFullscreenPane(std::size_t index, bool on) {
     divider_.set_visible(!on);
     first_.setFullscreen(on && index == 0);
     second_.setFullscreen(on && index == 1);
@@ -77,12 +77,13 @@ void SplitPagesView::setFullscreenPane(std::size_t index, bool on) {
     if (onFullscreen_) onFullscreen_(on);
 }
 
-Gtk::SizeRequestMode SplitPagesView::get_request_mode_vfunc() const {
+Gtk::SizeRequestMode BrowserSplitPagesView::get_request_mode_vfunc() const {
     return Gtk::SizeRequestMode::CONSTANT_SIZE;
 }
 
-void SplitPagesView::measure_vfunc(Gtk::Orientation orientation, int, int& minimum, int& natural,
-                                   int& minimumBaseline, int& naturalBaseline) const {
+void BrowserSplitPagesView::measure_vfunc(Gtk::Orientation orientation, int, int& minimum,
+                                          int& natural, int& minimumBaseline,
+                                          int& naturalBaseline) const {
     minimum = natural = 0;
     minimumBaseline = naturalBaseline = -1;
     for (const Gtk::Widget* const pane :
@@ -97,15 +98,15 @@ void SplitPagesView::measure_vfunc(Gtk::Orientation orientation, int, int& minim
     }
 }
 
-void SplitPagesView::size_allocate_vfunc(int width, int height, int) {
+void BrowserSplitPagesView::size_allocate_vfunc(int width, int height, int) {
     if (!first_.get_visible() || !second_.get_visible()) {
         (first_.get_visible() ? first_ : second_).size_allocate({0, 0, width, height}, -1);
         return;
     }
     const auto [first, second] = split_.widths(width);
     first_.size_allocate({0, 0, first, height}, -1);
-    divider_.size_allocate({first, 0, SplitPages::dividerWidth, height}, -1);
-    second_.size_allocate({first + SplitPages::dividerWidth, 0, second, height}, -1);
+    divider_.size_allocate({first, 0, BrowserSplitPages::dividerWidth, height}, -1);
+    second_.size_allocate({first + BrowserSplitPages::dividerWidth, 0, second, height}, -1);
 }
 
 }  // namespace orvu

@@ -1,4 +1,4 @@
-#include "shell/view/TabRow.h"
+#include "shell/view/BrowserTabRow.h"
 
 #include "look/view/Accessible.h"
 #include "look/view/CssClass.h"
@@ -7,7 +7,7 @@
 
 namespace orvu {
 
-TabRow::TabRow(BrowserStore& store, const std::shared_ptr<BrowserTab>& tab)
+BrowserTabRow::BrowserTabRow(BrowserStore& store, const std::shared_ptr<BrowserTab>& tab)
     : store_(store), tab_(tab), icon_(store), refresh_(*this, [this] { refresh(); }) {
     Gtk::Widget::add_css_class("tab-row");
     property_accessible_role() = Gtk::Accessible::Role::LIST_ITEM;
@@ -21,7 +21,7 @@ TabRow::TabRow(BrowserStore& store, const std::shared_ptr<BrowserTab>& tab)
     select_.add_css_class("tab-select");
     select_.set_child(content_);
     select_.set_focus_on_click(false);  // a click leaves the keyboard where it is
-    select_.signal_clicked().connect(sigc::mem_fun(*this, &TabRow::select));
+    select_.signal_clicked().connect(sigc::mem_fun(*this, &BrowserTabRow::select));
     set_child(select_);
     setSymbol(cross_, "xmark", 11);
     close_.add_css_class("tab-close");
@@ -29,44 +29,44 @@ TabRow::TabRow(BrowserStore& store, const std::shared_ptr<BrowserTab>& tab)
     close_.set_focus_on_click(false);
     close_.set_halign(Gtk::Align::END);
     close_.set_valign(Gtk::Align::CENTER);
-    close_.signal_clicked().connect(sigc::mem_fun(*this, &TabRow::remove));
+    close_.signal_clicked().connect(sigc::mem_fun(*this, &BrowserTabRow::remove));
     add_overlay(close_);
     setTabStop(TabStop::no);
     tab->connectChanged(sigc::mem_fun(refresh_, &FrameRefresh::mark));
     refresh();
 }
 
-void TabRow::setActive(bool active) {
+void BrowserTabRow::setActive(bool active) {
     setCssClass(*this, "active", active);
     setAccessibleSelected(*this, active);
 }
 
-void TabRow::setTabStop(TabStop stop) {
+void BrowserTabRow::setTabStop(TabStop stop) {
     select_.set_focusable(stop == TabStop::yes);
     close_.set_focusable(stop == TabStop::yes);
 }
 
-void TabRow::setNarrow(Narrow narrow) {
+void BrowserTabRow::setNarrow(Narrow narrow) {
     const bool wide = narrow == Narrow::no;
     title_.set_visible(wide);
     close_.set_visible(wide);
     content_.set_halign(wide ? Gtk::Align::FILL : Gtk::Align::CENTER);
 }
 
-std::vector<MenuEntry> TabRow::contextMenu() {
+std::vector<MenuEntry> BrowserTabRow::contextMenu() {
     const auto tab = tab_.lock();
     return tab ? tabMenu(store_, tab) : std::vector<MenuEntry>{};
 }
 
-void TabRow::select() {
+void BrowserTabRow::select() {
     if (const auto tab = tab_.lock()) store_.select(*tab);
 }
 
-void TabRow::remove() {
+void BrowserTabRow::remove() {
     if (const auto tab = tab_.lock()) store_.close(*tab);
 }
 
-void TabRow::refresh() {
+void BrowserTabRow::refresh() {
     const auto tab = tab_.lock();
     if (!tab) return;
     icon_.show(*tab);

@@ -1,4 +1,4 @@
-#include "shell/NewTabPage.h"
+#include "shell/BrowserNewTabPage.h"
 
 #include "support/StoreWorld.h"
 
@@ -17,37 +17,40 @@ std::vector<Visit> visits(const Strings& pages) {
     return result;
 }
 
-TEST(NewTabPageTest, HostComesOnceWithItsLatestVisitNewestFirst) {
-    const auto sites = NewTabPage::recentSites(
+TEST(BrowserNewTabPageTest, HostComesOnceWithItsLatestVisitNewestFirst) {
+    const auto sites = BrowserNewTabPage::recentSites(
         visits({"https://a.example/old", "https://b.example/", "https://a.example/new"}));
 
     EXPECT_EQ(addresses(sites), (Strings{"https://a.example/new", "https://b.example/"}));
 }
 
-TEST(NewTabPageTest, NinthHostIsNotShown) {
+TEST(BrowserNewTabPageTest, NinthHostIsNotShown) {
     Strings pages;
     for (int i = 1; i <= 9; ++i) pages.push_back("https://" + std::to_string(i) + ".example/");
 
-    const auto sites = addresses(NewTabPage::recentSites(visits(pages)));
+    const auto sites = addresses(BrowserNewTabPage::recentSites(visits(pages)));
 
     ASSERT_EQ(sites.size(), 8u);
     EXPECT_EQ(sites.front(), "https://9.example/");
     EXPECT_EQ(sites.back(), "https://2.example/");
 }
 
-TEST(NewTabPageTest, VisitsWithoutAHostAreLeftOut) {
-    EXPECT_EQ(addresses(NewTabPage::recentSites(
+TEST(BrowserNewTabPageTest, VisitsWithoutAHostAreLeftOut) {
+    EXPECT_EQ(addresses(BrowserNewTabPage::recentSites(
                   visits({"about:blank", "file:///tmp/page", "https://a.example/"}))),
               Strings{"https://a.example/"});
 }
 
-TEST(NewTabPageTest, HostsWithAndWithoutWwwAreTwoSites) {
+TEST(BrowserNewTabPageTest, HostsWithAndWithoutWwwAreTwoSites) {
     EXPECT_EQ(
-        NewTabPage::recentSites(visits({"https://www.a.example/", "https://a.example/"})).size(),
+        BrowserNewTabPage::recentSites(visits({"https://www.a.example/", "https://a.example/"}))
+            .size(),
         2u);
 }
 
-TEST(NewTabPageTest, NothingWasVisited) { EXPECT_TRUE(NewTabPage::recentSites({}).empty()); }
+TEST(BrowserNewTabPageTest, NothingWasVisited) {
+    EXPECT_TRUE(BrowserNewTabPage::recentSites({}).empty());
+}
 
 }  // namespace
 }  // namespace orvu

@@ -7,10 +7,10 @@
 namespace orvu {
 
 /// The icon of a tab: its own if it has one, else that of its site.
-class SiteBadge : public SiteIcon {
+class BrowserSiteBadge : public SiteIcon {
 public:
     /// `store` must outlive the view.
-    SiteBadge(FaviconStore& store, Trace trace, int size) : SiteIcon(store, trace, size) {}
+    BrowserSiteBadge(FaviconStore& store, Trace trace, int size) : SiteIcon(store, trace, size) {}
 
     /// Shows `icon`, or without one what the store knows of `host`.
     void set(const std::string& host, const ImagePointer& icon) { show(host, icon); }

@@ -19,9 +19,9 @@
 namespace orvu {
 
 /// What an empty tab shows: a field to begin with, and the sites visited last.
-class NewTabPageView : public Gtk::Overlay {
+class BrowserNewTabPageView : public Gtk::Overlay {
 public:
-    explicit NewTabPageView(std::shared_ptr<BrowserStore> store);
+    explicit BrowserNewTabPageView(std::shared_ptr<BrowserStore> store);
 
     void focusField() { text_.grab_focus(); }
 

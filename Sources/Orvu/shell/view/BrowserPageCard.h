@@ -1,7 +1,7 @@
 #pragma once
 
-#include "shell/view/PageContent.h"
-#include "shell/view/SplitPagesView.h"
+#include "shell/view/BrowserPageContent.h"
+#include "shell/view/BrowserSplitPagesView.h"
 
 #include <gtkmm/box.h>
 
@@ -13,10 +13,10 @@ namespace orvu {
 
 /// Everything between the column of tabs and the window's edge: one card with the tab in front,
 /// or two side by side.
-class PageArea : public Gtk::Box {
+class BrowserPageCard : public Gtk::Box {
 public:
-    explicit PageArea(std::shared_ptr<BrowserStore> store);
-    ~PageArea() override;
+    explicit BrowserPageCard(std::shared_ptr<BrowserStore> store);
+    ~BrowserPageCard() override;
 
     /// Shows what the store says now. True if another page stands there.
     bool refresh();
@@ -35,8 +35,8 @@ private:
     void tellFullscreen(bool on);
 
     const std::shared_ptr<BrowserStore> store_;
-    std::optional<PageContent> single_;
-    std::optional<SplitPagesView> pair_;
+    std::optional<BrowserPageContent> single_;
+    std::optional<BrowserSplitPagesView> pair_;
 };
 
 }  // namespace orvu

@@ -10,7 +10,7 @@
 namespace orvu {
 
 /// What stands in the place of a page in an empty tab.
-struct NewTabPage {
+struct BrowserNewTabPage {
     static constexpr std::string_view prompt = "Search, type a site, or ask Kesto";
     static constexpr std::size_t sitesLimit = 8;
 

@@ -1,11 +1,11 @@
-#include "shell/NewTabPage.h"
+#include "shell/BrowserNewTabPage.h"
 
 #include <algorithm>
 #include <ranges>
 
 namespace orvu {
 
-std::vector<Visit> NewTabPage::recentSites(const std::vector<Visit>& visits) {
+std::vector<Visit> BrowserNewTabPage::recentSites(const std::vector<Visit>& visits) {
     std::vector<Visit> sites;
     std::vector<std::string> seen;
     for (const Visit& visit : std::views::reverse(visits)) {

@@ -18,10 +18,10 @@
 namespace orvu {
 
 /// A tab in the list: icon, title and, where it is wanted, a button that closes it.
-class TabRow : public Gtk::Overlay, public ColumnLine {
+class BrowserTabRow : public Gtk::Overlay, public ColumnLine {
 public:
     /// `store` must outlive the row.
-    TabRow(BrowserStore& store, const std::shared_ptr<BrowserTab>& tab);
+    BrowserTabRow(BrowserStore& store, const std::shared_ptr<BrowserTab>& tab);
 
     void setActive(bool active);
     [[nodiscard]] bool hasTab() const { return !tab_.expired(); }

@@ -1,15 +1,16 @@
-#include "shell/view/PageContent.h"
+#include "shell/view/BrowserPageContent.h"
 
 namespace orvu {
 
-PageContent::PageContent(std::shared_ptr<BrowserStore> store) : store_(std::move(store)) {
+BrowserPageContent::BrowserPageContent(std::shared_ptr<BrowserStore> store)
+    : store_(std::move(store)) {
     add_css_class("page-card");
     set_overflow(Gtk::Overflow::HIDDEN);
     set_expand(true);
     set_child(host_);
 }
 
-bool PageContent::show(const std::shared_ptr<BrowserTab>& tab) {
+bool BrowserPageContent::show(const std::shared_ptr<BrowserTab>& tab) {
     const bool empty = tab && tab->isNewTab();
     const auto newTab = empty ? std::optional{tab->id()} : std::nullopt;
     const bool otherNewTab = newTab != newTab_;
@@ -18,7 +19,7 @@ bool PageContent::show(const std::shared_ptr<BrowserTab>& tab) {
     return otherPage || otherNewTab;
 }
 
-void PageContent::focusContent() {
+void BrowserPageContent::focusContent() {
     if (newTabPage_) {
         newTabPage_->focusField();
     } else {
@@ -26,12 +27,12 @@ void PageContent::focusContent() {
     }
 }
 
-void PageContent::showNewTabPage(const std::optional<Uuid>& tab) {
+void BrowserPageContent::showNewTabPage(const std::optional<Uuid>& tab) {
     newTab_ = tab;
     if (newTabPage_) remove_overlay(*newTabPage_);
     newTabPage_.reset();
     if (!tab) return;
-    newTabPage_ = std::make_unique<NewTabPageView>(store_);
+    newTabPage_ = std::make_unique<BrowserNewTabPageView>(store_);
     add_overlay(*newTabPage_);
 }
 

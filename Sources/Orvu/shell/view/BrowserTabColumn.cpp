@@ -1,4 +1,4 @@
-#include "shell/view/TabColumn.h"
+#include "shell/view/BrowserTabColumn.h"
 
 #include "look/PlatformText.h"
 #include "look/view/Accessible.h"
@@ -8,7 +8,7 @@
 
 namespace orvu {
 
-TabColumn::TabColumn(ColumnEnvironment environment)
+BrowserTabColumn::BrowserTabColumn(ColumnEnvironment environment)
     : Gtk::Box(Gtk::Orientation::VERTICAL),
       store_(std::move(environment.store)),
       narrow_(environment.narrow),
@@ -26,12 +26,12 @@ TabColumn::TabColumn(ColumnEnvironment environment)
     append(list_);
     addFoot();
     store_->connectChanged(sigc::mem_fun(refresh_, &FrameRefresh::mark));
-    narrow_.connectChanged(sigc::mem_fun(*this, &TabColumn::showWidth));
+    narrow_.connectChanged(sigc::mem_fun(*this, &BrowserTabColumn::showWidth));
     showWidth();
     refresh();
 }
 
-void TabColumn::addNewTabButton() {
+void BrowserTabColumn::addNewTabButton() {
     setSymbol(plus_, "plus", 12);
     plus_.add_css_class("plus-tile");
     plus_.set_valign(Gtk::Align::CENTER);
@@ -48,11 +48,11 @@ void TabColumn::addNewTabButton() {
     newTab_.set_focus_on_click(false);
     newTab_.set_tooltip_text(platformText("New tab (⌘T)"));
     setAccessibleLabel(newTab_, "New tab");
-    newTab_.signal_clicked().connect(sigc::mem_fun(*this, &TabColumn::newTab));
+    newTab_.signal_clicked().connect(sigc::mem_fun(*this, &BrowserTabColumn::newTab));
     append(newTab_);
 }
 
-void TabColumn::addTiles() {
+void BrowserTabColumn::addTiles() {
     // Many tiles scroll: they must not push the list out of the window.
     constexpr int mostRows = 5;
     tileScroll_.set_child(tiles_);
@@ -60,11 +60,12 @@ void TabColumn::addTiles() {
     tileScroll_.set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::EXTERNAL);
     nameScrollBars(tileScroll_);
     tileScroll_.set_propagate_natural_height(true);
-    tileScroll_.set_max_content_height(mostRows * (PinnedTile::height + PinnedTiles::spacing));
+    tileScroll_.set_max_content_height(mostRows *
+                                       (BrowserPinnedTile::height + PinnedTiles::spacing));
     append(tileScroll_);
 }
 
-void TabColumn::addFoot() {
+void BrowserTabColumn::addFoot() {
     setSymbol(sidebar_, "sidebar.left", 15);
     hideFromAccessibility(widthLine_);
     widthLine_.append(sidebar_);
@@ -79,21 +80,21 @@ void TabColumn::addFoot() {
     append(foot_);
 }
 
-void TabColumn::newTab() { store_->newTab(std::nullopt, BrowserStore::Select::yes); }
+void BrowserTabColumn::newTab() { store_->newTab(std::nullopt, BrowserStore::Select::yes); }
 
-bool TabColumn::takeFocusClaim() {
+bool BrowserTabColumn::takeFocusClaim() {
     const bool list = list_.takeFocusClaim();
     const bool tiles = tiles_.takeFocusClaim();
     return list || tiles;
 }
 
-void TabColumn::refresh() {
-    if (PinnedTile* const tile = tiles_.update()) scrollTo(tileScroll_, *tile);
+void BrowserTabColumn::refresh() {
+    if (BrowserPinnedTile* const tile = tiles_.update()) scrollTo(tileScroll_, *tile);
     tileScroll_.set_visible(!tiles_.empty());
     list_.update();
 }
 
-void TabColumn::showWidth() {
+void BrowserTabColumn::showWidth() {
     const bool narrow = narrow_.isNarrow();
     const Narrow value = narrow ? Narrow::yes : Narrow::no;
     set_size_request(narrow_.width(), -1);

@@ -1,10 +1,10 @@
-#include "shell/view/TopBar.h"
+#include "shell/view/BrowserTopBar.h"
 
 #include "look/view/SymbolImage.h"
 
 namespace orvu {
 
-TopBar::TopBar(const std::shared_ptr<BrowserStore>& store)
+BrowserTopBar::BrowserTopBar(const std::shared_ptr<BrowserStore>& store)
     : navigation_(store), address_(store), shelf_(store), menu_(store) {
     add_css_class("top-bar");
     append(controls_);
@@ -16,7 +16,7 @@ TopBar::TopBar(const std::shared_ptr<BrowserStore>& store)
     append(menu_);
 }
 
-void TopBar::addPrivateMark() {
+void BrowserTopBar::addPrivateMark() {
     privateMark_.add_css_class("private-mark");
     privateMark_.set_valign(Gtk::Align::CENTER);
     setSymbol(eyeglasses_, "eyeglasses", 14);

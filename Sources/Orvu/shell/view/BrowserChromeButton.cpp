@@ -1,4 +1,4 @@
-#include "shell/view/ChromeButton.h"
+#include "shell/view/BrowserChromeButton.h"
 
 #include "look/PlatformText.h"
 #include "look/view/Accessible.h"
@@ -6,7 +6,7 @@
 
 namespace orvu {
 
-ChromeButton::ChromeButton(std::string_view symbol, std::string_view help) {
+BrowserChromeButton::BrowserChromeButton(std::string_view symbol, std::string_view help) {
     add_css_class("chrome-button");
     set_valign(Gtk::Align::CENTER);
     set_child(image_);
@@ -14,11 +14,11 @@ ChromeButton::ChromeButton(std::string_view symbol, std::string_view help) {
     setHelp(help);
 }
 
-void ChromeButton::setSymbol(std::string_view symbol) {
+void BrowserChromeButton::setSymbol(std::string_view symbol) {
     orvu::setSymbol(image_, symbol, symbolSize);
 }
 
-void ChromeButton::setHelp(std::string_view help) {
+void BrowserChromeButton::setHelp(std::string_view help) {
     const std::string text = platformText(help);
     set_tooltip_text(text);
     setAccessibleLabel(*this, text);

@@ -1,0 +1,93 @@
+#include "shell/view/BrowserView.h"
+
+#include "look/view/CssClass.h"
+#include "profiles/ProfileLook.h"
+#include "shell/WindowPlacement.h"
+
+#include <gtkmm/root.h>
+
+#include <algorithm>
+#include <vector>
+
+namespace orvu {
+namespace {
+
+std::unique_ptr<BrowserFrame> makeFrame(const BrowserStore& store) {
+    if (store.isPrivate()) return std::make_unique<BrowserFrame>();
+    return std::make_unique<BrowserFrame>(ProfileLook::at(store.profile().color).frame);
+}
+
+}  // namespace
+
+BrowserView::BrowserView(const std::shared_ptr<BrowserStore>& store, NarrowColumn& narrow)
+    : store_(store),
+      frame_(makeFrame(*store)),
+      topBar_(store),
+      tabs_({store, narrow}),
+      page_(store),
+      refresh_(*this, [this] { refresh(); }),
+      watch_(*store, [this] { refresh_.mark(); }) {
+    add_css_class("browser-view");
+    set_child(*frame_);
+    add_overlay(column_);
+    set_measure_overlay(column_, true);
+    bar_.set_child(topBar_);
+    bar_.set_size_request(-1, WindowPlacement::topBarHeight);
+    row_.add_css_class("window-row");
+    row_.append(tabs_);
+    row_.append(page_);
+    column_.append(bar_);
+    column_.append(row_);
+    page_.onFullscreen = [this](bool on) { setElementFullscreen(on); };
+    topBar_.address().onEditingEnded = [this] { page_.focusContent(); };
+    front_ = store_->active();
+    static_cast<void>(page_.refresh());  // its process starts before the window is drawn
+}
+
+BrowserView::~BrowserView() {
+    notify_callbacks();
+    page_.onFullscreen = nullptr;
+    topBar_.address().onEditingEnded = nullptr;
+}
+
+void BrowserView::refresh() {
+    const auto tab = store_->active();
+    const bool otherTab = tab != front_.lock();
+    front_ = tab;
+    const bool otherPage = page_.refresh();
+    const bool keyboardStays = tabs_.takeFocusClaim();
+    if (tab && (otherTab || otherPage) && !keyboardStays) focusNewFront();
+}
+
+void BrowserView::focusNewFront() {
+    // An address that is being typed for an empty tab has the keyboard already.
+    if (front_.lock()->isNewTab() && topBar_.address().isEditing()) return;
+    page_.focusContent();
+}
+
+void BrowserView::moveFocus(int areas) {
+    std::vector<Gtk::Widget*> all{&bar_, &tabs_, &page_};
+    if (Gtk::Widget* const divider = page_.divider()) all.insert(all.end() - 1, divider);
+    const Gtk::Widget* const focus = get_root() ? get_root()->get_focus() : nullptr;
+    const auto found = std::ranges::find_if(all, [&](Gtk::Widget* area) {
+        return focus == area || (focus && focus->is_ancestor(*area));
+    });
+    const auto count = static_cast<int>(all.size());
+    const int former = found == all.end() ? count - 1 : static_cast<int>(found - all.begin());
+    Gtk::Widget* const next = all[static_cast<std::size_t>((former + areas + count) % count)];
+    if (next == &bar_) {
+        activate_action("win.editAddress");
+    } else if (next == &page_) {
+        page_.focusContent();
+    } else {
+        next->child_focus(Gtk::DirectionType::TAB_FORWARD);
+    }
+}
+
+void BrowserView::setElementFullscreen(bool on) {
+    bar_.set_visible(!on);
+    tabs_.set_visible(!on);
+    setCssClass(*this, "element-fullscreen", on);
+}
+
+}  // namespace orvu
