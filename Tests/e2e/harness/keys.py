@@ -35,6 +35,11 @@ def _xdotool(*arguments):
     return answer.stdout.split()
 
 
+def minimise(window):
+    """Takes a window off the display, as its button does."""
+    _xdotool("windowminimize", "--sync", window)
+
+
 class Hands:
     """Keys and clicks for the windows of one program."""
 

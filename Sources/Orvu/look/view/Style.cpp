@@ -3,7 +3,6 @@
 #include "core/TabGroup.h"
 #include "look/Desk.h"
 #include "look/view/AccentStyle.h"
-#include "profiles/ProfileLook.h"
 
 #include <gdkmm/display.h>
 #include <giomm/resource.h>
