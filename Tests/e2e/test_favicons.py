@@ -1,6 +1,7 @@
 """Icons of sites, as they come to stand on the disk."""
 
 import struct
+import subprocess
 import zlib
 
 from harness.case import BrowserTest
@@ -17,6 +18,27 @@ def png(side):
     rows = (b"\0" + b"\x33\x66\xcc\xff" * side) * side
     return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", side, side, 8, 6, 0, 0, 0))
             + chunk(b"IDAT", zlib.compress(rows)) + chunk(b"IEND", b""))
+
+
+def flicker():
+    """A GIF of 16 by 16 whose first frame is red and whose second is blue."""
+    frames = b"".join(
+        b"\x21\xf9\x04\x00\x05\x00\x00\x00\x2c\0\0\0\0\x10\0\x10\0\0" + pixels(color)
+        for color in (0, 1))
+    head = b"GIF89a\x10\0\x10\0\x80\0\0" + b"\xff\x00\x00\x00\x00\xff"
+    return head + b"\x21\xff\x0bNETSCAPE2.0\x03\x01\0\0\0" + frames + b"\x3b"
+
+
+def pixels(color):
+    """256 pixels of one colour as GIF data, without compression: a clear code every 2 pixels."""
+    bits = []
+    for _ in range(128):
+        bits += [4, color, color]
+    bits.append(5)
+    value = sum(code << (3 * place) for place, code in enumerate(bits))
+    data = value.to_bytes((3 * len(bits) + 7) // 8, "little")
+    blocks = [data[at:at + 255] for at in range(0, len(data), 255)]
+    return b"\x02" + b"".join(bytes([len(each)]) + each for each in blocks) + b"\0"
 
 
 class FaviconsTest(BrowserTest):
@@ -84,3 +106,42 @@ class FaviconsTest(BrowserTest):
 
         gate.set()
         self.assertEqual(self.icons(), [])
+
+    def test_an_animated_icon_stands_still_at_its_first_frame(self):
+        self.server.answers["/moving.gif"] = lambda handler: handler.reply(
+            200, "image/gif", flicker())
+        self.server.page("/moving", "moving", "<link rel=icon href=/moving.gif>")
+        self.app.start()
+
+        self.open(self.server.url("/moving", "moving.localhost"))
+
+        until_equal(self.icons, ["moving.localhost.png"], "the icons on the disk")
+        file = next(self.home.folder.rglob("Favicons/*.png"))
+        answer = subprocess.run(["identify", "-format", "%w %[fx:255*u.p{8,8}.r] %[fx:255*u.p{8,8}.b]",
+                                 str(file)], capture_output=True, text=True, check=True)
+        self.assertEqual(answer.stdout, "16 255 0")
+
+    def test_an_icon_that_never_ends_is_given_up_and_the_next_one_taken(self):
+        sent = []
+
+        def endless(handler):
+            handler.send_response(200)
+            handler.send_header("Content-Type", "image/png")
+            handler.end_headers()
+            handler.wfile.write(png(32)[:-12])
+            try:
+                for _ in range(1000):
+                    handler.wfile.write(b"\0" * 100_000)
+                sent.append("everything")
+            except OSError:
+                sent.append("until the program hung up")
+        self.server.answers["/endless.png"] = endless
+        self.server.answers["/favicon.ico"] = lambda handler: handler.reply(
+            200, "image/png", png(16))
+        self.server.page("/long", "long", "<link rel=icon href=/endless.png>")
+        self.app.start()
+
+        self.open(self.server.url("/long", "long.localhost"))
+
+        until_equal(self.icons, ["long.localhost.png"], "the icons on the disk")
+        until_equal(lambda: sorted(set(sent)), ["until the program hung up"], "what was sent")

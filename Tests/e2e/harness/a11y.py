@@ -39,11 +39,19 @@ class Node:
                 found.append(node)
         return found
 
-    def walk(self):
-        """This one and all below it."""
+    def child(self, index):
+        return Node(self._accessible.get_child_at_index(index))
+
+    @property
+    def child_count(self):
+        return self._accessible.get_child_count()
+
+    def walk(self, into=lambda node: True):
+        """This one and all below it, but nothing below what `into` says no to."""
         yield self
-        for child in self.children():
-            yield from child.walk()
+        if into(self):
+            for child in self.children():
+                yield from child.walk(into)
 
     def has_state(self, state):
         return self._accessible.get_state_set().contains(state)
@@ -114,6 +122,15 @@ class Windows:
         """The first thing of that role and name, as soon as there is one."""
         return until(lambda: self.nodes(role, name, window), f"{role} {name!r}",
                      lambda: self.nodes(window=window))[0]
+
+    def list_of_tabs(self, window=None):
+        """The list itself, found without a look at its many rows."""
+        def above_rows(node):
+            return node.role != "list"
+        return until(lambda: [node for top in self.all() if window in (None, top.name)
+                              for node in top.walk(above_rows)
+                              if (node.role, node.name) == ("list", "Tabs")],
+                     "the list of tabs")[0]
 
     def find_named(self, part, window=None):
         """The first control in whose name that text stands."""

@@ -62,6 +62,7 @@ BrowserShelfMenu::BrowserShelfMenu(std::shared_ptr<BrowserStore> store)
     scroll_.set_size_request(width, -1);
     menu_.set_child(scroll_);
     menu_.set_has_arrow(false);
+    menu_.set_halign(Gtk::Align::END);  // the window ends here
     menu_.add_css_class("shelf-menu");
     menu_.set_parent(*this);
     menu_.signal_closed().connect(sigc::mem_fun(*this, &BrowserShelfMenu::closed));
