@@ -7,7 +7,7 @@ from harness import sites
 from harness.case import BrowserTest, artefacts
 from harness.wait import until
 
-SCREEN = (2700, 1560)
+SCREEN = (2700, 1700)
 
 
 class PicturesTest(BrowserTest):
@@ -68,6 +68,7 @@ class PicturesTest(BrowserTest):
         self.select(4)
         self.app.action("toggleGroup")  # forum
         self.windows.find_named("group, 1 tabs")
+        self.select(9)  # bees
 
     def test_ordinary_window(self):
         self.start_with("docs", "weather", "forum", "bread", "bees")
