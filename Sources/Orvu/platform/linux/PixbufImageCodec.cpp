@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <string_view>
@@ -95,8 +96,9 @@ ImagePointer imageOf(const GdkPixbuf* pixbuf) {
     if (width <= 0 || height <= 0 || std::max(width, height) > ImageCodec::longestSide) return {};
     const auto image = std::make_shared<Image>(Image{width, height, {}});
     image->rgba.reserve(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 4);
+    const std::ptrdiff_t stride = gdk_pixbuf_get_rowstride(pixbuf);
     for (int y = 0; y < height; ++y) {
-        const auto* pixel = gdk_pixbuf_read_pixels(pixbuf) + y * gdk_pixbuf_get_rowstride(pixbuf);
+        const auto* pixel = gdk_pixbuf_read_pixels(pixbuf) + y * stride;
         for (int x = 0; x < width; ++x, pixel += channels) {
             image->rgba.insert(image->rgba.end(), pixel, pixel + 3);
             image->rgba.push_back(channels == 4 ? pixel[3] : 255);

@@ -13,7 +13,8 @@ namespace {
 void runGuarded(const std::function<void()>& work) {
     try {
         work();
-    } catch (...) {  // no memory, say: the work has no result
+    } catch (...) {
+        return;  // no memory, say: the work has no result
     }
 }
 
