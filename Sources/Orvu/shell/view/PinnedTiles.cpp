@@ -103,7 +103,7 @@ void PinnedTiles::addControllers() {
     const auto keys = Gtk::EventControllerKey::create();
     keys->signal_key_pressed().connect(sigc::mem_fun(*this, &PinnedTiles::keyPressed), false);
     add_controller(keys);
-    for (const unsigned button : {GDK_BUTTON_MIDDLE, GDK_BUTTON_SECONDARY}) {
+    for (const unsigned button : {unsigned{GDK_BUTTON_MIDDLE}, unsigned{GDK_BUTTON_SECONDARY}}) {
         const auto click = Gtk::GestureClick::create();
         click->set_button(button);
         const auto pressed = sigc::mem_fun(*this, &PinnedTiles::pointerPressed);

@@ -1,5 +1,7 @@
 #include "shell/view/ScrollTo.h"
 
+#include <gtkmm/adjustment.h>
+
 namespace orvu {
 
 void scrollTo(Gtk::ScrolledWindow& scroll, Gtk::Widget& widget) {

@@ -48,7 +48,8 @@ void TabIcon::drawRing(GtkSnapshot* snapshot) {
     constexpr double stroke = 2;
     constexpr double middle = frame / 2.0;
     constexpr double top = -std::numbers::pi / 2;
-    const graphene_rect_t bounds = GRAPHENE_RECT_INIT(0, 0, frame, frame);
+    graphene_rect_t bounds;
+    graphene_rect_init(&bounds, 0, 0, frame, frame);
     GdkRGBA color;
     gtk_style_context_get_color(get_style_context()->gobj(), &color);
     cairo_t* const context = gtk_snapshot_append_cairo(snapshot, &bounds);

@@ -238,7 +238,7 @@ void TabList::addControllers() {
     const auto focus = Gtk::EventControllerFocus::create();
     focus->signal_enter().connect(sigc::mem_fun(*this, &TabList::focusEntered));
     rows_.add_controller(focus);
-    for (const unsigned button : {GDK_BUTTON_MIDDLE, GDK_BUTTON_SECONDARY}) {
+    for (const unsigned button : {unsigned{GDK_BUTTON_MIDDLE}, unsigned{GDK_BUTTON_SECONDARY}}) {
         const auto click = Gtk::GestureClick::create();
         click->set_button(button);
         const auto pressed = sigc::mem_fun(*this, &TabList::pointerPressed);
