@@ -1,6 +1,7 @@
 #include "look/view/SymbolImage.h"
 
 #include "look/Symbols.h"
+#include "look/view/Accessible.h"
 
 namespace orvu {
 
@@ -12,8 +13,7 @@ void setSymbol(Gtk::Image& image, std::string_view symbol, int pixelSize) {
         image.set_from_icon_name(icon);
     }
     image.set_pixel_size(pixelSize);
-    gtk_accessible_update_state(GTK_ACCESSIBLE(image.gobj()), GTK_ACCESSIBLE_STATE_HIDDEN, TRUE,
-                                -1);
+    hideFromAccessibility(image);
 }
 
 }  // namespace orvu

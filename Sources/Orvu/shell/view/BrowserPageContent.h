@@ -21,8 +21,6 @@ public:
     bool show(const std::shared_ptr<BrowserTab>& tab);
     /// Gives the keyboard to the page, or to the field of the new tab page.
     void focusContent();
-    /// Gives the page back, so that another card can show it.
-    void clear() { show(nullptr); }
 
     /// Called when an element of the page takes the whole screen, and when it gives it back.
     void setOnFullscreen(std::function<void(bool)> slot) { host_.onFullscreen = std::move(slot); }

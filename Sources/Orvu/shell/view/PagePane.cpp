@@ -2,6 +2,7 @@
 
 #include "look/PlatformText.h"
 #include "look/view/Accessible.h"
+#include "look/view/CssClass.h"
 #include "look/view/SymbolImage.h"
 #include "shell/ShownTitle.h"
 
@@ -63,11 +64,7 @@ void PagePane::refresh() {
         titleButton_.set_tooltip_text(title);
         setAccessibleLabel(titleButton_, title);
     }
-    if (store_->activeID() == tab->id()) {
-        header_.add_css_class("active");
-    } else {
-        header_.remove_css_class("active");
-    }
+    setCssClass(header_, "active", store_->activeID() == tab->id());
 }
 
 void PagePane::select() {

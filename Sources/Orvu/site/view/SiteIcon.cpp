@@ -2,6 +2,7 @@
 
 #include "core/SiteColor.h"
 #include "look/Desk.h"
+#include "look/view/Accessible.h"
 #include "site/SiteLetter.h"
 
 #include <gtkmm/snapshot.h>
@@ -35,7 +36,7 @@ SiteIcon::SiteIcon(FaviconStore& store, Trace trace, int size, Shape shape)
     : store_(store), trace_(trace), size_(size), shape_(shape) {
     set_halign(Gtk::Align::CENTER);
     set_valign(Gtk::Align::CENTER);
-    gtk_accessible_update_state(GTK_ACCESSIBLE(gobj()), GTK_ACCESSIBLE_STATE_HIDDEN, TRUE, -1);
+    hideFromAccessibility(*this);
 }
 
 void SiteIcon::setHost(const std::string& host) { show(host, nullptr); }
