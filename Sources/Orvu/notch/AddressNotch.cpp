@@ -1,0 +1,42 @@
+#include "notch/AddressNotch.h"
+
+#include "foundation/Text.h"
+
+#include <utility>
+
+namespace orvu {
+
+bool AddressNotch::looksLikeSite(std::string_view text) {
+    const auto typed = trimmed(text, TrimSet::whitespaces);
+    if (typed.starts_with("http")) return true;
+    return !typed.contains(' ') && typed.contains('.') && !typed.ends_with('.');
+}
+
+void AddressNotch::open() {
+    const ChangeSignal::Scope scope{changes_};
+    setOpen(true);
+}
+
+void AddressNotch::open(std::string_view query) {
+    const ChangeSignal::Scope scope{changes_};
+    setQuery(query);
+    setOpen(true);
+}
+
+void AddressNotch::close() {
+    const ChangeSignal::Scope scope{changes_};
+    setOpen(false);
+}
+
+void AddressNotch::setQuery(std::string_view query) {
+    const ChangeSignal::Scope scope{changes_};
+    if (query == query_) return;
+    query_ = query;
+    changes_.note();
+}
+
+void AddressNotch::setOpen(bool open) {
+    if (std::exchange(isOpen_, open) != open) changes_.note();
+}
+
+}  // namespace orvu
