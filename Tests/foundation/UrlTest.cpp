@@ -181,6 +181,21 @@ TEST(PercentDecodedTest, ALonePercentSignStays) {
     EXPECT_EQ(percentDecoded("%%41"), "%A");
 }
 
+TEST(UrlTest, AnItemOfTheQueryIsTheFirstOfItsName) {
+    using Item = std::optional<std::string>;
+    const Url one = url("https://a.b/?x=1&q=a=b%26+%C3%A9&q=2&empty=&bare&bare=3#q=4");
+
+    EXPECT_EQ(one.queryItem("x"), Item{"1"});
+    EXPECT_EQ(one.queryItem("q"), Item{"a=b&+é"});
+    EXPECT_EQ(one.queryItem("empty"), Item{""});
+    EXPECT_EQ(one.queryItem("bare"), Item{});
+    EXPECT_EQ(one.queryItem("Q"), Item{});
+    EXPECT_EQ(url("https://a.b/q=1").queryItem("q"), Item{});
+    EXPECT_EQ(url("https://a.b/?").queryItem(""), Item{});
+    EXPECT_EQ(url("https://a.b/?&&q=1&").queryItem("q"), Item{"1"});
+    EXPECT_EQ(url("https://a.b/?%71=1").queryItem("q"), Item{"1"});
+}
+
 TEST(PercentEncodedTest, ABangQueryLosesItsFiveSigns) {
     EXPECT_EQ(percentEncoded("&+=?#", QueryCharacters::bangQuery), "%26%2B%3D%3F%23");
     EXPECT_EQ(percentEncoded("aZ09-._~!$'()*,;:@/", QueryCharacters::bangQuery),

@@ -130,6 +130,121 @@ TEST_F(PrefsTest, EveryTextHasASearchAddressThatGivesItBack) {
     }
 }
 
+TEST_F(PrefsTest, EachEngineIsAskedForSuggestionsAtItsOwnAddress) {
+    const auto asked = [](Prefs::Engine engine) {
+        return Prefs::suggestURL(engine, "sea otters")->absoluteString();
+    };
+
+    EXPECT_EQ(asked(Prefs::Engine::google),
+              "https://suggestqueries.google.com/complete/search?client=firefox&q=sea%20otters");
+    EXPECT_EQ(asked(Prefs::Engine::duckduckgo),
+              "https://duckduckgo.com/ac/?type=list&q=sea%20otters");
+    EXPECT_EQ(asked(Prefs::Engine::bing), "https://api.bing.com/osjson.aspx?query=sea%20otters");
+    EXPECT_EQ(asked(Prefs::Engine::ecosia),
+              "https://ac.ecosia.org/autocomplete?type=list&q=sea%20otters");
+}
+
+TEST_F(PrefsTest, SignsThatWouldEndTheTypedTextArePercentEncodedInSuggestions) {
+    EXPECT_EQ(Prefs::suggestURL(Prefs::Engine::bing, "c++ a&b=c#d%e é")->absoluteString(),
+              "https://api.bing.com/osjson.aspx?query=c++%20a%26b%3Dc%23d%25e%20%C3%A9");
+}
+
+TEST_F(PrefsTest, EveryTextHasAnAddressForItsSuggestions) {
+    RandomText random{24};
+    for (int i = 0; i < 2000; ++i) {
+        const auto text = random.below(4) == 0 ? random.bytes(12) : random.text(12);
+        for (const auto& facts : Prefs::engines) {
+            const auto url = Prefs::suggestURL(facts.engine, text);
+
+            ASSERT_TRUE(url) << testing::PrintToString(text);
+            EXPECT_EQ(url->scheme(), "https");
+            EXPECT_TRUE(url->absoluteString().starts_with(facts.suggest));
+        }
+    }
+}
+
+/// The search on the page at `address`, as the engine's raw value and the text.
+std::string searchOn(std::string_view address) {
+    const auto page = Prefs::searchQuery(Url::parse(address));
+    if (!page) return "none";
+    return joined({Prefs::facts(page->engine).rawValue, ": ", page->query});
+}
+
+TEST_F(PrefsTest, AResultsPageReadsBackWithSpacesForItsPlusSigns) {
+    EXPECT_EQ(searchOn("https://www.google.com/search?q=sea+otters"), "google: sea otters");
+    EXPECT_EQ(searchOn("https://duckduckgo.com/?q=sea+otters&ia=web"), "duckduckgo: sea otters");
+    EXPECT_EQ(searchOn("https://www.bing.com/search?form=x&q=sea%20otters"), "bing: sea otters");
+    EXPECT_EQ(searchOn("https://www.ecosia.org/search?q=sea+otters#top"), "ecosia: sea otters");
+}
+
+TEST_F(PrefsTest, AnEscapedPlusSignBecomesASpaceLikeAnyOther) {
+    EXPECT_EQ(searchOn("https://www.google.com/search?q=c%2B%2B"), "google: c  ");
+    EXPECT_EQ(searchOn("https://www.google.com/search?q=+"), "google:  ");
+}
+
+TEST_F(PrefsTest, ASubdomainOfAnEngineCountsAndOtherHostsDoNot) {
+    EXPECT_EQ(searchOn("https://images.google.com/search?q=a"), "google: a");
+    EXPECT_EQ(searchOn("https://a.b.bing.com/search?q=a"), "bing: a");
+    EXPECT_EQ(searchOn("https://google.com/search?q=a"), "google: a");
+    EXPECT_EQ(searchOn("https://example.org/search?q=a"), "none");
+    EXPECT_EQ(searchOn("https://google.com.example.org/search?q=a"), "none");
+    EXPECT_EQ(searchOn("https://google.de/search?q=a"), "none");
+}
+
+TEST_F(PrefsTest, AHostThatMerelyEndsInTheNameOfAnEngineDoesNotCount) {
+    EXPECT_EQ(searchOn("https://notgoogle.com/search?q=a"), "none");
+    EXPECT_EQ(searchOn("https://my-bing.com/search?q=a"), "none");
+}
+
+TEST_F(PrefsTest, TheHostOfAResultsPageMayHaveCapitals) {
+    EXPECT_EQ(searchOn("https://WWW.Google.COM/search?q=Otters"), "google: Otters");
+}
+
+TEST_F(PrefsTest, ThePathOfAResultsPageBeginsWithSearchExceptOnDuckDuckGo) {
+    EXPECT_EQ(searchOn("https://www.google.com/searchbyimage?q=a"), "google: a");
+    EXPECT_EQ(searchOn("https://www.google.com/maps?q=a"), "none");
+    EXPECT_EQ(searchOn("https://www.google.com/Search?q=a"), "none");
+    EXPECT_EQ(searchOn("https://www.google.com/?q=a"), "none");
+    EXPECT_EQ(searchOn("https://duckduckgo.com/settings?q=a"), "duckduckgo: a");
+}
+
+TEST_F(PrefsTest, OnlyTheFirstItemCalledQCountsAndItMustSaySomething) {
+    EXPECT_EQ(searchOn("https://www.google.com/search?oq=x&q=a&q=b"), "google: a");
+    EXPECT_EQ(searchOn("https://www.google.com/search?%71=a"), "google: a");
+    EXPECT_EQ(searchOn("https://www.google.com/search?q&q=b"), "none");
+    EXPECT_EQ(searchOn("https://www.google.com/search?q=&q=b"), "none");
+    EXPECT_EQ(searchOn("https://www.google.com/search?Q=a"), "none");
+    EXPECT_EQ(searchOn("https://www.google.com/search?oq=a"), "none");
+    EXPECT_EQ(searchOn("https://www.google.com/search?"), "none");
+    EXPECT_EQ(searchOn("https://www.google.com/search"), "none");
+    EXPECT_EQ(searchOn("https://www.google.com/search#q=a"), "none");
+}
+
+TEST_F(PrefsTest, WithoutAnAddressOrAHostThereIsNoSearch) {
+    EXPECT_EQ(Prefs::searchQuery(std::nullopt), std::nullopt);
+    EXPECT_EQ(searchOn("about:blank?q=a"), "none");
+    EXPECT_EQ(searchOn("file:///search?q=a"), "none");
+    EXPECT_EQ(searchOn("/search?q=a"), "none");
+}
+
+TEST_F(PrefsTest, EverySearchReadsBackFromItsOwnAddressButForPlusSigns) {
+    RandomText random{25};
+    for (int i = 0; i < 2000; ++i) {
+        auto text = random.text(12);
+        const auto& facts = Prefs::engines[random.below(Prefs::engines.size())];
+        defaults.setString("searchEngine", facts.rawValue);
+
+        const auto page = Prefs::searchQuery(Prefs::searchURL(defaults, text));
+
+        std::ranges::replace(text, '+', ' ');
+        if (text.empty()) {
+            EXPECT_EQ(page, std::nullopt);
+        } else {
+            EXPECT_EQ(page, (Prefs::SearchPage{facts.engine, text}));
+        }
+    }
+}
+
 TEST_F(PrefsTest, TheHistoryIsForgottenUnderThisName) {
     EXPECT_EQ(Prefs::clearHistory, "OrvuClearHistory");
 }

@@ -138,7 +138,20 @@ std::optional<std::string_view> Url::query() const {
     return part(pathEnd_ + 1, queryEnd_);
 }
 
+std::optional<std::string> Url::queryItem(std::string_view name) const {
+    for (auto rest = query().value_or(""); !rest.empty();) {
+        const auto item = rest.substr(0, rest.find('&'));
+        rest.remove_prefix(std::min(rest.size(), item.size() + 1));
+        const auto equals = item.find('=');
+        if (percentDecoded(item.substr(0, equals)) != name) continue;
+        if (equals == std::string_view::npos) return std::nullopt;
+        return percentDecoded(item.substr(equals + 1));
+    }
+    return std::nullopt;
+}
+
 std::string percentDecoded(std::string_view text) {
+    if (!text.contains('%')) return std::string{text};
     std::string result;
     for (std::size_t at = 0; at < text.size();) {
         // One character may take several escapes; they are decoded together or not at all.

@@ -28,6 +28,9 @@ public:
     [[nodiscard]] std::string path() const;
     /// What stands between "?" and "#", as written; nothing without a "?".
     [[nodiscard]] std::optional<std::string_view> query() const;
+    /// The value of the first item of the query with this name, its percent escapes decoded. A
+    /// "+" stays. Nothing if there is no such item, or if that one has no "=".
+    [[nodiscard]] std::optional<std::string> queryItem(std::string_view name) const;
 
     friend bool operator==(const Url& a, const Url& b) { return a.text_ == b.text_; }
 

@@ -1,8 +1,21 @@
 #include "profiles/Preferences.h"
 
+#include "foundation/Text.h"
+
 #include <algorithm>
+#include <utility>
 
 namespace orvu {
+namespace {
+
+/// Whether `host` is `site` itself or a part of it.
+bool belongsTo(std::string_view host, std::string_view site) {
+    if (!host.ends_with(site)) return false;
+    host.remove_suffix(site.size());
+    return host.empty() || host.ends_with('.');
+}
+
+}  // namespace
 
 bool Prefs::boolean(const UserDefaults& defaults, std::string_view key, bool fallback) {
     if (!defaults.hasObject(key)) return fallback;
@@ -23,6 +36,24 @@ std::optional<Url> Prefs::searchURL(const UserDefaults& defaults, std::string_vi
     const auto& base = facts(engine(defaults)).base;
     return Url::parse(std::string{base} +
                       "?q=" + percentEncoded(query, QueryCharacters::itemValue));
+}
+
+std::optional<Url> Prefs::suggestURL(Engine engine, std::string_view text) {
+    return Url::parse(std::string{facts(engine).suggest} +
+                      percentEncoded(text, QueryCharacters::itemValue));
+}
+
+std::optional<Prefs::SearchPage> Prefs::searchQuery(const std::optional<Url>& url) {
+    if (!url || !url->query()) return std::nullopt;
+    const std::string host = lowercased(url->host().value_or(""));
+    // Their sites have nothing in common, so there is at most one.
+    const auto found = std::ranges::find_if(
+        engines, [&](const EngineFacts& each) { return belongsTo(host, each.site); });
+    if (found == engines.end() || !url->path().starts_with(found->path)) return std::nullopt;
+    auto query = url->queryItem("q");
+    if (!query || query->empty()) return std::nullopt;
+    std::ranges::replace(*query, '+', ' ');
+    return SearchPage{found->engine, std::move(*query)};
 }
 
 }  // namespace orvu
