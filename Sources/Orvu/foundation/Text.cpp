@@ -81,25 +81,6 @@ std::string_view composedPiece(std::string_view text) {
     return text;
 }
 
-std::string composed(std::string_view text) {
-    UErrorCode status = U_ZERO_ERROR;
-    const auto* normalizer = icu::Normalizer2::getNFCInstance(status);
-    std::string result;
-    for (std::string_view rest = text; !rest.empty() && U_SUCCESS(status);) {
-        const auto piece = composedPiece(rest);
-        rest.remove_prefix(piece.size());
-        const icu::StringPiece bytes{piece.data(), static_cast<std::int32_t>(piece.size())};
-        // Nearly every text is composed already, and the question costs far less than the work.
-        if (normalizer->isNormalizedUTF8(bytes, status)) {
-            result.append(piece);
-        } else {
-            const auto wide = icu::UnicodeString::fromUTF8(bytes);
-            normalizer->normalize(wide, status).toUTF8String(result);
-        }
-    }
-    return U_SUCCESS(status) ? result : std::string{text};
-}
-
 /// As `text.find(part, from)`, but in linear time whatever the texts are. `part` is not empty.
 std::size_t positionOf(std::string_view part, std::string_view text, std::size_t from = 0) {
     if (from > text.size() || part.size() > text.size() - from) return std::string_view::npos;
@@ -141,6 +122,21 @@ std::string_view firstCharacters(std::string_view text, std::size_t count) {
         if (!bound) return text;
     }
     return text.substr(0, *bound);
+}
+
+std::vector<std::string_view> characters(std::string_view text) {
+    std::vector<std::string_view> result;
+    std::size_t begin = 0;
+    if (isOneBytePerCharacter(text)) {
+        for (; begin < text.size(); ++begin) result.push_back(text.substr(begin, 1));
+        return result;
+    }
+    CharacterBreaks breaks{text};
+    while (const auto end = breaks.next()) {
+        result.push_back(text.substr(begin, *end - begin));
+        begin = *end;
+    }
+    return result;
 }
 
 std::string_view trimmed(std::string_view text, TrimSet set) {
@@ -187,6 +183,26 @@ bool containsCharacters(std::string_view text, std::string_view part) {
         if (breaks.isBound(at) && breaks.isBound(at + what.size())) return true;
     }
     return false;
+}
+
+std::string composed(std::string_view text) {
+    if (isAscii(text)) return std::string{text};
+    UErrorCode status = U_ZERO_ERROR;
+    const auto* normalizer = icu::Normalizer2::getNFCInstance(status);
+    std::string result;
+    for (std::string_view rest = text; !rest.empty() && U_SUCCESS(status);) {
+        const auto piece = composedPiece(rest);
+        rest.remove_prefix(piece.size());
+        const icu::StringPiece bytes{piece.data(), static_cast<std::int32_t>(piece.size())};
+        // Nearly every text is composed already, and the question costs far less than the work.
+        if (normalizer->isNormalizedUTF8(bytes, status)) {
+            result.append(piece);
+        } else {
+            const auto wide = icu::UnicodeString::fromUTF8(bytes);
+            normalizer->normalize(wide, status).toUTF8String(result);
+        }
+    }
+    return U_SUCCESS(status) ? result : std::string{text};
 }
 
 std::string replacingAll(std::string_view text, std::string_view from, std::string_view to) {
