@@ -81,25 +81,6 @@ std::string_view composedPiece(std::string_view text) {
     return text;
 }
 
-std::string composed(std::string_view text) {
-    UErrorCode status = U_ZERO_ERROR;
-    const auto* normalizer = icu::Normalizer2::getNFCInstance(status);
-    std::string result;
-    for (std::string_view rest = text; !rest.empty() && U_SUCCESS(status);) {
-        const auto piece = composedPiece(rest);
-        rest.remove_prefix(piece.size());
-        const icu::StringPiece bytes{piece.data(), static_cast<std::int32_t>(piece.size())};
-        // Nearly every text is composed already, and the question costs far less than the work.
-        if (normalizer->isNormalizedUTF8(bytes, status)) {
-            result.append(piece);
-        } else {
-            const auto wide = icu::UnicodeString::fromUTF8(bytes);
-            normalizer->normalize(wide, status).toUTF8String(result);
-        }
-    }
-    return U_SUCCESS(status) ? result : std::string{text};
-}
-
 /// As `text.find(part, from)`, but in linear time whatever the texts are. `part` is not empty.
 std::size_t positionOf(std::string_view part, std::string_view text, std::size_t from = 0) {
     if (from > text.size() || part.size() > text.size() - from) return std::string_view::npos;
@@ -187,6 +168,34 @@ bool containsCharacters(std::string_view text, std::string_view part) {
         if (breaks.isBound(at) && breaks.isBound(at + what.size())) return true;
     }
     return false;
+}
+
+bool beginsWithCharacters(std::string_view text, std::string_view part) {
+    if (part.empty()) return true;
+    if (isOneBytePerCharacter(part) && isOneBytePerCharacter(text)) return text.starts_with(part);
+    const std::string where = composed(text);
+    const std::string what = composed(part);
+    return where.starts_with(what) && CharacterBreaks{where}.isBound(what.size());
+}
+
+std::string composed(std::string_view text) {
+    if (isAscii(text)) return std::string{text};
+    UErrorCode status = U_ZERO_ERROR;
+    const auto* normalizer = icu::Normalizer2::getNFCInstance(status);
+    std::string result;
+    for (std::string_view rest = text; !rest.empty() && U_SUCCESS(status);) {
+        const auto piece = composedPiece(rest);
+        rest.remove_prefix(piece.size());
+        const icu::StringPiece bytes{piece.data(), static_cast<std::int32_t>(piece.size())};
+        // Nearly every text is composed already, and the question costs far less than the work.
+        if (normalizer->isNormalizedUTF8(bytes, status)) {
+            result.append(piece);
+        } else {
+            const auto wide = icu::UnicodeString::fromUTF8(bytes);
+            normalizer->normalize(wide, status).toUTF8String(result);
+        }
+    }
+    return U_SUCCESS(status) ? result : std::string{text};
 }
 
 std::string replacingAll(std::string_view text, std::string_view from, std::string_view to) {
