@@ -245,6 +245,19 @@ TEST_F(BrowserStoreHistoryTest, TodaysVisitsBeginAtMidnight) {
     EXPECT_EQ(addresses(store->todayVisits()), (Strings{b, c, d}));
 }
 
+TEST_F(BrowserStoreHistoryTest, TheLatestOfTodayComeNewestFirst) {
+    const auto midnight = Calendar{"UTC"}.startOfDay(world.loop.now());
+    world.storeRecords<Visit>("browserVisits",
+                              {visitAt(a, midnight.after(-1s)), visitAt(b, midnight),
+                               visitAt(c, midnight.after(1h)), visitAt(d, midnight.after(2h))});
+
+    const auto store = openStore();
+
+    EXPECT_EQ(addresses(store->latestOfToday(2)), (Strings{d, c}));
+    EXPECT_EQ(addresses(store->latestOfToday(4)), (Strings{d, c, b}));
+    EXPECT_EQ(addresses(store->latestOfToday(0)), Strings{});
+}
+
 // --- Clearing ---------------------------------------------------------------------------------
 
 TEST_F(BrowserStoreHistoryTest, ClearingSinceADateKeepsOlderVisitsAndForgetsAllClosedTabs) {

@@ -224,6 +224,17 @@ TEST(ContainsCharactersTest, EveryTextContainsItsOwnHeadAndItself) {
     }
 }
 
+TEST(BeginsWithCharactersTest, ComparesWholeCharactersAndEquivalentOnesAsTheSame) {
+    EXPECT_TRUE(beginsWithCharacters("red car", "red"));
+    EXPECT_FALSE(beginsWithCharacters("a red car", "red"));
+    EXPECT_FALSE(beginsWithCharacters("cafe\u0301s", "cafe"));
+    EXPECT_TRUE(beginsWithCharacters("cafe\u0301s", "café"));
+    EXPECT_TRUE(beginsWithCharacters("cafés", "cafe\u0301"));
+    EXPECT_FALSE(beginsWithCharacters("\r\na", "\r"));
+    EXPECT_TRUE(beginsWithCharacters("é", ""));
+    EXPECT_FALSE(beginsWithCharacters("", "é"));
+}
+
 TEST(ReplacingAllTest, ReplacesFromLeftToRightAndNotWithinWhatItPutIn) {
     EXPECT_EQ(replacingAll("a%sb%s", "%s", "%s%s"), "a%s%sb%s%s");
     EXPECT_EQ(replacingAll("aaa", "aa", "b"), "ba");

@@ -94,6 +94,8 @@ public:
     [[nodiscard]] TabList splitTabs() const;
     /// The visits of the present day.
     [[nodiscard]] std::vector<Visit> todayVisits() const;
+    /// The last `count` of them, the newest first.
+    [[nodiscard]] std::vector<Visit> latestOfToday(std::size_t count) const;
 
     // --- Tabs ------------------------------------------------------------------------------
     void select(const BrowserTab& tab);

@@ -2,6 +2,7 @@
 #include "profiles/Preferences.h"
 
 #include <algorithm>
+#include <ranges>
 #include <string>
 #include <unordered_set>
 
@@ -105,6 +106,16 @@ std::vector<Visit> BrowserStore::todayVisits() const {
     std::vector<Visit> result;
     std::ranges::copy_if(visits_, std::back_inserter(result),
                          [&](const Visit& visit) { return visit.date >= start; });
+    return result;
+}
+
+std::vector<Visit> BrowserStore::latestOfToday(std::size_t count) const {
+    const Date start = calendar_.startOfDay(loop_.now());
+    std::vector<Visit> result;
+    for (const auto& visit : visits_ | std::views::reverse) {
+        if (result.size() == count) break;
+        if (visit.date >= start) result.push_back(visit);
+    }
     return result;
 }
 

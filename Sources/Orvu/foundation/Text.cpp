@@ -185,6 +185,14 @@ bool containsCharacters(std::string_view text, std::string_view part) {
     return false;
 }
 
+bool beginsWithCharacters(std::string_view text, std::string_view part) {
+    if (part.empty()) return true;
+    if (isOneBytePerCharacter(part) && isOneBytePerCharacter(text)) return text.starts_with(part);
+    const std::string where = composed(text);
+    const std::string what = composed(part);
+    return where.starts_with(what) && CharacterBreaks{where}.isBound(what.size());
+}
+
 std::string composed(std::string_view text) {
     if (isAscii(text)) return std::string{text};
     UErrorCode status = U_ZERO_ERROR;

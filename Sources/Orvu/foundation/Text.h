@@ -30,6 +30,8 @@ enum class TrimSet {
 /// Whether `part` stands in `text` as whole characters, canonically equivalent ones being the
 /// same. The empty text stands in every text.
 [[nodiscard]] bool containsCharacters(std::string_view text, std::string_view part);
+/// Whether `text` begins with `part`, compared in the same way.
+[[nodiscard]] bool beginsWithCharacters(std::string_view text, std::string_view part);
 /// The one form that all canonically equivalent texts have in common, as far as they are UTF-8.
 [[nodiscard]] std::string composed(std::string_view text);
 /// `text` with each occurrence of `from` (not empty) replaced by `to`, left to right.
