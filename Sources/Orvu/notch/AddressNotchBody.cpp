@@ -18,7 +18,7 @@ AddressNotchBody::AddressNotchBody(AddressNotch& notch, std::shared_ptr<BrowserS
       services_(services),
       suggester_(services_.suggestions, services_.loop, services_.defaults,
                  services_.locale.preferredLanguages()),
-      candidates_(snapshot_, {}) {
+      candidates_(NotchSnapshot{}, {}) {
     notch_.connectChanged(sigc::mem_fun(*this, &AddressNotchBody::notchChanged));
     suggester_.connectChanged(changed_.make_slot());
     catchUp();
