@@ -1,9 +1,7 @@
 #include "search/SuggestionGate.h"
 
 #include "foundation/RandomText.h"
-#include "foundation/Regex.h"
-#include "foundation/Text.h"
-#include "notch/AddressNotch.h"
+#include "support/PlainSuggestionGate.h"
 
 #include <gtest/gtest.h>
 
@@ -101,14 +99,6 @@ TEST(SuggestionGateTest, TheLongestTextsAreSearchedToTheEnd) {
     }
 }
 
-/// The rule as it is told, whatever it costs.
-bool letsPlainly(std::string_view text) {
-    static const Regex mail{R"([^\s@]+@[^\s@]+\.[a-z]{2,})", Regex::LetterCase::ignored};
-    static const Regex number{R"(\d[\d\s-]{7,}\d)", Regex::LetterCase::significant};
-    return !text.empty() && characterCount(text) <= 120 && !mail.isFoundIn(text).value() &&
-           !number.isFoundIn(text).value() && !AddressNotch::looksLikeSite(text);
-}
-
 TEST(SuggestionGateTest, ItDecidesAsThePlainRuleDoes) {
     constexpr std::array<std::string_view, 20> pieces{
         "@", "@", ".",  ".",    "a",  "Z",       "org", " ",    "\u00A0", "\n",
@@ -124,7 +114,7 @@ TEST(SuggestionGateTest, ItDecidesAsThePlainRuleDoes) {
 
         const bool lets = SuggestionGate::lets(text);
 
-        ASSERT_EQ(lets, letsPlainly(text)) << testing::PrintToString(text);
+        ASSERT_EQ(lets, plainGateLets(text)) << testing::PrintToString(text);
         ++(lets ? passed : held);
     }
     EXPECT_GT(passed, 10'000);

@@ -31,6 +31,7 @@ public:
     using AddressOf = std::function<std::optional<Url>(Prefs::Engine, std::string_view)>;
 
     static constexpr HttpOptions httpOptions{.timeout = std::chrono::seconds{4},
+                                             .longest = std::chrono::seconds{8},
                                              .bodyLimit = std::size_t{256} * 1024,
                                              .connectionsPerHost = 2};
     /// How long a text must stand before it is sent.
