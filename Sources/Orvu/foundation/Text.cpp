@@ -81,19 +81,26 @@ std::string_view composedPiece(std::string_view text) {
     return text;
 }
 
-/// As `text.find(part, from)`, but in linear time whatever the texts are. `part` is not empty.
-std::size_t positionOf(std::string_view part, std::string_view text, std::size_t from = 0) {
-    if (from > text.size() || part.size() > text.size() - from) return std::string_view::npos;
-    const void* const found =
-        memmem(text.data() + from, text.size() - from, part.data(), part.size());
-    if (!found) return std::string_view::npos;
-    return static_cast<std::size_t>(static_cast<const char*>(found) - text.data());
-}
-
 std::string asciiLowercased(std::string_view text) {
     std::string result{text};
     for (char& c : result) c = static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
     return result;
+}
+
+/// Whether a character ends between two code points, as far as those two alone decide it.
+std::optional<bool> isBoundaryBetween(UChar32 before, UChar32 after) {
+    const auto kind = [](UChar32 codePoint) {
+        return u_getIntPropertyValue(codePoint, UCHAR_GRAPHEME_CLUSTER_BREAK);
+    };
+    const auto isControl = [](int each) {
+        return each == U_GCB_CR || each == U_GCB_LF || each == U_GCB_CONTROL;
+    };
+    const int first = kind(before);
+    const int second = kind(after);
+    if (isControl(first) || isControl(second)) return first != U_GCB_CR || second != U_GCB_LF;
+    if (second == U_GCB_EXTEND || second == U_GCB_ZWJ || second == U_GCB_SPACING_MARK) return false;
+    if (first == U_GCB_OTHER && second == U_GCB_OTHER) return true;
+    return std::nullopt;
 }
 
 struct CloseCaseMap {
@@ -193,6 +200,21 @@ bool beginsWithCharacters(std::string_view text, std::string_view part) {
     return where.starts_with(what) && CharacterBreaks{where}.isBound(what.size());
 }
 
+bool isCharacterBoundary(std::string_view text, std::size_t at) {
+    if (at == 0 || at >= text.size()) return at <= text.size();
+    if (isAscii(text.substr(at - 1, 2))) return text[at - 1] != '\r' || text[at] != '\n';
+    std::size_t begin = at - 1;
+    while (begin > 0 && at - begin < 4 && U8_IS_TRAIL(text[begin])) --begin;
+    std::size_t reached = begin;
+    const int before = nextCodePoint(text, reached);
+    const bool endsHere = reached == at;
+    const int after = nextCodePoint(text, reached);
+    if (endsHere && before >= 0 && after >= 0) {
+        if (const auto known = isBoundaryBetween(before, after)) return *known;
+    }
+    return CharacterBreaks{text}.isBound(at);
+}
+
 std::string composed(std::string_view text) {
     if (isAscii(text)) return std::string{text};
     UErrorCode status = U_ZERO_ERROR;
@@ -211,6 +233,14 @@ std::string composed(std::string_view text) {
         }
     }
     return U_SUCCESS(status) ? result : std::string{text};
+}
+
+std::size_t positionOf(std::string_view part, std::string_view text, std::size_t from) {
+    if (from > text.size() || part.size() > text.size() - from) return std::string_view::npos;
+    const void* const found =
+        memmem(text.data() + from, text.size() - from, part.data(), part.size());
+    if (!found) return std::string_view::npos;
+    return static_cast<std::size_t>(static_cast<const char*>(found) - text.data());
 }
 
 std::string replacingAll(std::string_view text, std::string_view from, std::string_view to) {

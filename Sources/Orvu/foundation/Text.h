@@ -32,8 +32,13 @@ enum class TrimSet {
 [[nodiscard]] bool containsCharacters(std::string_view text, std::string_view part);
 /// Whether `text` begins with `part`, compared in the same way.
 [[nodiscard]] bool beginsWithCharacters(std::string_view text, std::string_view part);
+/// Whether no character of `text` has bytes on both sides of `at`.
+[[nodiscard]] bool isCharacterBoundary(std::string_view text, std::size_t at);
 /// The one form that all canonically equivalent texts have in common, as far as they are UTF-8.
 [[nodiscard]] std::string composed(std::string_view text);
+/// As `text.find(part, from)`, but in linear time whatever the texts are. `part` is not empty.
+[[nodiscard]] std::size_t positionOf(std::string_view part, std::string_view text,
+                                     std::size_t from = 0);
 /// `text` with each occurrence of `from` (not empty) replaced by `to`, left to right.
 [[nodiscard]] std::string replacingAll(std::string_view text, std::string_view from,
                                        std::string_view to);

@@ -1,13 +1,12 @@
 #include "notch/NotchCandidates.h"
 
+#include "foundation/FoldedText.h"
 #include "foundation/Text.h"
 #include "notch/AddressNotch.h"
 #include "notch/NotchSnapshot.h"
 
 #include <algorithm>
-#include <array>
-#include <map>
-#include <ranges>
+#include <utility>
 
 namespace orvu {
 namespace {
@@ -16,213 +15,240 @@ constexpr std::size_t tabsShown = 2;
 constexpr std::size_t bookmarksShown = 2;
 constexpr std::size_t visitsShown = 3;
 
-std::string_view blankless(std::string_view text) { return trimmed(text, TrimSet::whitespaces); }
-
-bool sameCharacters(std::string_view a, std::string_view b) { return composed(a) == composed(b); }
-
 std::string hostOf(const Url& url) { return url.host().value_or(""); }
 
 std::string inQuotes(std::string_view text) { return std::string{"“"}.append(text).append("”"); }
 
+/// What a person typed, in the forms in which it is compared.
+struct Folded {
+    std::string lower;
+    FoldedText text;
+
+    /// Prepares `typed` for texts of at most `longest` bytes.
+    Folded(std::string_view typed, std::size_t longest) {
+        if (typed.size() / FoldedText::leastPart > longest) {
+            // However it is folded, nothing is long enough to hold it; and a book takes long.
+            lower = typed;
+            text = FoldedText::fromFolded(lower);
+        } else {
+            lower = lowercased(typed);
+            text = FoldedText::fromLowercased(lower);
+        }
+    }
+};
+
 }  // namespace
 
-NotchCandidates::NotchCandidates(const NotchSnapshot& snapshot, const NotchQuestion& question)
-    : bang_(Bang::parse(question.query)),
-      searched_(bang_ ? bang_->query : std::string{blankless(question.query)}),
-      lower_(lowercased(searched_)),
-      prefix_(bang_ ? std::string{bang_->bang.key} + " " : "") {
-    findTopHit(snapshot, question);
-    findRecentSearches(snapshot);
-    complete(question);
-    listSearches(question);
-    if (!bang_ && !lower_.empty()) {
-        listTabs(snapshot);
-        listBookmarks(snapshot);
-        listHistory(snapshot, question);
-    } else if (!bang_) {
-        listToday(snapshot, question);
+/// What is given, and what several of the results need of it.
+struct NotchCandidates::Given {
+    const NotchSnapshot& snapshot;
+    const NotchQuestion& question;
+    std::string_view typed;  ///< the query, trimmed
+    std::vector<PastSearches::Search> recent;
+    std::vector<PastSearches::Search> predictions;
+    std::size_t longest;  ///< of what the query is compared with, in bytes
+    Folded searched;      ///< the text behind the bang, or all
+
+    Given(const NotchSnapshot& from, const NotchQuestion& asked, std::string_view trimmedQuery,
+          const std::optional<Bang::Parsed>& bang)
+        : snapshot(from),
+          question(asked),
+          typed(trimmedQuery),
+          predictions(foldedPredictions()),
+          longest(longestText()),
+          searched(bang ? std::string_view{bang->query} : typed, longest) {
+        recent = snapshot.pastSearches().latest(searched.text, isBlank() ? 3 : 2);
     }
-    decidePrimaryRow(question);
-    makeFooter(question);
+
+    [[nodiscard]] bool isBlank() const { return searched.lower.empty(); }
+    [[nodiscard]] TitledRows::Wanted wanted() const { return {searched.text, searched.lower}; }
+
+private:
+    [[nodiscard]] std::vector<PastSearches::Search> foldedPredictions() const {
+        std::vector<PastSearches::Search> result;
+        for (const auto& text : question.predictions) result.push_back({text, FoldedText{text}});
+        return result;
+    }
+    [[nodiscard]] std::size_t longestText() const {
+        std::size_t result = snapshot.longestText();
+        for (const auto& each : predictions) result = std::max(result, each.folded.text().size());
+        return result;
+    }
+};
+
+NotchCandidates::NotchCandidates(const NotchSnapshot& snapshot, const NotchQuestion& question) {
+    const auto typed = trimmed(question.query, TrimSet::whitespaces);
+    bang_ = Bang::parse(typed);
+    if (bang_) prefix_ = std::string{bang_->bang.key} + " ";
+    const Given given{snapshot, question, typed, bang_};
+    for (const auto& search : given.recent) recent_.push_back(search.text);
+
+    findTopHit(given);
+    complete(given);
+    listSearches(given);
+    if (!bang_ && !given.isBlank()) {
+        listTabs(given);
+        listBookmarks(given);
+        listHistory(given);
+    } else if (!bang_) {
+        listToday(given);
+    }
+    decidePrimaryRow(given);
+    makeFooter(given);
 }
 
 std::string NotchCandidates::queryWithCorrection(std::string_view correction) const {
     return prefix_ + std::string{correction};
 }
 
-void NotchCandidates::findTopHit(const NotchSnapshot& snapshot, const NotchQuestion& question) {
-    const std::string typed = lowercased(blankless(question.query));
-    if (bang_ || characterCount(typed) < 2 || typed.contains(' ') || typed.contains('/')) return;
-    std::vector<std::string> order;
-    std::map<std::string, std::size_t> counts;
-    const auto count = [&](const std::optional<Url>& url) {
-        std::string host = url ? lowercased(hostOf(*url)) : "";
-        if (host.starts_with("www.")) host.erase(0, 4);
-        if (!host.starts_with(typed) || host == typed) return;
-        if (++counts[host] == 1) order.push_back(host);
-    };
-    for (const auto& visit : snapshot.visits()) count(visit.url);
-    for (const auto& bookmark : snapshot.bookmarks()) count(bookmark.url);
-    for (const auto& tab : snapshot.tabs()) count(tab.url);
-    for (const auto& host : order) {
-        const bool better =
-            !topHit_ || counts[host] > counts[*topHit_] ||
-            (counts[host] == counts[*topHit_] && characterCount(host) < characterCount(*topHit_));
-        if (better) topHit_ = host;
-    }
+void NotchCandidates::findTopHit(const Given& given) {
+    if (bang_ || given.typed.contains(' ') || given.typed.contains('/')) return;
+    const std::string& lower = given.searched.lower;
+    if (lower.size() < 2) return;
+    topHit_ = given.snapshot.topHits().best(lower);
+    // Last, since a text of any length may be one character. What begins a host is short.
+    if (topHit_ && characterCount(lower) < 2) topHit_.reset();
 }
 
-void NotchCandidates::findRecentSearches(const NotchSnapshot& snapshot) {
-    const std::size_t limit = lower_.empty() ? 3 : 2;
-    std::vector<std::string> seen;
-    for (const auto& visit : snapshot.visits() | std::views::reverse) {
-        if (recent_.size() == limit) return;
-        const auto page = Prefs::searchQuery(visit.url);
-        if (!page) continue;
-        const std::string key = composed(lowercased(page->query));
-        if (!beginsWithCharacters(key, lower_) || sameCharacters(key, lower_)) continue;
-        if (std::ranges::find(seen, key) != seen.end()) continue;
-        seen.push_back(key);
-        recent_.push_back(page->query);
-    }
-}
-
-void NotchCandidates::complete(const NotchQuestion& question) {
-    const std::string& query = question.query;
-    if (bang_ || blankless(query).empty() || query.ends_with(' ')) return;
-    const std::string typed = lowercased(query);
-    std::vector<std::string> texts;
-    if (topHit_) texts.push_back(*topHit_);
-    texts.insert(texts.end(), recent_.begin(), recent_.end());
-    texts.insert(texts.end(), question.predictions.begin(), question.predictions.end());
-    for (const auto& text : texts) {
-        if (!beginsWithCharacters(lowercased(text), typed)) continue;
-        if (characterCount(text) <= characterCount(typed)) continue;
+void NotchCandidates::complete(const Given& given) {
+    const std::string& query = given.question.query;
+    if (bang_ || given.typed.empty() || query.ends_with(' ')) return;
+    const bool isTrimmed = query.size() == given.typed.size();
+    const Folded typed = isTrimmed ? given.searched : Folded{query, given.longest};
+    const auto completes = [&](const std::string& text, const FoldedText& folded) {
+        if (!folded.beginsWith(typed.text)) return false;
+        if (characterCount(text) <= characterCount(typed.lower)) return false;
         ghost_ = text.substr(firstCharacters(text, characterCount(query)).size());
-        return;
+        return true;
+    };
+    if (topHit_ && completes(*topHit_, FoldedText::fromLowercased(*topHit_))) return;
+    for (const auto& [text, folded] : given.recent) {
+        if (completes(text, folded)) return;
+    }
+    for (const auto& [text, folded] : given.predictions) {
+        if (completes(text, folded)) return;
     }
 }
 
-void NotchCandidates::listSearches(const NotchQuestion& question) {
-    const auto append = [&](const std::string& text, NotchEntry::Sign sign) {
-        const bool begins = !lower_.empty() && beginsWithCharacters(lowercased(text), lower_);
-        const auto typed = firstCharacters(text, begins ? characterCount(lower_) : 0);
-        const bool recent = sign == NotchEntry::Sign::recent;
-        entries_.push_back({(recent ? "r" : "p") + text, "Searches", sign, std::string{typed},
-                            text.substr(typed.size()), "", recent ? "Searched before" : "",
+void NotchCandidates::listSearches(const Given& given) {
+    const auto append = [&](const PastSearches::Search& search, NotchEntry::Sign sign) {
+        const auto& [text, folded] = search;
+        const bool begins = !given.isBlank() && folded.beginsWith(given.searched.text);
+        const auto typed = firstCharacters(text, begins ? characterCount(given.searched.lower) : 0);
+        const bool isRecent = sign == NotchEntry::Sign::recent;
+        entries_.push_back({(isRecent ? "r" : "p") + text, "Searches", sign, std::string{typed},
+                            text.substr(typed.size()), "", isRecent ? "Searched before" : "",
                             SearchFor{prefix_ + text}});
     };
-    for (const auto& text : recent_) append(text, NotchEntry::Sign::recent);
-    if (searched_.empty()) return;
-    std::size_t left = recent_.size() >= 5 ? 2 : 6 - recent_.size();
-    for (const auto& text : question.predictions) {
+    for (const auto& search : given.recent) append(search, NotchEntry::Sign::recent);
+    if (given.isBlank()) return;
+    constexpr std::size_t all = 6;
+    constexpr std::size_t atLeast = 2;
+    std::size_t left = std::max(atLeast, all - std::min(all, given.recent.size()));
+    for (const auto& prediction : given.predictions) {
         if (left == 0) return;
-        const bool known = std::ranges::any_of(recent_, [&](const std::string& recent) {
-            return sameCharacters(lowercased(recent), lowercased(text));
-        });
-        if (known) continue;
-        append(text, NotchEntry::Sign::search);
+        const bool isRecent =
+            std::ranges::find(given.recent, prediction.folded, &PastSearches::Search::folded) !=
+            given.recent.end();
+        if (isRecent) continue;
+        append(prediction, NotchEntry::Sign::search);
         --left;
     }
 }
 
-void NotchCandidates::listTabs(const NotchSnapshot& snapshot) {
+void NotchCandidates::listTabs(const Given& given) {
+    const auto& snapshot = given.snapshot;
     std::size_t left = tabsShown;
-    for (const auto& tab : snapshot.tabs()) {
-        if (left == 0) return;
-        if (tab.id == snapshot.currentTab()) continue;
-        const std::string site = tab.url ? siteName(*tab.url) : "";
-        if (!containsCharacters(lowercased(tab.title), lower_) && !site.contains(lower_)) continue;
-        entries_.push_back({"t" + tab.id.string(), "Open tabs", NotchEntry::SiteIcon{site}, "",
-                            tab.title, site, "Switch to tab", SwitchToTab{tab.id}});
-        --left;
-    }
+    snapshot.tabRows().search(given.wanted(), TitledRows::Order::forward, [&](std::size_t row) {
+        const auto& [id, title, url] = snapshot.tabs().at(row);
+        if (id == snapshot.currentTab()) return true;
+        const std::string site = url ? siteName(*url) : "";
+        entries_.push_back({"t" + id.string(), "Open tabs", NotchEntry::SiteIcon{site}, "", title,
+                            site, "Switch to tab", SwitchToTab{id}});
+        return --left > 0;
+    });
 }
 
-void NotchCandidates::listBookmarks(const NotchSnapshot& snapshot) {
+void NotchCandidates::listBookmarks(const Given& given) {
     std::size_t left = bookmarksShown;
-    for (const auto& bookmark : snapshot.bookmarks()) {
-        if (left == 0) return;
-        if (!containsCharacters(lowercased(bookmark.title), lower_) &&
-            !lowercased(bookmark.url.absoluteString()).contains(lower_)) {
-            continue;
-        }
-        const std::string host = hostOf(bookmark.url);
-        entries_.push_back({"b" + bookmark.id.string(), "Bookmarks", NotchEntry::SiteIcon{host}, "",
-                            bookmark.title, host, "Bookmark", LoadAddress{bookmark.url}});
-        --left;
+    const auto append = [&](std::size_t row) {
+        const auto& [id, url, title, date] = given.snapshot.bookmarks().at(row);
+        const std::string host = hostOf(url);
+        entries_.push_back({"b" + id.string(), "Bookmarks", NotchEntry::SiteIcon{host}, "", title,
+                            host, "Bookmark", LoadAddress{url}});
+        return --left > 0;
+    };
+    given.snapshot.bookmarkRows().search(given.wanted(), TitledRows::Order::forward, append);
+}
+
+void NotchCandidates::listHistory(const Given& given) {
+    std::vector<const Visit*> shown;
+    const auto append = [&](std::size_t row) {
+        const Visit& visit = given.snapshot.visits().at(row);
+        if (std::ranges::find(shown, visit.url, &Visit::url) != shown.end()) return true;
+        shown.push_back(&visit);
+        listVisit(visit, "History", given.question);
+        return shown.size() < visitsShown;
+    };
+    given.snapshot.visitRows().search(given.wanted(), TitledRows::Order::backward, append);
+}
+
+void NotchCandidates::listToday(const Given& given) {
+    for (const auto& visit : given.snapshot.latestOfToday()) {
+        listVisit(visit, "Earlier today", given.question);
     }
 }
 
-void NotchCandidates::listHistory(const NotchSnapshot& snapshot, const NotchQuestion& question) {
-    std::vector<Url> shown;
-    for (const auto& visit : snapshot.visits() | std::views::reverse) {
-        if (shown.size() == visitsShown) return;
-        if (Prefs::searchQuery(visit.url)) continue;
-        if (!containsCharacters(lowercased(visit.title), lower_) &&
-            !lowercased(visit.url.absoluteString()).contains(lower_)) {
-            continue;
-        }
-        if (std::ranges::find(shown, visit.url) != shown.end()) continue;
-        shown.push_back(visit.url);
-        const std::string host = hostOf(visit.url);
-        entries_.push_back({"h" + visit.id.string(), "History", NotchEntry::SiteIcon{host}, "",
-                            visit.title, host, question.shortTime(visit.date),
-                            LoadAddress{visit.url}});
-    }
+void NotchCandidates::listVisit(const Visit& visit, std::string_view section,
+                                const NotchQuestion& question) {
+    const std::string host = hostOf(visit.url);
+    entries_.push_back({"h" + visit.id.string(), std::string{section}, NotchEntry::SiteIcon{host},
+                        "", visit.title, host, question.shortTime(visit.date),
+                        LoadAddress{visit.url}});
 }
 
-void NotchCandidates::listToday(const NotchSnapshot& snapshot, const NotchQuestion& question) {
-    for (const auto& visit : snapshot.latestOfToday()) {
-        const std::string host = hostOf(visit.url);
-        entries_.push_back({"h" + visit.id.string(), "Earlier today", NotchEntry::SiteIcon{host},
-                            "", visit.title, host, question.shortTime(visit.date),
-                            LoadAddress{visit.url}});
-    }
-}
-
-void NotchCandidates::decidePrimaryRow(const NotchQuestion& question) {
-    const std::string typed{blankless(question.query)};
+void NotchCandidates::decidePrimaryRow(const Given& given) {
+    const std::string typed{given.typed};
     askTitle_ = "Ask Kesto " + inQuotes(typed);
-    const auto& engine = Prefs::facts(question.engine);
     const auto address = topHit_ ? Url::parse("https://" + *topHit_) : std::nullopt;
-    primaryAction_ = SearchFor{question.query};
+    primaryAction_ = SearchFor{given.question.query};
     if (address) primaryAction_ = LoadAddress{*address};
     if (topHit_) {
         primaryTitle_ = "Go to " + *topHit_;
         primarySubtitle_ = "You've been here before";
         primaryHost_ = *topHit_;
     } else if (bang_) {
-        primaryTitle_ =
-            std::string{"Search "}.append(bang_->bang.name) + " for " + inQuotes(bang_->query);
-        primarySubtitle_ = bang_->bang.host;
-        primaryHost_ = bang_->bang.host;
-    } else if (AddressNotch::looksLikeSite(question.query)) {
+        const auto& [bang, query] = *bang_;
+        primaryTitle_ = std::string{"Search "}.append(bang.name) + " for " + inQuotes(query);
+        primarySubtitle_ = bang.host;
+        primaryHost_ = bang.host;
+    } else if (AddressNotch::looksLikeSite(typed)) {
         primaryTitle_ = "Go to " + typed;
         primarySubtitle_ = "Open the site";
     } else {
+        const auto& engine = Prefs::facts(given.question.engine);
         primaryTitle_ = "Search " + inQuotes(typed);
         primarySubtitle_ = std::string{engine.shownName} + " Search";
         primaryHost_ = engine.site;
     }
 }
 
-void NotchCandidates::makeFooter(const NotchQuestion& question) {
-    const std::string typed{blankless(question.query)};
-    if (typed.empty() || bang_ || question.isPrivate) return;
-    if (AddressNotch::looksLikeSite(question.query)) return;
-    footer_.emplace();
-    for (const std::string_view key : {"!w", "!yt", "!m", "!gh"}) {
+void NotchCandidates::makeFooter(const Given& given) {
+    const NotchQuestion& question = given.question;
+    const std::string typed{given.typed};
+    if (typed.empty() || bang_ || question.isPrivate || AddressNotch::looksLikeSite(typed)) return;
+    NotchFooter footer;
+    for (const std::string key : {"!w", "!yt", "!m", "!gh"}) {
         const auto bang = std::ranges::find(Bang::all, key, &Bang::key);
         if (bang == Bang::all.end()) continue;
-        footer_->chips.push_back(
-            {*bang,
-             std::string{"Search "}.append(bang->name) + " (type " + std::string{key} + " first)",
-             SearchFor{std::string{key} + " " + typed}});
+        footer.chips.push_back(
+            {*bang, std::string{"Search "}.append(bang->name) + " (type " + key + " first)",
+             SearchFor{key + " " + typed}});
     }
-    footer_->note = question.suggestionsOn
-                        ? "Suggestions from " + std::string{Prefs::facts(question.engine).shownName}
-                        : "Suggestions are off";
+    const auto engine = Prefs::facts(question.engine).shownName;
+    footer.note = question.suggestionsOn ? std::string{"Suggestions from "}.append(engine)
+                                         : "Suggestions are off";
+    footer_ = std::move(footer);
 }
 
 }  // namespace orvu

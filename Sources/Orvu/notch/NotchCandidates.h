@@ -14,6 +14,7 @@
 namespace orvu {
 
 class NotchSnapshot;
+struct Visit;
 
 /// What the candidates depend on beside the window's tabs and records.
 struct NotchQuestion {
@@ -74,21 +75,21 @@ public:
     [[nodiscard]] std::string queryWithCorrection(std::string_view correction) const;
 
 private:
-    void findTopHit(const NotchSnapshot& snapshot, const NotchQuestion& question);
-    void findRecentSearches(const NotchSnapshot& snapshot);
-    void complete(const NotchQuestion& question);
-    void listSearches(const NotchQuestion& question);
-    void listTabs(const NotchSnapshot& snapshot);
-    void listBookmarks(const NotchSnapshot& snapshot);
-    void listHistory(const NotchSnapshot& snapshot, const NotchQuestion& question);
-    void listToday(const NotchSnapshot& snapshot, const NotchQuestion& question);
-    void decidePrimaryRow(const NotchQuestion& question);
-    void makeFooter(const NotchQuestion& question);
+    struct Given;
+
+    void findTopHit(const Given& given);
+    void complete(const Given& given);
+    void listSearches(const Given& given);
+    void listTabs(const Given& given);
+    void listBookmarks(const Given& given);
+    void listHistory(const Given& given);
+    void listToday(const Given& given);
+    void listVisit(const Visit& visit, std::string_view section, const NotchQuestion& question);
+    void decidePrimaryRow(const Given& given);
+    void makeFooter(const Given& given);
 
     std::optional<Bang::Parsed> bang_;
-    std::string searched_;  ///< the text behind the bang, or all, trimmed
-    std::string lower_;     ///< the same, lower-cased
-    std::string prefix_;    ///< goes before what a row searches for
+    std::string prefix_;  ///< of what the rows search for, when there is a bang
     std::optional<std::string> topHit_;
     std::vector<std::string> recent_;
     std::string ghost_;

@@ -2,8 +2,12 @@
 
 #include "core/Bookmarks.h"
 #include "core/Records.h"
+#include "notch/PastSearches.h"
+#include "notch/TitledRows.h"
+#include "notch/TopHits.h"
 
 #include <cstddef>
+#include <deque>
 #include <optional>
 #include <string>
 #include <vector>
@@ -22,9 +26,12 @@ struct NotchTab {
     friend bool operator==(const NotchTab&, const NotchTab&) = default;
 };
 
-/// What the candidates of the notch are computed from, prepared once for many queries.
+/// What the candidates of the notch are computed from, prepared once for many queries. What is
+/// taken over again is compared with what stands, and only what is new is prepared.
 class NotchSnapshot {
 public:
+    using Bookmark = BookmarkStore::Bookmark;
+
     /// How many visits of the present day are of use.
     static constexpr std::size_t todayCount = 4;
 
@@ -36,23 +43,42 @@ public:
     void setVisits(const std::vector<Visit>& visits);
     /// The last visits of the present day, the newest first.
     void setLatestOfToday(std::vector<Visit> visits);
-    void setBookmarks(const std::vector<BookmarkStore::Bookmark>& bookmarks);
+    void setBookmarks(const std::vector<Bookmark>& bookmarks);
     void setTabs(std::vector<NotchTab> tabs, const std::optional<Uuid>& current);
 
-    [[nodiscard]] const std::vector<Visit>& visits() const { return visits_; }
+    [[nodiscard]] const std::deque<Visit>& visits() const { return visits_; }
     [[nodiscard]] const std::vector<Visit>& latestOfToday() const { return today_; }
-    [[nodiscard]] const std::vector<BookmarkStore::Bookmark>& bookmarks() const {
-        return bookmarks_;
-    }
+    [[nodiscard]] const std::vector<Bookmark>& bookmarks() const { return bookmarks_; }
     [[nodiscard]] const std::vector<NotchTab>& tabs() const { return tabs_; }
     [[nodiscard]] const std::optional<Uuid>& currentTab() const { return currentTab_; }
 
+    /// The titles and addresses of `visits()`; empty ones for pages of results.
+    [[nodiscard]] const TitledRows& visitRows() const { return visitRows_; }
+    [[nodiscard]] const TitledRows& bookmarkRows() const { return bookmarkRows_; }
+    /// The titles of `tabs()` and their hosts without "www.".
+    [[nodiscard]] const TitledRows& tabRows() const { return tabRows_; }
+    [[nodiscard]] const PastSearches& pastSearches() const { return pastSearches_; }
+    [[nodiscard]] const TopHits& topHits() const { return topHits_; }
+    /// No text or address that is compared is longer, in bytes.
+    [[nodiscard]] std::size_t longestText() const { return longest_; }
+
 private:
-    std::vector<Visit> visits_;
+    void dropFirstVisits(std::size_t count);
+    void keepFirstVisits(std::size_t count);
+    void appendVisit(const Visit& visit);
+    void appendRow(TitledRows& rows, const std::string& title, std::string_view address);
+
+    std::deque<Visit> visits_;
     std::vector<Visit> today_;
-    std::vector<BookmarkStore::Bookmark> bookmarks_;
+    std::vector<Bookmark> bookmarks_;
     std::vector<NotchTab> tabs_;
     std::optional<Uuid> currentTab_;
+    TitledRows visitRows_;
+    TitledRows bookmarkRows_;
+    TitledRows tabRows_;
+    PastSearches pastSearches_;
+    TopHits topHits_;
+    std::size_t longest_ = 0;
 };
 
 }  // namespace orvu
