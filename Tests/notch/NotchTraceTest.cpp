@@ -7,6 +7,7 @@
 #include <array>
 #include <map>
 #include <set>
+#include <utility>
 
 namespace orvu {
 namespace {
@@ -36,7 +37,11 @@ protected:
     void newWorld() {
         body.reset();
         notch.close();
+        store.reset();
+        world.defaults.values.clear();
         store = openStore();
+        recordsChange = store->connectChanged([this] { hasNewRecords = true; });
+        bookmarksChange = store->bookmarks().connectChanged([this] { hasNewRecords = true; });
         for (std::size_t left = random.below(12); left > 0; --left) {
             const std::string title{offers[random.below(offers.size())]};
             visit(*store->active(), anySite().absoluteString(), title);
@@ -105,6 +110,7 @@ protected:
     }
     /// A row may stand for a record that was deleted after the row was drawn.
     void rememberRecords() {
+        if (!std::exchange(hasNewRecords, false)) return;
         for (const auto& each : store->visits()) {
             addresses[each.id.string()] = each.url.absoluteString();
         }
@@ -261,6 +267,9 @@ protected:
     }
 
     RandomText random{20261121};
+    bool hasNewRecords = true;
+    ScopedConnection recordsChange;
+    ScopedConnection bookmarksChange;
     std::map<std::string, std::string> addresses;  ///< of all records that ever were
     std::string promise;                           ///< of the row that is highlighted on the screen
 };
