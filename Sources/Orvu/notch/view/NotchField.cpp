@@ -2,12 +2,14 @@
 
 #include "look/TextDirection.h"
 #include "look/view/Accessible.h"
+#include "notch/PastedText.h"
 
 #include <gdk/gdkkeysyms.h>
 #include <gtkmm/eventcontrollerkey.h>
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <optional>
 
 namespace orvu {
@@ -90,6 +92,16 @@ void NotchField::followInner() {
         +[](GObject*, GParamSpec*, gpointer self) { static_cast<NotchField*>(self)->caretMoved(); };
     g_signal_connect(inner(), "notify::cursor-position", G_CALLBACK(moved), this);
     g_signal_connect(inner(), "notify::selection-bound", G_CALLBACK(moved), this);
+    g_signal_connect(inner(), "insert-text",
+                     G_CALLBACK(+[](GtkEditable* editable, const char* text, int length, int* at,
+                                    gpointer self) {
+                         const auto size =
+                             length < 0 ? std::strlen(text) : static_cast<std::size_t>(length);
+                         if (static_cast<NotchField*>(self)->insert({text, size}, *at)) {
+                             g_signal_stop_emission_by_name(editable, "insert-text");
+                         }
+                     }),
+                     this);
     g_signal_connect(inner(), "preedit-changed",
                      G_CALLBACK(+[](GtkText*, const char* preedit, gpointer self) {
                          auto& field = *static_cast<NotchField*>(self);
@@ -97,6 +109,14 @@ void NotchField::followInner() {
                          field.caretMoved();
                      }),
                      this);
+}
+
+bool NotchField::insert(std::string_view text, int& at) {
+    const std::string line = pastedText(text);
+    if (line == text) return false;
+    gtk_editable_insert_text(GTK_EDITABLE(inner()), line.c_str(), static_cast<int>(line.size()),
+                             &at);
+    return true;
 }
 
 void NotchField::setText(const std::string& text) {

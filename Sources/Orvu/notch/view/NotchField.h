@@ -42,6 +42,7 @@ private:
     [[nodiscard]] GtkText* inner();
     [[nodiscard]] bool isCaretAtEnd();
     void followInner();
+    bool insert(std::string_view text, int& at);
     void textChanged();
     void caretMoved();
     bool keyPressed(guint key, Gdk::ModifierType state);
