@@ -49,6 +49,15 @@ TEST_F(SearchSuggesterTest, TheFirstThreeLanguagesAreTold) {
     EXPECT_EQ(http.sentHeaders.at(0), (HttpSession::Headers{{"Accept-Language", "de-DE,en,fr"}}));
 }
 
+TEST_F(SearchSuggesterTest, WithoutLanguagesNoneAreTold) {
+    SearchSuggester plain{http, loop, defaults, {}};
+
+    plain.update("otters", Privacy::ordinary);
+    pause();
+
+    EXPECT_EQ(http.sentHeaders.at(0), HttpSession::Headers{});
+}
+
 TEST_F(SearchSuggesterTest, BlanksAroundATextAreNotSent) {
     ask(" \t sea otters\u00A0 ");
 
