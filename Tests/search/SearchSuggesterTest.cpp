@@ -49,6 +49,15 @@ TEST_F(SearchSuggesterTest, TheFirstThreeLanguagesAreTold) {
     EXPECT_EQ(http.sentHeaders.at(0), (HttpSession::Headers{{"Accept-Language", "de-DE,en,fr"}}));
 }
 
+TEST_F(SearchSuggesterTest, WithoutLanguagesNoneAreTold) {
+    SearchSuggester plain{http, loop, defaults, {}};
+
+    plain.update("otters", Privacy::ordinary);
+    pause();
+
+    EXPECT_EQ(http.sentHeaders.at(0), HttpSession::Headers{});
+}
+
 TEST_F(SearchSuggesterTest, BlanksAroundATextAreNotSent) {
     ask(" \t sea otters\u00A0 ");
 
@@ -280,85 +289,6 @@ TEST_F(SearchSuggesterTest, ATextWithoutAnAddressIsNotSent) {
 
     EXPECT_EQ(http.asked, Texts{});
     EXPECT_EQ(lost.forQuery(), "");
-}
-
-TEST_F(SearchSuggesterTest, AnObserverMayTypeOnInAnAnswer) {
-    suggester->connectChanged([this] {
-        if (suggester->forQuery() == "ott") type("otte");
-    });
-
-    learn("ott", {"otters"});
-    pause();
-
-    EXPECT_EQ(http.asked, (Texts{address("ott"), address("otte")}));
-    answer("otte", {"otter"});
-    EXPECT_EQ(predictions(), Texts{"otter"});
-}
-
-TEST_F(SearchSuggesterTest, AnObserverMayTypeOnInAnUpdate) {
-    learn("ott", {"otters"});
-    suggester->connectChanged([this] {
-        if (suggester->forQuery().empty()) type("OTT");
-    });
-
-    type("");
-
-    EXPECT_EQ(suggester->forQuery(), "OTT");
-    EXPECT_EQ(predictions(), Texts{"otters"});
-    EXPECT_EQ(changes, 3);
-}
-
-TEST_F(SearchSuggesterTest, AnObserverMayEndTheSuggesterInAnAnswer) {
-    suggester->connectChanged([this] { suggester.reset(); });
-
-    learn("ott", {"otters"});
-
-    EXPECT_EQ(suggester, nullptr);
-}
-
-TEST_F(SearchSuggesterTest, AnObserverMayEndTheSuggesterInAnUpdate) {
-    learn("ott", {"otters"});
-    suggester->connectChanged([this] { suggester.reset(); });
-
-    type("");
-
-    EXPECT_EQ(suggester, nullptr);
-}
-
-TEST_F(SearchSuggesterTest, ASuggesterMayGoWhileATextStands) {
-    type("ott");
-
-    suggester.reset();
-    pause();
-
-    EXPECT_EQ(http.asked, Texts{});
-}
-
-TEST_F(SearchSuggesterTest, ASuggesterMayGoWhileItsRequestRuns) {
-    ask("ott");
-
-    suggester.reset();
-
-    EXPECT_EQ(http.abandoned, Texts{address("ott")});
-    EXPECT_FALSE(answer("ott", {"otters"}));
-}
-
-TEST_F(SearchSuggesterTest, ASuggesterMayGoRightBehindAnAnswer) {
-    ask("ott");
-    http.answer(address("ott"), 200, body("ott", {"otters"}));
-
-    suggester.reset();
-    loop.advance(0ms);
-
-    EXPECT_EQ(changes, 0);
-}
-
-TEST_F(SearchSuggesterTest, TheTextOfAPredictionMayBeTypedAsItStands) {
-    learn("ott", {"otters at sea, a text too long to stand within a string"});
-
-    typePrivately(predictions()[0]);
-
-    EXPECT_EQ(suggester->forQuery(), "otters at sea, a text too long to stand within a string");
 }
 
 TEST_F(SearchSuggesterTest, HoweverTypedThereIsOneRequestAtATimeAndItsAnswerIsTheTextsOwn) {

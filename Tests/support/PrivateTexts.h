@@ -16,7 +16,8 @@ struct PrivateTexts {
     std::vector<std::string> texts;
 };
 
-/// Makes private texts, the same ones in each run.
+/// Makes private texts, the same ones in each run. Lists in braces are made from left to right,
+/// which sums are not.
 class PrivateTextMaker {
 public:
     explicit PrivateTextMaker(std::uint64_t seed) : random_(seed) {}
@@ -58,12 +59,13 @@ private:
         return result;
     }
     std::string domain() {
-        return word() + oneOf(std::array<std::string_view, 5>{".example", ".org", ".co.uk", ".de",
-                                                              ".internal"});
+        constexpr std::array<std::string_view, 5> endings{".example", ".org", ".co.uk", ".de",
+                                                          ".internal"};
+        return joined({word(), oneOf(endings)});
     }
     std::string mailAddress() {
         const std::string between = oneOf(std::array<std::string_view, 4>{".", "-", "_", ""});
-        return word() + between + word() + digits(random_.below(3)) + "@" + domain();
+        return joined({word(), between, word(), digits(random_.below(3)), "@", domain()});
     }
     std::string cardNumber(std::string_view between) {
         return joined({digits(4), between, digits(4), between, digits(4), between, digits(4)});
@@ -79,10 +81,11 @@ private:
         return number;
     }
     std::string address() {
-        return domain() + "/" + word() + "?token=" + digits(6) + "&for=" + word();
+        return joined({domain(), "/", word(), "?token=", digits(6), "&for=", word()});
     }
     std::string bankAccount() {
-        std::string number = oneOf(std::array<std::string_view, 3>{"DE", "FR", "GB"}) + digits(2);
+        constexpr std::array<std::string_view, 3> countries{"DE", "FR", "GB"};
+        std::string number = joined({oneOf(countries), digits(2)});
         if (random_.below(3) == 0) number += " BANK";
         for (std::size_t groups = 4 + random_.below(2); groups > 0; --groups) {
             number += " " + digits(4);

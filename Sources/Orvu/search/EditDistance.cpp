@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <numeric>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -39,7 +38,7 @@ std::size_t editDistance(std::string_view a, std::string_view b) {
 
     // Before each round, `row[j]` is the distance of the rows seen so far to the first j columns.
     std::vector<std::size_t> row(columns.size() + 1);
-    std::iota(row.begin(), row.end(), 0U);
+    for (std::size_t j = 0; j < row.size(); ++j) row[j] = j;
     for (const auto character : rows) {
         std::size_t diagonal = row[0]++;
         for (std::size_t j = 1; j < row.size(); ++j) {

@@ -71,14 +71,16 @@ bool beginsWith(std::string_view text, std::string_view part, std::size_t count)
     return composed(firstCharacters(text, count)) == composed(part);
 }
 
-std::string acceptedLanguages(const std::vector<std::string>& preferred) {
-    std::string result;
-    const auto count = std::min(preferred.size(), SearchSuggester::mostLanguages);
+/// What a request tells beside its address.
+HttpSession::Headers headersFor(const std::vector<std::string>& preferredLanguages) {
+    std::string languages;
+    const auto count = std::min(preferredLanguages.size(), SearchSuggester::mostLanguages);
     for (std::size_t i = 0; i < count; ++i) {
-        if (i > 0) result += ',';
-        result += preferred[i];
+        if (i > 0) languages += ',';
+        languages += preferredLanguages[i];
     }
-    return result;
+    if (languages.empty()) return {};
+    return {{"Accept-Language", std::move(languages)}};
 }
 
 }  // namespace
@@ -89,7 +91,7 @@ SearchSuggester::SearchSuggester(HttpSession& http, MainLoop& loop, const UserDe
     : http_(http),
       loop_(loop),
       defaults_(defaults),
-      headers_{{"Accept-Language", acceptedLanguages(preferredLanguages)}},
+      headers_(headersFor(preferredLanguages)),
       addressOf_(std::move(addressOf)) {}
 
 void SearchSuggester::update(std::string_view query, Privacy privacy) {

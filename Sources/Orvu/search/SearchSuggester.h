@@ -74,7 +74,7 @@ private:
     HttpSession& http_;
     MainLoop& loop_;
     const UserDefaults& defaults_;
-    HttpSession::Headers headers_;
+    const HttpSession::Headers headers_;
     const AddressOf addressOf_;
     std::vector<std::string> predictions_;
     std::string forQuery_;
