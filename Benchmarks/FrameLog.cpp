@@ -1,15 +1,23 @@
 // Preloaded into the real program, writes when its first window gets a key and when it has drawn a
-// frame, and what the notch's primary row says in that frame. Benchmarks/notch-frames reads it.
+// frame, the processor's time that the frame took, and what the notch's primary row says in it.
+// Benchmarks/notch-frames reads it.
 #include <gtk/gtk.h>
 
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
+#include <ctime>
 
 namespace {
 
 std::FILE* log = nullptr;
 GtkWindow* window = nullptr;
+double begin = 0;  // of the frame, in milliseconds of the processor
+
+double threadMilliseconds() {
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
+}
 
 /// The first widget below `widget` that has a style class and can be seen.
 GtkWidget* find(GtkWidget* widget, const char* style) {
@@ -22,19 +30,21 @@ GtkWidget* find(GtkWidget* widget, const char* style) {
     return nullptr;
 }
 
-void note(const char* what, const char* text) {
-    std::fprintf(log, "%.3f %s %s\n", static_cast<double>(g_get_monotonic_time()) / 1000, what,
-                 text);
+void note(const char* what, double cost, const char* text) {
+    std::fprintf(log, "%.3f %s %.3f %s\n", static_cast<double>(g_get_monotonic_time()) / 1000, what,
+                 cost, text);
 }
+
+void beforePaint(GdkFrameClock*, gpointer) { begin = threadMilliseconds(); }
 
 void afterPaint(GdkFrameClock*, gpointer) {
     auto* const title = find(GTK_WIDGET(window), "notch-choice-title");
-    note("frame", title ? gtk_label_get_text(GTK_LABEL(title)) : "");
+    note("frame", threadMilliseconds() - begin, title ? gtk_label_get_text(GTK_LABEL(title)) : "");
     std::fflush(log);
 }
 
 gboolean keyPressed(GtkEventControllerKey*, guint key, guint, GdkModifierType, gpointer) {
-    note("key", gdk_keyval_name(key));
+    note("key", 0, gdk_keyval_name(key));
     return GDK_EVENT_PROPAGATE;
 }
 
@@ -47,8 +57,9 @@ gboolean watchWindow(gpointer) {
     gtk_event_controller_set_propagation_phase(keys, GTK_PHASE_CAPTURE);
     g_signal_connect(keys, "key-pressed", G_CALLBACK(keyPressed), nullptr);
     gtk_widget_add_controller(GTK_WIDGET(window), keys);
-    g_signal_connect(gtk_widget_get_frame_clock(GTK_WIDGET(window)), "after-paint",
-                     G_CALLBACK(afterPaint), nullptr);
+    GdkFrameClock* const clock = gtk_widget_get_frame_clock(GTK_WIDGET(window));
+    g_signal_connect(clock, "before-paint", G_CALLBACK(beforePaint), nullptr);
+    g_signal_connect(clock, "after-paint", G_CALLBACK(afterPaint), nullptr);
     return G_SOURCE_REMOVE;
 }
 

@@ -1,5 +1,6 @@
 #include "notch/view/NotchField.h"
 
+#include "look/OneLine.h"
 #include "look/TextDirection.h"
 #include "look/view/Accessible.h"
 #include "notch/PastedText.h"
@@ -120,9 +121,10 @@ bool NotchField::insert(std::string_view text, int& at) {
 }
 
 void NotchField::setText(const std::string& text) {
-    if (entry_.get_text().raw() == text) return;
+    const std::string line = pastedText(text);
+    if (entry_.get_text().raw() == line) return;
     isSetting_ = true;
-    entry_.set_text(text);
+    entry_.set_text(line);
     entry_.set_position(-1);
     isSetting_ = false;
     caretMoved();
@@ -134,8 +136,13 @@ void NotchField::focusAll() {
 }
 
 void NotchField::setGhost(const std::string& ghost) {
-    if (ghost_.get_text().raw() == ghost) return;
-    ghost_.set_text(ghost);
+    // Others write it, at any length; the mark in front keeps a blank at its head.
+    constexpr std::string_view mark = "|";
+    constexpr std::size_t limit = 200;
+    const std::string shown =
+        ghost.empty() ? "" : oneLine(std::string{mark} + ghost, limit).substr(mark.size());
+    if (ghost_.get_text().raw() == shown) return;
+    ghost_.set_text(shown);
     queue_allocate();
 }
 
