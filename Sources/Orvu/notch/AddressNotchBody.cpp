@@ -10,12 +10,12 @@ namespace orvu {
 
 AddressNotchBody::AddressNotchBody(AddressNotch& notch, std::shared_ptr<BrowserStore> store,
                                    std::shared_ptr<BrowserTab> tab, NotchSnapshot& snapshot,
-                                   const NotchServices& services)
+                                   NotchServices services)
     : notch_(notch),
       store_(std::move(store)),
       tab_(std::move(tab)),
       snapshot_(snapshot),
-      services_(services),
+      services_(std::move(services)),
       suggester_(services_.suggestions, services_.loop, services_.defaults,
                  services_.locale.preferredLanguages()),
       candidates_(NotchSnapshot{}, {}) {

@@ -44,7 +44,7 @@ public:
     /// window's: it serves one body after another.
     AddressNotchBody(AddressNotch& notch, std::shared_ptr<BrowserStore> store,
                      std::shared_ptr<BrowserTab> tab, NotchSnapshot& snapshot,
-                     const NotchServices& services);
+                     NotchServices services);
     AddressNotchBody(const AddressNotchBody&) = delete;
     AddressNotchBody& operator=(const AddressNotchBody&) = delete;
 

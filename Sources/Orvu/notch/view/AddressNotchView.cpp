@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace orvu {
 namespace {
@@ -44,10 +45,10 @@ GskRoundedRect hanging(double x, double y, double width, double height, double r
 }  // namespace
 
 AddressNotchView::AddressNotchView(AddressNotch& notch, std::shared_ptr<BrowserStore> store,
-                                   const NotchServices& services)
+                                   NotchServices services)
     : notch_(notch),
       store_(std::move(store)),
-      services_(services),
+      services_(std::move(services)),
       resting_(*store_, [this](const std::string& address) { notch_.open(address); }),
       bar_(notch_, *store_),
       open_(*this, Motion::open, 0, [this](double) { step(); }),

@@ -23,7 +23,7 @@ public:
 
     /// `notch` and what `services` holds must outlive the view.
     AddressNotchView(AddressNotch& notch, std::shared_ptr<BrowserStore> store,
-                     const NotchServices& services);
+                     NotchServices services);
     ~AddressNotchView() override;
 
     [[nodiscard]] bool hasKeyboard() const;

@@ -6,8 +6,6 @@
 
 #include <glibmm/markup.h>
 
-#include <utility>
-
 namespace orvu {
 namespace {
 
@@ -17,12 +15,12 @@ constexpr auto behind = " — press to use it";
 
 }  // namespace
 
-NotchCorrection::NotchCorrection(std::function<void()> use)
+NotchCorrection::NotchCorrection(const std::function<void()>& use)
     : entrance_(*this, Motion::snappy, 0, [this](double progress) { step(progress); }) {
     add_css_class("notch-correction-place");
     button_.add_css_class("notch-correction");
     button_.set_focus_on_click(false);
-    button_.signal_clicked().connect(std::move(use));
+    button_.signal_clicked().connect(use);
     text_.set_xalign(0);
     text_.set_ellipsize(Pango::EllipsizeMode::END);
     button_.set_child(text_);

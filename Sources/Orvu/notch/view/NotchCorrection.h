@@ -14,7 +14,7 @@ namespace orvu {
 /// The offer of a better spelling. It comes out of a blur, a little smaller, and goes the same way.
 class NotchCorrection : public Gtk::Widget {
 public:
-    explicit NotchCorrection(std::function<void()> use);
+    explicit NotchCorrection(const std::function<void()>& use);
     ~NotchCorrection() override;
 
     /// Nothing makes it go.

@@ -56,14 +56,18 @@ void NotchFooterView::show(const std::optional<NotchFooter>& footer) {
     note_.set_text(shown_.note);
 }
 
+void NotchFooterView::search(const Bang& bang) {
+    const auto found = std::ranges::find(shown_.chips, bang, &NotchFooter::Chip::bang);
+    if (found == shown_.chips.end()) return;
+    const NotchAction action = found->action;  // what happens may change the chips
+    perform_(action);
+}
+
 void NotchFooterView::makeChips() {
     while (Gtk::Widget* const chip = chips_.get_first_child()) chips_.remove(*chip);
-    for (std::size_t i = 0; i < shown_.chips.size(); ++i) {
-        auto& button = makeChip(favicons_, trace_, shown_.chips[i]);
-        button.signal_clicked().connect([this, i] {
-            const NotchAction action = shown_.chips[i].action;
-            perform_(action);
-        });
+    for (const auto& chip : shown_.chips) {
+        auto& button = makeChip(favicons_, trace_, chip);
+        button.signal_clicked().connect([this, bang = chip.bang] { search(bang); });
         chips_.append(button);
     }
 }

@@ -24,6 +24,7 @@ public:
 
 private:
     void makeChips();
+    void search(const Bang& bang);
 
     FaviconStore& favicons_;
     const Trace trace_;

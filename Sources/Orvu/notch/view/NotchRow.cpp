@@ -6,7 +6,6 @@
 #include "look/view/SymbolImage.h"
 
 #include <cstdint>
-#include <utility>
 
 namespace orvu {
 namespace {
@@ -25,7 +24,7 @@ std::string rowName(const NotchEntry& entry) {
 
 }  // namespace
 
-NotchRow::NotchRow(FaviconStore& favicons, Trace trace, std::function<void()> chosen)
+NotchRow::NotchRow(FaviconStore& favicons, Trace trace, const std::function<void()>& chosen)
     : Gtk::Box(Gtk::Orientation::VERTICAL), site_(favicons, trace, siteIconSize) {
     heading_.add_css_class("notch-heading");
     heading_.set_xalign(0);
@@ -34,7 +33,7 @@ NotchRow::NotchRow(FaviconStore& favicons, Trace trace, std::function<void()> ch
     button_.add_css_class("hover-row");
     button_.set_focus_on_click(false);
     button_.property_accessible_role() = Gtk::Accessible::Role::LIST_ITEM;
-    button_.signal_clicked().connect(std::move(chosen));
+    button_.signal_clicked().connect(chosen);
     addParts();
     button_.set_child(parts_);
     append(button_);
