@@ -7,20 +7,22 @@
 namespace orvu {
 namespace {
 
-/// Gives `take` each row in whose text `part` stands and `accept` takes it there.
+/// Gives `take` each row of `column` in whose text `part` stands where `accept` takes it.
 template <class Accept, class Take>
-void eachRowWith(std::string_view part, std::string_view text, const auto& ends,
-                 const Accept& accept, const Take& take) {
+void eachRowWith(std::string_view part, const auto& column, const Accept& accept,
+                 const Take& take) {
+    if (part.size() > column.longest) return;
+    const std::string_view text = column.text;
     std::size_t row = 0;
     std::size_t begin = 0;
     for (auto at = positionOf(part, text); at != std::string_view::npos;) {
-        for (; ends[row] <= at; ++row) begin = ends[row];
-        const std::size_t end = ends[row];
+        for (; column.ends[row] <= at; ++row) begin = column.ends[row];
+        const std::size_t end = column.ends[row];
         // What reaches into the next row is no match, and neither is what begins behind it.
-        const bool within = at + part.size() <= end;
-        const bool accepted = within && accept(text.substr(begin, end - begin), at - begin);
-        if (accepted) take(row);
-        at = positionOf(part, text, within && !accepted ? at + 1 : end);
+        const bool isWithin = at + part.size() <= end;
+        const bool isTaken = isWithin && accept(text.substr(begin, end - begin), at - begin);
+        if (isTaken) take(row);
+        at = positionOf(part, text, isWithin && !isTaken ? at + 1 : end);
     }
 }
 
@@ -32,6 +34,7 @@ void TitledRows::append(std::string_view title, std::string_view address) {
     const auto add = [&](Column& column, std::string_view text) {
         column.text.append(text);
         column.ends.at(block.rows) = column.text.size();
+        column.longest = std::max(column.longest, text.size());
     };
     add(block.titles, title);
     add(block.addresses, address);
@@ -71,14 +74,13 @@ TitledRows::Marks TitledRows::matches(std::size_t block, const Wanted& wanted) c
     const auto& [rows, titles, addresses] = blocks_[block];
     const std::string& inTitle = wanted.inTitle.text();
     eachRowWith(
-        inTitle, titles.text, titles.ends,
+        inTitle, titles,
         [&](std::string_view title, std::size_t at) {
             return areWholeCharacters(title, at, inTitle.size());
         },
         mark);
     eachRowWith(
-        wanted.inAddress, addresses.text, addresses.ends,
-        [](std::string_view, std::size_t) { return true; }, mark);
+        wanted.inAddress, addresses, [](std::string_view, std::size_t) { return true; }, mark);
     return block == 0 ? result & (~Marks{0} << dropped_) : result;
 }
 

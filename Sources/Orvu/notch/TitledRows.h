@@ -56,6 +56,7 @@ private:
     struct Column {
         std::string text;
         std::array<std::size_t, blockRows> ends{};
+        std::size_t longest = 0;  ///< no text of a row is longer
     };
     struct Block {
         std::size_t rows = 0;
