@@ -1,6 +1,7 @@
 #include "CallTimes.h"
 #include "FullProfile.h"
 
+#include "foundation/Text.h"
 #include "notch/NotchCandidates.h"
 #include "notch/NotchSnapshot.h"
 
@@ -8,6 +9,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -48,32 +50,16 @@ struct NotchProfile {
     }
 };
 
-/// Queries of every kind, the slow ones included.
-const std::vector<std::pair<std::string, std::string>>& queries() {
-    static const std::vector<std::pair<std::string, std::string>> result{
-        {"empty", ""},
-        {"letter", "g"},
-        {"word", "garden"},
-        {"host", "www.garden"},
-        {"two letters", "ma"},
-        {"last letters", "zz"},
-        {"phrase", "museum notes"},
-        {"no match", "museum no such page"},
-        {"common letters", "etaeta"},
-        {"foreign", "öffnung"},
-        {"foreign capitals", "ИСТОРИЯ"},
-        {"no match foreign", "öffnung no such page ö"},
-        {"decomposed", "ga\u0308rten"},
-        {"bang", "!w garden"},
-        {"site", "garden7.example/notes"},
-        {"100k letters", times("a", 100000)},
-        {"100k foreign", times("ä", 100000)},
-        {"100k marks", times("\u0301", 100000)},
-        {"100k emoji", times("👩‍👩‍👧", 100000)},
-        {"100k blanks", times("\u00A0", 100000) + "a"},
-        {"100k bang", "!" + times("\u0301", 100000) + " a"},
-        {"just foldable", times("\u0301", 1800)},
-    };
+/// What stands in the field after each key while these texts are typed.
+std::vector<std::string> typing() {
+    std::vector<std::string> result;
+    for (const std::string_view text : {"garden museum letters", "www.archive7.example/notes",
+                                        "öffnung der gärten", "!w museum", "zebra crossing"}) {
+        const auto count = characterCount(text);
+        for (std::size_t length = 1; length <= count; ++length) {
+            result.emplace_back(firstCharacters(text, length));
+        }
+    }
     return result;
 }
 
@@ -85,15 +71,17 @@ NotchQuestion questionFor(std::string query) {
     return question;
 }
 
-void keystroke(benchmark::State& state) {
+/// Asks for everything under the field, with each of the queries in turn.
+void keystroke(benchmark::State& state, const std::vector<std::string>& queries) {
     const NotchProfile profile;
     NotchSnapshot snapshot;
     profile.give(snapshot);
-    const auto& [name, query] = queries().at(static_cast<std::size_t>(state.range(0)));
-    const auto question = questionFor(query);
-    state.SetLabel(name);
+    std::vector<NotchQuestion> questions;
+    for (const auto& query : queries) questions.push_back(questionFor(query));
     CallTimes times;
+    std::size_t next = 0;
     for (auto _ : state) {
+        const auto& question = questions[next++ % questions.size()];
         times.measure(state, [&] {
             const NotchCandidates candidates{snapshot, question};
             benchmark::DoNotOptimize(candidates.entries().size());
@@ -133,11 +121,47 @@ void snapshotAfterVisit(benchmark::State& state) {
     times.report(state);
 }
 
-BENCHMARK(keystroke)
-    ->Name("NotchKeystroke")
-    ->DenseRange(0, 21)
-    ->Unit(benchmark::kMillisecond)
-    ->UseManualTime();
+void forget(benchmark::State& state) {
+    NotchProfile profile;
+    NotchSnapshot snapshot;
+    profile.give(snapshot);
+    CallTimes times;
+    for (auto _ : state) {
+        const auto old = profile.visits.begin() + 100;
+        const Visit visit = *old;
+        profile.visits.erase(old);
+        times.measure(state, [&] { profile.give(snapshot); });
+        profile.visits.insert(profile.visits.begin() + 100, visit);
+        profile.give(snapshot);
+    }
+    times.report(state);
+}
+
+void registerKeystroke(const std::string& name, const std::vector<std::string>& queries) {
+    benchmark::RegisterBenchmark(("NotchKeystroke/" + name).c_str(), keystroke, queries)
+        ->Unit(benchmark::kMillisecond)
+        ->UseManualTime();
+}
+
+/// Some of these are the slowest that were found.
+[[maybe_unused]] const bool keystrokesAreRegistered = [] {
+    constexpr std::size_t many = 100000;
+    registerKeystroke("typing", typing());
+    registerKeystroke("empty", {""});
+    registerKeystroke("letter", {"g"});
+    registerKeystroke("noSuchLetters", {"zz"});
+    registerKeystroke("noSuchPhrase", {"museum no such page"});
+    registerKeystroke("foreign", {"ИСТОРИЯ", "öffnung no such page ö", "ga\u0308rten"});
+    registerKeystroke("bang", {"!w garden"});
+    registerKeystroke("manyLetters", {times("a", many)});
+    registerKeystroke("manyForeign", {times("ä", many)});
+    registerKeystroke("manyMarks", {times("\u0301", many)});
+    registerKeystroke("manyBlanks", {times("\u00A0", many) + "a"});
+    registerKeystroke("manyMarksBang", {"!" + times("\u0301", many) + " a"});
+    registerKeystroke("manyFamilies", {times("👩‍👩‍👧", many)});
+    registerKeystroke("longestFolded", {times("\u0301", 1800)});
+    return true;
+}();
 BENCHMARK(topHit)->Name("NotchTopHit")->Unit(benchmark::kMicrosecond);
 BENCHMARK(snapshotFirst)
     ->Name("NotchSnapshotFirst")
@@ -145,6 +169,10 @@ BENCHMARK(snapshotFirst)
     ->UseManualTime();
 BENCHMARK(snapshotAfterVisit)
     ->Name("NotchSnapshotAfterVisit")
+    ->Unit(benchmark::kMillisecond)
+    ->UseManualTime();
+BENCHMARK(forget)
+    ->Name("NotchSnapshotAfterRemoval")
     ->Unit(benchmark::kMillisecond)
     ->UseManualTime();
 

@@ -321,6 +321,12 @@ TEST_F(NotchCandidatesTest, ATabWithoutAnAddressIsFoundByItsTitle) {
     EXPECT_EQ(found[0].detail, "");
 }
 
+TEST_F(NotchCandidatesTest, ATextIsFoundThatTakesFewerBytesThanTheQueryDoes) {
+    tab(std::nullopt, "kk");
+
+    EXPECT_EQ(rows(ask("\u212A\u212A")).size(), 1U);
+}
+
 TEST_F(NotchCandidatesTest, BookmarksAndVisitsAreFoundByAddressInAnyLetterCase) {
     bookmark("https://a.example/Garden");
     visit("https://a.example/GARDEN");

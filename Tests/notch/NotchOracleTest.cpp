@@ -270,5 +270,29 @@ TEST(NotchOracleTest, ALongHistoryThatMovesOnFindsWhatThePlainLoopsFind) {
     }
 }
 
+/// Pieces that are pasted a great many times.
+class LongQueryTest : public testing::TestWithParam<std::string_view> {};
+
+TEST_P(LongQueryTest, FindsWhatThePlainLoopsFind) {
+    RandomNotch random{34};
+    const auto profile = random.profile();
+    NotchSnapshot snapshot;
+    set(snapshot, profile);
+    for (const std::size_t times : {10, 1000, 100000}) {
+        for (const std::string head : {"", "ab", "!w ", " "}) {
+            auto question = random.question();
+            question.query = head + repeated(GetParam(), times);
+
+            expectSame(NotchCandidates{snapshot, question}, PlainCandidates{profile, question});
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Odd, LongQueryTest,
+                         testing::Values("a", "A", "ä", "\u0301", "\u0316\u0301", "a\u0308", " ",
+                                         "\u00A0", "\t", "\r\n", "\u202E", "\u200D", "\u212A", "İ",
+                                         "Σ", "👩‍👩‍👧", "🇩", "\xFF", "\x01", ".", "/",
+                                         "! "));
+
 }  // namespace
 }  // namespace orvu
