@@ -252,21 +252,48 @@ TEST(NotchOracleTest, ASnapshotThatFollowsChangesFindsWhatThePlainLoopsFind) {
     }
 }
 
-TEST(NotchOracleTest, ALongHistoryThatMovesOnFindsWhatThePlainLoopsFind) {
-    RandomNotch random{33};
-    PlainProfile profile;
-    while (profile.visits.size() < 300) {
+class LongHistoryTest : public testing::Test {
+protected:
+    LongHistoryTest() {
+        while (profile.visits.size() < 300) addSome();
+    }
+    void addSome() {
         for (auto& visit : random.profile().visits) profile.visits.push_back(std::move(visit));
     }
-    NotchSnapshot snapshot;
-    for (int turn = 0; turn < 300 && !testing::Test::HasFailure(); ++turn) {
-        profile.visits.erase(profile.visits.begin());
-        auto more = random.profile().visits;
-        if (!more.empty()) profile.visits.push_back(more.front());
+    void expectSameCandidates() {
         set(snapshot, profile);
         const auto question = random.question();
 
         expectSame(NotchCandidates{snapshot, question}, PlainCandidates{profile, question});
+    }
+
+    RandomNotch random{33};
+    RandomText numbers{35};
+    PlainProfile profile;
+    NotchSnapshot snapshot;
+};
+
+TEST_F(LongHistoryTest, IsFollowedWhileItMovesOn) {
+    for (int turn = 0; turn < 300 && !HasFailure(); ++turn) {
+        profile.visits.erase(profile.visits.begin());
+        addSome();
+
+        expectSameCandidates();
+    }
+}
+
+TEST_F(LongHistoryTest, IsFollowedThroughLargeChangesInItsMidst) {
+    for (int turn = 0; turn < 100 && !HasFailure(); ++turn) {
+        const auto before = profile.visits;
+        profile.visits.clear();
+        const auto keptOfTen = numbers.below(11);
+        for (const auto& visit : before) {
+            if (numbers.below(10) < keptOfTen) profile.visits.push_back(visit);
+            if (numbers.below(10) > keptOfTen) addSome();
+            if (profile.visits.size() > 400) break;
+        }
+
+        expectSameCandidates();
     }
 }
 

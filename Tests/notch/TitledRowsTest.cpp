@@ -32,52 +32,47 @@ TEST(TitledRowsTest, AMatchNeverReachesFromOneRowIntoTheNext) {
     EXPECT_EQ(found(rows, "baa"), (std::vector<std::size_t>{}));
 }
 
-TEST(TitledRowsTest, CountsRowsFromTheFirstThatIsLeft) {
-    TitledRows rows;
-    for (int row = 0; row < 200; ++row) rows.append(row % 50 == 0 ? "hit" : "miss", "");
-
-    rows.dropFirst(10);
-    EXPECT_EQ(found(rows, "hit"), (std::vector<std::size_t>{40, 90, 140}));
-    rows.dropFirst(60);
-    EXPECT_EQ(found(rows, "hit", TitledRows::Order::backward), (std::vector<std::size_t>{80, 30}));
-    rows.keepFirst(80);
-    EXPECT_EQ(found(rows, "hit"), (std::vector<std::size_t>{30}));
-    rows.append("hit", "");
-    EXPECT_EQ(found(rows, "hit"), (std::vector<std::size_t>{30, 80}));
-    rows.dropFirst(81);
-    EXPECT_EQ(found(rows, "hit"), (std::vector<std::size_t>{}));
-    rows.append("hit", "");
-    EXPECT_EQ(found(rows, "hit"), (std::vector<std::size_t>{0}));
-}
-
-TEST(TitledRowsTest, KeepsExactlyTheRowsThatAPlainListKeeps) {
+TEST(TitledRowsTest, FindsTheRowsThatAPlainListHolds) {
     RandomText random{41};
     TitledRows rows;
     std::deque<std::string> plain;
-    for (int turn = 0; turn < 4000; ++turn) {
-        switch (random.below(40)) {
-            case 0: {
-                const auto count = random.below(plain.size() + 1);
-                rows.dropFirst(count);
-                plain.erase(plain.begin(), plain.begin() + static_cast<std::ptrdiff_t>(count));
-                break;
-            }
-            case 1: {
-                const auto count = random.below(plain.size() + 1);
-                rows.keepFirst(count);
-                plain.resize(count);
-                break;
-            }
-            default:
-                plain.push_back(random.below(9) == 0 ? "hit" : "h");
-                rows.append(plain.back(), "");
+    for (int turn = 0; turn < 6000; ++turn) {
+        // Now growing, now shrinking, in the middle and at both ends.
+        const bool grows = plain.empty() || random.below(10) < (turn % 2000 < 1200 ? 7 : 3);
+        const auto place = random.below(3) == 0 ? plain.size() : random.below(plain.size() + 1);
+        if (grows) {
+            const std::string text = random.below(9) == 0 ? "a hit" : repeated("h", place % 4);
+            plain.insert(plain.begin() + static_cast<std::ptrdiff_t>(place), text);
+            rows.insert(place, text, "");
+        } else {
+            const auto last = random.below(3) == 0 ? 0 : std::min(place, plain.size() - 1);
+            plain.erase(plain.begin() + static_cast<std::ptrdiff_t>(last));
+            rows.erase(last);
         }
         std::vector<std::size_t> expected;
         for (std::size_t row = 0; row < plain.size(); ++row) {
-            if (plain[row] == "hit") expected.push_back(row);
+            if (plain[row] == "a hit") expected.push_back(row);
         }
+
+        ASSERT_EQ(rows.size(), plain.size());
         ASSERT_EQ(found(rows, "hit"), expected) << turn;
+        std::ranges::reverse(expected);
+        ASSERT_EQ(found(rows, "hit", TitledRows::Order::backward), expected) << turn;
     }
+}
+
+TEST(TitledRowsTest, StopsWhenItIsTold) {
+    TitledRows rows;
+    for (int row = 0; row < 100; ++row) rows.append("hit", "");
+    const FoldedText hit{"hit"};
+    std::size_t last = 0;
+
+    rows.search({hit, hit.text()}, TitledRows::Order::backward, [&](std::size_t row) {
+        last = row;
+        return row > 90;
+    });
+
+    EXPECT_EQ(last, 90U);
 }
 
 }  // namespace

@@ -15,7 +15,7 @@ TEST(TopHitsTest, AHostThatIsGoneCountsNoMore) {
     hits.append(bookmarks, address("https://gardens.example/"));
 
     EXPECT_EQ(hits.best("ga"), "garden.example");
-    hits.dropFirst(visits, 1);
+    hits.erase(visits, 0);
     EXPECT_EQ(hits.best("ga"), "gardens.example");
     hits.clear(bookmarks);
     EXPECT_EQ(hits.best("ga"), "garden.example");
