@@ -1,6 +1,7 @@
 #include "notch/NotchCandidates.h"
 
 #include "NotchWorld.h"
+#include "foundation/RandomText.h"
 
 namespace orvu {
 namespace {
@@ -104,6 +105,12 @@ TEST_F(NotchCandidatesTest, TextWithASpaceOrASlashGivesNoTopHit) {
     EXPECT_EQ(ask("ga r").topHit(), std::nullopt);
     EXPECT_EQ(ask("ga/").topHit(), std::nullopt);
     EXPECT_EQ(ask(" ga\t").topHit(), "garden.example");
+}
+
+TEST_F(NotchCandidatesTest, AHostThatIsNearlyNothingButWwwIsATopHit) {
+    tab(url("https://" + repeated("www.", 40) + "a/"));
+
+    EXPECT_EQ(ask(repeated("www.", 30)).topHit(), repeated("www.", 39) + "a");
 }
 
 // --- Past searches ----------------------------------------------------------------------------

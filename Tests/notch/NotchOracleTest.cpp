@@ -305,7 +305,7 @@ TEST_P(LongQueryTest, FindsWhatThePlainLoopsFind) {
     const auto profile = random.profile();
     NotchSnapshot snapshot;
     set(snapshot, profile);
-    for (const std::size_t times : {10, 1000, 100000}) {
+    for (const std::size_t times : {10U, 1000U, 100000U}) {
         for (const std::string head : {"", "ab", "!w ", " "}) {
             auto question = random.question();
             question.query = head + repeated(GetParam(), times);

@@ -12,6 +12,10 @@
 namespace orvu {
 namespace {
 
+constexpr std::size_t pastSearchesShown = 2;
+constexpr std::size_t pastSearchesInEmptyField = 3;
+constexpr std::size_t searchesShown = 6;
+constexpr std::size_t leastPredictions = 2;
 constexpr std::size_t tabsShown = 2;
 constexpr std::size_t bookmarksShown = 2;
 constexpr std::size_t visitsShown = 3;
@@ -66,7 +70,8 @@ struct NotchCandidates::Given {
           predictions(foldedPredictions()),
           longest(longestText()),
           searched(bang ? std::string_view{bang->query} : typed, longest) {
-        recent = snapshot.pastSearches().latest(searched.text, isBlank() ? 3 : 2);
+        const auto limit = isBlank() ? pastSearchesInEmptyField : pastSearchesShown;
+        recent = snapshot.pastSearches().latest(searched.text, limit);
     }
 
     [[nodiscard]] bool isBlank() const { return searched.lower.empty(); }
@@ -152,9 +157,8 @@ void NotchCandidates::listSearches(const Given& given) {
     };
     for (const auto& search : given.recent) append(search, NotchEntry::Sign::recent);
     if (given.isBlank()) return;
-    constexpr std::size_t all = 6;
-    constexpr std::size_t atLeast = 2;
-    std::size_t left = std::max(atLeast, all - std::min(all, given.recent.size()));
+    std::size_t left = searchesShown - std::min(searchesShown, given.recent.size());
+    left = std::max(left, leastPredictions);
     for (const auto& prediction : given.predictions) {
         if (left == 0) return;
         const bool isRecent =

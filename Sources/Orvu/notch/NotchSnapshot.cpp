@@ -60,6 +60,8 @@ void NotchSnapshot::setTabs(std::vector<NotchTab> tabs, const std::optional<Uuid
     for (const auto& [id, title, url] : tabs_) {
         insertRow(tabRows_, tabRows_.size(), title, url ? siteName(*url) : "");
         topHits_.append(TopHits::Source::tabs, url);
+        // The host of a top hit keeps what the host beside a title has lost.
+        if (url) longest_ = std::max(longest_, url->absoluteString().size());
     }
 }
 
