@@ -275,8 +275,9 @@ protected:
 
 TEST_F(LongHistoryTest, IsFollowedWhileItMovesOn) {
     for (int turn = 0; turn < 300 && !HasFailure(); ++turn) {
-        profile.visits.erase(profile.visits.begin());
         addSome();
+        const auto over = std::ssize(profile.visits) - 300;
+        if (over > 0) profile.visits.erase(profile.visits.begin(), profile.visits.begin() + over);
 
         expectSameCandidates();
     }
@@ -305,14 +306,18 @@ TEST_P(LongQueryTest, FindsWhatThePlainLoopsFind) {
     const auto profile = random.profile();
     NotchSnapshot snapshot;
     set(snapshot, profile);
-    for (const std::size_t times : {10U, 1000U, 100000U}) {
-        for (const std::string head : {"", "ab", "!w ", " "}) {
-            auto question = random.question();
-            question.query = head + repeated(GetParam(), times);
+    const auto expectSameFor = [&](const std::string& head, std::size_t times) {
+        auto question = random.question();
+        question.query = head + repeated(GetParam(), times);
 
-            expectSame(NotchCandidates{snapshot, question}, PlainCandidates{profile, question});
-        }
+        expectSame(NotchCandidates{snapshot, question}, PlainCandidates{profile, question});
+    };
+
+    for (const std::string head : {"", "ab", "!w ", " "}) {
+        expectSameFor(head, 10);
+        expectSameFor(head, 1000);
     }
+    expectSameFor("", 100000);
 }
 
 INSTANTIATE_TEST_SUITE_P(Odd, LongQueryTest,

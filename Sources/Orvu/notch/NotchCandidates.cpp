@@ -80,6 +80,7 @@ struct NotchCandidates::Given {
 private:
     [[nodiscard]] std::vector<PastSearches::Search> foldedPredictions() const {
         std::vector<PastSearches::Search> result;
+        result.reserve(question.predictions.size());
         for (const auto& text : question.predictions) result.push_back({text, FoldedText{text}});
         return result;
     }
