@@ -1,3 +1,4 @@
+#include "CallTimes.h"
 #include "FullProfile.h"
 
 #include "core/AddressResolution.h"
@@ -12,10 +13,8 @@
 
 #include <benchmark/benchmark.h>
 
-#include <algorithm>
 #include <array>
 #include <chrono>
-#include <ctime>
 #include <memory>
 #include <string>
 #include <vector>
@@ -44,44 +43,6 @@ struct World {
     [[nodiscard]] std::unique_ptr<BrowserStore> open() {
         return std::make_unique<BrowserStore>(services(), false, Profile::personal());
     }
-};
-
-double threadCpuMilliseconds() {
-    timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
-}
-
-/// Times single calls by hand, so that the slowest ones can be reported too: a person feels
-/// those, not the mean. Beside the clock's time stands the processor's, which other programs on
-/// the machine disturb far less.
-class CallTimes {
-public:
-    template <class Call>
-    void measure(benchmark::State& state, const Call& call) {
-        const double cpuBegin = threadCpuMilliseconds();
-        const auto begin = std::chrono::steady_clock::now();
-        call();
-        const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - begin;
-        cpu_.push_back(threadCpuMilliseconds() - cpuBegin);
-        clock_.push_back(elapsed.count() * 1e3);
-        state.SetIterationTime(elapsed.count());
-    }
-    void report(benchmark::State& state) {
-        const auto reportOne = [&](std::vector<double>& times, const std::string& name) {
-            std::ranges::sort(times);
-            const auto last = static_cast<double>(times.size() - 1);
-            state.counters[name + "_median_ms"] = times[static_cast<std::size_t>(last * 0.5)];
-            state.counters[name + "_p99_ms"] = times[static_cast<std::size_t>(last * 0.99)];
-            state.counters[name + "_max_ms"] = times.back();
-        };
-        reportOne(clock_, "clock");
-        reportOne(cpu_, "cpu");
-    }
-
-private:
-    std::vector<double> clock_;
-    std::vector<double> cpu_;
 };
 
 void resolve(benchmark::State& state) {

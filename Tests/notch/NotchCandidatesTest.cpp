@@ -1,6 +1,7 @@
 #include "notch/NotchCandidates.h"
 
 #include "NotchWorld.h"
+#include "foundation/RandomText.h"
 
 namespace orvu {
 namespace {
@@ -104,6 +105,12 @@ TEST_F(NotchCandidatesTest, TextWithASpaceOrASlashGivesNoTopHit) {
     EXPECT_EQ(ask("ga r").topHit(), std::nullopt);
     EXPECT_EQ(ask("ga/").topHit(), std::nullopt);
     EXPECT_EQ(ask(" ga\t").topHit(), "garden.example");
+}
+
+TEST_F(NotchCandidatesTest, AHostThatIsNearlyNothingButWwwIsATopHit) {
+    tab(url("https://" + repeated("www.", 40) + "a/"));
+
+    EXPECT_EQ(ask(repeated("www.", 30)).topHit(), repeated("www.", 39) + "a");
 }
 
 // --- Past searches ----------------------------------------------------------------------------
@@ -321,6 +328,12 @@ TEST_F(NotchCandidatesTest, ATabWithoutAnAddressIsFoundByItsTitle) {
     EXPECT_EQ(found[0].detail, "");
 }
 
+TEST_F(NotchCandidatesTest, ATextIsFoundThatTakesFewerBytesThanTheQueryDoes) {
+    tab(std::nullopt, "kk");
+
+    EXPECT_EQ(rows(ask("\u212A\u212A")).size(), 1U);
+}
+
 TEST_F(NotchCandidatesTest, BookmarksAndVisitsAreFoundByAddressInAnyLetterCase) {
     bookmark("https://a.example/Garden");
     visit("https://a.example/GARDEN");
@@ -363,129 +376,6 @@ TEST_F(NotchCandidatesTest, APredictionThatIsAPastSearchIsDroppedBeforeTheCap) {
     question.predictions = {"gA1", "b1", "b2", "b3", "b4", "b5", "b6"};
 
     EXPECT_EQ(rows(ask("ga")), (Strings{"rGa1", "pb1", "pb2", "pb3", "pb4", "pb5"}));
-}
-
-// --- Bangs ------------------------------------------------------------------------------------
-
-TEST_F(NotchCandidatesTest, BehindABangOnlySearchesShowAndTheyKeepTheBang) {
-    visit("https://garden.example/", "Garden");
-    bookmark("https://garden.example/", "Garden");
-    tab(url("https://garden.example/"), "Garden");
-    search("Garden Gate");
-    question.predictions = {"garden snail"};
-
-    const auto candidates = ask("!W garden");
-
-    EXPECT_EQ(candidates.entries(),
-              (std::vector<NotchEntry>{{"rGarden Gate", "Searches", Sign::recent, "Garden", " Gate",
-                                        "", "Searched before", SearchFor{"!w Garden Gate"}},
-                                       {"pgarden snail", "Searches", Sign::search, "garden",
-                                        " snail", "", "", SearchFor{"!w garden snail"}}}));
-    EXPECT_EQ(candidates.topHit(), std::nullopt);
-    EXPECT_EQ(candidates.ghost(), "");
-}
-
-TEST_F(NotchCandidatesTest, ABangNamesItsSiteInThePrimaryRow) {
-    const auto candidates = ask(" !w  Garden Gate ");
-
-    EXPECT_EQ(candidates.primaryTitle(), "Search Wikipedia for “Garden Gate”");
-    EXPECT_EQ(candidates.primarySubtitle(), "wikipedia.org");
-    EXPECT_EQ(candidates.primaryHost(), "wikipedia.org");
-    EXPECT_EQ(candidates.primaryAction(), NotchAction{SearchFor{" !w  Garden Gate "}});
-    EXPECT_EQ(candidates.bang()->query, "Garden Gate");
-}
-
-TEST_F(NotchCandidatesTest, ABangKeyAloneIsAPlainSearch) {
-    const auto candidates = ask("!w ");
-
-    EXPECT_EQ(candidates.bang(), std::nullopt);
-    EXPECT_EQ(candidates.primaryTitle(), "Search “!w”");
-    EXPECT_EQ(candidates.primarySubtitle(), "Google Search");
-}
-
-// --- The fixed rows ---------------------------------------------------------------------------
-
-TEST_F(NotchCandidatesTest, TheTopHitDecidesThePrimaryRow) {
-    visit("https://garden.example/roses");
-
-    const auto candidates = ask("ga");
-
-    EXPECT_EQ(candidates.primaryTitle(), "Go to garden.example");
-    EXPECT_EQ(candidates.primarySubtitle(), "You've been here before");
-    EXPECT_EQ(candidates.primaryHost(), "garden.example");
-    EXPECT_EQ(candidates.primaryAction(), NotchAction{LoadAddress{url("https://garden.example")}});
-}
-
-TEST_F(NotchCandidatesTest, ATopHitThatMakesNoAddressIsSearchedFor) {
-    visit("https://gar%20den/");
-
-    const auto candidates = ask("ga");
-
-    EXPECT_EQ(candidates.topHit(), "gar den");
-    EXPECT_EQ(candidates.primaryAction(), NotchAction{SearchFor{"ga"}});
-}
-
-TEST_F(NotchCandidatesTest, OtherTextIsASearchWithTheChosenEngine) {
-    question.engine = Prefs::Engine::duckduckgo;
-
-    const auto candidates = ask(" Garden  gate ");
-
-    EXPECT_EQ(candidates.primaryTitle(), "Search “Garden  gate”");
-    EXPECT_EQ(candidates.primarySubtitle(), "DuckDuckGo Search");
-    EXPECT_EQ(candidates.primaryHost(), "duckduckgo.com");
-    EXPECT_EQ(candidates.primaryAction(), NotchAction{SearchFor{" Garden  gate "}});
-    EXPECT_EQ(candidates.askTitle(), "Ask Kesto “Garden  gate”");
-}
-
-TEST_F(NotchCandidatesTest, TextThatLooksLikeASiteIsOneWithoutAnIcon) {
-    const auto candidates = ask(" garden.example ");
-
-    EXPECT_EQ(candidates.primaryTitle(), "Go to garden.example");
-    EXPECT_EQ(candidates.primarySubtitle(), "Open the site");
-    EXPECT_EQ(candidates.primaryHost(), "");
-    EXPECT_EQ(candidates.primaryAction(), NotchAction{SearchFor{" garden.example "}});
-}
-
-TEST_F(NotchCandidatesTest, ACorrectionKeepsTheBang) {
-    EXPECT_EQ(ask("gardne").queryWithCorrection("garden"), "garden");
-    EXPECT_EQ(ask("!YT gardne").queryWithCorrection("garden"), "!yt garden");
-}
-
-// --- The footer -------------------------------------------------------------------------------
-
-TEST_F(NotchCandidatesTest, TheFooterSendsTheTypedTextToOtherSites) {
-    const auto footer = ask(" Garden gate ").footer();
-
-    ASSERT_TRUE(footer);
-    ASSERT_EQ(footer->chips.size(), 4U);
-    EXPECT_EQ(footer->chips[0].bang.name, "Wikipedia");
-    EXPECT_EQ(footer->chips[0].help, "Search Wikipedia (type !w first)");
-    EXPECT_EQ(footer->chips[0].action, SearchFor{"!w Garden gate"});
-    EXPECT_EQ(footer->chips[1].help, "Search YouTube (type !yt first)");
-    EXPECT_EQ(footer->chips[2].help, "Search Maps (type !m first)");
-    EXPECT_EQ(footer->chips[3].help, "Search GitHub (type !gh first)");
-    EXPECT_EQ(footer->chips[3].action, SearchFor{"!gh Garden gate"});
-}
-
-TEST_F(NotchCandidatesTest, TheFooterTellsWhereSuggestionsComeFrom) {
-    question.engine = Prefs::Engine::ecosia;
-    EXPECT_EQ(ask("garden").footer()->note, "Suggestions from Ecosia");
-
-    question.suggestionsOn = false;
-    EXPECT_EQ(ask("garden").footer()->note, "Suggestions are off");
-}
-
-TEST_F(NotchCandidatesTest, NoFooterStandsUnderBlanksABangOrASite) {
-    EXPECT_EQ(ask("").footer(), std::nullopt);
-    EXPECT_EQ(ask(" \t").footer(), std::nullopt);
-    EXPECT_EQ(ask("!w garden").footer(), std::nullopt);
-    EXPECT_EQ(ask("garden.example").footer(), std::nullopt);
-}
-
-TEST_F(NotchCandidatesTest, NoFooterStandsInAPrivateWindow) {
-    question.isPrivate = true;
-
-    EXPECT_EQ(ask("garden").footer(), std::nullopt);
 }
 
 }  // namespace

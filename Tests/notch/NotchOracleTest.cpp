@@ -252,23 +252,79 @@ TEST(NotchOracleTest, ASnapshotThatFollowsChangesFindsWhatThePlainLoopsFind) {
     }
 }
 
-TEST(NotchOracleTest, ALongHistoryThatMovesOnFindsWhatThePlainLoopsFind) {
-    RandomNotch random{33};
-    PlainProfile profile;
-    while (profile.visits.size() < 300) {
+class LongHistoryTest : public testing::Test {
+protected:
+    LongHistoryTest() {
+        while (profile.visits.size() < 300) addSome();
+    }
+    void addSome() {
         for (auto& visit : random.profile().visits) profile.visits.push_back(std::move(visit));
     }
-    NotchSnapshot snapshot;
-    for (int turn = 0; turn < 300 && !testing::Test::HasFailure(); ++turn) {
-        profile.visits.erase(profile.visits.begin());
-        auto more = random.profile().visits;
-        if (!more.empty()) profile.visits.push_back(more.front());
+    void expectSameCandidates() {
         set(snapshot, profile);
         const auto question = random.question();
 
         expectSame(NotchCandidates{snapshot, question}, PlainCandidates{profile, question});
     }
+
+    RandomNotch random{33};
+    RandomText numbers{35};
+    PlainProfile profile;
+    NotchSnapshot snapshot;
+};
+
+TEST_F(LongHistoryTest, IsFollowedWhileItMovesOn) {
+    for (int turn = 0; turn < 300 && !HasFailure(); ++turn) {
+        addSome();
+        const auto over = std::ssize(profile.visits) - 300;
+        if (over > 0) profile.visits.erase(profile.visits.begin(), profile.visits.begin() + over);
+
+        expectSameCandidates();
+    }
 }
+
+TEST_F(LongHistoryTest, IsFollowedThroughLargeChangesInItsMidst) {
+    for (int turn = 0; turn < 100 && !HasFailure(); ++turn) {
+        const auto before = profile.visits;
+        profile.visits.clear();
+        const auto keptOfTen = numbers.below(11);
+        for (const auto& visit : before) {
+            if (numbers.below(10) < keptOfTen) profile.visits.push_back(visit);
+            if (numbers.below(10) > keptOfTen) addSome();
+            if (profile.visits.size() > 400) break;
+        }
+
+        expectSameCandidates();
+    }
+}
+
+/// Pieces that are pasted a great many times.
+class LongQueryTest : public testing::TestWithParam<std::string_view> {};
+
+TEST_P(LongQueryTest, FindsWhatThePlainLoopsFind) {
+    RandomNotch random{34};
+    const auto profile = random.profile();
+    NotchSnapshot snapshot;
+    set(snapshot, profile);
+    const auto expectSameFor = [&](const std::string& head, std::size_t times) {
+        auto question = random.question();
+        question.query = head + repeated(GetParam(), times);
+
+        expectSame(NotchCandidates{snapshot, question}, PlainCandidates{profile, question});
+    };
+
+    for (const std::string head : {"", "ab", "!w ", " "}) {
+        expectSameFor(head, 10);
+        expectSameFor(head, 1000);
+    }
+    expectSameFor("", 100000);
+}
+
+INSTANTIATE_TEST_SUITE_P(Odd, LongQueryTest,
+                         testing::Values("a", "A", "ä", "\u0301", "\u0316\u0301", "a\u0308", " ",
+                                         "\u00A0", "\t", "\r\n", "\u202E", "\u200D", "\u212A", "İ",
+                                         "Σ", "👩‍👩‍👧", "🇩", "\xFF", "\x01", ".", "/",
+                                         "! "));
 
 }  // namespace
 }  // namespace orvu

@@ -6,11 +6,9 @@ namespace orvu {
 
 FoldedText::FoldedText(std::string_view text) : text_(composed(lowercased(text))) {}
 
-FoldedText FoldedText::fromLowercased(std::string_view text) { return fromFolded(composed(text)); }
-
-FoldedText FoldedText::fromFolded(std::string text) {
+FoldedText FoldedText::fromLowercased(std::string_view text) {
     FoldedText result;
-    result.text_ = std::move(text);
+    result.text_ = composed(text);
     return result;
 }
 

@@ -19,8 +19,6 @@ public:
     explicit FoldedText(std::string_view text);
     /// Takes what is lower-cased already.
     [[nodiscard]] static FoldedText fromLowercased(std::string_view text);
-    /// Takes what is known to be folded, or to be compared as it is.
-    [[nodiscard]] static FoldedText fromFolded(std::string text);
 
     [[nodiscard]] const std::string& text() const { return text_; }
     [[nodiscard]] bool contains(const FoldedText& part) const;

@@ -6,18 +6,31 @@
 #include "notch/NotchSnapshot.h"
 
 #include <algorithm>
+#include <initializer_list>
 #include <utility>
 
 namespace orvu {
 namespace {
 
+constexpr std::size_t pastSearchesShown = 2;
+constexpr std::size_t pastSearchesInEmptyField = 3;
+constexpr std::size_t searchesShown = 6;
+constexpr std::size_t leastPredictions = 2;
 constexpr std::size_t tabsShown = 2;
 constexpr std::size_t bookmarksShown = 2;
 constexpr std::size_t visitsShown = 3;
 
 std::string hostOf(const Url& url) { return url.host().value_or(""); }
 
-std::string inQuotes(std::string_view text) { return std::string{"“"}.append(text).append("”"); }
+/// The pieces one behind the other, in one allocation: one of them may be a book.
+std::string joined(std::initializer_list<std::string_view> pieces) {
+    std::string result;
+    std::size_t size = 0;
+    for (const auto piece : pieces) size += piece.size();
+    result.reserve(size);
+    for (const auto piece : pieces) result += piece;
+    return result;
+}
 
 /// What a person typed, in the forms in which it is compared.
 struct Folded {
@@ -27,13 +40,13 @@ struct Folded {
     /// Prepares `typed` for texts of at most `longest` bytes.
     Folded(std::string_view typed, std::size_t longest) {
         if (typed.size() / FoldedText::leastPart > longest) {
-            // However it is folded, nothing is long enough to hold it; and a book takes long.
-            lower = typed;
-            text = FoldedText::fromFolded(lower);
+            // To fold a book takes long. However it is spelt, it is too long to be found, and so
+            // is what stands for it here.
+            lower.assign(longest + 1, '.');
         } else {
             lower = lowercased(typed);
-            text = FoldedText::fromLowercased(lower);
         }
+        text = FoldedText::fromLowercased(lower);
     }
 };
 
@@ -57,7 +70,8 @@ struct NotchCandidates::Given {
           predictions(foldedPredictions()),
           longest(longestText()),
           searched(bang ? std::string_view{bang->query} : typed, longest) {
-        recent = snapshot.pastSearches().latest(searched.text, isBlank() ? 3 : 2);
+        const auto limit = isBlank() ? pastSearchesInEmptyField : pastSearchesShown;
+        recent = snapshot.pastSearches().latest(searched.text, limit);
     }
 
     [[nodiscard]] bool isBlank() const { return searched.lower.empty(); }
@@ -66,6 +80,7 @@ struct NotchCandidates::Given {
 private:
     [[nodiscard]] std::vector<PastSearches::Search> foldedPredictions() const {
         std::vector<PastSearches::Search> result;
+        result.reserve(question.predictions.size());
         for (const auto& text : question.predictions) result.push_back({text, FoldedText{text}});
         return result;
     }
@@ -113,8 +128,9 @@ void NotchCandidates::findTopHit(const Given& given) {
 void NotchCandidates::complete(const Given& given) {
     const std::string& query = given.question.query;
     if (bang_ || given.typed.empty() || query.ends_with(' ')) return;
-    const bool isTrimmed = query.size() == given.typed.size();
-    const Folded typed = isTrimmed ? given.searched : Folded{query, given.longest};
+    std::optional<Folded> untrimmed;
+    if (query.size() != given.typed.size()) untrimmed.emplace(query, given.longest);
+    const Folded& typed = untrimmed ? *untrimmed : given.searched;
     const auto completes = [&](const std::string& text, const FoldedText& folded) {
         if (!folded.beginsWith(typed.text)) return false;
         if (characterCount(text) <= characterCount(typed.lower)) return false;
@@ -142,9 +158,8 @@ void NotchCandidates::listSearches(const Given& given) {
     };
     for (const auto& search : given.recent) append(search, NotchEntry::Sign::recent);
     if (given.isBlank()) return;
-    constexpr std::size_t all = 6;
-    constexpr std::size_t atLeast = 2;
-    std::size_t left = std::max(atLeast, all - std::min(all, given.recent.size()));
+    std::size_t left = searchesShown - std::min(searchesShown, given.recent.size());
+    left = std::max(left, leastPredictions);
     for (const auto& prediction : given.predictions) {
         if (left == 0) return;
         const bool isRecent =
@@ -208,46 +223,48 @@ void NotchCandidates::listVisit(const Visit& visit, std::string_view section,
 }
 
 void NotchCandidates::decidePrimaryRow(const Given& given) {
-    const std::string typed{given.typed};
-    askTitle_ = "Ask Kesto " + inQuotes(typed);
+    const std::string_view typed = given.typed;
+    askTitle_ = joined({"Ask Kesto “", typed, "”"});
     const auto address = topHit_ ? Url::parse("https://" + *topHit_) : std::nullopt;
-    primaryAction_ = SearchFor{given.question.query};
-    if (address) primaryAction_ = LoadAddress{*address};
+    if (address) {
+        primaryAction_ = LoadAddress{*address};
+    } else {
+        primaryAction_ = SearchFor{given.question.query};
+    }
     if (topHit_) {
         primaryTitle_ = "Go to " + *topHit_;
         primarySubtitle_ = "You've been here before";
         primaryHost_ = *topHit_;
     } else if (bang_) {
         const auto& [bang, query] = *bang_;
-        primaryTitle_ = std::string{"Search "}.append(bang.name) + " for " + inQuotes(query);
+        primaryTitle_ = joined({"Search ", bang.name, " for “", query, "”"});
         primarySubtitle_ = bang.host;
         primaryHost_ = bang.host;
     } else if (AddressNotch::looksLikeSite(typed)) {
-        primaryTitle_ = "Go to " + typed;
+        primaryTitle_ = joined({"Go to ", typed});
         primarySubtitle_ = "Open the site";
     } else {
         const auto& engine = Prefs::facts(given.question.engine);
-        primaryTitle_ = "Search " + inQuotes(typed);
-        primarySubtitle_ = std::string{engine.shownName} + " Search";
+        primaryTitle_ = joined({"Search “", typed, "”"});
+        primarySubtitle_ = joined({engine.shownName, " Search"});
         primaryHost_ = engine.site;
     }
 }
 
 void NotchCandidates::makeFooter(const Given& given) {
     const NotchQuestion& question = given.question;
-    const std::string typed{given.typed};
+    const std::string_view typed = given.typed;
     if (typed.empty() || bang_ || question.isPrivate || AddressNotch::looksLikeSite(typed)) return;
     NotchFooter footer;
-    for (const std::string key : {"!w", "!yt", "!m", "!gh"}) {
+    for (const std::string_view key : {"!w", "!yt", "!m", "!gh"}) {
         const auto bang = std::ranges::find(Bang::all, key, &Bang::key);
         if (bang == Bang::all.end()) continue;
-        footer.chips.push_back(
-            {*bang, std::string{"Search "}.append(bang->name) + " (type " + key + " first)",
-             SearchFor{key + " " + typed}});
+        footer.chips.push_back({*bang, joined({"Search ", bang->name, " (type ", key, " first)"}),
+                                SearchFor{joined({key, " ", typed})}});
     }
     const auto engine = Prefs::facts(question.engine).shownName;
-    footer.note = question.suggestionsOn ? std::string{"Suggestions from "}.append(engine)
-                                         : "Suggestions are off";
+    footer.note =
+        question.suggestionsOn ? joined({"Suggestions from ", engine}) : "Suggestions are off";
     footer_ = std::move(footer);
 }
 

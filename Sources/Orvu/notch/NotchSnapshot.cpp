@@ -8,6 +8,13 @@
 #include <utility>
 
 namespace orvu {
+namespace {
+
+/// How many single changes of a history are followed. Each moves what stands behind it, so that
+/// after more of them it is faster to prepare the rest anew.
+constexpr std::size_t mostEdits = 32;
+
+}  // namespace
 
 void NotchSnapshot::take(const BrowserStore& store, const BrowserTab* current) {
     setVisits(store.visits());
@@ -20,11 +27,15 @@ void NotchSnapshot::take(const BrowserStore& store, const BrowserTab* current) {
 }
 
 void NotchSnapshot::setVisits(const std::vector<Visit>& visits) {
-    const auto first = visits.empty() ? visits_.end() : std::ranges::find(visits_, visits.front());
-    dropFirstVisits(static_cast<std::size_t>(first - visits_.begin()));
-    const auto differing = std::ranges::mismatch(visits_, visits);
-    keepFirstVisits(static_cast<std::size_t>(differing.in1 - visits_.begin()));
-    std::for_each(differing.in2, visits.end(), [this](const Visit& visit) { appendVisit(visit); });
+    std::size_t edits = 0;
+    for (std::size_t place = 0; place < visits.size(); ++place) {
+        if (edits > mostEdits) eraseVisitsFrom(place);
+        const auto gone = visitsBefore(visits[place], place);
+        edits += gone.value_or(1);
+        for (std::size_t count = 0; count < gone.value_or(0); ++count) eraseVisit(place);
+        if (!gone) insertVisit(place, visits[place]);
+    }
+    eraseVisitsFrom(visits.size());
 }
 
 void NotchSnapshot::setLatestOfToday(std::vector<Visit> visits) { today_ = std::move(visits); }
@@ -35,7 +46,7 @@ void NotchSnapshot::setBookmarks(const std::vector<Bookmark>& bookmarks) {
     bookmarkRows_.clear();
     topHits_.clear(TopHits::Source::bookmarks);
     for (const auto& [id, url, title, date] : bookmarks_) {
-        appendRow(bookmarkRows_, title, lowercased(url.absoluteString()));
+        insertRow(bookmarkRows_, bookmarkRows_.size(), title, lowercased(url.absoluteString()));
         topHits_.append(TopHits::Source::bookmarks, url);
     }
 }
@@ -47,40 +58,48 @@ void NotchSnapshot::setTabs(std::vector<NotchTab> tabs, const std::optional<Uuid
     tabRows_.clear();
     topHits_.clear(TopHits::Source::tabs);
     for (const auto& [id, title, url] : tabs_) {
-        appendRow(tabRows_, title, url ? siteName(*url) : "");
+        insertRow(tabRows_, tabRows_.size(), title, url ? siteName(*url) : "");
         topHits_.append(TopHits::Source::tabs, url);
+        // The host of a top hit keeps what the host beside a title has lost.
+        if (url) longest_ = std::max(longest_, url->absoluteString().size());
     }
 }
 
-void NotchSnapshot::dropFirstVisits(std::size_t count) {
-    visits_.erase(visits_.begin(), visits_.begin() + static_cast<std::ptrdiff_t>(count));
-    visitRows_.dropFirst(count);
-    pastSearches_.dropFirst(count);
-    topHits_.dropFirst(TopHits::Source::visits, count);
+std::optional<std::size_t> NotchSnapshot::visitsBefore(const Visit& visit,
+                                                       std::size_t place) const {
+    const std::size_t end = std::min(visits_.size(), place + mostEdits);
+    for (std::size_t at = place; at < end; ++at) {
+        if (visits_[at] == visit) return at - place;
+    }
+    return std::nullopt;
 }
 
-void NotchSnapshot::keepFirstVisits(std::size_t count) {
-    visits_.erase(visits_.begin() + static_cast<std::ptrdiff_t>(count), visits_.end());
-    visitRows_.keepFirst(count);
-    pastSearches_.keepFirst(count);
-    topHits_.keepFirst(TopHits::Source::visits, count);
-}
-
-void NotchSnapshot::appendVisit(const Visit& visit) {
-    visits_.push_back(visit);
-    topHits_.append(TopHits::Source::visits, visit.url);
-    if (const auto* const search = pastSearches_.append(visit.url)) {
-        visitRows_.append("", "");
+void NotchSnapshot::insertVisit(std::size_t place, const Visit& visit) {
+    visits_.insert(visits_.begin() + static_cast<std::ptrdiff_t>(place), visit);
+    topHits_.insert(TopHits::Source::visits, place, visit.url);
+    if (const auto* const search = pastSearches_.insert(place, visit.url)) {
+        visitRows_.insert(place, "", "");
         longest_ = std::max(longest_, search->folded.text().size());
     } else {
-        appendRow(visitRows_, visit.title, lowercased(visit.url.absoluteString()));
+        insertRow(visitRows_, place, visit.title, lowercased(visit.url.absoluteString()));
     }
 }
 
-void NotchSnapshot::appendRow(TitledRows& rows, const std::string& title,
+void NotchSnapshot::eraseVisit(std::size_t place) {
+    visits_.erase(visits_.begin() + static_cast<std::ptrdiff_t>(place));
+    topHits_.erase(TopHits::Source::visits, place);
+    pastSearches_.erase(place);
+    visitRows_.erase(place);
+}
+
+void NotchSnapshot::eraseVisitsFrom(std::size_t place) {
+    while (visits_.size() > place) eraseVisit(visits_.size() - 1);
+}
+
+void NotchSnapshot::insertRow(TitledRows& rows, std::size_t row, const std::string& title,
                               std::string_view address) {
     const FoldedText folded{title};
-    rows.append(folded.text(), address);
+    rows.insert(row, folded.text(), address);
     longest_ = std::max({longest_, folded.text().size(), address.size()});
 }
 

@@ -63,10 +63,14 @@ public:
     [[nodiscard]] std::size_t longestText() const { return longest_; }
 
 private:
-    void dropFirstVisits(std::size_t count);
-    void keepFirstVisits(std::size_t count);
-    void appendVisit(const Visit& visit);
-    void appendRow(TitledRows& rows, const std::string& title, std::string_view address);
+    /// How many visits at `place` stand before `visit`; nothing if more than a few do, or all.
+    [[nodiscard]] std::optional<std::size_t> visitsBefore(const Visit& visit,
+                                                          std::size_t place) const;
+    void insertVisit(std::size_t place, const Visit& visit);
+    void eraseVisit(std::size_t place);
+    void eraseVisitsFrom(std::size_t place);
+    void insertRow(TitledRows& rows, std::size_t row, const std::string& title,
+                   std::string_view address);
 
     std::deque<Visit> visits_;
     std::vector<Visit> today_;

@@ -8,20 +8,20 @@
 
 namespace orvu {
 
-const PastSearches::Search* PastSearches::append(const Url& url) {
-    auto& place = places_.emplace_back();
-    if (auto page = Prefs::searchQuery(url)) {
-        FoldedText folded{page->query};
-        place = Search{std::move(page->query), std::move(folded)};
+const PastSearches::Search* PastSearches::insert(std::size_t place, const Url& url) {
+    const auto next = places_.begin() + static_cast<std::ptrdiff_t>(place);
+    auto page = Prefs::searchQuery(url);
+    if (!page) {
+        places_.emplace(next);
+        return nullptr;
     }
-    return place ? &*place : nullptr;
+    FoldedText folded{page->query};
+    return &**places_.emplace(next, Search{std::move(page->query), std::move(folded)});
 }
 
-void PastSearches::dropFirst(std::size_t count) {
-    places_.erase(places_.begin(), places_.begin() + static_cast<std::ptrdiff_t>(count));
+void PastSearches::erase(std::size_t place) {
+    places_.erase(places_.begin() + static_cast<std::ptrdiff_t>(place));
 }
-
-void PastSearches::keepFirst(std::size_t count) { places_.resize(count); }
 
 std::vector<PastSearches::Search> PastSearches::latest(const FoldedText& typed,
                                                        std::size_t limit) const {

@@ -20,10 +20,10 @@ public:
         FoldedText folded;
     };
 
-    /// Gives the search that `url` turned out to be; null for all other pages.
-    const Search* append(const Url& url);
-    void dropFirst(std::size_t count);
-    void keepFirst(std::size_t count);
+    /// Puts `url` before what has the place `place` now. Gives the search that it turned out to
+    /// be; null for all other pages.
+    const Search* insert(std::size_t place, const Url& url);
+    void erase(std::size_t place);
 
     /// The latest `limit` searches that begin with `typed` and are not all of it; each once, in
     /// its latest spelling. All begin with the empty text.

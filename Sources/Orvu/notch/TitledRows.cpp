@@ -7,79 +7,110 @@
 namespace orvu {
 namespace {
 
-/// Gives `take` each row in whose text `part` stands and `accept` takes it there.
+/// Gives `take` each row of `column` in whose text `part` stands where `accept` takes it.
 template <class Accept, class Take>
-void eachRowWith(std::string_view part, std::string_view text, const auto& ends,
-                 const Accept& accept, const Take& take) {
+void eachRowWith(std::string_view part, const auto& column, const Accept& accept,
+                 const Take& take) {
+    if (part.size() > column.longest) return;
+    const std::string_view text = column.text;
     std::size_t row = 0;
     std::size_t begin = 0;
     for (auto at = positionOf(part, text); at != std::string_view::npos;) {
-        for (; ends[row] <= at; ++row) begin = ends[row];
-        const std::size_t end = ends[row];
+        for (; column.ends[row] <= at; ++row) begin = column.ends[row];
+        const std::size_t end = column.ends[row];
         // What reaches into the next row is no match, and neither is what begins behind it.
-        const bool within = at + part.size() <= end;
-        const bool accepted = within && accept(text.substr(begin, end - begin), at - begin);
-        if (accepted) take(row);
-        at = positionOf(part, text, within && !accepted ? at + 1 : end);
+        const bool isWithin = at + part.size() <= end;
+        const bool isTaken = isWithin && accept(text.substr(begin, end - begin), at - begin);
+        if (isTaken) take(row);
+        at = positionOf(part, text, isWithin && !isTaken ? at + 1 : end);
     }
 }
 
 }  // namespace
 
-void TitledRows::append(std::string_view title, std::string_view address) {
-    if (blocks_.empty() || blocks_.back().rows == blockRows) blocks_.emplace_back();
-    Block& block = blocks_.back();
-    const auto add = [&](Column& column, std::string_view text) {
-        column.text.append(text);
-        column.ends.at(block.rows) = column.text.size();
-    };
-    add(block.titles, title);
-    add(block.addresses, address);
-    ++block.rows;
+void TitledRows::Column::insert(std::size_t rows, std::size_t row, std::string_view added) {
+    text.insert(begin(row), added);
+    for (std::size_t each = rows; each > row; --each)
+        ends.at(each) = ends.at(each - 1) + added.size();
+    ends.at(row) = begin(row) + added.size();
+    longest = std::max(longest, added.size());
 }
 
-void TitledRows::dropFirst(std::size_t count) {
-    dropped_ += count;
-    while (!blocks_.empty() && dropped_ >= blocks_.front().rows) {
-        dropped_ -= blocks_.front().rows;
-        blocks_.pop_front();
+void TitledRows::Column::erase(std::size_t rows, std::size_t row) {
+    const std::size_t size = ends.at(row) - begin(row);
+    text.erase(begin(row), size);
+    for (std::size_t each = row; each + 1 < rows; ++each) ends.at(each) = ends.at(each + 1) - size;
+}
+
+void TitledRows::Block::insert(std::size_t row, std::string_view title, std::string_view address) {
+    titles.insert(rows, row, title);
+    addresses.insert(rows, row, address);
+    ++rows;
+}
+
+void TitledRows::Block::erase(std::size_t row) {
+    titles.erase(rows, row);
+    addresses.erase(rows, row);
+    --rows;
+}
+
+TitledRows::Block TitledRows::Block::split() {
+    const std::size_t kept = rows / 2;
+    Block later;
+    for (std::size_t row = kept; row < rows; ++row) {
+        const auto text = [row](const Column& column) {
+            const std::size_t begin = column.begin(row);
+            return std::string_view{column.text}.substr(begin, column.ends.at(row) - begin);
+        };
+        later.insert(later.rows, text(titles), text(addresses));
     }
-    if (blocks_.empty()) dropped_ = 0;
+    titles.text.resize(titles.begin(kept));
+    addresses.text.resize(addresses.begin(kept));
+    rows = kept;
+    return later;
 }
 
-void TitledRows::keepFirst(std::size_t count) {
-    if (count == 0) return clear();
-    const std::size_t end = dropped_ + count;
-    while (blocks_.size() > 1 && (blocks_.size() - 1) * blockRows >= end) blocks_.pop_back();
-    if (blocks_.empty()) return;
-    Block& last = blocks_.back();
-    const std::size_t rows = end - (blocks_.size() - 1) * blockRows;
-    if (rows >= last.rows) return;
-    last.rows = rows;
-    last.titles.text.resize(last.titles.ends.at(rows - 1));
-    last.addresses.text.resize(last.addresses.ends.at(rows - 1));
+void TitledRows::insert(std::size_t row, std::string_view title, std::string_view address) {
+    const bool isLast = row == size_++;
+    auto block = blocks_.begin();
+    if (isLast) {
+        if (blocks_.empty() || blocks_.back().rows == blockRows) blocks_.emplace_back();
+        block = blocks_.end() - 1;
+        row = block->rows;
+    } else {
+        for (; row >= block->rows; ++block) row -= block->rows;
+        if (block->rows == blockRows) {
+            block = blocks_.insert(block + 1, block->split()) - 1;
+            if (row > block->rows) row -= block++->rows;
+        }
+    }
+    block->insert(row, title, address);
+}
+
+void TitledRows::erase(std::size_t row) {
+    --size_;
+    auto block = blocks_.begin();
+    for (; row >= block->rows; ++block) row -= block->rows;
+    block->erase(row);
+    if (block->rows == 0) blocks_.erase(block);
 }
 
 void TitledRows::clear() {
     blocks_.clear();
-    dropped_ = 0;
+    size_ = 0;
 }
 
-TitledRows::Marks TitledRows::matches(std::size_t block, const Wanted& wanted) const {
+TitledRows::Marks TitledRows::matches(const Block& block, const Wanted& wanted) {
     Marks result = 0;
     const auto mark = [&](std::size_t row) { result |= Marks{1} << row; };
-    const auto& [rows, titles, addresses] = blocks_[block];
     const std::string& inTitle = wanted.inTitle.text();
-    eachRowWith(
-        inTitle, titles.text, titles.ends,
-        [&](std::string_view title, std::size_t at) {
-            return areWholeCharacters(title, at, inTitle.size());
-        },
-        mark);
-    eachRowWith(
-        wanted.inAddress, addresses.text, addresses.ends,
-        [](std::string_view, std::size_t) { return true; }, mark);
-    return block == 0 ? result & (~Marks{0} << dropped_) : result;
+    const auto isWhole = [&](std::string_view title, std::size_t at) {
+        return areWholeCharacters(title, at, inTitle.size());
+    };
+    eachRowWith(inTitle, block.titles, isWhole, mark);
+    const auto anywhere = [](std::string_view, std::size_t) { return true; };
+    eachRowWith(wanted.inAddress, block.addresses, anywhere, mark);
+    return result;
 }
 
 }  // namespace orvu

@@ -7,31 +7,30 @@
 
 namespace orvu {
 
-void TopHits::append(Source source, const std::optional<Url>& url) {
+void TopHits::insert(Source source, std::size_t place, const std::optional<Url>& url) {
     std::string host = url ? lowercased(url->host().value_or("")) : "";
     if (host.starts_with("www.")) host.erase(0, 4);
-    auto place = hosts_.end();
+    auto known = hosts_.end();
     if (!host.empty()) {
         bool isNew = false;
-        std::tie(place, isNew) = hosts_.try_emplace(std::move(host));
-        if (isNew) place->second.characters = characterCount(place->first);
-        ++place->second.count;
+        std::tie(known, isNew) = hosts_.try_emplace(std::move(host));
+        if (isNew) known->second.characters = characterCount(known->first);
+        ++known->second.count;
     }
-    places(source).push_back(place);
+    Places& list = places(source);
+    list.insert(list.begin() + static_cast<std::ptrdiff_t>(place), known);
 }
 
-void TopHits::dropFirst(Source source, std::size_t count) {
-    for (; count > 0; --count) {
-        forget(places(source).front());
-        places(source).pop_front();
-    }
+void TopHits::erase(Source source, std::size_t place) {
+    Places& list = places(source);
+    const auto erased = list.begin() + static_cast<std::ptrdiff_t>(place);
+    forget(*erased);
+    list.erase(erased);
 }
 
-void TopHits::keepFirst(Source source, std::size_t count) {
-    while (places(source).size() > count) {
-        forget(places(source).back());
-        places(source).pop_back();
-    }
+void TopHits::clear(Source source) {
+    for (const auto& host : places(source)) forget(host);
+    places(source).clear();
 }
 
 void TopHits::forget(Hosts::iterator host) {

@@ -23,11 +23,14 @@ public:
     TopHits(const TopHits&) = delete;
     TopHits& operator=(const TopHits&) = delete;
 
-    /// Without a host an address counts for nothing, though it takes a place in its source.
-    void append(Source source, const std::optional<Url>& url);
-    void dropFirst(Source source, std::size_t count);
-    void keepFirst(Source source, std::size_t count);
-    void clear(Source source) { keepFirst(source, 0); }
+    /// Puts `url` before what has the place `place` in its source now. Without a host it counts
+    /// for nothing, though it takes the place.
+    void insert(Source source, std::size_t place, const std::optional<Url>& url);
+    void append(Source source, const std::optional<Url>& url) {
+        insert(source, places(source).size(), url);
+    }
+    void erase(Source source, std::size_t place);
+    void clear(Source source);
 
     /// The host that begins with `typed`, is not all of it, and stands there most often. Of equals
     /// the one with fewer characters, and of those the one met first.
