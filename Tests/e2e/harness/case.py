@@ -6,6 +6,7 @@ import unittest
 
 from .a11y import Windows
 from .app import App, Home
+from .authority import Authority
 from .display import Display
 from .keys import Hands
 from .proxy import Proxy
@@ -29,6 +30,8 @@ class BrowserTest(unittest.TestCase):
     picture of the display."""
 
     display_traits = {}
+    # Whether the program trusts the hosts that the test puts behind the proxy.
+    trusts_test_authority = False
 
     def setUp(self):
         self.display = Display.shared(**self.display_traits)
@@ -38,7 +41,8 @@ class BrowserTest(unittest.TestCase):
         self.addCleanup(self.server.stop)
         self.proxy = Proxy()
         self.addCleanup(self.proxy.stop)
-        self.app = App(self.display, self.home, self.proxy)
+        trust = Authority.shared().environment() if self.trusts_test_authority else {}
+        self.app = App(self.display, self.home, self.proxy, trust)
         self.addCleanup(self.app.stop)
         self.addCleanup(self._leave_picture)
         self.saved = self.home.saved
