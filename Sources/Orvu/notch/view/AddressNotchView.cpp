@@ -80,6 +80,10 @@ bool AddressNotchView::hasKeyboard() const {
     return focus && focus->is_ancestor(const_cast<AddressNotchView&>(*this));
 }
 
+void AddressNotchView::focusField() {
+    if (isOpen_ && body_) bar_.focusField();
+}
+
 void AddressNotchView::setHidden(bool hidden) {
     isHidden_ = hidden;
     set_visible(body_ && !isHidden_);
