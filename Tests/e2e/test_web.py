@@ -20,7 +20,7 @@ class WebTest(BrowserTest):
 
         self.wait_for_visit("https://www.google.com/search?q=two%20words")
         self.wait_for_tabs("What was found")
-        request = google.requests[0]
+        request = google.requests_for("/search")[0]
         self.assertEqual((request.method, request.host, request.path, request.query),
                          ("GET", "www.google.com", "/search", [("q", "two words")]))
         self.assertIn("AppleWebKit", request.headers["User-Agent"])

@@ -9,6 +9,7 @@ from .app import App, Home
 from .authority import Authority
 from .display import Display
 from .keys import Hands
+from .notch import Notch
 from .proxy import Proxy
 from .server import Server
 from .wait import until, until_equal
@@ -48,6 +49,7 @@ class BrowserTest(unittest.TestCase):
         self.saved = self.home.saved
         self.windows = Windows(self.app)
         self.hands = Hands(self.app)
+        self.notch = Notch(self.windows, self.hands)
 
     def run(self, result=None):
         self._result = result

@@ -144,6 +144,11 @@ class Pages:
         with self.lock:
             return sum(request.path == path for request in self.requests)
 
+    def requests_for(self, path):
+        """The requests for one path, oldest first."""
+        with self.lock:
+            return [request for request in self.requests if request.path == path]
+
     def asked_paths(self):
         with self.lock:
             return [request.path for request in self.requests]

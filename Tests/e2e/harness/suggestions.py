@@ -7,7 +7,7 @@ from .wait import until
 # Engine: host, path, and the query item that bears the text.
 SERVICES = {
     "google": ("suggestqueries.google.com", "/complete/search", "q"),
-    "duckDuckGo": ("duckduckgo.com", "/ac/", "q"),
+    "duckduckgo": ("duckduckgo.com", "/ac/", "q"),
     "bing": ("api.bing.com", "/osjson.aspx", "query"),
     "ecosia": ("ac.ecosia.org", "/autocomplete", "q"),
 }
@@ -69,8 +69,7 @@ class Suggestions:
 
     def requests(self):
         """The requests for suggestions, oldest first."""
-        with self.site.lock:
-            return [request for request in self.site.requests if request.path == self.path]
+        return self.site.requests_for(self.path)
 
     def asked(self):
         """The texts that were sent, oldest first."""
