@@ -4,6 +4,7 @@ import json
 
 from harness.case import BrowserTest
 from harness.notch import Notch
+from harness.suggestions import Suggestions
 from harness.wait import until, until_equal
 
 PRIVATE = "Orvu — Private"
@@ -99,6 +100,26 @@ class PagesTest(BrowserTest):
             self.assertGreaterEqual(left, 0, item)
             self.assertLessEqual(left + wide, 900, item)
         self.picture("notch-900x560")
+
+    def test_smallest_window_brings_the_chosen_candidate_into_view(self):
+        Suggestions(self.proxy).suggest("b", *(f"b{number}" for number in range(6)))
+        self.app.start()
+        self.open(*(self.server.url(path, f"{path[1:]}.localhost")
+                    for path in self.titled_pages()))
+        self.hands.resize(900, 560)
+        until(lambda: self.hands.size()[0] < 950, "the small window", self.hands.size)
+        self.notch.write("b")
+        until(lambda: len(self.notch.rows()) == 11, "the candidates", self.notch.rows)
+
+        for row in self.notch.rows():
+            self.hands.go_on("Down")
+            until_equal(self.notch.chosen, [row], "the chosen candidate")
+            until(lambda name=row: self.is_in_view(name), f"{row!r} in view",
+                  lambda name=row: self.windows.find("list item", name).box)
+
+    def is_in_view(self, row):
+        _, top, _, high = self.windows.find("list item", row).box
+        return top >= 0 and top + high <= 560
 
     def titled_pages(self):
         for name in ("bees", "bread", "books", "birds"):

@@ -16,7 +16,7 @@ class NotchPicturesTest(PictureTest):
         self.service = Suggestions(self.proxy)
         self.service.suggest("be", "bee sting", "bees and flowers", "bedroom furniture", "berlin",
                              "best bread recipe without kneading and without a machine")
-        self.service.suggest("weahter", "weather", "weather in lund")
+        self.service.suggest("weathr", "weather", "weather in lund")
 
     def write(self, text, row=None):
         self.notch.write(text)
@@ -75,14 +75,20 @@ class NotchPicturesTest(PictureTest):
     def test_what_is_typed(self):
         self.start_with("docs", "bees")
         for name, text in {"site": "example.org", "bang": "!w dancing bees",
-                           "ghost": "bee", "long": "a long question that does not end " * 6,
-                           "right-to-left": "שלום עולם"}.items():
+                           "ghost": "bee", "long": "a long question that does not end " * 6}.items():
             self.write(text)
             self.shoot(f"notch-typed-{name}")
 
+    def test_right_to_left(self):
+        self.start_with("docs")
+        self.notch.open()
+        self.notch.fields()[0].set_text("שלום עולם")
+        self.notch.wait_for_button("Search “שלום עולם”")
+        self.shoot("notch-typed-right-to-left")
+
     def test_correction(self):
         self.start_with("docs")
-        self.write("weahter")
+        self.write("weathr")
         self.windows.find_named("Did you mean")
         self.shoot("notch-did-you-mean")
 
