@@ -25,8 +25,9 @@ class AccessibilityTest(BrowserTest):
     def test_everything_has_a_name_in_the_ordinary_window(self):
         self.open_two()
         self.check_names("pages")
-        self.app.action("editAddress")
-        self.check_names("address being edited")
+        self.notch.write("page")
+        self.notch.wait_for_row("Page one, 127.0.0.1, Switch to tab")
+        self.check_names("open notch")
         self.app.action("newEmptyTab")
         self.windows.find("push button", "127.0.0.1")
         self.check_names("new tab page with a site")
@@ -75,12 +76,12 @@ class AccessibilityTest(BrowserTest):
         self.windows.find_named("Duplicate Tab")
         self.check_names("menu of a tab")
 
-    def test_buttons_and_field_have_their_names(self):
+    def test_buttons_and_notch_have_their_names(self):
         self.open_two()
 
         for name in BUTTONS:
             self.windows.find("push button", name)
-        self.windows.find("text", "Address")
+        self.notch.resting()
         self.windows.find("push button", "Close Page two")
 
     def test_tabs_are_a_list_and_one_is_selected(self):

@@ -54,7 +54,7 @@ class HostileValuesTest(BrowserTest):
         """The program starts, shows its window, loads a page, and keeps what it then saves."""
         self.app.start()
         try:
-            self.windows.find("text", "Address")
+            self.notch.resting()
             self.app.start_again(self.page)
             self.server.wait_for("/page")
             until(self.is_saved, "the page among the saved ones")

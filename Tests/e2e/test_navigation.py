@@ -147,10 +147,8 @@ class NavigationTest(BrowserTest):
 
         self.hands.click()
         self.server.wait_for_report("pushed")
-        self.app.action("editAddress")
 
-        field = self.windows.find("text", "Address")
-        self.assertEqual(field.text(), self.server.url("/pushed"))
+        self.notch.wait_for_address(self.server.url("/pushed"))
         self.app.action("newTab")
         self.assertEqual(self.saved.session(), [self.server.url("/pushed")])
         self.assertEqual(self.saved.visited(), [page])

@@ -1,62 +1,10 @@
 """Pictures of the window in each of its states, from the real program with real pages. A person
 looks at them; what is asserted is that each was made and that something is on it."""
 
-import subprocess
-
-from harness import sites
-from harness.case import BrowserTest, artefacts
-from harness.wait import until
-
-SCREEN = (2700, 1700)
+from harness.pictures import PictureTest
 
 
-class PicturesTest(BrowserTest):
-    display_traits = {"manager": "mutter", "size": SCREEN}
-
-    def setUp(self):
-        super().setUp()
-        self.urls = sites.serve(self.server)
-
-    def shoot(self, name, title="Orvu", beside=0, rest=True):
-        """Leaves a picture of the window with its shadow, and of what stands `beside` it."""
-        window = self.hands.window(title)
-        if rest:
-            self.hands.rest(title)
-        self.settle()
-        file = artefacts() / f"window-{name}.png"
-        self.display.picture_of(window, file, beside)
-        self.assert_drawn(file)
-
-    def settle(self):
-        """Waits until the display has shown the same picture twice."""
-        former = []
-
-        def same():
-            now = self.display.digest()
-            former.append(now)
-            return len(former) > 1 and former[-2] == now
-        until(same, "the display to come to rest", pause=0.25)
-
-    def assert_drawn(self, file):
-        answer = subprocess.run(["identify", "-format", "%k %w %h", str(file)],
-                                capture_output=True, text=True, check=True)
-        colors, width, height = map(int, answer.stdout.split())
-        self.assertGreater(colors, 100, f"the colours in {file}")
-        self.assertGreater(width * height, 900 * 560, f"the size of {file}")
-
-    def start_with(self, *names):
-        # Nothing moves by itself: two pictures of one state are the same.
-        settings = self.home.config / "gtk-4.0/settings.ini"
-        settings.parent.mkdir()
-        settings.write_text("[Settings]\ngtk-enable-animations=false\ngtk-cursor-blink=false\n")
-        self.app.start()
-        self.open(*(self.urls[name] for name in names))
-        self.app.action("selectTab1")
-        self.app.action("closeTab")  # the empty one that every window begins with
-
-    def select(self, number):
-        self.app.action(f"selectTab{number}")
-
+class PicturesTest(PictureTest):
     def start_with_groups(self):
         """A pinned tab, two groups of which one has two tabs, and one tab in none."""
         self.start_with("docs", "trains", "weather", "forum", "bread", "bees")

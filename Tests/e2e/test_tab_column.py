@@ -50,7 +50,7 @@ class ColumnTest(BrowserTest):
     def focus_list(self, first):
         """Leads the keyboard from the address into the list, whose Tab stop is `first`."""
         self.app.action("editAddress")
-        self.wait_for_focus("Address")
+        self.notch.wait_until_open()
         self.hands.press("F6")
         self.wait_for_focus("New tab")
         for _ in range(6):
@@ -346,7 +346,7 @@ class ColumnTest(BrowserTest):
         self.windows.press("menu item", "Pin Tab")
         until_equal(self.windows.pinned_tabs, ["one"], "the tiles")
         self.app.action("editAddress")
-        self.wait_for_focus("Address")
+        self.notch.wait_until_open()
         self.hands.press("F6")
 
         for name in ("New tab", "one", "three", "Close three", "Narrow tabs"):

@@ -22,6 +22,16 @@ protected:
     }
 };
 
+TEST_F(AddressNotchBodyTest, BodyOfTheNextTabBeginsWithoutTheRowsOfTheFormer) {
+    notch.open("");
+    ASSERT_FALSE(body->entries().empty());
+    notch.close();
+
+    makeBody();
+
+    EXPECT_TRUE(body->entries().empty());
+}
+
 TEST_F(AddressNotchBodyTest, ReturnWithoutAChosenRowRunsThePrimaryRow) {
     openAndType("be");
     ASSERT_EQ(body->candidates().primaryTitle(), "Go to bees.example");

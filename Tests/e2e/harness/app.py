@@ -54,12 +54,12 @@ class Home:
 class App:
     """One program that can be started, ended and started again in the same home."""
 
-    def __init__(self, display, home, proxy):
+    def __init__(self, display, home, proxy, extra_environment=()):
         self.home = home
         self.process = None
         self._errors = None
         self._environment = os.environ | display.environment() | home.environment() \
-            | proxy.environment()
+            | proxy.environment() | dict(extra_environment)
         self._bus = Gio.DBusConnection.new_for_address_sync(
             display.bus_address,
             Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT

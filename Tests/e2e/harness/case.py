@@ -6,8 +6,10 @@ import unittest
 
 from .a11y import Windows
 from .app import App, Home
+from .authority import Authority
 from .display import Display
 from .keys import Hands
+from .notch import Notch
 from .proxy import Proxy
 from .server import Server
 from .wait import until, until_equal
@@ -29,6 +31,8 @@ class BrowserTest(unittest.TestCase):
     picture of the display."""
 
     display_traits = {}
+    # Whether the program trusts the hosts that the test puts behind the proxy.
+    trusts_test_authority = False
 
     def setUp(self):
         self.display = Display.shared(**self.display_traits)
@@ -38,12 +42,14 @@ class BrowserTest(unittest.TestCase):
         self.addCleanup(self.server.stop)
         self.proxy = Proxy()
         self.addCleanup(self.proxy.stop)
-        self.app = App(self.display, self.home, self.proxy)
+        trust = Authority.shared().environment() if self.trusts_test_authority else {}
+        self.app = App(self.display, self.home, self.proxy, trust)
         self.addCleanup(self.app.stop)
         self.addCleanup(self._leave_picture)
         self.saved = self.home.saved
         self.windows = Windows(self.app)
         self.hands = Hands(self.app)
+        self.notch = Notch(self.windows, self.hands)
 
     def run(self, result=None):
         self._result = result

@@ -2,7 +2,7 @@
 
 import http.server
 import threading
-from urllib.parse import urlsplit
+from urllib.parse import parse_qsl, urlsplit
 
 from .wait import until
 
@@ -14,23 +14,24 @@ class Request:
         self.method = handler.command
         self.target = handler.path
         self.path = urlsplit(handler.path).path
+        self.query = parse_qsl(urlsplit(handler.path).query, keep_blank_values=True)
         self.host = handler.headers.get("Host", "")
-        self.headers = dict(handler.headers)
+        self.headers = handler.headers
 
     def __repr__(self):
         return f"{self.method} {self.host}{self.target}"
 
 
-class _Handler(http.server.BaseHTTPRequestHandler):
+class Handler(http.server.BaseHTTPRequestHandler):
+    """Answers what comes over one connection; its `server` is a `Pages`."""
+
     def do_GET(self):
-        server = self.server.owner
-        request = Request(self)
-        with server.lock:
-            server.requests.append(request)
-            answer = server.answers.get(request.path)
+        self.request_read = Request(self)
+        path = self.request_read.path
+        answer = self.server.note(self.request_read)
         if answer:
             answer(self)
-        elif request.path.startswith("/report/"):
+        elif path.startswith("/report/"):
             self.reply(204)
         else:
             self.reply(404, "text/plain", "There is no such page.")
@@ -59,36 +60,34 @@ class _Handler(http.server.BaseHTTPRequestHandler):
         pass
 
 
-class _Listener(http.server.ThreadingHTTPServer):
-    daemon_threads = True
-    request_queue_size = 128
-
-
-class Server:
-    """Pages under paths; every request is recorded. Paths below /report/ are for what a page's
-    own script wants to tell the test."""
+class Pages:
+    """What a host has under its paths; every request is recorded. Paths below /report/ are for
+    what a page's own script wants to tell the test."""
 
     def __init__(self):
         self.requests = []
         self.answers = {}
         self.lock = threading.Lock()
         self._gates = []
-        self._server = _Listener(("127.0.0.1", 0), _Handler)
-        self._server.owner = self
-        self.port = self._server.server_address[1]
-        self._thread = threading.Thread(target=self._server.serve_forever, args=(0.05,),
-                                        daemon=True)
-        self._thread.start()
 
-    def stop(self):
+    def note(self, request):
+        """Records a request, and gives what answers it: a function that takes the handler."""
+        with self.lock:
+            self.requests.append(request)
+            return self.answers.get(request.path)
+
+    def gate(self):
+        """An event for which answers can wait; at the test's end it is set."""
+        self._gates.append(threading.Event())
+        return self._gates[-1]
+
+    def open_gates(self):
         for gate in self._gates:
             gate.set()
-        self._server.shutdown()
-        self._server.server_close()
-        self._thread.join()
 
-    def url(self, path, host="127.0.0.1"):
-        return f"http://{host}:{self.port}{path}"
+    def url(self, path):
+        """The address of a path."""
+        raise NotImplementedError
 
     # The pages.
 
@@ -130,8 +129,7 @@ class Server:
 
     def slow(self, path):
         """A page that comes when the returned event is set; gives address and event."""
-        gate = threading.Event()
-        self._gates.append(gate)
+        gate = self.gate()
 
         def answer(handler):
             gate.wait()
@@ -145,6 +143,11 @@ class Server:
         """How often the path was asked for."""
         with self.lock:
             return sum(request.path == path for request in self.requests)
+
+    def requests_for(self, path):
+        """The requests for one path, oldest first."""
+        with self.lock:
+            return [request for request in self.requests if request.path == path]
 
     def asked_paths(self):
         with self.lock:
@@ -168,3 +171,33 @@ class Server:
 
     def wait_for_report(self, report):
         until(lambda: report in self.reports(), f"a page's report {report!r}", self.reports)
+
+
+class _Listener(http.server.ThreadingHTTPServer):
+    daemon_threads = True
+    request_queue_size = 128
+
+    def finish_request(self, request, client_address):
+        Handler(request, client_address, self.pages)
+
+
+class Server(Pages):
+    """Pages on a port of its own."""
+
+    def __init__(self):
+        super().__init__()
+        self._listener = _Listener(("127.0.0.1", 0), Handler)
+        self._listener.pages = self
+        self.port = self._listener.server_address[1]
+        self._thread = threading.Thread(target=self._listener.serve_forever, args=(0.05,),
+                                        daemon=True)
+        self._thread.start()
+
+    def stop(self):
+        self.open_gates()
+        self._listener.shutdown()
+        self._listener.server_close()
+        self._thread.join()
+
+    def url(self, path, host="127.0.0.1"):
+        return f"http://{host}:{self.port}{path}"

@@ -81,6 +81,10 @@ bool AddressNotchView::hasKeyboard() const {
     return focus && focus->is_ancestor(const_cast<AddressNotchView&>(*this));
 }
 
+void AddressNotchView::focusField() {
+    if (isOpen_ && body_) bar_.focusField();
+}
+
 void AddressNotchView::setHidden(bool hidden) {
     isHidden_ = hidden;
     set_visible(body_ && !isHidden_);
@@ -281,7 +285,9 @@ void AddressNotchView::keepKeyboard() {
 }
 
 bool AddressNotchView::moveFocus(Gtk::DirectionType direction) {
-    if (bar_.child_focus(direction)) return true;
+    const Gtk::Widget* const former = get_root()->get_focus();
+    // Backwards from the field the focus is said to have moved, and stands where it was.
+    if (bar_.child_focus(direction) && get_root()->get_focus() != former) return true;
     // Behind the open bar's last control comes its first.
     get_root()->unset_focus();
     return bar_.child_focus(direction);

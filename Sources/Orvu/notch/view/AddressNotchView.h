@@ -27,6 +27,8 @@ public:
     ~AddressNotchView() override;
 
     [[nodiscard]] bool hasKeyboard() const;
+    /// Gives the open notch's field the keyboard, with all its text selected.
+    void focusField();
     /// Takes the notch off the window, as while an element of the page fills it.
     void setHidden(bool hidden);
 

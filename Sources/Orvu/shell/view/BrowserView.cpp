@@ -75,16 +75,26 @@ void BrowserView::focusNewFront() {
     if (!notch_.isOpen()) page_.focusContent();
 }
 
+void BrowserView::editAddress(const std::string& text) {
+    notch_.open(text);
+    notchView_.focusField();
+}
+
 void BrowserView::moveFocus(int areas) {
     std::vector<Gtk::Widget*> all{&bar_, &tabs_, &page_};
     if (Gtk::Widget* const divider = page_.divider()) all.insert(all.end() - 1, divider);
     const Gtk::Widget* const focus = get_root() ? get_root()->get_focus() : nullptr;
+    const auto holdsFocus = [&](Gtk::Widget& area) {
+        return focus == &area || (focus && focus->is_ancestor(area));
+    };
     const auto found = std::ranges::find_if(all, [&](Gtk::Widget* area) {
-        return focus == area || (focus && focus->is_ancestor(*area));
+        // The notch hangs over the bar and counts as a part of it.
+        return holdsFocus(*area) || (area == &bar_ && holdsFocus(notchView_));
     });
     const auto count = static_cast<int>(all.size());
     const int former = found == all.end() ? count - 1 : static_cast<int>(found - all.begin());
     Gtk::Widget* const next = all[static_cast<std::size_t>((former + areas + count) % count)];
+    if (next != &bar_) notch_.close();
     if (next == &bar_) {
         activate_action("win.editAddress");
     } else if (next == &page_) {

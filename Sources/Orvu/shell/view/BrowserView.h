@@ -29,6 +29,8 @@ public:
     /// Gives the keyboard to the tab in front.
     void focusContent() { page_.focusContent(); }
     [[nodiscard]] AddressNotch& notch() { return notch_; }
+    /// Opens the notch with `text`; in a notch that is open already, it takes the text's place.
+    void editAddress(const std::string& text);
     /// Moves the keyboard among the address, the column, the divider of a pair and the page, so
     /// many places on, or back if negative.
     void moveFocus(int areas);

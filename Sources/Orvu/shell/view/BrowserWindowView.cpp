@@ -79,7 +79,7 @@ void BrowserWindowView::present() {
     if (first && place_) moveWindow(GTK_WINDOW(window_.gobj()), *place_);
 }
 
-void BrowserWindowView::editAddress(const std::string& text) { content_->notch().open(text); }
+void BrowserWindowView::editAddress(const std::string& text) { content_->editAddress(text); }
 
 bool BrowserWindowView::endEditing() {
     const bool wasOpen = content_->notch().isOpen();
