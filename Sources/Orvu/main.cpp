@@ -11,6 +11,7 @@
 #include "platform/linux/SqliteUserDefaults.h"
 #include "platform/linux/WebKitEngine.h"
 #include "profiles/Profiles.h"
+#include "search/SearchSuggester.h"
 #include "shell/BrowserWindowController.h"
 #include "shell/OrvuApp.h"
 #include "shell/view/BrowserWindowView.h"
@@ -53,6 +54,7 @@ private:
             pasteboard_,
             workspace_,
             profiles_,
+            suggestions_,
             [this](const BrowserStore& store, const Profile& profile) {
                 windows_.switchProfile(store, profile);
             }};
@@ -81,6 +83,7 @@ private:
     PixbufImageCodec images_{loop_};
     LinuxFileRoom files_{loop_};
     FaviconStore favicons_;
+    SoupHttpSession suggestions_{SearchSuggester::httpOptions};
     BrowserWindowController windows_;
     AppDelegate delegate_;
     Scheduled tidyUp_;

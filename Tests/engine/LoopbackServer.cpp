@@ -1,8 +1,41 @@
 #include "engine/LoopbackServer.h"
 
+#include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 namespace orvu {
+
+/// A body that goes on until its reader or the server is gone.
+struct LoopbackServer::Drip {
+    explicit Drip(SoupServerMessage* to) : message(SOUP_SERVER_MESSAGE(g_object_ref(to))) {
+        finished = g_signal_connect(message, "finished", G_CALLBACK(end), this);
+        source = g_timeout_add(100, fall, this);
+    }
+    Drip(const Drip&) = delete;
+    Drip& operator=(const Drip&) = delete;
+    ~Drip() {
+        g_signal_handler_disconnect(message, finished);
+        if (source != 0) g_source_remove(source);
+        g_object_unref(message);
+    }
+
+    static gboolean fall(gpointer data) {
+        auto* const message = static_cast<Drip*>(data)->message;
+        soup_message_body_append(soup_server_message_get_response_body(message), SOUP_MEMORY_STATIC,
+                                 " ", 1);
+        soup_server_message_unpause(message);
+        return G_SOURCE_CONTINUE;
+    }
+    static void end(SoupServerMessage*, gpointer data) {
+        auto& self = *static_cast<Drip*>(data);
+        if (const guint source = std::exchange(self.source, 0)) g_source_remove(source);
+    }
+
+    SoupServerMessage* message;
+    gulong finished = 0;
+    guint source = 0;
+};
 
 LoopbackServer::LoopbackServer() : server_(soup_server_new(nullptr, nullptr)) {
     soup_server_add_handler(server_, nullptr, handle, this, nullptr);
@@ -28,6 +61,11 @@ int LoopbackServer::requests(const std::string& path) const {
     return found != requests_.end() ? found->second : 0;
 }
 
+std::string LoopbackServer::query(const std::string& path) const {
+    const auto found = queries_.find(path);
+    return found != queries_.end() ? found->second : "";
+}
+
 std::string LoopbackServer::header(const std::string& path, const std::string& name) const {
     const auto asked = headers_.find(path);
     if (asked == headers_.end()) return "";
@@ -35,10 +73,26 @@ std::string LoopbackServer::header(const std::string& path, const std::string& n
     return found != asked->second.end() ? found->second : "";
 }
 
+int LoopbackServer::dripping() const {
+    return static_cast<int>(
+        std::ranges::count_if(drips_, [](const Drip& each) { return each.source != 0; }));
+}
+
+void LoopbackServer::beginDripping(SoupServerMessage* message, const Answer& answer) {
+    auto* const headers = soup_server_message_get_response_headers(message);
+    soup_message_headers_set_encoding(headers, SOUP_ENCODING_CHUNKED);
+    soup_message_headers_set_content_type(headers, answer.type.c_str(), nullptr);
+    soup_message_body_append(soup_server_message_get_response_body(message), SOUP_MEMORY_COPY,
+                             answer.body.data(), answer.body.size());
+    drips_.emplace_back(message);
+}
+
 void LoopbackServer::handle(SoupServer*, SoupServerMessage* message, const char* path, GHashTable*,
                             gpointer data) {
     auto& self = *static_cast<LoopbackServer*>(data);
     ++self.requests_[path];
+    const char* const query = g_uri_get_query(soup_server_message_get_uri(message));
+    self.queries_[path] = query ? query : "";
     soup_message_headers_foreach(
         soup_server_message_get_request_headers(message),
         [](const char* name, const char* value, gpointer headers) {
@@ -60,6 +114,7 @@ void LoopbackServer::handle(SoupServer*, SoupServerMessage* message, const char*
         soup_message_headers_append(soup_server_message_get_response_headers(message), name.c_str(),
                                     value.c_str());
     }
+    if (answer.drips) return self.beginDripping(message, answer);
     soup_server_message_set_response(message, answer.type.c_str(), SOUP_MEMORY_COPY,
                                      answer.body.data(), answer.body.size());
 }

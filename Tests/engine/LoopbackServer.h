@@ -3,6 +3,7 @@
 #include <libsoup/soup.h>
 
 #include <functional>
+#include <list>
 #include <map>
 #include <string>
 #include <vector>
@@ -17,7 +18,8 @@ public:
         std::string type = "text/html";
         int status = 200;
         std::vector<std::pair<std::string, std::string>> headers = {};
-        bool held = false;  ///< never answered
+        bool held = false;   ///< never answered
+        bool drips = false;  ///< the body is followed by a byte ten times a second, without end
     };
 
     LoopbackServer();
@@ -33,17 +35,25 @@ public:
                                   const std::string& host = "127.0.0.1") const;
     /// How often a path was asked for.
     [[nodiscard]] int requests(const std::string& path) const;
+    /// The query of the last request for a path, as it was sent.
+    [[nodiscard]] std::string query(const std::string& path) const;
     /// The last value of a request header for a path.
     [[nodiscard]] std::string header(const std::string& path, const std::string& name) const;
+    /// How many bodies that drip are still being read.
+    [[nodiscard]] int dripping() const;
 
 private:
+    struct Drip;
+    void beginDripping(SoupServerMessage* message, const Answer& answer);
     static void handle(SoupServer* server, SoupServerMessage* message, const char* path,
                        GHashTable* query, gpointer data);
 
     SoupServer* server_;
     int port_ = 0;
+    std::list<Drip> drips_;
     std::map<std::string, Answer> answers_;
     std::map<std::string, int> requests_;
+    std::map<std::string, std::string> queries_;
     std::map<std::string, std::map<std::string, std::string>> headers_;
 };
 

@@ -34,6 +34,37 @@ TEST(CharacterCountTest, ASequenceThatBreaksOffIsOneCharacter) {
     EXPECT_EQ(wellFormed("\xE2\x82z"), "\uFFFDz");
 }
 
+TEST(CharactersTest, EachStandsForItself) {
+    using Views = std::vector<std::string_view>;
+
+    EXPECT_EQ(characters("abc"), (Views{"a", "b", "c"}));
+    EXPECT_EQ(characters("ae\u0301\r\n👩‍👩‍👧🇩🇪\xFF"),
+              (Views{"a", "e\u0301", "\r\n", "👩‍👩‍👧", "🇩🇪", "\xFF"}));
+    EXPECT_EQ(characters(""), Views{});
+}
+
+TEST(CharactersTest, TogetherTheyAreTheTextAndAsManyAsAreCounted) {
+    RandomText random{11};
+    for (int i = 0; i < 1000; ++i) {
+        const auto text = random.below(4) == 0 ? random.bytes(12) : random.text(12);
+
+        const auto found = characters(text);
+
+        std::string whole;
+        for (const auto each : found) whole += each;
+        EXPECT_EQ(whole, text);
+        EXPECT_EQ(found.size(), characterCount(text)) << testing::PrintToString(text);
+    }
+}
+
+TEST(ComposedTest, EquivalentTextsHaveOneForm) {
+    EXPECT_EQ(composed("cafe\u0301"), "caf\u00E9");
+    EXPECT_EQ(composed("\u212B"), "\u00C5");
+    EXPECT_EQ(composed("\u1112\u1161\u11AB"), "한");
+    EXPECT_EQ(composed("plain\r\n"), "plain\r\n");
+    EXPECT_EQ(composed(""), "");
+}
+
 TEST(FirstCharactersTest, CutsBetweenCharactersOnly) {
     EXPECT_EQ(firstCharacters("e\u0301e\u0301", 1), "e\u0301");
     EXPECT_EQ(firstCharacters("a👩‍👩‍👧b", 2), "a👩‍👩‍👧");

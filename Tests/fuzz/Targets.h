@@ -7,10 +7,12 @@
 #include "fakes/FakeUserDefaults.h"
 #include "foundation/Text.h"
 #include "search/Bang.h"
+#include "search/SearchSuggester.h"
 #include "shell/WindowPlacement.h"
 #include "site/Favicons.h"
 #include "site/PageIcons.h"
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 
@@ -93,6 +95,22 @@ inline std::string iconLinks(std::string_view input) {
     if (found.empty() || found.size() > PageIcons::limit + 1) return "the number is wrong";
     const bool ends = found.back().absoluteString() == "https://a.example/favicon.ico";
     return ends ? "" : "the site's own icon is not the last";
+}
+
+/// What a search engine answers.
+inline std::string suggestions(std::string_view input) {
+    const auto texts = SearchSuggester::parse(input);
+    if (texts.size() > SearchSuggester::mostPredictions) return "there are too many";
+    for (auto each = texts.begin(); each != texts.end(); ++each) {
+        if (!isWellFormed(*each)) return "a text is no UTF-8";
+        if (each->empty() || trimmed(*each, TrimSet::whitespaces) != *each)
+            return "a text is blank";
+        const auto isSame = [&](const auto& other) {
+            return lowercased(other) == lowercased(*each);
+        };
+        if (std::any_of(texts.begin(), each, isSame)) return "a text is there twice";
+    }
+    return {};
 }
 
 /// The file name of a host's icon.

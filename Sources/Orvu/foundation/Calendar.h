@@ -15,6 +15,8 @@ public:
     /// `timeZone` is an Olson name such as "Europe/Berlin"; an unknown one counts as UTC.
     explicit Calendar(std::string timeZone) : timeZone_(std::move(timeZone)) {}
 
+    /// The Olson name of the zone; empty for the user's own.
+    [[nodiscard]] const std::string& timeZone() const { return timeZone_; }
     /// The first moment of the day in which `date` lies.
     [[nodiscard]] Date startOfDay(Date date) const;
     /// The date `days` calendar days later (earlier if negative), at the same time of day;

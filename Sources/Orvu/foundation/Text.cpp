@@ -131,6 +131,21 @@ std::string_view firstCharacters(std::string_view text, std::size_t count) {
     return text.substr(0, *bound);
 }
 
+std::vector<std::string_view> characters(std::string_view text) {
+    std::vector<std::string_view> result;
+    std::size_t begin = 0;
+    if (isOneBytePerCharacter(text)) {
+        for (; begin < text.size(); ++begin) result.push_back(text.substr(begin, 1));
+        return result;
+    }
+    CharacterBreaks breaks{text};
+    while (const auto end = breaks.next()) {
+        result.push_back(text.substr(begin, *end - begin));
+        begin = *end;
+    }
+    return result;
+}
+
 std::string_view trimmed(std::string_view text, TrimSet set) {
     std::size_t begin = 0;
     while (begin < text.size()) {

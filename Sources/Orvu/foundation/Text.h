@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// Text in UTF-8, seen as people see it. "Characters" are user-perceived characters (grapheme
 /// clusters) everywhere. Bytes that are no UTF-8 stay as they are; each of them, or the head of a
@@ -19,6 +20,8 @@ enum class TrimSet {
 [[nodiscard]] std::size_t characterCount(std::string_view text);
 /// The first `count` characters, or all if there are fewer.
 [[nodiscard]] std::string_view firstCharacters(std::string_view text, std::size_t count);
+/// The characters of `text`, which must outlive the answer.
+[[nodiscard]] std::vector<std::string_view> characters(std::string_view text);
 /// `text` without the characters of `set` at both ends. Zero-width spaces and byte-order marks
 /// at the ends go with them.
 [[nodiscard]] std::string_view trimmed(std::string_view text, TrimSet set);

@@ -143,7 +143,10 @@ std::optional<std::string> Url::queryItem(std::string_view name) const {
         const auto item = rest.substr(0, rest.find('&'));
         rest.remove_prefix(std::min(rest.size(), item.size() + 1));
         const auto equals = item.find('=');
-        if (percentDecoded(item.substr(0, equals)) != name) continue;
+        const auto written = item.substr(0, equals);
+        const bool isNamed =
+            written.contains('%') ? percentDecoded(written) == name : written == name;
+        if (!isNamed) continue;
         if (equals == std::string_view::npos) return std::nullopt;
         return percentDecoded(item.substr(equals + 1));
     }

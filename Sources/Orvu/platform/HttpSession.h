@@ -15,6 +15,7 @@ namespace orvu {
 /// What all requests of one session have in common.
 struct HttpOptions {
     std::chrono::seconds timeout{60};  ///< how long a server may be silent
+    std::chrono::seconds longest{0};   ///< for a whole request from its asking; 0 is no limit
     std::size_t bodyLimit = 0;         ///< a body of this many bytes or more is a failure
     int connectionsPerHost = 6;
 };
@@ -36,8 +37,8 @@ public:
 
     virtual ~HttpSession() = default;
 
-    /// Nothing if the address is no web address, if there is no answer, or if its body reaches
-    /// the limit. Dropping the future ends the request.
+    /// Nothing if the address is no web address, if there is no answer, or if a limit is reached.
+    /// Dropping the future ends the request.
     [[nodiscard]] virtual Future<std::optional<HttpResponse>> get(const Url& url,
                                                                   const Headers& headers) = 0;
 };

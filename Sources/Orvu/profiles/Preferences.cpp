@@ -44,14 +44,14 @@ std::optional<Url> Prefs::suggestURL(Engine engine, std::string_view text) {
 }
 
 std::optional<Prefs::SearchPage> Prefs::searchQuery(const std::optional<Url>& url) {
-    if (!url || !url->query()) return std::nullopt;
+    // The item comes first, since few addresses have one and it takes no memory to find that out.
+    auto query = url ? url->queryItem("q") : std::nullopt;
+    if (!query || query->empty()) return std::nullopt;
     const std::string host = lowercased(url->host().value_or(""));
     // Their sites have nothing in common, so there is at most one.
     const auto found = std::ranges::find_if(
         engines, [&](const EngineFacts& each) { return belongsTo(host, each.site); });
     if (found == engines.end() || !url->path().starts_with(found->path)) return std::nullopt;
-    auto query = url->queryItem("q");
-    if (!query || query->empty()) return std::nullopt;
     std::ranges::replace(*query, '+', ' ');
     return SearchPage{found->engine, std::move(*query)};
 }

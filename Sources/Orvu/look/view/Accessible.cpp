@@ -9,6 +9,11 @@ void setAccessibleLabel(Gtk::Widget& widget, const std::string& label) {
                                    label.c_str(), -1);
 }
 
+void setAccessibleDescription(Gtk::Widget& widget, const std::string& text) {
+    gtk_accessible_update_property(GTK_ACCESSIBLE(widget.gobj()),
+                                   GTK_ACCESSIBLE_PROPERTY_DESCRIPTION, text.c_str(), -1);
+}
+
 void setAccessibleSelected(Gtk::Widget& widget, bool selected) {
     gtk_accessible_update_state(GTK_ACCESSIBLE(widget.gobj()), GTK_ACCESSIBLE_STATE_SELECTED,
                                 static_cast<gboolean>(selected), -1);

@@ -8,6 +8,8 @@ namespace orvu {
 
 /// Gives a widget the name by which assistive technology calls it.
 void setAccessibleLabel(Gtk::Widget& widget, const std::string& label);
+/// What assistive technology says of a widget beside its name.
+void setAccessibleDescription(Gtk::Widget& widget, const std::string& text);
 /// Says whether an item of a list is the chosen one.
 void setAccessibleSelected(Gtk::Widget& widget, bool selected);
 /// Says whether what a widget opens and closes is open.

@@ -1,16 +1,44 @@
 #include "platform/linux/SoupHttpSession.h"
 
+#include <chrono>
 #include <memory>
+#include <optional>
 
 namespace orvu {
 namespace {
 
 constexpr gsize pieceSize = 32768;  // bytes
 
+/// Cancels a request when its time is up, unless the request was faster.
+class Deadline {
+public:
+    /// `cancellable` must outlive this.
+    Deadline(GCancellable* cancellable, std::chrono::milliseconds limit)
+        : cancellable_(cancellable),
+          source_(g_timeout_add(static_cast<guint>(limit.count()), expire, this)) {}
+    Deadline(const Deadline&) = delete;
+    Deadline& operator=(const Deadline&) = delete;
+    ~Deadline() {
+        if (source_ != 0) g_source_remove(source_);
+    }
+
+private:
+    static gboolean expire(gpointer data) {
+        auto& self = *static_cast<Deadline*>(data);
+        self.source_ = 0;
+        g_cancellable_cancel(self.cancellable_);
+        return G_SOURCE_REMOVE;
+    }
+
+    GCancellable* const cancellable_;
+    guint source_;
+};
+
 /// One request under way. Each step hands it to the next one's callback.
 struct Transfer {
     Promise<std::optional<HttpResponse>> promise;
     GObjectPointer<GCancellable> cancellable;
+    std::optional<Deadline> deadline;
     GObjectPointer<SoupMessage> message;
     GObjectPointer<GInputStream> stream;
     HttpResponse response;
@@ -98,6 +126,7 @@ Future<std::optional<HttpResponse>> SoupHttpSession::get(const Url& url, const H
     transfer->bodyLimit = options_.bodyLimit;
     transfer->cancellable = GObjectPointer<GCancellable>::adopt(g_cancellable_new());
     auto* const cancellable = transfer->cancellable.get();
+    if (options_.longest.count() > 0) transfer->deadline.emplace(cancellable, options_.longest);
     // The callback runs at most once, while the transfer, which holds the cancellable, lives.
     transfer->promise.onAbandoned([cancellable] { g_cancellable_cancel(cancellable); });
     Transfer& started = *transfer.release();

@@ -2,7 +2,7 @@
 
 #include "core/BrowserStore.h"
 #include "look/view/FrameRefresh.h"
-#include "shell/view/ActiveTabWatch.h"
+#include "core/ActiveTabWatch.h"
 #include "shell/view/BrowserChromeButton.h"
 
 #include <gtkmm/box.h>

@@ -1,8 +1,8 @@
 #include "shell/view/BrowserShelfMenu.h"
 
+#include "look/OneLine.h"
 #include "look/view/Accessible.h"
 #include "look/view/SymbolImage.h"
-#include "shell/ShownTitle.h"
 #include "site/view/SiteIcon.h"
 
 #include <gtkmm/separator.h>

@@ -4,7 +4,7 @@
 #include "look/view/Accessible.h"
 #include "look/view/CssClass.h"
 #include "look/view/SymbolImage.h"
-#include "shell/view/ScrollTo.h"
+#include "look/view/ScrollTo.h"
 
 namespace orvu {
 

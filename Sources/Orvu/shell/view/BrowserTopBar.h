@@ -1,7 +1,5 @@
 #pragma once
 
-#include "look/view/MaximumWidth.h"
-#include "shell/view/AddressField.h"
 #include "shell/view/BrowserMenuButton.h"
 #include "shell/view/BrowserNavButtons.h"
 #include "shell/view/BrowserShelfMenu.h"
@@ -15,23 +13,22 @@
 
 namespace orvu {
 
-/// The bar at the top of a window: the window's controls, the ways through pages, the address,
-/// and the menus.
+/// The bar at the top of a window: the window's controls, the ways through pages, and the menus.
+/// Its middle is left to the notch, which hangs over it.
 class BrowserTopBar : public Gtk::Box {
 public:
     explicit BrowserTopBar(const std::shared_ptr<BrowserStore>& store);
 
-    [[nodiscard]] AddressField& address() { return address_; }
+    /// How wide what stands in the middle of `window` may be without covering anything here, in
+    /// pixels; 0 if there is no room.
+    [[nodiscard]] int roomInTheMiddle(const Gtk::Widget& window) const;
 
 private:
-    static constexpr int addressWidth = 560;
-
     void addPrivateMark();
 
     WindowControls controls_;
     BrowserNavButtons navigation_;
-    AddressField address_;
-    MaximumWidth addressPlace_{address_, addressWidth};
+    Gtk::Box middle_;
     Gtk::Box privateMark_;
     Gtk::Image eyeglasses_;
     Gtk::Label private_{"Private"};

@@ -19,12 +19,15 @@ std::unique_ptr<BrowserFrame> makeFrame(const BrowserStore& store) {
 
 }  // namespace
 
-BrowserView::BrowserView(const std::shared_ptr<BrowserStore>& store, NarrowColumn& narrow)
+BrowserView::BrowserView(const std::shared_ptr<BrowserStore>& store, NarrowColumn& narrow,
+                         const NotchServices& services)
     : store_(store),
       frame_(makeFrame(*store)),
       topBar_(store),
       tabs_({store, narrow}),
       page_(store),
+      scrim_([this] { notch_.close(); }),
+      notchView_(notch_, store, services),
       refresh_(*this, [this] { refresh(); }),
       watch_(*store, [this] { refresh_.mark(); }) {
     add_css_class("browser-view");
@@ -39,7 +42,7 @@ BrowserView::BrowserView(const std::shared_ptr<BrowserStore>& store, NarrowColum
     column_.append(bar_);
     column_.append(row_);
     page_.onFullscreen = [this](bool on) { setElementFullscreen(on); };
-    topBar_.address().onEditingEnded = [this] { page_.focusContent(); };
+    addNotch();
     front_ = store_->active();
     static_cast<void>(page_.refresh());  // its process starts before the window is drawn
 }
@@ -47,7 +50,16 @@ BrowserView::BrowserView(const std::shared_ptr<BrowserStore>& store, NarrowColum
 BrowserView::~BrowserView() {
     notify_callbacks();
     page_.onFullscreen = nullptr;
-    topBar_.address().onEditingEnded = nullptr;
+    notchView_.onEditingEnded = nullptr;
+    notchView_.onProgress = nullptr;
+}
+
+void BrowserView::addNotch() {
+    add_overlay(scrim_);
+    add_overlay(notchView_);
+    notchView_.restingRoom = [this] { return topBar_.roomInTheMiddle(*this) - 2 * notchMargin; };
+    notchView_.onEditingEnded = [this] { page_.focusContent(); };
+    notchView_.onProgress = [this](double open) { scrim_.setShown(open); };
 }
 
 void BrowserView::refresh() {
@@ -60,9 +72,7 @@ void BrowserView::refresh() {
 }
 
 void BrowserView::focusNewFront() {
-    // An address that is being typed for an empty tab has the keyboard already.
-    if (front_.lock()->isNewTab() && topBar_.address().isEditing()) return;
-    page_.focusContent();
+    if (!notch_.isOpen()) page_.focusContent();
 }
 
 void BrowserView::moveFocus(int areas) {
@@ -85,6 +95,8 @@ void BrowserView::moveFocus(int areas) {
 }
 
 void BrowserView::setElementFullscreen(bool on) {
+    notch_.close();
+    notchView_.setHidden(on);
     bar_.set_visible(!on);
     tabs_.set_visible(!on);
     setCssClass(*this, "element-fullscreen", on);

@@ -1,11 +1,14 @@
 #pragma once
 
+#include "core/ActiveTabWatch.h"
 #include "look/view/FrameRefresh.h"
-#include "shell/view/ActiveTabWatch.h"
+#include "notch/AddressNotch.h"
+#include "notch/view/AddressNotchView.h"
 #include "shell/view/BrowserFrame.h"
 #include "shell/view/BrowserPageCard.h"
 #include "shell/view/BrowserTabColumn.h"
 #include "shell/view/BrowserTopBar.h"
+#include "shell/view/NotchScrim.h"
 
 #include <gtkmm/overlay.h>
 #include <gtkmm/windowhandle.h>
@@ -15,26 +18,31 @@
 namespace orvu {
 
 /// The content of a browser window: the desk, and on it the top bar, the column of tabs and the
-/// page area, all of one store.
+/// page area, with the notch over them, all of one store.
 class BrowserView : public Gtk::Overlay {
 public:
-    /// `narrow` is the window's, and outlives the view.
-    BrowserView(const std::shared_ptr<BrowserStore>& store, NarrowColumn& narrow);
+    /// `narrow` is the window's; it and what `services` holds outlive the view.
+    BrowserView(const std::shared_ptr<BrowserStore>& store, NarrowColumn& narrow,
+                const NotchServices& services);
     ~BrowserView() override;
 
     /// Gives the keyboard to the tab in front.
     void focusContent() { page_.focusContent(); }
-    [[nodiscard]] AddressField& address() { return topBar_.address(); }
+    [[nodiscard]] AddressNotch& notch() { return notch_; }
     /// Moves the keyboard among the address, the column, the divider of a pair and the page, so
     /// many places on, or back if negative.
     void moveFocus(int areas);
 
 private:
+    static constexpr int notchMargin = 8;  ///< between the closed notch and the bar's parts
+
+    void addNotch();
     void refresh();
     void focusNewFront();
     void setElementFullscreen(bool on);
 
     const std::shared_ptr<BrowserStore> store_;
+    AddressNotch notch_;
     std::unique_ptr<BrowserFrame> frame_;
     Gtk::Box column_{Gtk::Orientation::VERTICAL};
     Gtk::WindowHandle bar_;
@@ -42,6 +50,8 @@ private:
     BrowserTopBar topBar_;
     BrowserTabColumn tabs_;
     BrowserPageCard page_;
+    NotchScrim scrim_;
+    AddressNotchView notchView_;
     std::weak_ptr<BrowserTab> front_;  ///< the tab that the keyboard followed last
     FrameRefresh refresh_;
     ActiveTabWatch watch_;

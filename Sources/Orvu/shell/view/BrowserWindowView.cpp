@@ -46,7 +46,9 @@ void BrowserWindowView::setContent(const std::shared_ptr<BrowserStore>& store) {
     window_.unset_child();
     content_.reset();
     store_ = store;
-    content_ = std::make_unique<BrowserView>(store, narrow_);
+    content_ = std::make_unique<BrowserView>(
+        store, narrow_,
+        NotchServices{environment_.suggestions, environment_.loop, environment_.defaults});
     window_.set_child(*content_);
     content_->focusContent();
     for (std::size_t look = 0; look < ProfileLook::all.size(); ++look) {
@@ -77,9 +79,13 @@ void BrowserWindowView::present() {
     if (first && place_) moveWindow(GTK_WINDOW(window_.gobj()), *place_);
 }
 
-void BrowserWindowView::editAddress(const std::string& text) { content_->address().edit(text); }
+void BrowserWindowView::editAddress(const std::string& text) { content_->notch().open(text); }
 
-bool BrowserWindowView::endEditing() { return content_->address().endEditing(); }
+bool BrowserWindowView::endEditing() {
+    const bool wasOpen = content_->notch().isOpen();
+    content_->notch().close();
+    return wasOpen;
+}
 
 void BrowserWindowView::moveFocus(int areas) {
     gtk_window_set_focus_visible(GTK_WINDOW(window_.gobj()), TRUE);

@@ -1,8 +1,8 @@
 #include "shell/view/ContextMenu.h"
 
 #include "foundation/Text.h"
+#include "look/OneLine.h"
 #include "look/view/Accessible.h"
-#include "shell/ShownTitle.h"
 
 #include <gtkmm/root.h>
 

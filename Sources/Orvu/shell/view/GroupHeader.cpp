@@ -1,9 +1,9 @@
 #include "shell/view/GroupHeader.h"
 
+#include "look/OneLine.h"
 #include "look/view/Accessible.h"
 #include "look/view/CssClass.h"
 #include "look/view/SymbolImage.h"
-#include "shell/ShownTitle.h"
 
 #include <gtkmm/eventcontrollerfocus.h>
 #include <gtkmm/eventcontrollerkey.h>

@@ -1,4 +1,4 @@
-#include "shell/view/ScrollTo.h"
+#include "look/view/ScrollTo.h"
 
 #include <gtkmm/adjustment.h>
 

@@ -1,0 +1,20 @@
+#include "notch/NotchResting.h"
+
+namespace orvu {
+
+NotchResting NotchResting::of(const BrowserTab& tab) {
+    if (tab.isNewTab()) {
+        return {"", "Search, type a site, or ask Kesto", "Search or type a site", ""};
+    }
+    const std::string& address = tab.url()->absoluteString();
+    return {siteName(*tab.url()), tab.path(), "Address: " + address, address};
+}
+
+NotchBookmark NotchBookmark::of(bool isBookmarked) {
+    if (isBookmarked) {
+        return {"star.fill", "Remove bookmark (⌘D)", "Remove bookmark", true};
+    }
+    return {"star", "Bookmark this page (⌘D)", "Bookmark this page", false};
+}
+
+}  // namespace orvu

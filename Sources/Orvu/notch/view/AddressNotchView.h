@@ -1,0 +1,90 @@
+#pragma once
+
+#include "look/NotchShape.h"
+#include "look/view/FrameRefresh.h"
+#include "look/view/SpringAnimation.h"
+#include "notch/AddressNotchBody.h"
+#include "notch/view/NotchCommandBar.h"
+#include "notch/view/NotchRestingView.h"
+#include "core/ActiveTabWatch.h"
+
+#include <functional>
+#include <memory>
+
+namespace orvu {
+
+/// The address bar: a black tab that hangs from the middle of the window's top edge and opens
+/// into the command bar. It has the room of the open bar all the time, and only what is drawn
+/// grows and shrinks; beside the outline it is not there for the pointer.
+class AddressNotchView : public Gtk::Widget {
+public:
+    static constexpr int openWidth = 780;
+    static constexpr int restingWidth = 560;
+
+    /// `notch` and what `services` holds must outlive the view.
+    AddressNotchView(AddressNotch& notch, std::shared_ptr<BrowserStore> store,
+                     const NotchServices& services);
+    ~AddressNotchView() override;
+
+    [[nodiscard]] bool hasKeyboard() const;
+    /// Takes the notch off the window, as while an element of the page fills it.
+    void setHidden(bool hidden);
+
+    /// How wide the closed notch may be, in pixels, in the room that the bar below leaves it.
+    std::function<int()> restingRoom;
+    /// The notch has just closed, and had the keyboard.
+    std::function<void()> onEditingEnded;
+    /// How far the notch is open, from 0 to 1, at each step of its motion.
+    std::function<void(double)> onProgress;
+
+protected:
+    [[nodiscard]] Gtk::SizeRequestMode get_request_mode_vfunc() const override;
+    void measure_vfunc(Gtk::Orientation orientation, int forSize, int& minimum, int& natural,
+                       int& minimumBaseline, int& naturalBaseline) const override;
+    void size_allocate_vfunc(int width, int height, int baseline) override;
+    void snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) override;
+    bool contains_vfunc(double x, double y) const override;
+
+private:
+    /// What is drawn at this moment.
+    struct Outline {
+        double x = 0;  ///< of the left ear's end
+        double width = 0;
+        double height = 0;
+        NotchShape shape;
+    };
+
+    [[nodiscard]] Outline outline() const;
+    void watchBookmarks();
+    void notchChanged();
+    void keepKeyboard();
+    bool moveFocus(Gtk::DirectionType direction);
+    void followTab();
+    void showOpen();
+    void showClosed();
+    void refresh();
+    void step();
+    void drawShape(const Glib::RefPtr<Gtk::Snapshot>& snapshot, const Outline& outline,
+                   double open);
+
+    AddressNotch& notch_;
+    const std::shared_ptr<BrowserStore> store_;
+    const NotchServices services_;
+    NotchSnapshot snapshot_;
+    std::unique_ptr<AddressNotchBody> body_;  ///< of the tab in front
+    ScopedConnection bodyChanged_;
+    NotchRestingView resting_;
+    NotchCommandBar bar_;
+    bool isOpen_ = false;
+    bool isHidden_ = false;
+    int barHeight_ = 0;     ///< that the command bar wants
+    int restingSpace_ = 0;  ///< the width of the closed notch
+    SpringAnimation open_;
+    SpringAnimation height_;  ///< of the open notch
+    FrameRefresh refresh_;
+    ActiveTabWatch watch_;
+    ScopedConnection bookmarksChanged_;
+    ScopedConnection notchChanged_;
+};
+
+}  // namespace orvu

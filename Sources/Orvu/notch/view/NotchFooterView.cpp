@@ -1,0 +1,71 @@
+#include "notch/view/NotchFooterView.h"
+
+#include "look/PlatformText.h"
+#include "look/view/Accessible.h"
+#include "site/view/SiteIcon.h"
+
+#include <gtkmm/button.h>
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+namespace orvu {
+namespace {
+
+constexpr int iconSize = 12;
+
+Gtk::Button& makeChip(FaviconStore& favicons, Trace trace, const NotchFooter::Chip& chip) {
+    const std::string name{chip.bang.name};
+    auto& parts = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, 6);
+    auto& icon = *Gtk::make_managed<SiteIcon>(favicons, trace, iconSize);
+    icon.set_valign(Gtk::Align::CENTER);
+    icon.setHost(std::string{chip.bang.host});
+    parts.append(icon);
+    parts.append(*Gtk::make_managed<Gtk::Label>(name));
+    auto& button = *Gtk::make_managed<Gtk::Button>();
+    button.add_css_class("notch-chip");
+    button.set_focus_on_click(false);
+    button.set_child(parts);
+    button.set_tooltip_text(platformText(chip.help));
+    setAccessibleLabel(button, name);
+    return button;
+}
+
+}  // namespace
+
+NotchFooterView::NotchFooterView(FaviconStore& favicons, Trace trace, Perform perform)
+    : favicons_(favicons), trace_(trace), perform_(std::move(perform)) {
+    add_css_class("notch-footer");
+    append(chips_);
+    note_.add_css_class("notch-note");
+    note_.set_hexpand(true);
+    note_.set_halign(Gtk::Align::END);
+    append(note_);
+    set_visible(false);
+}
+
+void NotchFooterView::show(const std::optional<NotchFooter>& footer) {
+    set_visible(footer.has_value());
+    if (!footer) return;
+    const bool sameChips = std::ranges::equal(
+        shown_.chips, footer->chips, {}, [](const auto& chip) { return chip.bang; },
+        [](const auto& chip) { return chip.bang; });
+    shown_ = *footer;
+    if (!sameChips) makeChips();
+    note_.set_text(shown_.note);
+}
+
+void NotchFooterView::makeChips() {
+    while (Gtk::Widget* const chip = chips_.get_first_child()) chips_.remove(*chip);
+    for (std::size_t i = 0; i < shown_.chips.size(); ++i) {
+        auto& button = makeChip(favicons_, trace_, shown_.chips[i]);
+        button.signal_clicked().connect([this, i] {
+            const NotchAction action = shown_.chips[i].action;
+            perform_(action);
+        });
+        chips_.append(button);
+    }
+}
+
+}  // namespace orvu

@@ -1,0 +1,96 @@
+#include "notch/view/NotchRestingView.h"
+
+#include "look/OneLine.h"
+#include "look/PlatformText.h"
+#include "look/view/Accessible.h"
+#include "look/view/CssClass.h"
+#include "look/view/SymbolImage.h"
+
+#include <gtkmm/gestureclick.h>
+
+#include <utility>
+
+namespace orvu {
+namespace {
+
+constexpr std::size_t labelLimit = 300;
+constexpr int symbolSize = 12;
+
+}  // namespace
+
+NotchRestingView::NotchRestingView(BrowserStore& store,
+                                   std::function<void(const std::string&)> opened)
+    : store_(store), opened_(std::move(opened)) {
+    add_css_class("notch-resting");
+    row_.add_css_class("notch-resting-row");
+    row_.set_size_request(-1, height);
+    addLabel();
+    addBookmark();
+    set_child(row_);
+    dots_.set_valign(Gtk::Align::END);
+    dots_.set_margin_start(10);
+    dots_.set_margin_end(10);
+    dots_.set_margin_bottom(4);
+    add_overlay(dots_);
+    // What is left between the buttons opens the notch as well.
+    const auto click = Gtk::GestureClick::create();
+    click->signal_released().connect([this](int, double, double) { opened_(shown_.address); });
+    row_.add_controller(click);
+}
+
+void NotchRestingView::addLabel() {
+    site_.add_css_class("notch-site");
+    quiet_.add_css_class("notch-quiet");
+    for (auto* const label : {&site_, &quiet_}) {
+        label->set_ellipsize(Pango::EllipsizeMode::END);
+        label->set_xalign(0);
+        label_.append(*label);
+    }
+    open_.add_css_class("notch-open");
+    open_.set_hexpand(true);
+    open_.set_focus_on_click(false);
+    open_.set_child(label_);
+    open_.signal_clicked().connect([this] { opened_(shown_.address); });
+    row_.append(open_);
+}
+
+void NotchRestingView::addBookmark() {
+    bookmark_.add_css_class("notch-tool");
+    bookmark_.set_valign(Gtk::Align::CENTER);
+    bookmark_.set_focus_on_click(false);
+    bookmark_.set_child(star_);
+    bookmark_.signal_clicked().connect(sigc::mem_fun(*this, &NotchRestingView::toggleBookmark));
+    row_.append(bookmark_);
+}
+
+void NotchRestingView::refresh(const BrowserTab& tab) {
+    const NotchResting resting = NotchResting::of(tab);
+    if (resting != shown_) {
+        shown_ = resting;
+        site_.set_text(oneLine(shown_.site, labelLimit));
+        site_.set_visible(!shown_.site.empty());
+        quiet_.set_text(oneLine(shown_.quiet, labelLimit));
+        setAccessibleLabel(open_, shown_.name);
+    }
+    dots_.set_visible(tab.isLoading());
+    dots_.setProgress(tab.progress());
+    refreshBookmark(tab);
+}
+
+void NotchRestingView::refreshBookmark(const BrowserTab& tab) {
+    bookmark_.set_visible(!tab.isNewTab() && !store_.isPrivate());
+    const auto state = NotchBookmark::of(store_.bookmarks().contains(tab.url()));
+    if (state == shownBookmark_) return;
+    shownBookmark_ = state;
+    setSymbol(star_, state.symbol, symbolSize);
+    bookmark_.set_tooltip_text(platformText(state.help));
+    setAccessibleLabel(bookmark_, std::string{state.label});
+    setCssClass(bookmark_, "on", state.isOn);
+}
+
+void NotchRestingView::toggleBookmark() {
+    const auto tab = store_.active();
+    if (tab && !store_.isPrivate()) store_.bookmarks().toggle(tab->url(), tab->title());
+}
+
+}  // namespace orvu

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "core/BrowserStore.h"
+#include "look/view/BrowserLoadingDots.h"
+#include "notch/NotchResting.h"
+
+#include <gtkmm/box.h>
+#include <gtkmm/button.h>
+#include <gtkmm/image.h>
+#include <gtkmm/label.h>
+#include <gtkmm/overlay.h>
+
+#include <functional>
+
+namespace orvu {
+
+/// The closed notch: where the page is, and whether it is bookmarked. Dots along its lower edge
+/// tell how far the page has loaded.
+class NotchRestingView : public Gtk::Overlay {
+public:
+    static constexpr int height = 42;
+
+    /// `store` must outlive the view. `opened` is called with the address at a click.
+    NotchRestingView(BrowserStore& store, std::function<void(const std::string&)> opened);
+
+    void refresh(const BrowserTab& tab);
+
+private:
+    void addLabel();
+    void addBookmark();
+    void refreshBookmark(const BrowserTab& tab);
+    void toggleBookmark();
+
+    BrowserStore& store_;
+    const std::function<void(const std::string&)> opened_;
+    NotchResting shown_;
+    Gtk::Box row_{Gtk::Orientation::HORIZONTAL, 8};
+    Gtk::Button open_;
+    Gtk::Box label_;
+    Gtk::Label site_;
+    Gtk::Label quiet_;
+    Gtk::Button bookmark_;
+    Gtk::Image star_;
+    NotchBookmark shownBookmark_;
+    BrowserLoadingDots dots_{60};
+};
+
+}  // namespace orvu

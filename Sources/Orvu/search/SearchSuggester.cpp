@@ -1,0 +1,183 @@
+#include "search/SearchSuggester.h"
+
+#include "foundation/Json.h"
+#include "foundation/Text.h"
+#include "search/Bang.h"
+#include "search/EditDistance.h"
+#include "search/SuggestionGate.h"
+
+#include <algorithm>
+#include <unordered_set>
+#include <utility>
+
+namespace orvu {
+namespace {
+
+/// Text in ISO Latin 1, of which every byte is a character, as UTF-8.
+std::string fromLatin1(std::string_view text) {
+    std::string result;
+    result.reserve(text.size() + text.size() / 4);
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte < 0x80) {
+            result.push_back(c);
+        } else {
+            result.push_back(static_cast<char>(0xC0 | (byte >> 6)));
+            result.push_back(static_cast<char>(0x80 | (byte & 0x3F)));
+        }
+    }
+    return result;
+}
+
+/// The texts of a list; nothing if one of its entries is no text.
+std::optional<std::vector<std::string_view>> texts(const JsonValue& list) {
+    const auto entries = list.array();
+    if (!entries) return std::nullopt;
+    std::vector<std::string_view> result;
+    result.reserve(entries->size());
+    for (const JsonValue& entry : *entries) {
+        const auto text = entry.text();
+        if (!text) return std::nullopt;
+        result.push_back(*text);
+    }
+    return result;
+}
+
+/// The words of `text`, of which only spaces are between.
+std::vector<std::string_view> words(std::string_view text) {
+    std::vector<std::string_view> result;
+    while (!text.empty()) {
+        const auto word = text.substr(0, text.find(' '));
+        if (!word.empty()) result.push_back(word);
+        text.remove_prefix(std::min(text.size(), word.size() + 1));
+    }
+    return result;
+}
+
+/// The first `count` words of `text`, with one space between each two.
+std::string firstWords(std::string_view text, std::size_t count) {
+    std::string result;
+    auto wanted = words(text);
+    wanted.resize(std::min(wanted.size(), count));
+    for (const auto word : wanted) {
+        if (!result.empty()) result += ' ';
+        result += word;
+    }
+    return result;
+}
+
+/// Whether `text` begins with the characters of `part`, which are `count`.
+bool beginsWith(std::string_view text, std::string_view part, std::size_t count) {
+    return composed(firstCharacters(text, count)) == composed(part);
+}
+
+/// What a request tells beside its address.
+HttpSession::Headers headersFor(const std::vector<std::string>& preferredLanguages) {
+    std::string languages;
+    const auto count = std::min(preferredLanguages.size(), SearchSuggester::mostLanguages);
+    for (std::size_t i = 0; i < count; ++i) {
+        if (i > 0) languages += ',';
+        languages += preferredLanguages[i];
+    }
+    if (languages.empty()) return {};
+    return {{"Accept-Language", std::move(languages)}};
+}
+
+}  // namespace
+
+SearchSuggester::SearchSuggester(HttpSession& http, MainLoop& loop, const UserDefaults& defaults,
+                                 const std::vector<std::string>& preferredLanguages,
+                                 AddressOf addressOf)
+    : http_(http),
+      loop_(loop),
+      defaults_(defaults),
+      headers_(headersFor(preferredLanguages)),
+      addressOf_(std::move(addressOf)) {}
+
+void SearchSuggester::update(std::string_view query, Privacy privacy) {
+    task_.cancel();
+    answering_.cancel();
+    const auto bang = Bang::parse(query);
+    std::string text{trimmed(bang ? bang->query : query, TrimSet::whitespaces)};
+    if (privacy == Privacy::privateWindow ||
+        !Prefs::boolean(defaults_, "searchSuggestions", true) || !SuggestionGate::lets(text)) {
+        return show({}, std::move(text));
+    }
+    std::string key = lowercased(text);
+    if (const auto known = cache_.find(key); known != cache_.end()) {
+        return show(known->second, std::move(text));
+    }
+    const auto engine = bang ? Prefs::Engine::google : Prefs::engine(defaults_);
+    task_ = ask(std::move(text), std::move(key), engine);
+    task_.start();
+}
+
+Task<void> SearchSuggester::ask(std::string query, std::string key, Prefs::Engine engine) {
+    co_await Sleep{loop_, debounce};
+    const auto url = addressOf_(engine, query);
+    if (!url) co_return;
+    const auto response = co_await http_.get(*url, headers_);
+    if (!response) co_return;
+
+    auto found = parse(response->body);
+    std::erase_if(found, [&](const std::string& each) { return lowercased(each) == key; });
+    // Who hears of it may ask anew or end the suggester, and both would end this task.
+    answering_ = loop_.after(std::chrono::milliseconds{0}, [this, query, key, found] {
+        cache_.insert_or_assign(key, found);
+        show(found, query);
+    });
+}
+
+void SearchSuggester::show(std::vector<std::string> predictions, std::string query) {
+    if (predictions == predictions_ && query == forQuery_) return;
+    predictions_ = std::move(predictions);
+    forQuery_ = std::move(query);
+    changed_.emit();  // last: an observer may call straight back, or end the suggester
+}
+
+std::optional<std::string> SearchSuggester::correction(std::string_view query) const {
+    const std::string typed = lowercased(trimmed(query, TrimSet::whitespaces));
+    if (predictions_.empty() || lowercased(forQuery_) != typed) return std::nullopt;
+    const std::size_t length = characterCount(typed);
+    if (length < 4) return std::nullopt;
+    const auto completes = [&](const std::string& each) {
+        return beginsWith(lowercased(each), typed, length);
+    };
+    if (std::ranges::any_of(predictions_, completes)) return std::nullopt;
+
+    const std::size_t mostEdits = length / 4;
+    std::string candidate = firstWords(lowercased(predictions_[0]), words(typed).size());
+    // Each character too many is an edit, so what is far too long need not be compared.
+    if (firstCharacters(candidate, length + mostEdits).size() < candidate.size()) {
+        return std::nullopt;
+    }
+    const std::size_t edits = distance(typed, candidate);
+    if (edits < 1 || edits > mostEdits) return std::nullopt;
+    return candidate;
+}
+
+std::vector<std::string> SearchSuggester::parse(std::string_view answer) {
+    auto document = JsonDocument::parse(answer);
+    if (!document && !isWellFormed(answer)) document = JsonDocument::parse(fromLatin1(answer));
+    if (!document) return {};
+    const auto parts = document->root().array();
+    if (!parts || parts->size() < 2) return {};
+    const auto offered = texts((*parts)[1]);
+    if (!offered) return {};
+
+    std::vector<std::string> result;
+    std::unordered_set<std::string> seen;
+    for (const auto each : *offered) {
+        if (result.size() == mostPredictions) break;
+        const auto text = trimmed(each, TrimSet::whitespaces);
+        if (text.empty() || !seen.insert(lowercased(text)).second) continue;
+        result.emplace_back(text);
+    }
+    return result;
+}
+
+std::size_t SearchSuggester::distance(std::string_view a, std::string_view b) {
+    return editDistance(a, b);
+}
+
+}  // namespace orvu

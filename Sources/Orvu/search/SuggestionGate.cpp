@@ -1,0 +1,31 @@
+#include "search/SuggestionGate.h"
+
+#include "foundation/Regex.h"
+#include "foundation/Text.h"
+#include "notch/AddressNotch.h"
+
+namespace orvu {
+namespace {
+
+/// "[^\s@]+@[^\s@]+\.[a-z]{2,}" without the run in front, of which one character is enough: to
+/// search for all of it takes quadratic time in a text without an "@".
+bool holdsMailAddress(std::string_view text) {
+    static const Regex pattern{R"((?<=[^\s@])@[^\s@]+\.[a-z]{2,})", Regex::LetterCase::ignored};
+    return pattern.isFoundIn(text).value_or(true);
+}
+
+bool holdsLongNumber(std::string_view text) {
+    static const Regex pattern{R"(\d[\d\s-]{7,}\d)", Regex::LetterCase::significant};
+    return pattern.isFoundIn(text).value_or(true);
+}
+
+}  // namespace
+
+bool SuggestionGate::lets(std::string_view query) {
+    if (query.empty() || query.size() > mostBytes) return false;
+    if (firstCharacters(query, longestQuery).size() < query.size()) return false;
+    return !AddressNotch::looksLikeSite(query) && !holdsMailAddress(query) &&
+           !holdsLongNumber(query);
+}
+
+}  // namespace orvu
