@@ -1,12 +1,21 @@
 #include "CallTimes.h"
 #include "FullProfile.h"
 
+#include "fakes/FakeFileRoom.h"
+#include "fakes/FakeHttpSession.h"
+#include "fakes/FakeImageCodec.h"
+#include "fakes/FakeUserDefaults.h"
+#include "fakes/FakeWebEngine.h"
+#include "fakes/VirtualMainLoop.h"
+
 #include "foundation/Text.h"
+#include "notch/AddressNotchBody.h"
 #include "notch/NotchCandidates.h"
 #include "notch/NotchSnapshot.h"
 
 #include <benchmark/benchmark.h>
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -90,6 +99,66 @@ void keystroke(benchmark::State& state, const std::vector<std::string>& queries)
     times.report(state);
 }
 
+/// A window with the full profile whose notch is open, as the program makes it.
+struct OpenNotch {
+    FakeUserDefaults defaults;
+    VirtualMainLoop loop;
+    FakeWebEngine engine;
+    NotificationCenter notifications;
+    BookmarkStores bookmarks{defaults, loop};
+    FakeHttpSession http;
+    FakeImageCodec codec;
+    FakeFileRoom files;
+    FaviconStore favicons{http, codec, files, loop, "Favicons"};
+    FakeHttpSession suggestions;
+    AddressNotch notch;
+    NotchSnapshot snapshot;
+    std::shared_ptr<BrowserStore> store;
+    std::unique_ptr<AddressNotchBody> body;
+
+    OpenNotch() {
+        FullProfile{20251121, loop.now()}.store(defaults);
+        store = std::make_shared<BrowserStore>(
+            BrowserServices{defaults, notifications, loop, engine, bookmarks, favicons}, false,
+            Profile::personal());
+        body = std::make_unique<AddressNotchBody>(notch, store, store->active(), snapshot,
+                                                  NotchServices{suggestions, loop, defaults});
+        notch.open("");
+        body->setCaretAtEnd(true);
+    }
+    /// Lets the engine suggest something for the text, which it takes to be misspelt.
+    void suggest(const std::string& text, const std::string& answer) {
+        notch.setQuery(text);
+        loop.advance(SearchSuggester::debounce);
+        const auto asked = suggestions.open();
+        if (!asked.empty()) suggestions.answer(asked.front(), 200, answer);
+        loop.advance({});
+        body->refresh();
+    }
+};
+
+/// All that one key costs from the field's new text to rows that can be drawn: what may be sent is
+/// judged, all is computed, and computed once more in the frame that draws it.
+void wholeKeystroke(benchmark::State& state) {
+    OpenNotch open;
+    open.suggest("garden museun lettres", R"(["", ["garden museum letters", "garden gnomes"]])");
+    if (!open.body->correction()) state.SkipWithError("no correction is offered");
+    const auto queries = typing();
+    CallTimes times;
+    std::size_t next = 0;
+    for (auto _ : state) {
+        // Every other text is the misspelt one, whose edits are counted.
+        const bool misspelt = next++ % 2 == 0;
+        const std::string& query =
+            misspelt ? std::string{"garden museun lettres"} : queries[next / 2 % queries.size()];
+        times.measure(state, [&] {
+            open.notch.setQuery(query);
+            open.body->refresh();
+        });
+    }
+    times.report(state);
+}
+
 void topHit(benchmark::State& state) {
     const NotchProfile profile;
     NotchSnapshot snapshot;
@@ -162,6 +231,10 @@ void registerKeystroke(const std::string& name, const std::vector<std::string>& 
     registerKeystroke("longestFolded", {times("\u0301", 1800)});
     return true;
 }();
+BENCHMARK(wholeKeystroke)
+    ->Name("NotchKeystroke/whole")
+    ->Unit(benchmark::kMillisecond)
+    ->UseManualTime();
 BENCHMARK(topHit)->Name("NotchTopHit")->Unit(benchmark::kMicrosecond);
 BENCHMARK(snapshotFirst)
     ->Name("NotchSnapshotFirst")

@@ -18,8 +18,8 @@ protected:
     void makeBody() {
         body = std::make_unique<AddressNotchBody>(
             notch, store, store->active(), snapshot,
-            NotchServices{engineHttp, world.loop, world.defaults, Locale{Locale::Environment{.lang = "en_GB.UTF-8"}},
-                          Calendar{"UTC"}});
+            NotchServices{engineHttp, world.loop, world.defaults,
+                          Locale{Locale::Environment{.lang = "en_GB.UTF-8"}}, Calendar{"UTC"}});
     }
     /// The text becomes `text`, with the caret behind it.
     void type(const std::string& text) {
