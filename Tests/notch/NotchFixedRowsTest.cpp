@@ -95,17 +95,18 @@ TEST_F(NotchFixedRowsTest, ACorrectionKeepsTheBang) {
 // --- The footer -------------------------------------------------------------------------------
 
 TEST_F(NotchFixedRowsTest, TheFooterSendsTheTypedTextToOtherSites) {
-    const auto footer = ask(" Garden gate ").footer();
+    const std::string query = " Garden gate ";
+    const auto footer = ask(query).footer();
 
     ASSERT_TRUE(footer);
     ASSERT_EQ(footer->chips.size(), 4U);
     EXPECT_EQ(footer->chips[0].bang.name, "Wikipedia");
     EXPECT_EQ(footer->chips[0].help, "Search Wikipedia (type !w first)");
-    EXPECT_EQ(footer->chips[0].action, SearchFor{"!w Garden gate"});
+    EXPECT_EQ(footer->chips[0].action(query), SearchFor{"!w Garden gate"});
     EXPECT_EQ(footer->chips[1].help, "Search YouTube (type !yt first)");
     EXPECT_EQ(footer->chips[2].help, "Search Maps (type !m first)");
     EXPECT_EQ(footer->chips[3].help, "Search GitHub (type !gh first)");
-    EXPECT_EQ(footer->chips[3].action, SearchFor{"!gh Garden gate"});
+    EXPECT_EQ(footer->chips[3].action(query), SearchFor{"!gh Garden gate"});
 }
 
 TEST_F(NotchFixedRowsTest, TheFooterTellsWhereSuggestionsComeFrom) {

@@ -257,8 +257,7 @@ private:
             for (const auto& each : Bang::all) {
                 if (each.key != key) continue;
                 footer->chips.push_back(
-                    {each, "Search " + std::string{each.name} + " (type " + key + " first)",
-                     SearchFor{key + " " + typed}});
+                    {each, "Search " + std::string{each.name} + " (type " + key + " first)"});
             }
         }
     }

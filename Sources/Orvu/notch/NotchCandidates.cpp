@@ -91,6 +91,10 @@ private:
     }
 };
 
+SearchFor NotchFooter::Chip::action(std::string_view query) const {
+    return {joined({bang.key, " ", trimmed(query, TrimSet::whitespaces)})};
+}
+
 NotchCandidates::NotchCandidates(const NotchSnapshot& snapshot, const NotchQuestion& question) {
     const auto typed = trimmed(question.query, TrimSet::whitespaces);
     bang_ = Bang::parse(typed);
@@ -259,8 +263,7 @@ void NotchCandidates::makeFooter(const Given& given) {
     for (const std::string_view key : {"!w", "!yt", "!m", "!gh"}) {
         const auto bang = std::ranges::find(Bang::all, key, &Bang::key);
         if (bang == Bang::all.end()) continue;
-        footer.chips.push_back({*bang, joined({"Search ", bang->name, " (type ", key, " first)"}),
-                                SearchFor{joined({key, " ", typed})}});
+        footer.chips.push_back({*bang, joined({"Search ", bang->name, " (type ", key, " first)"})});
     }
     const auto engine = Prefs::facts(question.engine).shownName;
     footer.note =

@@ -33,7 +33,9 @@ struct NotchFooter {
     struct Chip {
         Bang bang;
         std::string help;
-        SearchFor action;
+
+        /// Made when it is chosen: the typed text may be a book.
+        [[nodiscard]] SearchFor action(std::string_view query) const;
 
         friend bool operator==(const Chip&, const Chip&) = default;
     };

@@ -33,7 +33,8 @@ NotchCommandBar::NotchCommandBar(AddressNotch& notch, const BrowserStore& store)
       primarySite_(favicons_, trace_, hostIconSize),
       ask_(platformText("⌘↵")),
       face_(faceDot, faceGap),
-      footer_(favicons_, trace_, [this](const NotchAction& action) { body_->perform(action); }) {
+      footer_(favicons_, trace_,
+              [this](const auto& chip) { body_->perform(chip.action(body_->query())); }) {
     add_css_class("notch-bar");
     addFieldRow();
     append(correction_);

@@ -6,7 +6,6 @@
 
 #include <gtkmm/button.h>
 
-#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -34,8 +33,8 @@ Gtk::Button& makeChip(FaviconStore& favicons, Trace trace, const NotchFooter::Ch
 
 }  // namespace
 
-NotchFooterView::NotchFooterView(FaviconStore& favicons, Trace trace, Perform perform)
-    : favicons_(favicons), trace_(trace), perform_(std::move(perform)) {
+NotchFooterView::NotchFooterView(FaviconStore& favicons, Trace trace, Chosen chosen)
+    : favicons_(favicons), trace_(trace), chosen_(std::move(chosen)) {
     add_css_class("notch-footer");
     append(chips_);
     note_.add_css_class("notch-note");
@@ -48,26 +47,17 @@ NotchFooterView::NotchFooterView(FaviconStore& favicons, Trace trace, Perform pe
 void NotchFooterView::show(const std::optional<NotchFooter>& footer) {
     set_visible(footer.has_value());
     if (!footer) return;
-    const bool sameChips = std::ranges::equal(
-        shown_.chips, footer->chips, {}, [](const auto& chip) { return chip.bang; },
-        [](const auto& chip) { return chip.bang; });
+    if (footer == shown_) return;
     shown_ = *footer;
-    if (!sameChips) makeChips();
+    makeChips();
     note_.set_text(shown_.note);
-}
-
-void NotchFooterView::search(const Bang& bang) {
-    const auto found = std::ranges::find(shown_.chips, bang, &NotchFooter::Chip::bang);
-    if (found == shown_.chips.end()) return;
-    const NotchAction action = found->action;  // what happens may change the chips
-    perform_(action);
 }
 
 void NotchFooterView::makeChips() {
     while (Gtk::Widget* const chip = chips_.get_first_child()) chips_.remove(*chip);
     for (const auto& chip : shown_.chips) {
         auto& button = makeChip(favicons_, trace_, chip);
-        button.signal_clicked().connect([this, bang = chip.bang] { search(bang); });
+        button.signal_clicked().connect([this, chip] { chosen_(chip); });
         chips_.append(button);
     }
 }

@@ -14,21 +14,20 @@ namespace orvu {
 /// What stands under the notch's list: the same search elsewhere, and who suggests.
 class NotchFooterView : public Gtk::Box {
 public:
-    using Perform = std::function<void(const NotchAction&)>;
+    using Chosen = std::function<void(const NotchFooter::Chip&)>;
 
     /// `favicons` must outlive the view.
-    NotchFooterView(FaviconStore& favicons, Trace trace, Perform perform);
+    NotchFooterView(FaviconStore& favicons, Trace trace, Chosen chosen);
 
     /// Nothing hides it.
     void show(const std::optional<NotchFooter>& footer);
 
 private:
     void makeChips();
-    void search(const Bang& bang);
 
     FaviconStore& favicons_;
     const Trace trace_;
-    const Perform perform_;
+    const Chosen chosen_;
     NotchFooter shown_;
     Gtk::Box chips_{Gtk::Orientation::HORIZONTAL, 6};
     Gtk::Label note_;
