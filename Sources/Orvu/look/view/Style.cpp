@@ -18,7 +18,7 @@ namespace {
 
 /// The sheets of the program's resources, in the order in which they are read.
 constexpr std::array sheets{"base",      "buttons",      "top-bar", "tab-column",
-                            "page-area", "new-tab-page", "notch", "popovers"};
+                            "page-area", "new-tab-page", "notch",   "popovers"};
 
 std::string rgb(Color color) {
     return "rgb(" + std::to_string(color.red) + "," + std::to_string(color.green) + "," +
