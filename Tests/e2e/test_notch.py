@@ -171,14 +171,16 @@ class OpeningTest(BrowserTest):
         left, top, wide, high = self.notch.resting().box
         return (left + distance if distance < 0 else left + wide + distance), top + high // 2
 
-    def test_another_tab_closes_nothing_of_what_was_typed(self):
+    def test_another_tab_leaves_the_notch_open_with_its_text_selected(self):
         self.start_at("/one", "/two")
         self.notch.write("typed")
 
         self.hands.go_on("ctrl+1")
 
         self.wait_for_selected("New tab")
-        self.app.check_runs()
+        self.notch.wait_for_text("typed")
+        self.hands.type_on("x")
+        self.notch.wait_for_text("x")
 
 
 class KeysTest(BrowserTest):

@@ -169,6 +169,19 @@ class PagesTest(BrowserTest):
         self.assertEqual(len(self.notch.fields()), 1)
 
 
+class ComposingTest(BrowserTest):
+    def test_return_is_the_input_methods_while_it_composes(self):
+        self.app.start()
+        self.notch.open()
+
+        self.hands.go_on("ctrl+shift+u", "4", "1", "Return")
+
+        self.notch.wait_for_text("A")
+        self.hands.go_on("Escape")
+        self.notch.wait_until_closed()
+        self.assertNotIn("CONNECT www.google.com:443", self.proxy.asked())
+
+
 class HostileTextTest(BrowserTest):
     def copy(self, text):
         """Has a page put a text into the clipboard."""
@@ -181,6 +194,15 @@ class HostileTextTest(BrowserTest):
         self.hands.click()
         self.hands.press("ctrl+a", "ctrl+c")
         self.server.wait_for_report("copied")
+
+    def test_address_that_was_broken_over_lines_is_pasted_whole(self):
+        self.app.start()
+        self.copy("https://a.example/long-\n  path\n")
+        self.notch.open()
+
+        self.hands.go_on("ctrl+v")
+
+        self.notch.wait_for_text("https://a.example/long-path")
 
     def test_pasted_text_of_any_kind_leaves_the_notch_quick(self):
         self.app.start()
