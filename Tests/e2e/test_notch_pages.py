@@ -169,6 +169,24 @@ class PagesTest(BrowserTest):
         self.assertEqual(len(self.notch.fields()), 1)
 
 
+class FullScreenTest(BrowserTest):
+    def test_notch_opens_over_an_element_that_fills_the_window(self):
+        page = self.server.script_page("/full", """
+            onclick = () => document.documentElement.requestFullscreen();
+            document.onfullscreenchange = () => fetch('/report/' + !!document.fullscreenElement)""")
+        self.app.start(page)
+        self.wait_for_selected("full")
+        self.hands.click()
+        self.server.wait_for_report("true")
+        until(lambda: not self.notch.resting_rows(), "the closed notch to go")
+
+        self.notch.open()
+        self.hands.go_on("Escape")
+
+        until(lambda: not self.notch.is_open(), "the notch to close")
+        self.assertEqual(self.server.reports(), ["true"])
+
+
 class ComposingTest(BrowserTest):
     def test_return_is_the_input_methods_while_it_composes(self):
         self.app.start()

@@ -24,9 +24,12 @@ class Notch:
 
     def resting(self):
         """The row that names the page."""
-        return until(lambda: [node for node in self._nodes("push button")
-                              if node.name == EMPTY or node.name.startswith(ADDRESS)],
-                     "the notch at rest", lambda: self._windows.nodes(window=self._title))[0]
+        return until(self.resting_rows, "the notch at rest",
+                     lambda: self._windows.nodes(window=self._title))[0]
+
+    def resting_rows(self):
+        return [node for node in self._nodes("push button")
+                if node.name == EMPTY or node.name.startswith(ADDRESS)]
 
     def wait_for_address(self, url):
         self._windows.find("push button", ADDRESS + url, self._title)

@@ -87,7 +87,7 @@ void AddressNotchView::focusField() {
 
 void AddressNotchView::setHidden(bool hidden) {
     isHidden_ = hidden;
-    set_visible(body_ && !isHidden_);
+    updateVisible();
 }
 
 void AddressNotchView::notchChanged() {
@@ -105,6 +105,7 @@ void AddressNotchView::notchChanged() {
 void AddressNotchView::showOpen() {
     followTab();
     if (!body_) return;
+    updateVisible();
     body_->refresh();
     bar_.refresh();
     bar_.set_can_target(true);
@@ -137,7 +138,7 @@ void AddressNotchView::followTab() {
 
 void AddressNotchView::refresh() {
     followTab();
-    set_visible(body_ && !isHidden_);
+    updateVisible();
     if (!body_) return;
     resting_.refresh(*body_->tab());
     if (!isOpen_) return;
@@ -145,9 +146,16 @@ void AddressNotchView::refresh() {
     bar_.refresh();
 }
 
+void AddressNotchView::updateVisible() {
+    set_visible(body_ && (!isHidden_ || isOpen_ || bar_.get_visible()));
+}
+
 void AddressNotchView::step() {
     const double progress = open_.value();
-    if (progress <= 0 && !isOpen_) bar_.set_visible(false);
+    if (progress <= 0 && !isOpen_) {
+        bar_.set_visible(false);
+        updateVisible();
+    }
     if (progress >= 1 && isOpen_) resting_.set_visible(false);
     if (onProgress) onProgress(std::clamp(progress, 0.0, 1.0));
     queue_draw();

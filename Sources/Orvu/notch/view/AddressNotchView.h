@@ -29,7 +29,7 @@ public:
     [[nodiscard]] bool hasKeyboard() const;
     /// Gives the open notch's field the keyboard, with all its text selected.
     void focusField();
-    /// Takes the notch off the window, as while an element of the page fills it.
+    /// Takes the closed notch off the window, as while an element of the page fills it.
     void setHidden(bool hidden);
 
     /// How wide the closed notch may be, in pixels, in the room that the bar below leaves it.
@@ -65,6 +65,7 @@ private:
     void showOpen();
     void showClosed();
     void refresh();
+    void updateVisible();
     void step();
     void drawShape(const Glib::RefPtr<Gtk::Snapshot>& snapshot, const Outline& outline,
                    double open);
