@@ -153,22 +153,21 @@ class OpeningTest(BrowserTest):
         self.server.wait_for_report("clicked")
         self.assertEqual(self.server.reports(), ["clicked"])
 
-    def test_clicks_beside_the_resting_row_go_to_the_bar(self):
+    def test_double_click_left_of_the_resting_row_goes_to_the_bar(self):
+        self.check_bar_is_hit_beside(-60)
+
+    def test_double_click_right_of_the_resting_row_goes_to_the_bar(self):
+        self.check_bar_is_hit_beside(+60)
+
+    def check_bar_is_hit_beside(self, distance):
         self.start_at("/page")
         self.notch.wait_for_address(self.pages[0])
         width = self.hands.size()[0]
 
-        self.hands.double_click(self.beside(-60))
+        self.hands.double_click(self.beside(distance))
+
         until(lambda: self.hands.size()[0] > width, "the window to fill the screen")
-        until(self.is_in_the_middle, "the notch in its middle")
-        self.hands.double_click(self.beside(+60))
-        until_equal(lambda: self.hands.size()[0], width, "the window's width")
-
         self.assertFalse(self.notch.is_open())
-
-    def is_in_the_middle(self):
-        left, _, wide, _ = self.notch.resting().box
-        return abs(left + wide / 2 - self.hands.size()[0] / 2) < 40
 
     def beside(self, distance):
         """A place so far to the left or the right of the resting row."""

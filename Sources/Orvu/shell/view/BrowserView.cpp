@@ -60,6 +60,8 @@ void BrowserView::addNotch() {
     notchView_.restingRoom = [this] { return topBar_.roomInTheMiddle(*this) - 2 * notchMargin; };
     notchView_.onEditingEnded = [this] { page_.focusContent(); };
     notchView_.onProgress = [this](double open) { scrim_.setShown(open); };
+    // While the veil fades the window is the person's again.
+    notch_.connectChanged([this] { scrim_.set_can_target(notch_.isOpen()); });
 }
 
 void BrowserView::refresh() {
