@@ -79,6 +79,7 @@ NotchField::NotchField() {
 }
 
 NotchField::~NotchField() {
+    keepSelection();
     g_signal_handlers_disconnect_by_data(inner(), this);
     ghost_.unparent();
     entry_.unparent();
@@ -133,6 +134,23 @@ void NotchField::setText(const std::string& text) {
 void NotchField::focusAll() {
     entry_.grab_focus();
     entry_.select_region(0, -1);
+    selectAllAgain();
+}
+
+void NotchField::selectAllAgain() {
+    // A selection ends when the display says that another one was made, and may say so late, of
+    // one that was made before. The person has not touched the field until the next frame.
+    if (selectAgain_ != 0) return;
+    selectAgain_ = add_tick_callback([this](const Glib::RefPtr<Gdk::FrameClock>&) {
+        selectAgain_ = 0;
+        entry_.select_region(0, -1);
+        return false;
+    });
+}
+
+void NotchField::keepSelection() {
+    if (selectAgain_ != 0) remove_tick_callback(selectAgain_);
+    selectAgain_ = 0;
 }
 
 void NotchField::setGhost(const std::string& ghost) {
@@ -158,6 +176,7 @@ bool NotchField::isCaretAtEnd() {
 
 void NotchField::textChanged() {
     queue_allocate();
+    keepSelection();
     // The text goes first: where the caret stands has a meaning only in it.
     if (!isSetting_ && onText) onText(entry_.get_text().raw());
     caretMoved();
@@ -169,6 +188,7 @@ void NotchField::caretMoved() {
 }
 
 bool NotchField::keyPressed(guint key, Gdk::ModifierType state) {
+    keepSelection();
     if (isComposing_ || !onKey) return false;
     const auto wanted = notchKey(key, state & modifiers);
     return wanted && onKey(*wanted);

@@ -43,6 +43,8 @@ private:
     [[nodiscard]] bool isCaretAtEnd();
     void followInner();
     bool insert(std::string_view text, int& at);
+    void selectAllAgain();
+    void keepSelection();
     void textChanged();
     void caretMoved();
     bool keyPressed(guint key, Gdk::ModifierType state);
@@ -52,6 +54,7 @@ private:
     Gtk::Label ghost_;
     bool isComposing_ = false;
     bool isSetting_ = false;
+    guint selectAgain_ = 0;
 };
 
 }  // namespace orvu
