@@ -13,6 +13,9 @@ namespace orvu {
 /// one.
 class AddressNotch {
 public:
+    /// What the field is for.
+    static constexpr std::string_view prompt = "Search, type a site, or ask Kesto";
+
     /// Whether typed text is to be taken for the address of a site, and not for a search. All that
     /// begins with "http" is; else it needs a full stop, not at its end, and no space.
     [[nodiscard]] static bool looksLikeSite(std::string_view text);

@@ -38,7 +38,6 @@ public:
     /// The width of the curved corners where the shape meets the window's edge.
     static constexpr double ear = 14;
     static constexpr int noSelection = -1;
-    static constexpr std::string_view placeholder = "Search, type a site, or ask Kesto";
 
     /// `notch`, `snapshot` and what `services` holds must outlive this. The snapshot is the
     /// window's: it serves one body after another.

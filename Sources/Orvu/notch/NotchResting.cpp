@@ -1,10 +1,12 @@
 #include "notch/NotchResting.h"
 
+#include "notch/AddressNotch.h"
+
 namespace orvu {
 
 NotchResting NotchResting::of(const BrowserTab& tab) {
     if (tab.isNewTab()) {
-        return {"", "Search, type a site, or ask Kesto", "Search or type a site", ""};
+        return {"", std::string{AddressNotch::prompt}, "Search or type a site", ""};
     }
     const std::string& address = tab.url()->absoluteString();
     return {siteName(*tab.url()), tab.path(), "Address: " + address, address};

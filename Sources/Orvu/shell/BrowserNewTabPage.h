@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Records.h"
+#include "notch/AddressNotch.h"
 
 #include <cstddef>
 #include <string>
@@ -11,7 +12,7 @@ namespace orvu {
 
 /// What stands in the place of a page in an empty tab.
 struct BrowserNewTabPage {
-    static constexpr std::string_view prompt = "Search, type a site, or ask Kesto";
+    static constexpr std::string_view prompt = AddressNotch::prompt;
     static constexpr std::size_t sitesLimit = 8;
 
     /// The latest visit to each of the hosts visited last, the newest first. `visits` stand

@@ -58,7 +58,7 @@ std::optional<NotchKey> notchKey(guint key, Gdk::ModifierType held) {
 NotchField::NotchField() {
     add_css_class("notch-field");
     entry_.add_css_class("notch-entry");
-    const std::string prompt{AddressNotchBody::placeholder};
+    const std::string prompt{AddressNotch::prompt};
     entry_.set_placeholder_text(prompt);
     entry_.set_width_chars(1);
     setAccessibleLabel(entry_, prompt);

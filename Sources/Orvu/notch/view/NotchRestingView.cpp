@@ -59,7 +59,7 @@ void NotchRestingView::addBookmark() {
     bookmark_.set_valign(Gtk::Align::CENTER);
     bookmark_.set_focus_on_click(false);
     bookmark_.set_child(star_);
-    bookmark_.signal_clicked().connect(sigc::mem_fun(*this, &NotchRestingView::toggleBookmark));
+    bookmark_.set_action_name("win.toggleBookmark");
     row_.append(bookmark_);
 }
 
@@ -86,11 +86,6 @@ void NotchRestingView::refreshBookmark(const BrowserTab& tab) {
     bookmark_.set_tooltip_text(platformText(state.help));
     setAccessibleLabel(bookmark_, std::string{state.label});
     setCssClass(bookmark_, "on", state.isOn);
-}
-
-void NotchRestingView::toggleBookmark() {
-    const auto tab = store_.active();
-    if (tab && !store_.isPrivate()) store_.bookmarks().toggle(tab->url(), tab->title());
 }
 
 }  // namespace orvu

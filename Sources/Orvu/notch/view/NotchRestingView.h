@@ -29,7 +29,6 @@ private:
     void addLabel();
     void addBookmark();
     void refreshBookmark(const BrowserTab& tab);
-    void toggleBookmark();
 
     BrowserStore& store_;
     const std::function<void(const std::string&)> opened_;
