@@ -2,6 +2,7 @@
 #include "foundation/NotificationCenter.h"
 #include "platform/linux/GdkPasteboard.h"
 #include "platform/linux/GlibMainLoop.h"
+#include "platform/linux/LinuxDownloadFolder.h"
 #include "platform/linux/LinuxFileRoom.h"
 #include "platform/linux/LinuxSystemPaths.h"
 #include "platform/linux/LinuxWorkspace.h"
@@ -10,12 +11,14 @@
 #include "platform/linux/SoupHttpSession.h"
 #include "platform/linux/SqliteUserDefaults.h"
 #include "platform/linux/WebKitEngine.h"
+#include "platform/linux/WorkRoom.h"
 #include "profiles/Profiles.h"
 #include "search/SearchSuggester.h"
 #include "shell/BrowserWindowController.h"
 #include "shell/OrvuApp.h"
 #include "shell/view/BrowserWindowView.h"
 #include "shell/view/OrvuApplication.h"
+#include "site/Downloads.h"
 #include "site/Favicons.h"
 
 #include <algorithm>
@@ -40,7 +43,11 @@ public:
           windows_({defaults_, notifications_, loop_, engine_, bookmarks_, favicons_}, profiles_,
                    makeWindows(application)),
           delegate_(defaults_, workspace_, windows_),
-          tidyUp_(loop_.after(std::chrono::seconds{10}, [this] { removeOrphans(); })) {}
+          tidyUp_(loop_.after(std::chrono::seconds{10}, [this] { removeOrphans(); })) {
+        engine_.onDownload = [this](std::unique_ptr<Download> download) {
+            downloads_.add(std::move(download));
+        };
+    }
 
     [[nodiscard]] AppDelegate& delegate() override { return delegate_; }
     [[nodiscard]] UserDefaults& defaults() override { return defaults_; }
@@ -54,6 +61,7 @@ private:
             pasteboard_,
             workspace_,
             profiles_,
+            downloads_,
             suggestions_,
             [this](const BrowserStore& store, const Profile& profile) {
                 windows_.switchProfile(store, profile);
@@ -64,7 +72,14 @@ private:
     }
 
     /// Website data of profiles that are gone: the engine writes some of it again after a removal.
+    /// And what a killed program left of its downloads.
     void removeOrphans() {
+        static_cast<void>(tidying_.run<bool>(
+            [folder = downloadFolder_.path()] {
+                LinuxDownloadFolder::removeLeftovers(folder);
+                return true;
+            },
+            false));
         std::vector<Uuid> known;
         std::ranges::transform(profiles_.profiles(), std::back_inserter(known), &Profile::id);
         engine_.removeDataStoresExcept(known);
@@ -76,6 +91,8 @@ private:
     SqliteUserDefaults defaults_;
     WebKitEngine engine_;
     LinuxWorkspace workspace_;
+    LinuxDownloadFolder downloadFolder_{downloadsFolder()};
+    DownloadStore downloads_{downloadFolder_, workspace_};
     GdkPasteboard pasteboard_;
     ProfileStore profiles_;
     BookmarkStores bookmarks_;
@@ -86,6 +103,7 @@ private:
     SoupHttpSession suggestions_{SearchSuggester::httpOptions};
     BrowserWindowController windows_;
     AppDelegate delegate_;
+    WorkRoom tidying_{loop_, WorkRoom::AtEnd::forget, {}};
     Scheduled tidyUp_;
 };
 
