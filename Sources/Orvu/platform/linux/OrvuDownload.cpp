@@ -1,10 +1,23 @@
 #include "platform/linux/OrvuDownload.h"
 
+#include <libsoup/soup.h>
+
 namespace orvu {
 namespace {
 
 /// The engine's process that fetches and writes files, "WebKitNetworkProcess" cut by the kernel.
 constexpr std::string_view networkProcess = "WebKitNetworkPr";
+
+/// Whether less came than the server said. The engine takes some connections that break off for
+/// the end of the file. Of a body that is packed on its way only the packed length is known.
+bool isShort(WebKitDownload* download) {
+    WebKitURIResponse* const response = webkit_download_get_response(download);
+    if (!response) return false;
+    SoupMessageHeaders* const headers = webkit_uri_response_get_http_headers(response);
+    if (!headers || soup_message_headers_get_one(headers, "Content-Encoding")) return false;
+    return webkit_download_get_received_data_length(download) <
+           webkit_uri_response_get_content_length(response);
+}
 
 OrvuDownload& self(gpointer data) { return *static_cast<OrvuDownload*>(data); }
 
@@ -50,7 +63,11 @@ void OrvuDownload::progressed(WebKitDownload*, GParamSpec*, gpointer data) {
 void OrvuDownload::failed(WebKitDownload*, GError*, gpointer data) { self(data).failed_ = true; }
 
 // Comes after "failed" too.
-void OrvuDownload::finished(WebKitDownload*, gpointer data) { self(data).end(); }
+void OrvuDownload::finished(WebKitDownload* download, gpointer data) {
+    auto& self = orvu::self(data);
+    self.failed_ = self.failed_ || isShort(download);
+    self.end();
+}
 
 void OrvuDownload::stopListening() {
     g_signal_handlers_disconnect_by_data(download_.get(), this);

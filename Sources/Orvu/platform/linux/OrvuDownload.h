@@ -26,7 +26,7 @@ private:
     static gboolean decideDestination(WebKitDownload* download, const char* name, gpointer data);
     static void progressed(WebKitDownload*, GParamSpec*, gpointer data);
     static void failed(WebKitDownload*, GError*, gpointer data);
-    static void finished(WebKitDownload*, gpointer data);
+    static void finished(WebKitDownload* download, gpointer data);
     void stopListening();
     void end();
 
