@@ -1,4 +1,5 @@
 #include "core/Bookmarks.h"
+#include "core/TrackerBlocker.h"
 #include "foundation/NotificationCenter.h"
 #include "platform/linux/GdkPasteboard.h"
 #include "platform/linux/GlibMainLoop.h"
@@ -10,8 +11,10 @@
 #include "platform/linux/Renderer.h"
 #include "platform/linux/SoupHttpSession.h"
 #include "platform/linux/SqliteUserDefaults.h"
+#include "platform/linux/WebKitContentRules.h"
 #include "platform/linux/WebKitEngine.h"
 #include "platform/linux/WorkRoom.h"
+#include "profiles/Preferences.h"
 #include "profiles/Profiles.h"
 #include "search/SearchSuggester.h"
 #include "shell/BrowserWindowController.h"
@@ -40,13 +43,15 @@ public:
           profiles_(defaults_, [this](const Uuid& id) { engine_.removeDataStore(id); }),
           bookmarks_(defaults_, loop_),
           favicons_(iconRequests_, images_, files_, loop_, paths_.data / "Favicons"),
-          windows_({defaults_, notifications_, loop_, engine_, bookmarks_, favicons_}, profiles_,
-                   makeWindows(application)),
+          windows_({defaults_, notifications_, loop_, engine_, bookmarks_, favicons_, trackers_},
+                   profiles_, makeWindows(application)),
           delegate_(defaults_, workspace_, windows_),
           tidyUp_(loop_.after(std::chrono::seconds{10}, [this] { removeOrphans(); })) {
         engine_.onDownload = [this](std::unique_ptr<Download> download) {
             downloads_.add(std::move(download));
         };
+        // Long before the first page asks for anything.
+        if (Prefs::boolean(defaults_, "blockTrackers", true)) trackers_.prepare();
     }
 
     [[nodiscard]] AppDelegate& delegate() override { return delegate_; }
@@ -90,6 +95,7 @@ private:
     NotificationCenter notifications_;
     SqliteUserDefaults defaults_;
     WebKitEngine engine_;
+    WebKitRuleListStore ruleLists_{paths_.caches / "ContentRules"};
     LinuxWorkspace workspace_;
     LinuxDownloadFolder downloadFolder_{downloadsFolder()};
     DownloadStore downloads_{downloadFolder_, workspace_};
@@ -100,6 +106,7 @@ private:
     PixbufImageCodec images_{loop_};
     LinuxFileRoom files_{loop_};
     FaviconStore favicons_;
+    TrackerBlocker trackers_{ruleLists_};
     SoupHttpSession suggestions_{SearchSuggester::httpOptions};
     BrowserWindowController windows_;
     AppDelegate delegate_;

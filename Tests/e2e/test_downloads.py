@@ -117,6 +117,19 @@ class DownloadsTest(BrowserTest):
 
         self.wait_for_tabs("New tab", "links", "New tab")
 
+    def test_the_next_start_does_not_fetch_the_file_again(self):
+        self.app.start(self.downloads.serve("/file", Payload(1000), "once.bin"))
+        self.downloads.wait_for_rows("once.bin, Done")
+        until_equal(self.saved.session, [], "the saved tabs")
+        self.app.quit()
+
+        other = self.server.page("/other")
+        self.app.start()
+        self.open(other)
+
+        self.assertEqual(self.server.asked("/file"), 1)
+        self.assertEqual(self.downloads.files(), ["once.bin"])
+
     def test_without_a_length_the_row_stays_at_nothing_until_the_end(self):
         payload = Payload(2 * MEGABYTE + 5)
         url, stream = self.downloads.serve_chunks("/file", payload, "chunks.bin")
@@ -272,6 +285,37 @@ class DownloadsTest(BrowserTest):
         self.hands.go_on("Escape")
         until(lambda: not self.downloads.rows(), "the list to close")
         self.assertTrue(self.downloads.is_shown())
+
+    def test_the_button_is_reached_and_pressed_by_key(self):
+        self.app.start(self.downloads.serve("/file", Payload(1000), "file.bin"))
+        self.windows.find("push button", BUTTON)
+        self.hands.take()
+
+        def reached():
+            if self.focused() == [BUTTON]:
+                return True
+            self.hands.go_on("Tab")
+            return False
+        self.hands.go_on("F6", "Escape")
+        until(reached, "the button to have the keyboard", self.focused)
+        self.hands.go_on("Return")
+
+        until_equal(self.downloads.rows, ["file.bin, Done"], "the rows of the list")
+        until_equal(self.focused, ["Show in Files"], "what has the keyboard")
+        self.hands.go_on("Escape")
+        until(lambda: not self.downloads.rows(), "the list to close")
+        until_equal(self.focused, [BUTTON], "what has the keyboard")
+
+    def test_the_bar_of_a_row_tells_its_value(self):
+        _, stream = self.downloads.serve_halting("/file", Payload(4 * MEGABYTE), "slow.bin")
+        self.app.start(self.server.url("/file"))
+        self.downloads.wait_for_half("slow.bin")
+
+        bar = self.windows.find("progress bar", "Progress of slow.bin")
+
+        self.assertGreater(bar.value, 0.4)
+        self.assertLessEqual(bar.value, 0.5)
+        stream.go_on()
 
     def focused(self):
         return [node.name for node in self.windows.focused() if node.role == "push button"]

@@ -4,6 +4,7 @@
 #include "fakes/FakeFileRoom.h"
 #include "fakes/FakeHttpSession.h"
 #include "fakes/FakeImageCodec.h"
+#include "fakes/FakeRuleListStore.h"
 #include "fakes/FakeUserDefaults.h"
 #include "fakes/FakeWebEngine.h"
 #include "fakes/VirtualMainLoop.h"
@@ -69,8 +70,10 @@ struct StoreWorld {
     FakeImageCodec codec;
     FakeFileRoom files;
     FaviconStore favicons{http, codec, files, loop, "Favicons"};
-    BrowserServices services{defaults,  notifications, loop,           engine,
-                             bookmarks, favicons,      Calendar{"UTC"}};
+    FakeRuleListStore ruleLists;
+    TrackerBlocker trackers{ruleLists};
+    BrowserServices services{defaults,  notifications, loop,     engine,
+                             bookmarks, favicons,      trackers, Calendar{"UTC"}};
     Profile work{*Uuid::parse("11111111-2222-3333-4444-555555555555"), "Work", "bag", 1};
 
     /// The data stored under `key`; empty if there are none.

@@ -24,7 +24,7 @@ BrowserStore::BrowserStore(const BrowserServices& services, bool isPrivate, Prof
               ? WebsiteDataStore::defaultDataStore()
               : WebsiteDataStore::dataStoreForIdentifier(profile_.id))) {
     const Operation operation{*this};
-    configure();
+    configure(services.trackers);
     if (!isPrivate_) restore();
     if (tabs_.empty()) newTab(std::nullopt, Select::yes);
     const auto first =
@@ -43,10 +43,13 @@ BrowserStore::~BrowserStore() {
     notify_callbacks();
 }
 
-void BrowserStore::configure() {
+void BrowserStore::configure(TrackerBlocker& trackers) {
     configuration_->setElementFullscreenEnabled(true);
     configuration_->setApplicationNameForUserAgent("Version/" + std::string{safariVersion} +
                                                    " Safari/605.1.15");
+    if (Prefs::boolean(defaults_, "blockTrackers", true)) {
+        trackers.install(configuration_->userContentController());
+    }
 }
 
 std::shared_ptr<BrowserTab> BrowserStore::active() const {
@@ -116,6 +119,7 @@ BrowserTab& BrowserStore::newTab(const std::optional<Url>& url, Select select) {
     const Operation operation{*this};
     const auto tab = std::make_shared<BrowserTab>(*configuration_, url, loop_, favicons_, trace());
     tab->onVisit = sigc::mem_fun(*this, &BrowserStore::recordVisit);
+    tab->onDownload = sigc::mem_fun(*this, &BrowserStore::saveSession);
     tab->onOpenInNewTab = sigc::mem_fun(*this, &BrowserStore::openInBackground);
     tab->webView().onFocus =
         sigc::bind(sigc::mem_fun(*this, &BrowserStore::tabTookFocus), tab->id());

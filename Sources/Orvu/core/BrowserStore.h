@@ -5,6 +5,7 @@
 #include "core/EncodedVisits.h"
 #include "core/Records.h"
 #include "core/TabGroup.h"
+#include "core/TrackerBlocker.h"
 #include "foundation/Calendar.h"
 #include "foundation/NotificationCenter.h"
 #include "foundation/Signal.h"
@@ -26,6 +27,7 @@ struct BrowserServices {
     WebEngine& engine;
     BookmarkStores& bookmarks;
     FaviconStore& favicons;
+    TrackerBlocker& trackers;
     Calendar calendar = Calendar::current();
 };
 
@@ -155,7 +157,7 @@ private:
         UserDefaults::Batch batch;  // last, so that it ends first
     };
 
-    void configure();
+    void configure(TrackerBlocker& trackers);
     void restore();
     void restoreTabs();
     void reloadVisits();

@@ -22,6 +22,7 @@ public:
     /// `downloads` must outlive the bar.
     BrowserTopBar(const std::shared_ptr<BrowserStore>& store, DownloadStore& downloads);
 
+    [[nodiscard]] BrowserNavButtons& navigation() { return navigation_; }
     /// How wide what stands in the middle of `window` may be without covering anything here, in
     /// pixels; 0 if there is no room.
     [[nodiscard]] int roomInTheMiddle(const Gtk::Widget& window) const;
