@@ -334,6 +334,32 @@ class DownloadsTest(BrowserTest):
             return button.box[0] - (notch.box[0] + notch.box[2])
         until(lambda: gap() >= 0, "the notch to end before the button", gap)
 
+    def test_a_long_list_scrolls(self):
+        count = 14
+        # A click that comes too soon takes the place of the one before.
+        page = self.server.script_page("/many", f"""let i = 0;
+            const clicking = setInterval(() => {{
+                const link = document.createElement('a');
+                link.href = URL.createObjectURL(new Blob(['file ' + i]));
+                link.download = 'file-' + i + '.txt';
+                link.click();
+                if (++i === {count}) clearInterval(clicking);
+            }}, 200);""")
+        self.app.start(page)
+        until(self.downloads.is_shown, "the button")
+        wanted = sorted(f"file-{number}.txt" for number in range(count))
+        self.downloads.wait_for_files(*wanted)
+        self.downloads.open()
+        until_equal(lambda: sorted(self.downloads.rows()), [f"{name}, Done" for name in wanted],
+                    "the rows of the list")
+
+        clear = self.windows.find("push button", "Clear Finished")
+        heads = self.windows.nodes("list", BUTTON)[0].box
+        self.assertGreater(heads[3], 420)
+        self.assertLess(clear.box[1], 560)
+        for number in range(count):
+            self.assertEqual((self.folder / f"file-{number}.txt").read_text(), f"file {number}")
+
     def test_quitting_ends_it_and_leaves_nothing(self):
         url, _ = self.downloads.serve_halting("/file", Payload(4 * MEGABYTE), "slow.bin")
         self.app.start(url)
