@@ -98,7 +98,7 @@ std::vector<WindowCommand> pageCommands() {
         {"goForward", {"⌘]", "⌥Right"}, onActive([](auto&, auto& tab) {
              tab.webView().goForward();
          })},
-        {"rewind", {"⇧⌘[", "⇧⌘{", "⇧⌥Left"}, [](Target& target) { target.openRewind(); }},
+        {"rewind", {"⇧⌘[", "⇧⌘{", "⇧⌘H"}, [](Target& target) { target.openRewind(); }},
         {"find", {"⌘F"}, [](Target& target) { target.openFind(); }},
         {"findNext", {"⌘G", "F3"}, [](Target& target) { target.findAgain(false); }},
         {"findPrevious", {"⇧⌘G", "⇧F3"}, [](Target& target) { target.findAgain(true); }},
