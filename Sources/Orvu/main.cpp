@@ -17,6 +17,7 @@
 #include "shell/view/BrowserWindowView.h"
 #include "shell/view/OrvuApplication.h"
 #include "site/Favicons.h"
+#include "site/SitePermissions.h"
 
 #include <algorithm>
 #include <iterator>
@@ -37,8 +38,8 @@ public:
           profiles_(defaults_, [this](const Uuid& id) { engine_.removeDataStore(id); }),
           bookmarks_(defaults_, loop_),
           favicons_(iconRequests_, images_, files_, loop_, paths_.data / "Favicons"),
-          windows_({defaults_, notifications_, loop_, engine_, bookmarks_, favicons_}, profiles_,
-                   makeWindows(application)),
+          windows_({defaults_, notifications_, loop_, engine_, bookmarks_, favicons_, permissions_},
+                   profiles_, makeWindows(application)),
           delegate_(defaults_, workspace_, windows_),
           tidyUp_(loop_.after(std::chrono::seconds{10}, [this] { removeOrphans(); })) {}
 
@@ -83,6 +84,7 @@ private:
     PixbufImageCodec images_{loop_};
     LinuxFileRoom files_{loop_};
     FaviconStore favicons_;
+    SitePermissions permissions_{defaults_};
     SoupHttpSession suggestions_{SearchSuggester::httpOptions};
     BrowserWindowController windows_;
     AppDelegate delegate_;

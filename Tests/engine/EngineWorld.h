@@ -36,10 +36,16 @@ public:
     }
     void didFinish() override { finishedTitles.push_back(view_.title()); }
     void createWebView(const NavigationAction& action) override { created.push_back(action); }
+    void requestMediaCapture(MediaCaptureRequest request) override {
+        captures.push_back(std::move(request));
+    }
+    void documentWent() override { ++documentsGone; }
 
     std::vector<NavigationAction> actions;
     std::vector<NavigationResponse> responses;
     std::vector<NavigationAction> created;
+    std::vector<MediaCaptureRequest> captures;
+    int documentsGone = 0;
     std::vector<std::string> finishedTitles;  ///< the view's title at each finish
     ResponsePolicy responsePolicy = ResponsePolicy::allow;
 
@@ -66,7 +72,8 @@ protected:
     /// The engine's page processes that this process started.
     [[nodiscard]] static std::vector<int> pageProcesses();
     [[nodiscard]] BrowserServices services() {
-        return {defaults, notifications, loop, engine, bookmarks, favicons, Calendar{"UTC"}};
+        return {defaults,  notifications, loop,        engine,
+                bookmarks, favicons,      permissions, Calendar{"UTC"}};
     }
 
     std::filesystem::path folder;
@@ -80,6 +87,7 @@ protected:
     PixbufImageCodec codec{loop};
     LinuxFileRoom files{loop};
     FaviconStore favicons{http, codec, files, loop, folder / "Favicons"};
+    SitePermissions permissions{defaults};
 };
 
 }  // namespace orvu

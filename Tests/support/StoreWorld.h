@@ -69,8 +69,9 @@ struct StoreWorld {
     FakeImageCodec codec;
     FakeFileRoom files;
     FaviconStore favicons{http, codec, files, loop, "Favicons"};
-    BrowserServices services{defaults,  notifications, loop,           engine,
-                             bookmarks, favicons,      Calendar{"UTC"}};
+    SitePermissions permissions{defaults};
+    BrowserServices services{defaults,  notifications, loop,        engine,
+                             bookmarks, favicons,      permissions, Calendar{"UTC"}};
     Profile work{*Uuid::parse("11111111-2222-3333-4444-555555555555"), "Work", "bag", 1};
 
     /// The data stored under `key`; empty if there are none.

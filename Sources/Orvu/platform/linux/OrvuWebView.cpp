@@ -1,9 +1,11 @@
 #include "platform/linux/OrvuWebView.h"
 
 #include "foundation/Text.h"
+#include "platform/linux/CapturePermission.h"
 #include "platform/linux/LinkMenu.h"
 #include "platform/linux/PageScript.h"
 #include "platform/linux/PolicyTranslation.h"
+#include "platform/linux/SessionWebsiteData.h"
 
 #include <utility>
 
@@ -49,6 +51,7 @@ public:
         on(view, "decide-policy", decidePolicy);
         on(view, "create", create);
         on(view, "context-menu", contextMenu);
+        on(view, "permission-request", permissionRequest);
         on(view, "enter-fullscreen", enterFullscreen);
         on(view, "leave-fullscreen", leaveFullscreen);
         on(view, "web-process-terminated", processTerminated);
@@ -148,6 +151,18 @@ private:
             alive->delegate_->createWebView({{link}, NavigationType::linkActivated, false, 0});
         });
         return FALSE;
+    }
+    static gboolean permissionRequest(WebKitWebView*, WebKitPermissionRequest* request,
+                                      gpointer data) {
+        // The page that asks is the one that stands, whatever is loading over it.
+        const auto host = self(data).page_ ? self(data).page_->host() : std::nullopt;
+        auto capture = mediaCaptureRequest(request, host.value_or(""));
+        if (capture && self(data).delegate_) {
+            self(data).delegate_->requestMediaCapture(std::move(*capture));
+        } else {
+            webkit_permission_request_deny(request);
+        }
+        return TRUE;
     }
     static gboolean enterFullscreen(WebKitWebView*, gpointer data) {
         if (self(data).onFullscreen) self(data).onFullscreen(true);
@@ -265,6 +280,14 @@ Future<ScriptResult> OrvuWebView::evaluateJavaScript(std::string script) {
     return promise.future();
 }
 
+void OrvuWebView::stopCapture(CaptureKind kind) {
+    if (view_) orvu::stopCapture(view(), kind);
+}
+
+std::shared_ptr<WebsiteData> OrvuWebView::websiteData() {
+    return std::make_shared<SessionWebsiteData>(shared_->session);
+}
+
 void OrvuWebView::emit(std::initializer_list<WebViewProperty> properties) {
     const std::weak_ptr alive{self_};  // whoever hears of one change may end this view
     for (const auto property : properties) {
@@ -306,6 +329,7 @@ void OrvuWebView::loadChanged(WebKitLoadEvent event) {
         case WEBKIT_LOAD_COMMITTED: {
             committed_ = true;
             page_ = url_;
+            if (delegate_) delegate_->documentWent();
             GTlsCertificate* certificate = nullptr;
             GTlsCertificateFlags errors{};
             setSecure(webkit_web_view_get_tls_info(view(), &certificate, &errors) != FALSE);
@@ -335,6 +359,7 @@ void OrvuWebView::finish() {
 }
 
 void OrvuWebView::processTerminated(WebKitWebProcessTerminationReason reason) {
+    if (delegate_) delegate_->documentWent();
     if (reason == WEBKIT_WEB_PROCESS_TERMINATED_BY_API) return;
     // Within the signal the engine still knows the address.
     if (crashReload_.shouldReload(url_)) webkit_web_view_reload(view());

@@ -60,6 +60,8 @@ public:
     [[nodiscard]] double pageZoom() const override { return zoom_; }
     void setPageZoom(double zoom) override;
     [[nodiscard]] Future<ScriptResult> evaluateJavaScript(std::string script) override;
+    void stopCapture(CaptureKind kind) override;
+    [[nodiscard]] std::shared_ptr<WebsiteData> websiteData() override;
     void setNavigationDelegate(NavigationDelegate* delegate) override { delegate_ = delegate; }
     sigc::connection connectPropertyChanged(
         const sigc::slot<void(WebViewProperty)>& slot) override {
