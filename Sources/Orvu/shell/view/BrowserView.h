@@ -31,8 +31,11 @@ public:
     [[nodiscard]] AddressNotch& notch() { return notch_; }
     /// Opens the notch with `text`; in a notch that is open already, it takes the text's place.
     void editAddress(const std::string& text);
-    /// Moves the keyboard among the address, the column, the divider of a pair and the page, so
-    /// many places on, or back if negative.
+    /// Closes the notch or, if that is closed, what the page in front asks for. False if there is
+    /// neither.
+    bool endEditing();
+    /// Moves the keyboard among the address, the column, the divider of a pair, what the page asks
+    /// for and the page, so many places on, or back if negative.
     void moveFocus(int areas);
 
 private:
