@@ -10,35 +10,45 @@ namespace orvu {
 namespace {
 
 constexpr int symbolSize = 15;
-constexpr int textWidth = 34;         // characters, before the text takes another line
+constexpr int width = 320;
 constexpr unsigned armingTime = 500;  // milliseconds
 
 }  // namespace
 
-CaptureQuestionView::CaptureQuestionView() {
+CaptureQuestionView::CaptureQuestionView() : Gtk::Box(Gtk::Orientation::VERTICAL) {
     add_css_class("capture-question");
     property_accessible_role() = Gtk::Accessible::Role::ALERT;
     set_halign(Gtk::Align::START);
     set_valign(Gtk::Align::START);
+    set_size_request(width, -1);
     set_visible(false);
+    line_.add_css_class("capture-line");
     symbol_.set_valign(Gtk::Align::START);
-    append(symbol_);
+    line_.append(symbol_);
     text_.set_wrap(true);
     text_.set_wrap_mode(Pango::WrapMode::WORD_CHAR);
-    text_.set_max_width_chars(textWidth);
+    text_.set_max_width_chars(1);  // as wide as the card, not as the text
+    text_.set_hexpand(true);
     text_.set_xalign(0);
-    append(text_);
+    line_.append(text_);
+    append(line_);
+    addAnswers();
+}
+
+void CaptureQuestionView::addAnswers() {
+    answers_.add_css_class("capture-line");
+    answers_.set_halign(Gtk::Align::END);
     for (auto* const button : {&refuse_, &allow_}) {
         button->add_css_class("capture-answer");
-        button->set_valign(Gtk::Align::CENTER);
         button->set_focus_on_click(false);
-        append(*button);
+        answers_.append(*button);
     }
     refuse_.set_label(std::string{CaptureQuestion::refuse});
     refuse_.signal_clicked().connect([this] { answer(CaptureAnswer::refuse); });
     allow_.add_css_class("suggested");
     allow_.set_label(std::string{CaptureQuestion::allow});
     allow_.signal_clicked().connect([this] { answer(CaptureAnswer::allow); });
+    append(answers_);
 }
 
 void CaptureQuestionView::show(const std::shared_ptr<BrowserTab>& tab) {

@@ -28,14 +28,17 @@ public:
     std::function<void()> onKeyboardFree;
 
 private:
+    void addAnswers();
     void answer(CaptureAnswer answer);
     void draw(const CaptureQuestion& question);
     [[nodiscard]] bool hasKeyboard() const;
 
     std::weak_ptr<BrowserTab> tab_;
     std::optional<CaptureQuestion> shown_;
+    Gtk::Box line_;
     Gtk::Image symbol_;
     Gtk::Label text_;
+    Gtk::Box answers_;
     Gtk::Button refuse_;
     Gtk::Button allow_;
     sigc::connection arming_;  ///< makes `allow_` sensitive

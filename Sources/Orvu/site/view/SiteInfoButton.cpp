@@ -62,9 +62,13 @@ void SiteInfoButton::clicked() {
 void SiteInfoButton::open() {
     view_.refresh();
     setAccessibleExpanded(*this, true);
+    set_has_tooltip(false);  // it would cover the panel's head
     view_.popup();
 }
 
-void SiteInfoButton::closed() { setAccessibleExpanded(*this, false); }
+void SiteInfoButton::closed() {
+    setAccessibleExpanded(*this, false);
+    set_has_tooltip(true);
+}
 
 }  // namespace orvu

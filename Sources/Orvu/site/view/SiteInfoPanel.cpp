@@ -34,7 +34,7 @@ SiteInfoPanel::SiteInfoPanel(SitePanel& panel)
     set_halign(Gtk::Align::START);
     content_.add_css_class("site-panel-content");
     content_.set_size_request(width, -1);
-    setUp(site_, "site-name");
+    setUp(site_, "site-panel-name");
     site_.set_max_width_chars(1);  // as wide as the panel, not as the text
     content_.append(site_);
     addSecurity();
