@@ -119,6 +119,7 @@ void SiteInfoPanel::refresh() {
     const std::string site = panel_.site();
     site_.set_text(site);
     site_.set_tooltip_text(site);
+    site_.set_visible(!site.empty());
     const auto info = SiteInfo::of(panel_.security());
     setSymbol(securitySymbol_, info.symbol, symbolSize);
     securityText_.set_text(std::string{info.security});
