@@ -6,6 +6,7 @@
 #include "fakes/FakeFileRoom.h"
 #include "fakes/FakeHttpSession.h"
 #include "fakes/FakeImageCodec.h"
+#include "fakes/FakeRuleListStore.h"
 #include "fakes/FakeWebEngine.h"
 #include "fakes/VirtualMainLoop.h"
 #include "platform/TemporaryFolder.h"
@@ -35,10 +36,13 @@ struct World {
     FakeImageCodec codec;
     FakeFileRoom files;
     FaviconStore favicons{http, codec, files, loop, "Favicons"};
+    FakeRuleListStore ruleLists;
+    SitePermissions permissions{defaults};
+    TrackerBlocker trackers{ruleLists};
 
     World() { profile.store(defaults); }
     [[nodiscard]] BrowserServices services() {
-        return {defaults, notifications, loop, engine, bookmarks, favicons};
+        return {defaults, notifications, loop, engine, bookmarks, favicons, permissions, trackers};
     }
     [[nodiscard]] std::unique_ptr<BrowserStore> open() {
         return std::make_unique<BrowserStore>(services(), false, Profile::personal());
@@ -66,7 +70,8 @@ void openStore(benchmark::State& state) {
             auto services = world.services();
             store = std::make_unique<BrowserStore>(
                 BrowserServices{services.defaults, services.notifications, services.loop,
-                                services.engine, *bookmarks, services.favicons},
+                                services.engine, *bookmarks, services.favicons,
+                                services.permissions, services.trackers},
                 false, Profile::personal());
         });
         if (store->visits().size() != FullProfile::visitCount ||

@@ -168,6 +168,16 @@ class SiteInfoTest(BrowserTest):
 
         self.site.wait_until_closed()
 
+    def test_the_panel_makes_way_for_the_notch(self):
+        self.app.start()
+        self.open(self.server.page("/page"))
+        self.site.open()
+
+        self.app.action("editAddress")
+
+        self.site.wait_until_closed()
+        self.notch.wait_until_open()
+
     # Clearing.
 
     def cookie_page(self, path, host):

@@ -8,6 +8,7 @@
 #include "platform/linux/OrvuWebView.h"
 #include "platform/linux/PixbufImageCodec.h"
 #include "platform/linux/SoupHttpSession.h"
+#include "platform/linux/WebKitContentRules.h"
 #include "platform/linux/WebKitEngine.h"
 
 #include <gtest/gtest.h>
@@ -72,8 +73,8 @@ protected:
     /// The engine's page processes that this process started.
     [[nodiscard]] static std::vector<int> pageProcesses();
     [[nodiscard]] BrowserServices services() {
-        return {defaults,  notifications, loop,        engine,
-                bookmarks, favicons,      permissions, Calendar{"UTC"}};
+        return {defaults, notifications, loop,     engine,         bookmarks,
+                favicons, permissions,   trackers, Calendar{"UTC"}};
     }
 
     std::filesystem::path folder;
@@ -83,6 +84,8 @@ protected:
     NotificationCenter notifications;
     BookmarkStores bookmarks{defaults, loop};
     WebKitEngine engine;
+    WebKitRuleListStore ruleLists{folder / "ContentRules"};
+    TrackerBlocker trackers{ruleLists};
     SoupHttpSession http{FaviconStore::httpOptions};
     PixbufImageCodec codec{loop};
     LinuxFileRoom files{loop};

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <deque>
 #include <functional>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -32,10 +33,19 @@ public:
     std::deque<Promise<bool>> removals;
 };
 
+/// Counts the rules that it is given.
+class FakeUserContent : public UserContentController {
+public:
+    void add(const ContentRuleList& rules) override { added.push_back(&rules); }
+
+    std::vector<const ContentRuleList*> added;
+};
+
 /// A page that does what a test says.
 class FakeWebView : public WebView {
 public:
-    FakeWebView(std::vector<FakeWebView*>& live, std::shared_ptr<FakeWebsiteData> data)
+    explicit FakeWebView(std::vector<FakeWebView*>& live, std::shared_ptr<FakeWebsiteData> data =
+                                                              std::make_shared<FakeWebsiteData>())
         : live_(live), data_(std::move(data)) {
         live_.push_back(this);
     }
@@ -72,6 +82,11 @@ public:
         answers.emplace_back();
         return answers.back().future();
     }
+    [[nodiscard]] Future<bool> find(std::string text, FindConfiguration configuration) override {
+        searches.push_back({std::move(text), configuration});
+        findAnswers.emplace_back();
+        return findAnswers.back().future();
+    }
     void stopCapture(CaptureKind kind) override {
         calls.emplace_back(kind == CaptureKind::camera ? "stop camera" : "stop microphone");
     }
@@ -106,6 +121,13 @@ public:
     std::function<void()> atEnd;  ///< runs when the view goes
     std::vector<std::string> scripts;
     std::deque<Promise<ScriptResult>> answers;  ///< one for each script, to be resolved
+    struct Search {
+        std::string text;
+        FindConfiguration configuration;
+        friend bool operator==(const Search&, const Search&) = default;
+    };
+    std::vector<Search> searches;
+    std::deque<Promise<bool>> findAnswers;  ///< one for each search, to be resolved
 
 private:
     template <class T>
@@ -136,10 +158,15 @@ public:
     class Configuration : public WebConfiguration {
     public:
         Configuration(FakeWebEngine& engine, std::shared_ptr<FakeWebsiteData> data)
-            : engine_(engine), data_(std::move(data)) {}
+            : engine_(engine), data_(std::move(data)) {
+            engine_.contents.push_back(content_);
+        }
         void setElementFullscreenEnabled(bool enabled) override { engine_.fullscreen = enabled; }
         void setApplicationNameForUserAgent(std::string name) override {
             engine_.applicationName = std::move(name);
+        }
+        [[nodiscard]] std::shared_ptr<UserContentController> userContentController() override {
+            return content_;
         }
         [[nodiscard]] std::unique_ptr<WebView> makeWebView() override {
             return std::make_unique<FakeWebView>(engine_.views, data_);
@@ -148,6 +175,7 @@ public:
     private:
         FakeWebEngine& engine_;
         const std::shared_ptr<FakeWebsiteData> data_;
+        const std::shared_ptr<FakeUserContent> content_ = std::make_shared<FakeUserContent>();
     };
 
     [[nodiscard]] std::unique_ptr<WebConfiguration> makeConfiguration(
@@ -163,6 +191,8 @@ public:
     /// What websites stored, for each configuration made.
     std::vector<std::shared_ptr<FakeWebsiteData>> data;
     std::vector<Uuid> removedStores;
+    /// Where the rules of each configuration go; they outlive it here.
+    std::vector<std::shared_ptr<FakeUserContent>> contents;
     bool fullscreen = false;
     std::string applicationName;
 };

@@ -20,9 +20,10 @@ protected:
 TEST_F(BrowserMenuTest, TabWithAnAddressHasAllItems) {
     const auto store = openStoreWith({a});
 
-    EXPECT_EQ(titles(*store), (Strings{"New Tab", "New Private Window", "Reopen Closed Tab", "-",
-                                       "Side by Side", "-", "Zoom In", "Zoom Out", "Actual Size",
-                                       "-", "Copy Link", "Open in Default Browser"}));
+    EXPECT_EQ(titles(*store),
+              (Strings{"New Tab", "New Private Window", "Reopen Closed Tab", "-", "Side by Side",
+                       "Find in Page…", "-", "Zoom In", "Zoom Out", "Actual Size", "-", "Copy Link",
+                       "Open in Default Browser"}));
 }
 
 TEST_F(BrowserMenuTest, TabWithoutAnAddressHasNoLinkItems) {

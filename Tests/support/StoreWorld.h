@@ -4,6 +4,7 @@
 #include "fakes/FakeFileRoom.h"
 #include "fakes/FakeHttpSession.h"
 #include "fakes/FakeImageCodec.h"
+#include "fakes/FakeRuleListStore.h"
 #include "fakes/FakeUserDefaults.h"
 #include "fakes/FakeWebEngine.h"
 #include "fakes/VirtualMainLoop.h"
@@ -70,8 +71,10 @@ struct StoreWorld {
     FakeFileRoom files;
     FaviconStore favicons{http, codec, files, loop, "Favicons"};
     SitePermissions permissions{defaults};
-    BrowserServices services{defaults,  notifications, loop,        engine,
-                             bookmarks, favicons,      permissions, Calendar{"UTC"}};
+    FakeRuleListStore ruleLists;
+    TrackerBlocker trackers{ruleLists};
+    BrowserServices services{defaults, notifications, loop,     engine,         bookmarks,
+                             favicons, permissions,   trackers, Calendar{"UTC"}};
     Profile work{*Uuid::parse("11111111-2222-3333-4444-555555555555"), "Work", "bag", 1};
 
     /// The data stored under `key`; empty if there are none.

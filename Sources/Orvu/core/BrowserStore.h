@@ -5,6 +5,7 @@
 #include "core/EncodedVisits.h"
 #include "core/Records.h"
 #include "core/TabGroup.h"
+#include "core/TrackerBlocker.h"
 #include "foundation/Calendar.h"
 #include "foundation/NotificationCenter.h"
 #include "foundation/Signal.h"
@@ -27,6 +28,7 @@ struct BrowserServices {
     BookmarkStores& bookmarks;
     FaviconStore& favicons;
     SitePermissions& permissions;
+    TrackerBlocker& trackers;
     Calendar calendar = Calendar::current();
 };
 
@@ -158,7 +160,7 @@ private:
         UserDefaults::Batch batch;  // last, so that it ends first
     };
 
-    void configure();
+    void configure(TrackerBlocker& trackers);
     void restore();
     void restoreTabs();
     void reloadVisits();

@@ -11,6 +11,7 @@ std::vector<MenuItem> browserMenu(const BrowserStore& store) {
         {"Reopen Closed Tab", "win.reopenClosed", "⇧⌘T"},
         separator,
         {pair ? "Back to One Page" : "Side by Side", "win.toggleSideBySide", "⌥⌘S"},
+        {"Find in Page…", "win.find", "⌘F"},
         separator,
         {"Zoom In", "win.zoomInFurther", "⌘="},
         {"Zoom Out", "win.zoomOutFurther", "⌘-"},

@@ -107,6 +107,7 @@ void AddressNotchView::showOpen() {
     followTab();
     if (!body_) return;
     updateVisible();
+    resting_.closePanel();
     body_->refresh();
     bar_.refresh();
     bar_.set_can_target(true);

@@ -26,6 +26,8 @@ public:
                      std::function<void(const std::string&)> opened);
 
     void refresh(const BrowserTab& tab);
+    /// Closes the panel of the site, if it is open.
+    void closePanel() { badge_.close(); }
 
 private:
     void addLabel();

@@ -202,6 +202,7 @@ OrvuWebView::OrvuWebView(std::shared_ptr<WebKitShared> shared, MainLoop& loop)
 OrvuWebView::~OrvuWebView() {
     if (!view_) return;
     Events::disconnect(view(), this);
+    finder_.reset();
     GtkWidget* const parent = gtk_widget_get_parent(GTK_WIDGET(view()));
     if (parent && GTK_IS_BOX(parent)) gtk_box_remove(GTK_BOX(parent), GTK_WIDGET(view()));
     webkit_web_view_terminate_web_process(view());
@@ -221,6 +222,7 @@ void OrvuWebView::make() {
                      settings.get(), "user-content-manager", shared_->content.get(), nullptr)));
     webkit_web_view_set_zoom_level(view(), zoom_);
     Events::connect(view(), this);
+    finder_.emplace(view());
     if (const auto url = std::exchange(pending_, std::nullopt)) load(*url);
 }
 
@@ -280,6 +282,15 @@ Future<ScriptResult> OrvuWebView::evaluateJavaScript(std::string script) {
     return promise.future();
 }
 
+Future<bool> OrvuWebView::find(std::string text, FindConfiguration configuration) {
+    if (!view_) {  // nothing was loaded: there is nothing to find, and no need of a process
+        const Promise<bool> none;
+        none.resolve(false);
+        return none.future();
+    }
+    return finder_->find(text, configuration);
+}
+
 void OrvuWebView::stopCapture(CaptureKind kind) {
     if (view_) orvu::stopCapture(view(), kind);
 }
@@ -328,6 +339,7 @@ void OrvuWebView::loadChanged(WebKitLoadEvent event) {
             break;
         case WEBKIT_LOAD_COMMITTED: {
             committed_ = true;
+            finder_->pageWent();
             page_ = url_;
             if (delegate_) delegate_->documentWent();
             GTlsCertificate* certificate = nullptr;
@@ -361,6 +373,7 @@ void OrvuWebView::finish() {
 void OrvuWebView::processTerminated(WebKitWebProcessTerminationReason reason) {
     if (delegate_) delegate_->documentWent();
     if (reason == WEBKIT_WEB_PROCESS_TERMINATED_BY_API) return;
+    finder_->pageWent();
     // Within the signal the engine still knows the address.
     if (crashReload_.shouldReload(url_)) webkit_web_view_reload(view());
 }

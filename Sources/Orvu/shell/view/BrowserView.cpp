@@ -42,6 +42,7 @@ BrowserView::BrowserView(const std::shared_ptr<BrowserStore>& store, NarrowColum
     column_.append(bar_);
     column_.append(row_);
     page_.onFullscreen = [this](bool on) { setElementFullscreen(on); };
+    topBar_.navigation().setOnKeyboardLeft([this] { page_.focusContent(); });
     addNotch();
     front_ = store_->active();
     static_cast<void>(page_.refresh());  // its process starts before the window is drawn
@@ -50,6 +51,7 @@ BrowserView::BrowserView(const std::shared_ptr<BrowserStore>& store, NarrowColum
 BrowserView::~BrowserView() {
     notify_callbacks();
     page_.onFullscreen = nullptr;
+    topBar_.navigation().setOnKeyboardLeft(nullptr);
     notchView_.onEditingEnded = nullptr;
     notchView_.onProgress = nullptr;
 }
@@ -83,10 +85,10 @@ void BrowserView::editAddress(const std::string& text) {
 }
 
 bool BrowserView::endEditing() {
-    if (notch_.isOpen()) {
-        notch_.close();
-        return true;
-    }
+    const bool wasOpen = notch_.isOpen() || page_.isFindOpen();
+    notch_.close();
+    page_.closeFind();
+    if (wasOpen) return true;
     const auto tab = store_->active();
     if (!tab || !tab->captureQuestion()) return false;
     tab->answerCapture(CaptureAnswer::dismiss);

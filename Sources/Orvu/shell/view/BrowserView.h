@@ -31,7 +31,14 @@ public:
     [[nodiscard]] AddressNotch& notch() { return notch_; }
     /// Opens the notch with `text`; in a notch that is open already, it takes the text's place.
     void editAddress(const std::string& text);
-    /// Closes the notch or, if that is closed, what the page in front asks for. False if there is
+    /// Opens the search bar over the page, with the keyboard in it. While two pages stand side by
+    /// side it doesn't show.
+    void openFind() { page_.openFind(); }
+    /// Goes on to the next match, or the former one; opens the bar if it is closed.
+    void findAgain(bool backwards) { page_.findAgain(backwards); }
+    /// Shows the time line of the day, with the keyboard in it.
+    void openRewind() { topBar_.navigation().openRewind(); }
+    /// Closes the notch and the search bar or, if both are closed, what the page in front asks for. False if there is
     /// neither.
     bool endEditing();
     /// Moves the keyboard among the address, the column, the divider of a pair, what the page asks

@@ -23,6 +23,8 @@ public:
 
     /// Follows the tab in front.
     void refresh();
+    /// Closes the panel, if it is open.
+    void close() { view_.popdown(); }
 
 protected:
     void size_allocate_vfunc(int width, int height, int baseline) override;
