@@ -29,10 +29,12 @@ void columnUpdate(benchmark::State& state) {
     FakeFileRoom files;
     FaviconStore favicons{http, codec, files, loop, "Favicons"};
     FakeRuleListStore ruleLists;
+    SitePermissions permissions{defaults};
     TrackerBlocker trackers{ruleLists};
-    BrowserStore store{{defaults, notifications, loop, engine, bookmarks, favicons, trackers},
-                       true,
-                       Profile::personal()};
+    BrowserStore store{
+        {defaults, notifications, loop, engine, bookmarks, favicons, permissions, trackers},
+        true,
+        Profile::personal()};
     while (std::ssize(store.tabs()) < state.range(0)) {
         auto& tab = store.newTab(std::nullopt, BrowserStore::Select::no);
         const auto count = store.tabs().size();

@@ -130,11 +130,12 @@ private:
     FakeFileRoom files_;
     FaviconStore favicons_{http_, codec_, files_, loop_, "Favicons"};
     FakeRuleListStore ruleLists_;
+    SitePermissions permissions_{defaults_};
     TrackerBlocker trackers_{ruleLists_};
-    std::shared_ptr<BrowserStore> store_ =
-        std::make_shared<BrowserStore>(BrowserServices{defaults_, notifications_, loop_, engine_,
-                                                       bookmarks_, favicons_, trackers_},
-                                       false, Profile::personal());
+    std::shared_ptr<BrowserStore> store_ = std::make_shared<BrowserStore>(
+        BrowserServices{defaults_, notifications_, loop_, engine_, bookmarks_, favicons_,
+                        permissions_, trackers_},
+        false, Profile::personal());
     NarrowColumn narrow_{defaults_};
     Gtk::Window window_;
     Gtk::Box box_;

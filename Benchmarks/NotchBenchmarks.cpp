@@ -112,6 +112,7 @@ struct OpenNotch {
     FakeFileRoom files;
     FaviconStore favicons{http, codec, files, loop, "Favicons"};
     FakeRuleListStore ruleLists;
+    SitePermissions permissions{defaults};
     TrackerBlocker trackers{ruleLists};
     FakeHttpSession suggestions;
     AddressNotch notch;
@@ -122,7 +123,8 @@ struct OpenNotch {
     OpenNotch() {
         FullProfile{20251121, loop.now()}.store(defaults);
         store = std::make_shared<BrowserStore>(
-            BrowserServices{defaults, notifications, loop, engine, bookmarks, favicons, trackers},
+            BrowserServices{defaults, notifications, loop, engine, bookmarks, favicons, permissions,
+                            trackers},
             false, Profile::personal());
         body = std::make_unique<AddressNotchBody>(notch, store, store->active(), snapshot,
                                                   NotchServices{suggestions, loop, defaults});

@@ -37,11 +37,12 @@ struct World {
     FakeFileRoom files;
     FaviconStore favicons{http, codec, files, loop, "Favicons"};
     FakeRuleListStore ruleLists;
+    SitePermissions permissions{defaults};
     TrackerBlocker trackers{ruleLists};
 
     World() { profile.store(defaults); }
     [[nodiscard]] BrowserServices services() {
-        return {defaults, notifications, loop, engine, bookmarks, favicons, trackers};
+        return {defaults, notifications, loop, engine, bookmarks, favicons, permissions, trackers};
     }
     [[nodiscard]] std::unique_ptr<BrowserStore> open() {
         return std::make_unique<BrowserStore>(services(), false, Profile::personal());
@@ -69,7 +70,8 @@ void openStore(benchmark::State& state) {
             auto services = world.services();
             store = std::make_unique<BrowserStore>(
                 BrowserServices{services.defaults, services.notifications, services.loop,
-                                services.engine, *bookmarks, services.favicons, services.trackers},
+                                services.engine, *bookmarks, services.favicons,
+                                services.permissions, services.trackers},
                 false, Profile::personal());
         });
         if (store->visits().size() != FullProfile::visitCount ||

@@ -23,6 +23,7 @@
 #include "shell/view/OrvuApplication.h"
 #include "site/Downloads.h"
 #include "site/Favicons.h"
+#include "site/SitePermissions.h"
 
 #include <algorithm>
 #include <iterator>
@@ -43,7 +44,8 @@ public:
           profiles_(defaults_, [this](const Uuid& id) { engine_.removeDataStore(id); }),
           bookmarks_(defaults_, loop_),
           favicons_(iconRequests_, images_, files_, loop_, paths_.data / "Favicons"),
-          windows_({defaults_, notifications_, loop_, engine_, bookmarks_, favicons_, trackers_},
+          windows_({defaults_, notifications_, loop_, engine_, bookmarks_, favicons_, permissions_,
+                    trackers_},
                    profiles_, makeWindows(application)),
           delegate_(defaults_, workspace_, windows_),
           tidyUp_(loop_.after(std::chrono::seconds{10}, [this] { removeOrphans(); })) {
@@ -106,6 +108,7 @@ private:
     PixbufImageCodec images_{loop_};
     LinuxFileRoom files_{loop_};
     FaviconStore favicons_;
+    SitePermissions permissions_{defaults_};
     TrackerBlocker trackers_{ruleLists_};
     SoupHttpSession suggestions_{SearchSuggester::httpOptions};
     BrowserWindowController windows_;

@@ -17,7 +17,7 @@ protected:
 
     [[nodiscard]] std::shared_ptr<BrowserTab> openTab(const std::optional<Url>& address) {
         auto tab = std::make_shared<BrowserTab>(*configuration, address, world.loop, world.favicons,
-                                                Trace::kept);
+                                                world.permissions, Trace::kept);
         tab->onOpenInNewTab = [this](const UrlRequest& request) { opened.push_back(request); };
         return tab;
     }

@@ -76,6 +76,14 @@ class AccessibilityTest(BrowserTest):
         self.windows.find_named("Duplicate Tab")
         self.check_names("menu of a tab")
 
+    def test_everything_has_a_name_in_the_panel_of_a_site(self):
+        self.open_two()
+
+        self.hands.click(at=self.windows.find("push button", "Site info").middle)
+
+        self.windows.find("push button", "Clear Cookies and Site Data")
+        self.check_names("panel of a site")
+
     def test_buttons_and_notch_have_their_names(self):
         self.open_two()
 

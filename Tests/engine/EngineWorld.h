@@ -37,10 +37,16 @@ public:
     }
     void didFinish() override { finishedTitles.push_back(view_.title()); }
     void createWebView(const NavigationAction& action) override { created.push_back(action); }
+    void requestMediaCapture(MediaCaptureRequest request) override {
+        captures.push_back(std::move(request));
+    }
+    void documentWent() override { ++documentsGone; }
 
     std::vector<NavigationAction> actions;
     std::vector<NavigationResponse> responses;
     std::vector<NavigationAction> created;
+    std::vector<MediaCaptureRequest> captures;
+    int documentsGone = 0;
     std::vector<std::string> finishedTitles;  ///< the view's title at each finish
     ResponsePolicy responsePolicy = ResponsePolicy::allow;
 
@@ -67,8 +73,8 @@ protected:
     /// The engine's page processes that this process started.
     [[nodiscard]] static std::vector<int> pageProcesses();
     [[nodiscard]] BrowserServices services() {
-        return {defaults,  notifications, loop,     engine,
-                bookmarks, favicons,      trackers, Calendar{"UTC"}};
+        return {defaults, notifications, loop,     engine,         bookmarks,
+                favicons, permissions,   trackers, Calendar{"UTC"}};
     }
 
     std::filesystem::path folder;
@@ -84,6 +90,7 @@ protected:
     PixbufImageCodec codec{loop};
     LinuxFileRoom files{loop};
     FaviconStore favicons{http, codec, files, loop, folder / "Favicons"};
+    SitePermissions permissions{defaults};
 };
 
 }  // namespace orvu

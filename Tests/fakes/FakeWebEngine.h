@@ -15,6 +15,24 @@ namespace orvu {
 /// What happened to the fake pages of one engine, in order, such as "load https://a.example/".
 using FakeEngineLog = std::vector<std::string>;
 
+/// Records by name, which are given and removed when a test resolves the promises.
+class FakeWebsiteData : public WebsiteData {
+public:
+    [[nodiscard]] Future<std::vector<std::string>> records() override {
+        readings.emplace_back();
+        return readings.back().future();
+    }
+    [[nodiscard]] Future<bool> remove(std::vector<std::string> names) override {
+        removed.push_back(std::move(names));
+        removals.emplace_back();
+        return removals.back().future();
+    }
+
+    std::deque<Promise<std::vector<std::string>>> readings;
+    std::vector<std::vector<std::string>> removed;
+    std::deque<Promise<bool>> removals;
+};
+
 /// Counts the rules that it is given.
 class FakeUserContent : public UserContentController {
 public:
@@ -26,7 +44,11 @@ public:
 /// A page that does what a test says.
 class FakeWebView : public WebView {
 public:
-    explicit FakeWebView(std::vector<FakeWebView*>& live) : live_(live) { live_.push_back(this); }
+    explicit FakeWebView(std::vector<FakeWebView*>& live, std::shared_ptr<FakeWebsiteData> data =
+                                                              std::make_shared<FakeWebsiteData>())
+        : live_(live), data_(std::move(data)) {
+        live_.push_back(this);
+    }
     ~FakeWebView() override {
         std::erase(live_, this);
         if (atEnd) atEnd();
@@ -65,6 +87,10 @@ public:
         findAnswers.emplace_back();
         return findAnswers.back().future();
     }
+    void stopCapture(CaptureKind kind) override {
+        calls.emplace_back(kind == CaptureKind::camera ? "stop camera" : "stop microphone");
+    }
+    [[nodiscard]] std::shared_ptr<WebsiteData> websiteData() override { return data_; }
     void setNavigationDelegate(NavigationDelegate* delegate) override { delegate_ = delegate; }
     sigc::connection connectPropertyChanged(
         const sigc::slot<void(WebViewProperty)>& slot) override {
@@ -112,6 +138,7 @@ private:
     }
 
     std::vector<FakeWebView*>& live_;
+    const std::shared_ptr<FakeWebsiteData> data_;
     NavigationDelegate* delegate_ = nullptr;
     sigc::signal<void(WebViewProperty)> changed_;
     std::string title_;
@@ -130,7 +157,8 @@ class FakeWebEngine : public WebEngine {
 public:
     class Configuration : public WebConfiguration {
     public:
-        explicit Configuration(FakeWebEngine& engine) : engine_(engine) {
+        Configuration(FakeWebEngine& engine, std::shared_ptr<FakeWebsiteData> data)
+            : engine_(engine), data_(std::move(data)) {
             engine_.contents.push_back(content_);
         }
         void setElementFullscreenEnabled(bool enabled) override { engine_.fullscreen = enabled; }
@@ -141,23 +169,27 @@ public:
             return content_;
         }
         [[nodiscard]] std::unique_ptr<WebView> makeWebView() override {
-            return std::make_unique<FakeWebView>(engine_.views);
+            return std::make_unique<FakeWebView>(engine_.views, data_);
         }
 
     private:
         FakeWebEngine& engine_;
+        const std::shared_ptr<FakeWebsiteData> data_;
         const std::shared_ptr<FakeUserContent> content_ = std::make_shared<FakeUserContent>();
     };
 
     [[nodiscard]] std::unique_ptr<WebConfiguration> makeConfiguration(
         const WebsiteDataStore& store) override {
         stores.push_back(store);
-        return std::make_unique<Configuration>(*this);
+        data.push_back(std::make_shared<FakeWebsiteData>());
+        return std::make_unique<Configuration>(*this, data.back());
     }
     void removeDataStore(const Uuid& identifier) override { removedStores.push_back(identifier); }
 
     std::vector<FakeWebView*> views;       ///< all live views, the oldest first
     std::vector<WebsiteDataStore> stores;  ///< the store of each configuration made
+    /// What websites stored, for each configuration made.
+    std::vector<std::shared_ptr<FakeWebsiteData>> data;
     std::vector<Uuid> removedStores;
     /// Where the rules of each configuration go; they outlive it here.
     std::vector<std::shared_ptr<FakeUserContent>> contents;

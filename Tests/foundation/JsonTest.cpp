@@ -302,5 +302,28 @@ TEST(RecordsOfADocumentTest, AnObjectWithAMillionFieldsIsRead) {
     EXPECT_EQ(decodeRecords<Word>(json), (std::vector<Word>{{"x"}}));
 }
 
+TEST(JsonTest, TheFieldsOfAnObjectComeInTheirOrder) {
+    const auto document = JsonDocument::parse(R"({"b":1,"a":"x","b":null})");
+
+    const auto fields = document->root().fields();
+
+    ASSERT_TRUE(fields);
+    ASSERT_EQ(fields->size(), 3u);
+    EXPECT_EQ(fields->at(0).first, "b");
+    EXPECT_EQ(fields->at(1).first, "a");
+    EXPECT_EQ(fields->at(1).second.text(), "x");
+    EXPECT_FALSE(JsonDocument::parse("[1]")->root().fields());
+}
+
+TEST(JsonTest, ANameThatIsNoUtf8IsWrittenSoThatItCanBeReadBack) {
+    JsonWriter writer;
+    writer.beginObject().key("a\xff").value("x").endObject();
+
+    const auto text = std::move(writer).finish();
+
+    EXPECT_EQ(text, "{\"a\uFFFD\":\"x\"}");
+    EXPECT_TRUE(JsonDocument::parse(*text));
+}
+
 }  // namespace
 }  // namespace orvu

@@ -12,6 +12,7 @@
 #include "site/DownloadName.h"
 #include "site/Favicons.h"
 #include "site/PageIcons.h"
+#include "site/SitePermissions.h"
 
 #include <algorithm>
 #include <string>
@@ -97,6 +98,20 @@ inline std::string iconLinks(std::string_view input) {
     if (found.empty() || found.size() > PageIcons::limit + 1) return "the number is wrong";
     const bool ends = found.back().absoluteString() == "https://a.example/favicon.ico";
     return ends ? "" : "the site's own icon is not the last";
+}
+
+/// What sites may do, as it is stored.
+inline std::string permissionsJson(std::string_view input) {
+    FakeUserDefaults defaults;
+    defaults.setData(SitePermissions::key, input);
+    SitePermissions permissions{defaults};
+    auto expected = permissions.choices();
+    const auto host = input.substr(0, 64);
+    if (!isWellFormed(host)) return {};
+    permissions.set(SitePermissions::Choice::block, CaptureKind::camera, host, Trace::kept);
+    expected.insert_or_assign(SitePermissions::choiceKey(CaptureKind::camera, host),
+                              SitePermissions::Choice::block);
+    return SitePermissions{defaults}.choices() == expected ? "" : "the choices changed";
 }
 
 /// What a search engine answers.

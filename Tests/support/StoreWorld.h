@@ -70,10 +70,11 @@ struct StoreWorld {
     FakeImageCodec codec;
     FakeFileRoom files;
     FaviconStore favicons{http, codec, files, loop, "Favicons"};
+    SitePermissions permissions{defaults};
     FakeRuleListStore ruleLists;
     TrackerBlocker trackers{ruleLists};
-    BrowserServices services{defaults,  notifications, loop,     engine,
-                             bookmarks, favicons,      trackers, Calendar{"UTC"}};
+    BrowserServices services{defaults, notifications, loop,     engine,         bookmarks,
+                             favicons, permissions,   trackers, Calendar{"UTC"}};
     Profile work{*Uuid::parse("11111111-2222-3333-4444-555555555555"), "Work", "bag", 1};
 
     /// The data stored under `key`; empty if there are none.

@@ -18,6 +18,7 @@ BrowserStore::BrowserStore(const BrowserServices& services, bool isPrivate, Prof
       profile_(std::move(profile)),
       bookmarks_(services.bookmarks.store(profile_)),
       favicons_(services.favicons),
+      permissions_(services.permissions),
       configuration_(services.engine.makeConfiguration(
           isPrivate ? WebsiteDataStore::nonPersistentDataStore()
           : profile_.id == Profile::personalID
@@ -117,7 +118,8 @@ void BrowserStore::open(std::string_view text, NewTab inNewTab) {
 
 BrowserTab& BrowserStore::newTab(const std::optional<Url>& url, Select select) {
     const Operation operation{*this};
-    const auto tab = std::make_shared<BrowserTab>(*configuration_, url, loop_, favicons_, trace());
+    const auto tab =
+        std::make_shared<BrowserTab>(*configuration_, url, loop_, favicons_, permissions_, trace());
     tab->onVisit = sigc::mem_fun(*this, &BrowserStore::recordVisit);
     tab->onDownload = sigc::mem_fun(*this, &BrowserStore::saveSession);
     tab->onOpenInNewTab = sigc::mem_fun(*this, &BrowserStore::openInBackground);

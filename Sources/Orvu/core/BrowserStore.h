@@ -27,6 +27,7 @@ struct BrowserServices {
     WebEngine& engine;
     BookmarkStores& bookmarks;
     FaviconStore& favicons;
+    SitePermissions& permissions;
     TrackerBlocker& trackers;
     Calendar calendar = Calendar::current();
 };
@@ -68,6 +69,8 @@ public:
     [[nodiscard]] BookmarkStore& bookmarks() const { return bookmarks_; }
     /// The icons of sites, to be asked with `trace`.
     [[nodiscard]] FaviconStore& favicons() const { return favicons_; }
+    /// What sites may do, to be asked with `trace`.
+    [[nodiscard]] SitePermissions& permissions() const { return permissions_; }
     /// Whether what this window meets may leave a trace on the disk.
     [[nodiscard]] Trace trace() const { return isPrivate_ ? Trace::none : Trace::kept; }
     /// Every live tab, in column order.
@@ -189,6 +192,7 @@ private:
     const Profile profile_;
     BookmarkStore& bookmarks_;
     FaviconStore& favicons_;
+    SitePermissions& permissions_;
     std::unique_ptr<WebConfiguration> configuration_;
 
     TabList tabs_;

@@ -15,11 +15,17 @@ std::optional<std::string> hostOf(const std::optional<Url>& url) {
 }  // namespace
 
 BrowserTab::BrowserTab(WebConfiguration& configuration, const std::optional<Url>& url,
-                       const MainLoop& clock, FaviconStore& favicons, Trace trace)
-    : clock_(clock), favicons_(favicons), trace_(trace), webView_(configuration.makeWebView()) {
+                       const MainLoop& clock, FaviconStore& favicons, SitePermissions& permissions,
+                       Trace trace)
+    : clock_(clock),
+      favicons_(favicons),
+      trace_(trace),
+      webView_(configuration.makeWebView()),
+      captures_(permissions, trace) {
     webView_->setNavigationDelegate(this);
     hasOnlySecureContent_ = webView_->hasOnlySecureContent();
     webView_->connectPropertyChanged(sigc::mem_fun(*this, &BrowserTab::mirror));
+    permissions.connectChanged(sigc::mem_fun(*this, &BrowserTab::permissionsChanged));
     if (url) webView_->load(*url);
 }
 
@@ -54,6 +60,10 @@ Task<std::string> BrowserTab::pageText(std::size_t limit) {
         co_await webView_->evaluateJavaScript("document.body ? document.body.innerText : ''");
     if (result.kind != ScriptResult::Kind::text) co_return "";
     co_return std::string{firstCharacters(result.text, limit)};
+}
+
+void BrowserTab::answerCapture(CaptureAnswer answer) {
+    if (captures_.answer(answer)) changed_.emit();
 }
 
 sigc::connection BrowserTab::connectChanged(const sigc::slot<void()>& slot) {
@@ -124,6 +134,19 @@ void BrowserTab::createWebView(const NavigationAction& action) {
         lastScriptedPopup_ = now;
     }
     onOpenInNewTab(action.request);
+}
+
+void BrowserTab::requestMediaCapture(MediaCaptureRequest request) {
+    if (captures_.add(std::move(request))) changed_.emit();
+}
+
+void BrowserTab::documentWent() {
+    if (captures_.documentWent()) changed_.emit();
+}
+
+void BrowserTab::permissionsChanged() {
+    for (const auto kind : captures_.blockedKinds()) webView_->stopCapture(kind);
+    if (captures_.permissionsChanged()) changed_.emit();
 }
 
 void BrowserTab::mirror(WebViewProperty property) {

@@ -5,6 +5,7 @@
 #include "foundation/Uuid.h"
 #include "platform/MainLoop.h"
 #include "platform/WebConfiguration.h"
+#include "site/CaptureQuestions.h"
 #include "site/Favicons.h"
 
 #include <cstddef>
@@ -25,10 +26,11 @@ public:
     /// How long after an allowed scripted popup the next ones are dropped, inclusive.
     static constexpr double popupPause = 3.0;  // seconds
 
-    /// Makes the web view and, with a `url`, begins to load at once. `clock` and `favicons` must
-    /// outlive the tab; `trace` says whether the icons that it meets may be written down.
+    /// Makes the web view and, with a `url`, begins to load at once. `clock`, `favicons` and
+    /// `permissions` must outlive the tab; `trace` says whether what it meets may be written down.
     BrowserTab(WebConfiguration& configuration, const std::optional<Url>& url,
-               const MainLoop& clock, FaviconStore& favicons, Trace trace);
+               const MainLoop& clock, FaviconStore& favicons, SitePermissions& permissions,
+               Trace trace);
     ~BrowserTab() override;
     BrowserTab(const BrowserTab&) = delete;
     BrowserTab& operator=(const BrowserTab&) = delete;
@@ -70,6 +72,13 @@ public:
     /// tab must outlive the task.
     [[nodiscard]] Task<std::string> pageText(std::size_t limit);
 
+    /// What the page wants to be allowed, if the person is to be asked.
+    [[nodiscard]] std::optional<CaptureQuestion> captureQuestion() const {
+        return captures_.question();
+    }
+    /// Answers that question.
+    void answerCapture(CaptureAnswer answer);
+
     /// Calls `slot` after each change of a property.
     sigc::connection connectChanged(const sigc::slot<void()>& slot);
 
@@ -84,8 +93,11 @@ public:
     [[nodiscard]] ResponsePolicy decidePolicy(const NavigationResponse& response) override;
     void didFinish() override;
     void createWebView(const NavigationAction& action) override;
+    void requestMediaCapture(MediaCaptureRequest request) override;
+    void documentWent() override;
 
 private:
+    void permissionsChanged();
     void mirror(WebViewProperty property);
     void followUrl();
     void loadFavicon();
@@ -111,6 +123,7 @@ private:
     Date lastScriptedPopup_ = Date::distantPast();
     sigc::signal<void()> changed_;
     std::unique_ptr<WebView> webView_;
+    CaptureQuestions captures_;  // after the view: what waits is denied while that still lives
 };
 
 }  // namespace orvu

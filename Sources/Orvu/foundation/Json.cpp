@@ -84,6 +84,14 @@ std::optional<JsonValue> JsonValue::field(std::string_view name) const {
     return JsonValue{found};
 }
 
+std::optional<std::vector<std::pair<std::string_view, JsonValue>>> JsonValue::fields() const {
+    simdjson::dom::object entries;
+    if (element_.get_object().get(entries) != simdjson::SUCCESS) return std::nullopt;
+    std::vector<std::pair<std::string_view, JsonValue>> result;
+    for (const auto entry : entries) result.emplace_back(entry.key, JsonValue{entry.value});
+    return result;
+}
+
 std::optional<JsonDocument> JsonDocument::parse(std::string_view text) {
     if (text.empty()) return std::nullopt;  // the library takes no null pointer
     auto parser = std::make_unique<simdjson::dom::parser>();
@@ -96,7 +104,7 @@ std::optional<JsonDocument> JsonDocument::parse(std::string_view text) {
 
 JsonWriter& JsonWriter::key(std::string_view name) {
     separate();
-    quote(name);
+    quoteWellFormed(name);
     text_.push_back(':');
     needsComma_ = false;
     return *this;
@@ -104,11 +112,7 @@ JsonWriter& JsonWriter::key(std::string_view name) {
 
 JsonWriter& JsonWriter::value(std::string_view text) {
     separate();
-    if (isWellFormed(text)) {
-        quote(text);
-    } else {
-        quote(wellFormed(text));
-    }
+    quoteWellFormed(text);
     needsComma_ = true;
     return *this;
 }
@@ -172,6 +176,14 @@ JsonWriter& JsonWriter::close(char bracket) {
 
 void JsonWriter::separate() {
     if (needsComma_) text_.push_back(',');
+}
+
+void JsonWriter::quoteWellFormed(std::string_view text) {
+    if (isWellFormed(text)) {
+        quote(text);
+    } else {
+        quote(wellFormed(text));
+    }
 }
 
 void JsonWriter::quote(std::string_view text) {

@@ -11,6 +11,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace orvu {
@@ -30,6 +31,8 @@ public:
     [[nodiscard]] std::optional<Url> url() const;
     [[nodiscard]] std::optional<Date> date() const;
     [[nodiscard]] std::optional<std::vector<JsonValue>> array() const;
+    /// The names and values of an object, in the order in which they are written.
+    [[nodiscard]] std::optional<std::vector<std::pair<std::string_view, JsonValue>>> fields() const;
     [[nodiscard]] bool isObject() const { return element_.is_object(); }
     /// A field of an object; nothing if it is absent or null, or if this is no object.
     [[nodiscard]] std::optional<JsonValue> field(std::string_view name) const;
@@ -80,6 +83,7 @@ private:
     JsonWriter& open(char bracket);
     JsonWriter& close(char bracket);
     void separate();
+    void quoteWellFormed(std::string_view text);
     void quote(std::string_view text);
 
     std::string text_;

@@ -2,9 +2,12 @@
 
 #include "foundation/Future.h"
 #include "foundation/Signal.h"
+#include "platform/MediaCapture.h"
 #include "platform/Navigation.h"
+#include "platform/WebsiteData.h"
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -53,6 +56,11 @@ public:
     virtual void didFinish() = 0;
     /// The page asks for a window of its own. It never gets one from the engine.
     virtual void createWebView(const NavigationAction& action) = 0;
+    /// The page wants to use the camera or the microphone. The request may be kept, and answered
+    /// later.
+    virtual void requestMediaCapture(MediaCaptureRequest request) = 0;
+    /// The document of the main frame has gone: another stands in its place, or its process ended.
+    virtual void documentWent() = 0;
 };
 
 /// A live page. It need not be on screen to load. Its end ends the page's process.
@@ -88,6 +96,10 @@ public:
     /// Moves to the next match of `text`, which is not empty, from the present one on, and marks
     /// all matches. Whether there is one. No result comes once the view is gone.
     [[nodiscard]] virtual Future<bool> find(std::string text, FindConfiguration configuration) = 0;
+    /// Ends what the page captures now, and lets it ask anew.
+    virtual void stopCapture(CaptureKind kind) = 0;
+    /// What websites stored where this page stores too.
+    [[nodiscard]] virtual std::shared_ptr<WebsiteData> websiteData() = 0;
 
     /// `delegate` must outlive the view or be taken away with nullptr.
     virtual void setNavigationDelegate(NavigationDelegate* delegate) = 0;

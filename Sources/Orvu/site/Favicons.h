@@ -7,6 +7,7 @@
 #include "platform/HttpSession.h"
 #include "platform/ImageCodec.h"
 #include "platform/KeptTasks.h"
+#include "site/Trace.h"
 
 #include <cstddef>
 #include <filesystem>
@@ -17,9 +18,6 @@
 #include <unordered_set>
 
 namespace orvu {
-
-/// Whether something may leave a trace on the disk. Private windows leave none.
-enum class Trace { none, kept };
 
 /// A small image for each site: from memory, from a folder, or from the network. It never makes
 /// its caller wait: who asks gets an image or nothing, and is told when one arrives.

@@ -61,6 +61,10 @@ class Node:
         return _settled(lambda: self.has_state(Atspi.StateType.SELECTED), False)
 
     @property
+    def is_pressed(self):
+        return _settled(lambda: self.has_state(Atspi.StateType.PRESSED), False)
+
+    @property
     def is_sensitive(self):
         return _settled(lambda: self.has_state(Atspi.StateType.SENSITIVE), False)
 

@@ -27,9 +27,13 @@ subjectAltName = DNS:{host}
 """
 
 
-def _library_folder():
+def library(name):
+    """The folder of a library that is loaded into the program."""
     default = pathlib.Path(__file__).resolve().parents[3] / "build/release/lib"
-    return pathlib.Path(os.environ.get("ORVU_TEST_LIBRARIES", default))
+    folder = pathlib.Path(os.environ.get("ORVU_TEST_LIBRARIES", default))
+    if not (folder / name).exists():
+        raise AssertionError(f"{folder / name} is not built")
+    return folder
 
 
 class Authority:
@@ -51,11 +55,8 @@ class Authority:
 
     def environment(self):
         """What makes a program trust this authority, and no other."""
-        folder = _library_folder()
-        if not (folder / LIBRARY).exists():
-            raise AssertionError(f"{folder / LIBRARY} is not built")
         # The sandbox of the page processes shows them what lies in LD_LIBRARY_PATH.
-        return {"LD_LIBRARY_PATH": str(folder), "LD_PRELOAD": LIBRARY,
+        return {"LD_LIBRARY_PATH": str(library(LIBRARY)), "LD_PRELOAD": LIBRARY,
                 "ORVU_TEST_AUTHORITY": str(self._folder / "authority.pem")}
 
     def context(self, host):

@@ -4,6 +4,7 @@ import os
 import pathlib
 import unittest
 
+from . import devices
 from .a11y import Windows
 from .app import App, Home
 from .authority import Authority
@@ -33,6 +34,8 @@ class BrowserTest(unittest.TestCase):
     display_traits = {}
     # Whether the program trusts the hosts that the test puts behind the proxy.
     trusts_test_authority = False
+    # Whether pages find a made-up camera and microphone.
+    has_test_devices = False
 
     def setUp(self):
         self.display = Display.shared(**self.display_traits)
@@ -42,8 +45,10 @@ class BrowserTest(unittest.TestCase):
         self.addCleanup(self.server.stop)
         self.proxy = Proxy()
         self.addCleanup(self.proxy.stop)
-        trust = Authority.shared().environment() if self.trusts_test_authority else {}
-        self.app = App(self.display, self.home, self.proxy, trust)
+        environment = Authority.shared().environment() if self.trusts_test_authority else {}
+        if self.has_test_devices:
+            environment = devices.added_to(environment)
+        self.app = App(self.display, self.home, self.proxy, environment)
         self.addCleanup(self.app.stop)
         self.addCleanup(self._leave_picture)
         self.saved = self.home.saved

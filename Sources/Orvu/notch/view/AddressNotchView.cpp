@@ -49,7 +49,8 @@ AddressNotchView::AddressNotchView(AddressNotch& notch, std::shared_ptr<BrowserS
     : notch_(notch),
       store_(std::move(store)),
       services_(std::move(services)),
-      resting_(*store_, [this](const std::string& address) { notch_.open(address); }),
+      resting_(*store_, services_.loop,
+               [this](const std::string& address) { notch_.open(address); }),
       bar_(notch_, *store_),
       open_(*this, Motion::open, 0, [this](double) { step(); }),
       height_(
@@ -106,6 +107,7 @@ void AddressNotchView::showOpen() {
     followTab();
     if (!body_) return;
     updateVisible();
+    resting_.closePanel();
     body_->refresh();
     bar_.refresh();
     bar_.set_can_target(true);

@@ -18,12 +18,15 @@ constexpr int symbolSize = 12;
 
 }  // namespace
 
-NotchRestingView::NotchRestingView(BrowserStore& store,
+NotchRestingView::NotchRestingView(BrowserStore& store, MainLoop& loop,
                                    std::function<void(const std::string&)> opened)
-    : store_(store), opened_(std::move(opened)) {
+    : store_(store),
+      opened_(std::move(opened)),
+      badge_(store, loop, [this] { opened_(shown_.address); }) {
     add_css_class("notch-resting");
     row_.add_css_class("notch-resting-row");
     row_.set_size_request(-1, height);
+    row_.append(badge_);
     addLabel();
     addBookmark();
     set_child(row_);
@@ -64,6 +67,7 @@ void NotchRestingView::addBookmark() {
 }
 
 void NotchRestingView::refresh(const BrowserTab& tab) {
+    badge_.refresh();
     const NotchResting resting = NotchResting::of(tab);
     if (resting != shown_) {
         shown_ = resting;

@@ -3,6 +3,7 @@
 #include "core/BrowserStore.h"
 #include "look/view/BrowserLoadingDots.h"
 #include "notch/NotchResting.h"
+#include "site/view/SiteInfoButton.h"
 
 #include <gtkmm/box.h>
 #include <gtkmm/button.h>
@@ -14,16 +15,19 @@
 
 namespace orvu {
 
-/// The closed notch: where the page is, and whether it is bookmarked. Dots along its lower edge
-/// tell how far the page has loaded.
+/// The closed notch: a badge of the site, where the page is, and whether it is bookmarked. Dots
+/// along its lower edge tell how far the page has loaded.
 class NotchRestingView : public Gtk::Overlay {
 public:
     static constexpr int height = 42;
 
-    /// `store` must outlive the view. `opened` is called with the address at a click.
-    NotchRestingView(BrowserStore& store, std::function<void(const std::string&)> opened);
+    /// `store` and `loop` must outlive the view. `opened` is called with the address at a click.
+    NotchRestingView(BrowserStore& store, MainLoop& loop,
+                     std::function<void(const std::string&)> opened);
 
     void refresh(const BrowserTab& tab);
+    /// Closes the panel of the site, if it is open.
+    void closePanel() { badge_.close(); }
 
 private:
     void addLabel();
@@ -34,6 +38,7 @@ private:
     const std::function<void(const std::string&)> opened_;
     NotchResting shown_;
     Gtk::Box row_{Gtk::Orientation::HORIZONTAL, 8};
+    SiteInfoButton badge_;
     Gtk::Button open_;
     Gtk::Box label_;
     Gtk::Label site_;

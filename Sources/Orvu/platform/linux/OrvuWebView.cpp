@@ -1,8 +1,11 @@
 #include "platform/linux/OrvuWebView.h"
 
 #include "foundation/Text.h"
+#include "platform/linux/CapturePermission.h"
+#include "platform/linux/LinkMenu.h"
 #include "platform/linux/PageScript.h"
 #include "platform/linux/PolicyTranslation.h"
+#include "platform/linux/SessionWebsiteData.h"
 
 #include <utility>
 
@@ -48,6 +51,7 @@ public:
         on(view, "decide-policy", decidePolicy);
         on(view, "create", create);
         on(view, "context-menu", contextMenu);
+        on(view, "permission-request", permissionRequest);
         on(view, "enter-fullscreen", enterFullscreen);
         on(view, "leave-fullscreen", leaveFullscreen);
         on(view, "web-process-terminated", processTerminated);
@@ -70,12 +74,6 @@ public:
     }
 
 private:
-    /// A link, and the view in which it was pointed at, if that still lives.
-    struct LinkTarget {
-        std::weak_ptr<OrvuWebView*> view;
-        Url url;
-    };
-
     static OrvuWebView& self(gpointer data) { return *static_cast<OrvuWebView*>(data); }
 
     static void uriChanged(WebKitWebView* view, GParamSpec*, gpointer data) {
@@ -146,12 +144,25 @@ private:
         return isFile(action.request.url) && !isFile(self.url_);
     }
     static gboolean contextMenu(WebKitWebView*, WebKitContextMenu* menu, WebKitHitTestResult* hit,
-                                gpointer data);
-    static void openLink(GSimpleAction*, GVariant*, gpointer data) {
-        const auto& target = *static_cast<LinkTarget*>(data);
-        const OrvuWebView* const view = living(target.view);
-        if (!view || !view->delegate_) return;
-        view->delegate_->createWebView({{target.url}, NavigationType::linkActivated, false, 0});
+                                gpointer data) {
+        offerNewTab(menu, hit, [view = std::weak_ptr{self(data).self_}](const Url& link) {
+            const OrvuWebView* const alive = living(view);
+            if (!alive || !alive->delegate_) return;
+            alive->delegate_->createWebView({{link}, NavigationType::linkActivated, false, 0});
+        });
+        return FALSE;
+    }
+    static gboolean permissionRequest(WebKitWebView*, WebKitPermissionRequest* request,
+                                      gpointer data) {
+        // The page that asks is the one that stands, whatever is loading over it.
+        const auto host = self(data).page_ ? self(data).page_->host() : std::nullopt;
+        auto capture = mediaCaptureRequest(request, host.value_or(""));
+        if (capture && self(data).delegate_) {
+            self(data).delegate_->requestMediaCapture(std::move(*capture));
+        } else {
+            webkit_permission_request_deny(request);
+        }
+        return TRUE;
     }
     static gboolean enterFullscreen(WebKitWebView*, gpointer data) {
         if (self(data).onFullscreen) self(data).onFullscreen(true);
@@ -184,35 +195,6 @@ private:
         if (self(data).reportsFocus_) self(data).onFocus();
     }
 };
-
-/// Puts "Open in New Tab" where the engine offers a window of its own.
-gboolean OrvuWebView::Events::contextMenu(WebKitWebView*, WebKitContextMenu* menu,
-                                          WebKitHitTestResult* hit, gpointer data) {
-    const char* const link = webkit_hit_test_result_get_link_uri(hit);
-    const auto url = link ? Url::parse(link) : std::nullopt;
-    for (guint i = 0; i < webkit_context_menu_get_n_items(menu); ++i) {
-        WebKitContextMenuItem* const item = webkit_context_menu_get_item_at_position(menu, i);
-        if (webkit_context_menu_item_get_stock_action(item) !=
-            WEBKIT_CONTEXT_MENU_ACTION_OPEN_LINK_IN_NEW_WINDOW) {
-            continue;
-        }
-        webkit_context_menu_remove(menu, item);
-        if (!url) return FALSE;
-        GSimpleAction* const action = g_simple_action_new("openInNewTab", nullptr);
-        g_signal_connect_data(
-            action, "activate", G_CALLBACK(openLink),
-            std::make_unique<LinkTarget>(self(data).self_, *url).release(),
-            [](gpointer target, GClosure*) { delete static_cast<LinkTarget*>(target); },
-            G_CONNECT_DEFAULT);
-        webkit_context_menu_insert(
-            menu,
-            webkit_context_menu_item_new_from_gaction(G_ACTION(action), "Open in New Tab", nullptr),
-            static_cast<gint>(i));
-        g_object_unref(action);
-        return FALSE;
-    }
-    return FALSE;
-}
 
 OrvuWebView::OrvuWebView(std::shared_ptr<WebKitShared> shared, MainLoop& loop)
     : shared_(std::move(shared)), loop_(loop) {}
@@ -309,6 +291,14 @@ Future<bool> OrvuWebView::find(std::string text, FindConfiguration configuration
     return finder_->find(text, configuration);
 }
 
+void OrvuWebView::stopCapture(CaptureKind kind) {
+    if (view_) orvu::stopCapture(view(), kind);
+}
+
+std::shared_ptr<WebsiteData> OrvuWebView::websiteData() {
+    return std::make_shared<SessionWebsiteData>(shared_->session);
+}
+
 void OrvuWebView::emit(std::initializer_list<WebViewProperty> properties) {
     const std::weak_ptr alive{self_};  // whoever hears of one change may end this view
     for (const auto property : properties) {
@@ -351,6 +341,7 @@ void OrvuWebView::loadChanged(WebKitLoadEvent event) {
             committed_ = true;
             finder_->pageWent();
             page_ = url_;
+            if (delegate_) delegate_->documentWent();
             GTlsCertificate* certificate = nullptr;
             GTlsCertificateFlags errors{};
             setSecure(webkit_web_view_get_tls_info(view(), &certificate, &errors) != FALSE);
@@ -380,6 +371,7 @@ void OrvuWebView::finish() {
 }
 
 void OrvuWebView::processTerminated(WebKitWebProcessTerminationReason reason) {
+    if (delegate_) delegate_->documentWent();
     if (reason == WEBKIT_WEB_PROCESS_TERMINATED_BY_API) return;
     finder_->pageWent();
     // Within the signal the engine still knows the address.

@@ -61,6 +61,8 @@ public:
     void setPageZoom(double zoom) override;
     [[nodiscard]] Future<ScriptResult> evaluateJavaScript(std::string script) override;
     [[nodiscard]] Future<bool> find(std::string text, FindConfiguration configuration) override;
+    void stopCapture(CaptureKind kind) override;
+    [[nodiscard]] std::shared_ptr<WebsiteData> websiteData() override;
     void setNavigationDelegate(NavigationDelegate* delegate) override { delegate_ = delegate; }
     sigc::connection connectPropertyChanged(
         const sigc::slot<void(WebViewProperty)>& slot) override {

@@ -35,6 +35,11 @@ public:
     /// What moves the border of two pages; nullptr where there is one.
     [[nodiscard]] Gtk::Widget* divider() { return pair_ ? &pair_->divider() : nullptr; }
 
+    /// What the page of the tab in front asks for; nullptr if it asks for nothing.
+    [[nodiscard]] Gtk::Widget* question() {
+        return pair_ ? pair_->question() : single_->question();
+    }
+
     /// Called when an element of a page takes the whole screen, and when it gives it back.
     std::function<void(bool)> onFullscreen;
 

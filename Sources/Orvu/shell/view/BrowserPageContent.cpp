@@ -3,12 +3,16 @@
 namespace orvu {
 
 BrowserPageContent::BrowserPageContent(std::shared_ptr<BrowserStore> store)
-    : store_(std::move(store)) {
+    : store_(std::move(store)), refresh_(*this, [this] { question_.show(tab_.lock()); }) {
     add_css_class("page-card");
     set_overflow(Gtk::Overflow::HIDDEN);
     set_expand(true);
     set_child(host_);
+    add_overlay(question_);
+    question_.onKeyboardFree = [this] { focusContent(); };
 }
+
+BrowserPageContent::~BrowserPageContent() { question_.onKeyboardFree = nullptr; }
 
 bool BrowserPageContent::show(const std::shared_ptr<BrowserTab>& tab) {
     const bool empty = tab && tab->isNewTab();
@@ -16,6 +20,12 @@ bool BrowserPageContent::show(const std::shared_ptr<BrowserTab>& tab) {
     const bool otherNewTab = newTab != newTab_;
     if (otherNewTab) showNewTabPage(newTab);
     const bool otherPage = host_.show(tab);
+    if (tab != tab_.lock()) {
+        tab_ = tab;
+        tabChanged_ = tab ? tab->connectChanged(sigc::mem_fun(refresh_, &FrameRefresh::mark))
+                          : sigc::connection{};
+    }
+    question_.show(tab);
     return otherPage || otherNewTab;
 }
 

@@ -57,9 +57,11 @@ bool BrowserSplitPagesView::show(const BrowserStore::TabList& pair) {
     return otherFirst || otherSecond;
 }
 
-void BrowserSplitPagesView::focusContent() {
+void BrowserSplitPagesView::focusContent() { activePane().content().focusContent(); }
+
+PagePane& BrowserSplitPagesView::activePane() {
     const auto active = store_->active();
-    (active && active == second_.shown() ? second_ : first_).content().focusContent();
+    return active && active == second_.shown() ? second_ : first_;
 }
 
 void BrowserSplitPagesView::setOnFullscreen(const std::function<void(bool)>& slot) {

@@ -23,6 +23,8 @@ public:
     [[nodiscard]] Gtk::Widget& divider() { return divider_; }
     /// Gives the keyboard to the pane that shows the active tab.
     void focusContent();
+    /// What the page of the active tab asks for; nullptr if it asks for nothing.
+    [[nodiscard]] Gtk::Widget* question() { return activePane().content().question(); }
     /// Called with the pane whose page takes the whole screen, and when it gives it back.
     void setOnFullscreen(const std::function<void(bool)>& slot);
 
@@ -36,6 +38,7 @@ private:
     void addDrag();
     void dragBegan(double x, double y);
     void dragged(double x, double y);
+    [[nodiscard]] PagePane& activePane();
     void setFullscreenPane(std::size_t index, bool on);
 
     const std::shared_ptr<BrowserStore> store_;

@@ -86,9 +86,22 @@ void BrowserView::editAddress(const std::string& text) {
     notchView_.focusField();
 }
 
+bool BrowserView::endEditing() {
+    const bool wasOpen = notch_.isOpen() || page_.isFindOpen();
+    notch_.close();
+    page_.closeFind();
+    if (wasOpen) return true;
+    const auto tab = store_->active();
+    if (!tab || !tab->captureQuestion()) return false;
+    tab->answerCapture(CaptureAnswer::dismiss);
+    return true;
+}
+
 void BrowserView::moveFocus(int areas) {
     std::vector<Gtk::Widget*> all{&bar_, &tabs_, &page_};
-    if (Gtk::Widget* const divider = page_.divider()) all.insert(all.end() - 1, divider);
+    for (Gtk::Widget* const part : {page_.divider(), page_.question()}) {
+        if (part) all.insert(all.end() - 1, part);
+    }
     const Gtk::Widget* const focus = get_root() ? get_root()->get_focus() : nullptr;
     const auto holdsFocus = [&](Gtk::Widget& area) {
         return focus == &area || (focus && focus->is_ancestor(area));

@@ -81,12 +81,7 @@ void BrowserWindowView::present() {
 
 void BrowserWindowView::editAddress(const std::string& text) { content_->editAddress(text); }
 
-bool BrowserWindowView::endEditing() {
-    const bool wasOpen = content_->notch().isOpen() || content_->isFindOpen();
-    content_->notch().close();
-    content_->closeFind();
-    return wasOpen;
-}
+bool BrowserWindowView::endEditing() { return content_->endEditing(); }
 
 void BrowserWindowView::moveFocus(int areas) {
     gtk_window_set_focus_visible(GTK_WINDOW(window_.gobj()), TRUE);

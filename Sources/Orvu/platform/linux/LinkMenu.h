@@ -1,0 +1,16 @@
+#pragma once
+
+#include "foundation/Url.h"
+
+#include <webkit/webkit.h>
+
+#include <functional>
+
+namespace orvu {
+
+/// Puts "Open in New Tab" where the engine's menu over a link offers a window of its own; `open`
+/// is called with the link when it is chosen, which may be after the page has gone.
+void offerNewTab(WebKitContextMenu* menu, WebKitHitTestResult* hit,
+                 std::function<void(const Url&)> open);
+
+}  // namespace orvu

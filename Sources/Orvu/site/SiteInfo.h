@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/MediaCapture.h"
+#include "site/SitePermissions.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvu {
+
+/// How a tab stands with its site.
+enum class SiteSecurity {
+    none,  ///< an empty tab: there is no site
+    secure,
+    insecure,
+};
+
+/// The badge at the head of the notch.
+struct SiteBadge {
+    std::string_view symbol;
+    std::string_view label;  ///< for people who hover, and for those who don't see it
+
+    [[nodiscard]] static SiteBadge of(SiteSecurity security);
+
+    friend bool operator==(const SiteBadge&, const SiteBadge&) = default;
+};
+
+/// The texts and symbols of the panel that tells about a site.
+struct SiteInfo {
+    std::string_view symbol;
+    std::string_view security;
+
+    static constexpr std::string_view trackersSymbol = "shield.lefthalf.filled";
+    static constexpr std::string_view trackers = "Tracker protection is on";
+    static constexpr std::string_view trackersDetail =
+        "Well-known third-party trackers can't load here.";
+    static constexpr std::string_view permissions = "PERMISSIONS";
+    static constexpr std::string_view clear = "Clear Cookies and Site Data";
+    static constexpr std::string_view cleared = "Cleared";
+
+    [[nodiscard]] static SiteInfo of(SiteSecurity security);
+    [[nodiscard]] static std::string_view symbolOf(CaptureKind kind);
+    /// "Camera", "Ask" and so on.
+    [[nodiscard]] static std::string title(CaptureKind kind);
+    [[nodiscard]] static std::string title(SitePermissions::Choice choice);
+};
+
+/// Those of the records' names that belong to a site: the one ends with the other, so a site's
+/// records go along with those of the domains above and below it. None belongs to no site at all.
+[[nodiscard]] std::vector<std::string> recordsOfSite(const std::vector<std::string>& names,
+                                                     std::string_view site);
+
+}  // namespace orvu

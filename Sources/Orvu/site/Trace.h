@@ -1,0 +1,8 @@
+#pragma once
+
+namespace orvu {
+
+/// Whether something may leave a trace on the disk. Private windows leave none.
+enum class Trace { none, kept };
+
+}  // namespace orvu

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "core/BrowserTab.h"
+
+#include <gtkmm/box.h>
+#include <gtkmm/button.h>
+#include <gtkmm/image.h>
+#include <gtkmm/label.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace orvu {
+
+/// A card over a page with what the page wants to be allowed. It leaves the keyboard with the
+/// page. Allowing takes a moment until it can be pressed: a page must not put the card under a
+/// click that is on its way.
+class CaptureQuestionView : public Gtk::Box {
+public:
+    CaptureQuestionView();
+    ~CaptureQuestionView() override { notify_callbacks(); }
+
+    /// Shows the question of `tab`, if it has one; `tab` may be nothing.
+    void show(const std::shared_ptr<BrowserTab>& tab);
+
+    /// The question that had the keyboard has gone.
+    std::function<void()> onKeyboardFree;
+
+private:
+    void addAnswers();
+    void answer(CaptureAnswer answer);
+    void draw(const CaptureQuestion& question);
+    [[nodiscard]] bool hasKeyboard() const;
+
+    std::weak_ptr<BrowserTab> tab_;
+    std::optional<CaptureQuestion> shown_;
+    Gtk::Box line_;
+    Gtk::Image symbol_;
+    Gtk::Label text_;
+    Gtk::Box answers_;
+    Gtk::Button refuse_;
+    Gtk::Button allow_;
+    sigc::connection arming_;  ///< makes `allow_` sensitive
+};
+
+}  // namespace orvu

@@ -1,0 +1,262 @@
+#include "engine/EngineWorld.h"
+
+#include "core/SitePanel.h"
+
+namespace orvu {
+namespace {
+
+using Choice = SitePermissions::Choice;
+using Kind = CaptureKind;
+
+/// A page that asks for devices when it hears an event, and writes down in its body what came.
+constexpr auto page = R"(<title>Page</title><body data-log=''><script>
+const say = text => document.body.dataset.log += text + ' ';
+const ask = constraints => navigator.mediaDevices.getUserMedia(constraints).then(stream => {
+    const tracks = [...stream.getAudioTracks(), ...stream.getVideoTracks()];
+    for (const track of tracks) {
+        say('got ' + track.kind);
+        track.onended = () => say('ended ' + track.kind);
+    }
+}, error => say(error.name));
+document.addEventListener('camera', () => ask({video: true}));
+document.addEventListener('microphone', () => ask({audio: true}));
+document.addEventListener('both', () => ask({video: true, audio: true}));
+document.addEventListener('screen', () => navigator.mediaDevices.getDisplayMedia()
+    .then(() => say('got screen'), error => say(error.name)));
+document.addEventListener('place', () => navigator.geolocation.getCurrentPosition(
+    () => say('got place'), error => say('place ' + error.code)));
+document.addEventListener('notify', () => Notification.requestPermission().then(say));
+</script>)";
+
+class CaptureTest : public EngineTest {
+protected:
+    CaptureTest() {
+        server.serve("/page", page);
+        server.serve("/other", page);
+        server.serve("/slow", LoopbackServer::Answer{.held = true});
+        gtk_window_set_child(window, GTK_WIDGET(pages));
+        gtk_window_present(window);
+    }
+    ~CaptureTest() override { gtk_window_destroy(window); }
+
+    [[nodiscard]] BrowserTab& tab() const { return *store.active(); }
+    [[nodiscard]] BrowserTab& openPage(const std::string& path = "/page",
+                                       const std::string& host = "127.0.0.1") {
+        auto& opened = store.newTab(std::nullopt, BrowserStore::Select::yes);
+        GtkWidget* const view = static_cast<OrvuWebView&>(opened.webView()).widget();
+        webkit_settings_set_enable_mock_capture_devices(
+            webkit_web_view_get_settings(WEBKIT_WEB_VIEW(view)), TRUE);
+        gtk_box_append(pages, view);  // a page that was never in a window has to wait
+        load(opened, path, host);
+        return opened;
+    }
+    void load(BrowserTab& opened, const std::string& path, const std::string& host = "127.0.0.1") {
+        const auto before = store.visits().size();
+        opened.webView().load(url(path, host));
+        EXPECT_TRUE(waitFor([&] { return store.visits().size() > before; }));
+    }
+    static void tell(BrowserTab& opened, const std::string& event) {
+        const auto told =
+            evaluate(opened.webView(), "document.dispatchEvent(new Event('" + event + "')); 0");
+        EXPECT_NE(told.kind, ScriptResult::Kind::failed);
+    }
+    [[nodiscard]] static std::string log(BrowserTab& opened) {
+        return evaluate(opened.webView(), "document.body.dataset.log").text;
+    }
+    static void expectLog(BrowserTab& opened, const std::string& wanted) {
+        EXPECT_TRUE(waitFor([&] { return log(opened) == wanted; })) << log(opened);
+    }
+    static void expectQuestion(BrowserTab& opened, MediaCaptureType type,
+                               const std::string& host = "127.0.0.1") {
+        const auto wanted = CaptureQuestion{type, host};
+        EXPECT_TRUE(waitFor([&] { return opened.captureQuestion() == wanted; }));
+    }
+    void choose(Choice choice, Kind kind, const std::string& host = "127.0.0.1") {
+        permissions.set(choice, kind, host, Trace::kept);
+    }
+
+    GtkWindow* const window = GTK_WINDOW(gtk_window_new());
+    GtkBox* const pages = GTK_BOX(gtk_box_new(GTK_ORIENTATION_VERTICAL, 0));
+    BrowserStore store{services(), false, Profile::personal()};
+};
+
+TEST_F(CaptureTest, AnAllowedSiteGetsBothDevicesWithoutAQuestion) {
+    choose(Choice::allow, Kind::camera);
+    choose(Choice::allow, Kind::microphone);
+    auto& opened = openPage();
+
+    tell(opened, "both");
+
+    expectLog(opened, "got audio got video ");
+    EXPECT_FALSE(opened.captureQuestion());
+}
+
+TEST_F(CaptureTest, ABlockedSiteIsDeniedWithoutAQuestion) {
+    choose(Choice::block, Kind::camera);
+    auto& opened = openPage();
+
+    tell(opened, "camera");
+    expectLog(opened, "NotAllowedError ");
+    tell(opened, "both");
+
+    expectLog(opened, "NotAllowedError NotAllowedError ");
+}
+
+TEST_F(CaptureTest, ForEachKindOfRequestThePersonIsAskedUnderThePagesHost) {
+    auto& opened = openPage();
+
+    tell(opened, "camera");
+    expectQuestion(opened, MediaCaptureType::camera);
+    opened.answerCapture(CaptureAnswer::allow);
+    expectLog(opened, "got video ");
+    tell(opened, "microphone");
+    expectQuestion(opened, MediaCaptureType::microphone);
+    opened.answerCapture(CaptureAnswer::refuse);
+
+    expectLog(opened, "got video NotAllowedError ");
+    EXPECT_TRUE(permissions.choices().empty());
+}
+
+TEST_F(CaptureTest, ADismissedPageMayAskAgainAtOnce) {
+    auto& opened = openPage();
+    tell(opened, "both");
+    expectQuestion(opened, MediaCaptureType::cameraAndMicrophone);
+    opened.answerCapture(CaptureAnswer::dismiss);
+    expectLog(opened, "NotAllowedError ");
+
+    tell(opened, "both");
+    expectQuestion(opened, MediaCaptureType::cameraAndMicrophone);
+    opened.answerCapture(CaptureAnswer::allow);
+
+    expectLog(opened, "NotAllowedError got audio got video ");
+}
+
+TEST_F(CaptureTest, ABlockEndsTheTrackOfThatKindAtOnceAndDeniesTheNextRequest) {
+    choose(Choice::allow, Kind::camera);
+    choose(Choice::allow, Kind::microphone);
+    auto& opened = openPage();
+    tell(opened, "both");
+    expectLog(opened, "got audio got video ");
+
+    choose(Choice::block, Kind::microphone);
+
+    EXPECT_TRUE(waitFor([&] { return log(opened).contains("ended audio"); }));
+    settle();
+    EXPECT_FALSE(log(opened).contains("ended video"));
+    tell(opened, "microphone");
+    EXPECT_TRUE(waitFor([&] { return log(opened).contains("NotAllowedError"); }));
+}
+
+TEST_F(CaptureTest, ABlockTakesBackWhatThePersonAllowedAndThePageAsksAnewAfterAsk) {
+    auto& opened = openPage();
+    tell(opened, "camera");
+    expectQuestion(opened, MediaCaptureType::camera);
+    opened.answerCapture(CaptureAnswer::allow);
+    expectLog(opened, "got video ");
+
+    choose(Choice::block, Kind::camera);
+    EXPECT_TRUE(waitFor([&] { return log(opened).contains("ended video"); }));
+    choose(Choice::ask, Kind::camera);
+    tell(opened, "camera");
+
+    expectQuestion(opened, MediaCaptureType::camera);
+}
+
+TEST_F(CaptureTest, ABlockReachesThePagesOfTheHostInAllWindowsAndNoOthers) {
+    choose(Choice::allow, Kind::camera);
+    choose(Choice::allow, Kind::camera, "localhost");
+    auto& first = openPage();
+    auto& second = openPage("/other");
+    auto& third = openPage("/page", "localhost");
+    for (auto* const each : {&first, &second, &third}) {
+        tell(*each, "camera");
+        expectLog(*each, "got video ");
+    }
+
+    choose(Choice::block, Kind::camera);
+
+    for (auto* const each : {&first, &second}) {
+        EXPECT_TRUE(waitFor([&] { return log(*each).contains("ended video"); }));
+    }
+    settle();
+    EXPECT_EQ(log(third), "got video ");
+}
+
+TEST_F(CaptureTest, AnotherDocumentDropsTheQuestion) {
+    auto& opened = openPage();
+    tell(opened, "camera");
+    expectQuestion(opened, MediaCaptureType::camera);
+
+    load(opened, "/other");
+
+    EXPECT_FALSE(opened.captureQuestion());
+    tell(opened, "camera");
+    expectQuestion(opened, MediaCaptureType::camera);
+}
+
+TEST_F(CaptureTest, ATabMayGoWithItsQuestion) {
+    auto& opened = openPage();
+    tell(opened, "camera");
+    expectQuestion(opened, MediaCaptureType::camera);
+
+    store.close(opened);
+    settle();
+
+    EXPECT_EQ(store.tabs().size(), 1u);
+}
+
+TEST_F(CaptureTest, APageMayAskWhileTheNextOneIsStillLoadingOverIt) {
+    server.serve("/timer",
+                 std::string{page} + "<script>setTimeout(() => ask({video: true}), 600)</script>");
+    auto& opened = openPage("/timer");
+
+    opened.webView().load(url("/slow"));
+
+    expectQuestion(opened, MediaCaptureType::camera);
+    EXPECT_EQ(opened.path(), "/slow");
+    opened.answerCapture(CaptureAnswer::allow);
+    EXPECT_FALSE(opened.captureQuestion());
+}
+
+/// The address is the other's already, but what the page asks for must not be decided by that.
+TEST_F(CaptureTest, APageGetsNothingInTheNameOfAnotherHostThatIsLoadingOverIt) {
+    choose(Choice::allow, Kind::camera, "localhost");
+    server.serve("/timer", std::string{page} + R"(<script>setTimeout(() =>
+        navigator.mediaDevices.getUserMedia({video: true}).then(
+            () => fetch('/got'), () => fetch('/refused')), 600)</script>)");
+    auto& opened = openPage("/timer");
+
+    opened.webView().load(url("/slow", "localhost"));
+
+    EXPECT_TRUE(waitFor([&] {
+        return opened.captureQuestion() ||
+               server.requests("/refused") + server.requests("/got") > 0;
+    }));
+    EXPECT_EQ(server.requests("/got"), 0);
+}
+
+TEST_F(CaptureTest, AFrameOfAnotherSiteAsksUnderThePagesHost) {
+    choose(Choice::allow, Kind::camera, "localhost");
+    server.serve("/frame", "<script>navigator.mediaDevices.getUserMedia({video: true})</script>");
+    server.serve("/outer", "<title>Outer</title><iframe allow='camera *' src='" +
+                               server.url("/frame", "localhost") + "'></iframe>");
+
+    auto& opened = openPage("/outer");
+
+    expectQuestion(opened, MediaCaptureType::camera);
+}
+
+TEST_F(CaptureTest, AllOtherPermissionsAreDeniedWithoutAQuestion) {
+    auto& opened = openPage();
+
+    for (const std::string event : {"screen", "place", "notify"}) tell(opened, event);
+
+    EXPECT_TRUE(waitFor([&] { return log(opened).contains("NotAllowedError"); }));
+    EXPECT_TRUE(waitFor([&] { return log(opened).contains("place 1"); })) << log(opened);
+    EXPECT_TRUE(waitFor([&] { return log(opened).contains("denied"); })) << log(opened);
+    EXPECT_FALSE(log(opened).contains("got"));
+    EXPECT_FALSE(opened.captureQuestion());
+}
+
+}  // namespace
+}  // namespace orvu

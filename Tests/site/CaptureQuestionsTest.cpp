@@ -1,0 +1,223 @@
+#include "site/CaptureQuestions.h"
+
+#include "fakes/FakeUserDefaults.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+namespace orvu {
+namespace {
+
+using Answer = MediaCaptureRequest::Answer;
+using Choice = SitePermissions::Choice;
+using Kind = CaptureKind;
+using enum MediaCaptureType;
+
+class CaptureQuestionsTest : public testing::Test {
+protected:
+    static constexpr auto host = "a.example";
+
+    /// The page asks; the answer comes under `name` in `answers`.
+    bool ask(const std::string& name, MediaCaptureType type, const std::string& from = host) {
+        return questions.add({type, from, [this, name](Answer answer) { answers[name] = answer; }});
+    }
+    [[nodiscard]] std::optional<MediaCaptureType> asked() const {
+        const auto question = questions.question();
+        return question ? std::optional{question->type} : std::nullopt;
+    }
+    void choose(Choice choice, Kind kind) { permissions.set(choice, kind, host, Trace::kept); }
+
+    using Answers = std::map<std::string, Answer>;
+
+    FakeUserDefaults defaults;
+    SitePermissions permissions{defaults};
+    CaptureQuestions questions{permissions, Trace::kept};
+    Answers answers;
+};
+
+TEST_F(CaptureQuestionsTest, WhatWasChosenIsAnsweredWithoutAQuestion) {
+    choose(Choice::allow, Kind::camera);
+    choose(Choice::block, Kind::microphone);
+
+    EXPECT_FALSE(ask("camera", camera));
+    EXPECT_FALSE(ask("both", cameraAndMicrophone));
+
+    EXPECT_EQ(answers, (Answers{{"camera", Answer::grant}, {"both", Answer::deny}}));
+    EXPECT_EQ(asked(), std::nullopt);
+}
+
+TEST_F(CaptureQuestionsTest, TheRestIsAskedOneAtATime) {
+    EXPECT_TRUE(ask("camera", camera));
+    EXPECT_FALSE(ask("microphone", microphone));
+    EXPECT_EQ(asked(), camera);
+
+    EXPECT_TRUE(questions.answer(CaptureAnswer::allow));
+
+    EXPECT_EQ(asked(), microphone);
+    EXPECT_EQ(answers, (Answers{{"camera", Answer::grant}}));
+}
+
+TEST_F(CaptureQuestionsTest, OneAnswerServesAllRequestsThatItCovers) {
+    ask("both", cameraAndMicrophone);
+    ask("again", cameraAndMicrophone);
+    ask("camera", camera);
+
+    EXPECT_TRUE(questions.answer(CaptureAnswer::allow));
+
+    EXPECT_EQ(answers.size(), 3u);
+    EXPECT_EQ(asked(), std::nullopt);
+}
+
+TEST_F(CaptureQuestionsTest, AllowingOneKindDoesNotAllowTheOther) {
+    ask("camera", camera);
+    ask("both", cameraAndMicrophone);
+
+    questions.answer(CaptureAnswer::allow);
+
+    EXPECT_EQ(answers, (Answers{{"camera", Answer::grant}}));
+    EXPECT_EQ(asked(), cameraAndMicrophone);
+}
+
+TEST_F(CaptureQuestionsTest, AnAnswerIsNotRemembered) {
+    ask("camera", camera);
+
+    questions.answer(CaptureAnswer::allow);
+
+    EXPECT_TRUE(permissions.choices().empty());
+    EXPECT_TRUE(ask("again", camera));
+}
+
+TEST_F(CaptureQuestionsTest, ARefusedPageIsNotHeardAgainOnThatKindUntilItIsLoadedAnew) {
+    ask("camera", camera);
+    questions.answer(CaptureAnswer::refuse);
+
+    EXPECT_FALSE(ask("again", camera));
+    EXPECT_FALSE(ask("both", cameraAndMicrophone));
+    EXPECT_EQ(answers.at("again"), Answer::deny);
+    EXPECT_EQ(answers.at("both"), Answer::deny);
+    EXPECT_TRUE(ask("microphone", microphone));
+    EXPECT_TRUE(questions.documentWent());
+
+    EXPECT_TRUE(ask("anew", camera));
+}
+
+TEST_F(CaptureQuestionsTest, ARefusalAnswersTheQueueAsWell) {
+    ask("both", cameraAndMicrophone);
+    ask("camera", camera);
+    ask("microphone", microphone);
+
+    questions.answer(CaptureAnswer::refuse);
+
+    EXPECT_EQ(
+        answers,
+        (Answers{{"both", Answer::deny}, {"camera", Answer::deny}, {"microphone", Answer::deny}}));
+    EXPECT_EQ(asked(), std::nullopt);
+}
+
+TEST_F(CaptureQuestionsTest, ADismissedPageMayAskAgainButNotForEver) {
+    for (int i = 1; i < CaptureQuestions::patience; ++i) {
+        EXPECT_TRUE(ask("camera", camera));
+        EXPECT_TRUE(questions.answer(CaptureAnswer::dismiss));
+        EXPECT_EQ(answers.at("camera"), Answer::deny);
+    }
+    EXPECT_TRUE(ask("last", camera));
+    questions.answer(CaptureAnswer::dismiss);
+
+    EXPECT_FALSE(ask("too often", camera));
+    EXPECT_EQ(answers.at("too often"), Answer::deny);
+}
+
+TEST_F(CaptureQuestionsTest, AChoiceMadeMeanwhileAnswersTheQuestion) {
+    ask("both", cameraAndMicrophone);
+    ask("microphone", microphone);
+    choose(Choice::allow, Kind::microphone);
+    EXPECT_FALSE(questions.permissionsChanged());
+    EXPECT_EQ(answers, (Answers{{"microphone", Answer::grant}}));
+
+    choose(Choice::block, Kind::camera);
+    EXPECT_TRUE(questions.permissionsChanged());
+
+    EXPECT_EQ(answers.at("both"), Answer::deny);
+    EXPECT_EQ(asked(), std::nullopt);
+}
+
+TEST_F(CaptureQuestionsTest, ARefusedPageIsHeardAgainAfterAChoice) {
+    ask("camera", camera);
+    questions.answer(CaptureAnswer::refuse);
+
+    choose(Choice::block, Kind::microphone);
+    questions.permissionsChanged();
+
+    EXPECT_TRUE(ask("again", camera));
+}
+
+TEST_F(CaptureQuestionsTest, TheEndOfTheDocumentDeniesWhatWaits) {
+    ask("camera", camera);
+    ask("microphone", microphone);
+
+    EXPECT_TRUE(questions.documentWent());
+
+    EXPECT_EQ(answers, (Answers{{"camera", Answer::deny}, {"microphone", Answer::deny}}));
+    EXPECT_FALSE(questions.documentWent());
+}
+
+TEST_F(CaptureQuestionsTest, TheEndOfTheTabDeniesWhatWaits) {
+    std::optional<Answer> answer;
+    {
+        CaptureQuestions dropped{permissions, Trace::kept};
+        dropped.add({camera, host, [&](Answer given) { answer = given; }});
+    }
+
+    EXPECT_EQ(answer, Answer::deny);
+}
+
+TEST_F(CaptureQuestionsTest, ARequestThatComesWhileAnotherIsAnsweredIsAskedNext) {
+    bool askedAgain = false;
+    questions.add({camera, host, [&](Answer) { askedAgain = ask("next", microphone); }});
+
+    EXPECT_TRUE(questions.answer(CaptureAnswer::allow));
+
+    EXPECT_TRUE(askedAgain);
+    EXPECT_EQ(asked(), microphone);
+}
+
+TEST_F(CaptureQuestionsTest, OnlyAPageThatAskedIsAffectedByABlock) {
+    choose(Choice::block, Kind::camera);
+    EXPECT_TRUE(questions.blockedKinds().empty());
+    ask("other", camera, "b.example");
+    EXPECT_TRUE(questions.blockedKinds().empty());
+
+    ask("camera", camera);
+
+    EXPECT_EQ(questions.blockedKinds(), std::vector{Kind::camera});
+}
+
+TEST_F(CaptureQuestionsTest, AnAnswerWithoutAQuestionDoesNothing) {
+    EXPECT_FALSE(questions.answer(CaptureAnswer::allow));
+}
+
+TEST_F(CaptureQuestionsTest, TheTextNamesTheHostAndWhatItWants) {
+    EXPECT_EQ((CaptureQuestion{camera, "a.example"}).text(),
+              "“a.example” wants to use your camera");
+    EXPECT_EQ((CaptureQuestion{microphone, "a.example"}).text(),
+              "“a.example” wants to use your microphone");
+    EXPECT_EQ((CaptureQuestion{cameraAndMicrophone, ""}).text(),
+              "This page wants to use your camera and microphone");
+}
+
+TEST_F(CaptureQuestionsTest, ARequestIsAnsweredOnceWhoeverHoldsIt) {
+    std::vector<Answer> given;
+    {
+        MediaCaptureRequest first{camera, host, [&](Answer answer) { given.push_back(answer); }};
+        MediaCaptureRequest second{std::move(first)};
+        second.answer(Answer::grant);
+        second.answer(Answer::deny);
+        second = MediaCaptureRequest{camera, host, [&](Answer answer) { given.push_back(answer); }};
+    }
+
+    EXPECT_EQ(given, (std::vector{Answer::grant, Answer::deny}));
+}
+
+}  // namespace
+}  // namespace orvu
