@@ -1,6 +1,8 @@
 #include "core/Bookmarks.h"
 #include "foundation/NotificationCenter.h"
+#include "pagetools/ReaderLook.h"
 #include "platform/linux/GdkPasteboard.h"
+#include "platform/linux/GdkSystemSound.h"
 #include "platform/linux/GlibMainLoop.h"
 #include "platform/linux/LinuxFileRoom.h"
 #include "platform/linux/LinuxSystemPaths.h"
@@ -37,8 +39,9 @@ public:
           profiles_(defaults_, [this](const Uuid& id) { engine_.removeDataStore(id); }),
           bookmarks_(defaults_, loop_),
           favicons_(iconRequests_, images_, files_, loop_, paths_.data / "Favicons"),
-          windows_({defaults_, notifications_, loop_, engine_, bookmarks_, favicons_}, profiles_,
-                   makeWindows(application)),
+          windows_({defaults_, notifications_, loop_, engine_, bookmarks_, favicons_, sound_,
+                    readerLook_},
+                   profiles_, makeWindows(application)),
           delegate_(defaults_, workspace_, windows_),
           tidyUp_(loop_.after(std::chrono::seconds{10}, [this] { removeOrphans(); })) {}
 
@@ -77,6 +80,8 @@ private:
     WebKitEngine engine_;
     LinuxWorkspace workspace_;
     GdkPasteboard pasteboard_;
+    GdkSystemSound sound_;
+    ReaderLook readerLook_{defaults_};
     ProfileStore profiles_;
     BookmarkStores bookmarks_;
     SoupHttpSession iconRequests_{FaviconStore::httpOptions};

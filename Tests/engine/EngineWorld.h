@@ -2,6 +2,7 @@
 
 #include "core/BrowserStore.h"
 #include "engine/LoopbackServer.h"
+#include "fakes/FakeSystemSound.h"
 #include "fakes/FakeUserDefaults.h"
 #include "platform/linux/GlibMainLoop.h"
 #include "platform/linux/LinuxFileRoom.h"
@@ -66,7 +67,8 @@ protected:
     /// The engine's page processes that this process started.
     [[nodiscard]] static std::vector<int> pageProcesses();
     [[nodiscard]] BrowserServices services() {
-        return {defaults, notifications, loop, engine, bookmarks, favicons, Calendar{"UTC"}};
+        return {defaults, notifications, loop,       engine,         bookmarks,
+                favicons, sound,         readerLook, Calendar{"UTC"}};
     }
 
     std::filesystem::path folder;
@@ -80,6 +82,8 @@ protected:
     PixbufImageCodec codec{loop};
     LinuxFileRoom files{loop};
     FaviconStore favicons{http, codec, files, loop, folder / "Favicons"};
+    FakeSystemSound sound;
+    ReaderLook readerLook{defaults};
 };
 
 }  // namespace orvu

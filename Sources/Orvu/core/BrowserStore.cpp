@@ -18,6 +18,8 @@ BrowserStore::BrowserStore(const BrowserServices& services, bool isPrivate, Prof
       profile_(std::move(profile)),
       bookmarks_(services.bookmarks.store(profile_)),
       favicons_(services.favicons),
+      sound_(services.sound),
+      readerLook_(services.readerLook),
       configuration_(services.engine.makeConfiguration(
           isPrivate ? WebsiteDataStore::nonPersistentDataStore()
           : profile_.id == Profile::personalID

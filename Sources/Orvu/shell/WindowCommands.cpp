@@ -99,6 +99,7 @@ std::vector<WindowCommand> pageCommands() {
              tab.webView().goForward();
          })},
         {"toggleSideBySide", {"⌥⌘S"}, [](Target& target) { target.store().toggleSideBySide(); }},
+        {"toggleReader", {"⇧⌘R"}, [](Target& target) { target.store().toggleReader(); }},
         {"toggleBookmark", {"⌘D"}, onActive(toggleBookmark)},
         {"zoomIn", {"⌘=", "⌘+", "⌘KP_Add"}, zoom(+1)},
         {"zoomOut", {"⌘-", "⌘KP_Subtract"}, zoom(-1)},

@@ -1,6 +1,9 @@
 #pragma once
 
 #include "core/BrowserStore.h"
+#include "foundation/Signal.h"
+#include "look/view/FrameRefresh.h"
+#include "pagetools/view/ReaderView.h"
 #include "shell/view/BrowserNewTabPageView.h"
 #include "shell/view/WebViewHost.h"
 
@@ -12,14 +15,15 @@
 
 namespace orvu {
 
-/// The card that shows one tab: its page, or the new tab page.
+/// The card that shows one tab: its page, the new tab page, or the page's article.
 class BrowserPageContent : public Gtk::Overlay {
 public:
     explicit BrowserPageContent(std::shared_ptr<BrowserStore> store);
+    ~BrowserPageContent() override;
 
-    /// Shows `tab`. True if another page, or another empty tab, stands here now.
+    /// Shows `tab`. True if another page, another empty tab or another article stands here now.
     bool show(const std::shared_ptr<BrowserTab>& tab);
-    /// Gives the keyboard to the page, or to the field of the new tab page.
+    /// Gives the keyboard to the page, to its article or to the field of the new tab page.
     void focusContent();
 
     /// Called when an element of the page takes the whole screen, and when it gives it back.
@@ -27,11 +31,23 @@ public:
 
 private:
     void showNewTabPage(const std::optional<Uuid>& tab);
+    void watch(const std::shared_ptr<BrowserTab>& tab);
+    bool showReader(const std::shared_ptr<BrowserTab>& tab);
+    void openReader(std::shared_ptr<const ReaderArticle> article);
+    void leaveReader();
+    void dropReader();
+    void refresh();
+    void selectTab();
 
     const std::shared_ptr<BrowserStore> store_;
     WebViewHost host_;
     std::unique_ptr<BrowserNewTabPageView> newTabPage_;
     std::optional<Uuid> newTab_;  ///< the empty tab that `newTabPage_` stands for
+    std::weak_ptr<BrowserTab> tab_;
+    std::unique_ptr<ReaderView> reader_;  ///< also while it fades out
+    bool isReading_ = false;
+    FrameRefresh refresh_;
+    ScopedConnection tabChanged_;
 };
 
 }  // namespace orvu
