@@ -112,11 +112,13 @@ void ReaderTextView::styleTags(double size) {
     }
 }
 
-void ReaderTextView::setRoom(int room) {
-    const int margin = ReaderColumn::margin(room);
-    if (get_left_margin() == margin) return;
-    set_left_margin(margin);
-    set_right_margin(margin);
+void ReaderTextView::size_allocate_vfunc(int width, int height, int baseline) {
+    const int margin = ReaderColumn::margin(width);
+    if (get_left_margin() != margin) {
+        set_left_margin(margin);
+        set_right_margin(margin);
+    }
+    Gtk::TextView::size_allocate_vfunc(width, height, baseline);
 }
 
 void ReaderTextView::addSome() {

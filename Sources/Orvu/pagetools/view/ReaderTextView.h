@@ -20,8 +20,9 @@ public:
     ~ReaderTextView() override;
 
     void setLook(double size, ReaderTheme theme);
-    /// Places the column in `room` points. Before the view gets its own place there.
-    void setRoom(int room);
+
+protected:
+    void size_allocate_vfunc(int width, int height, int baseline) override;
 
 private:
     /// How the pieces of one role look.

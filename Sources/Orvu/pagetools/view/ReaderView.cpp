@@ -96,9 +96,4 @@ void ReaderView::fade(double shown) {
     if (gone_ && shown == 0) gone_();
 }
 
-void ReaderView::size_allocate_vfunc(int width, int height, int baseline) {
-    text_.setRoom(width);
-    Gtk::Overlay::size_allocate_vfunc(width, height, baseline);
-}
-
 }  // namespace orvu

@@ -29,9 +29,6 @@ public:
     /// Called when the keyboard comes to the reader.
     std::function<void()> onFocus;
 
-protected:
-    void size_allocate_vfunc(int width, int height, int baseline) override;
-
 private:
     void addKeys();
     bool keyPressed(guint key, guint keycode, Gdk::ModifierType state);
