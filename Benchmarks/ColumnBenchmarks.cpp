@@ -2,6 +2,7 @@
 #include "fakes/FakeFileRoom.h"
 #include "fakes/FakeHttpSession.h"
 #include "fakes/FakeImageCodec.h"
+#include "fakes/FakeSystemSound.h"
 #include "fakes/FakeWebEngine.h"
 #include "fakes/VirtualMainLoop.h"
 #include "shell/ListEdits.h"
@@ -27,8 +28,12 @@ void columnUpdate(benchmark::State& state) {
     FakeImageCodec codec;
     FakeFileRoom files;
     FaviconStore favicons{http, codec, files, loop, "Favicons"};
+    FakeSystemSound sound;
+    ReaderLook readerLook{defaults};
     BrowserStore store{
-        {defaults, notifications, loop, engine, bookmarks, favicons}, true, Profile::personal()};
+        {defaults, notifications, loop, engine, bookmarks, favicons, sound, readerLook},
+        true,
+        Profile::personal()};
     while (std::ssize(store.tabs()) < state.range(0)) {
         auto& tab = store.newTab(std::nullopt, BrowserStore::Select::no);
         const auto count = store.tabs().size();

@@ -47,6 +47,7 @@ INSTANTIATE_TEST_SUITE_P(Targets, CorpusReplay,
                                          Replay{"icon-file", fuzz::iconFile},
                                          Replay{"icon-links", fuzz::iconLinks},
                                          Replay{"bang", fuzz::bang}, Replay{"url", fuzz::url},
+                                         Replay{"reader-answer", fuzz::readerAnswer},
                                          Replay{"suggestions", fuzz::suggestions},
                                          Replay{"window-frame", fuzz::windowFrame}),
                          [](const auto& each) {

@@ -12,7 +12,7 @@ namespace {
 using Weight = ReaderStyle::Weight;
 
 /// How much text comes in at once: more would be seen as a jerk.
-constexpr std::size_t sliceBytes = 65'536;
+constexpr std::size_t sliceBytes = 16'384;
 
 int points(double length) { return static_cast<int>(std::lround(length)); }
 
