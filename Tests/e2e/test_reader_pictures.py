@@ -2,7 +2,7 @@
 
 from harness import articles
 from harness.pictures import PictureTest
-from harness.wait import until
+from harness.wait import until, until_equal
 
 
 class ReaderPicturesTest(PictureTest):
@@ -15,9 +15,12 @@ class ReaderPicturesTest(PictureTest):
         self.app.action("toggleReader")
         self.windows.find("push button", "Text size and theme")
 
-    def press(self, name, times=1):
-        for _ in range(times):
-            self.windows.press("push button", name)
+    def press(self, name):
+        self.windows.press("push button", name)
+
+    def step(self, name, size):
+        self.press(name)
+        until_equal(lambda: self.saved.value("readerSize"), size, "the size")
 
     def test_themes(self):
         self.start_with("story")
@@ -33,9 +36,11 @@ class ReaderPicturesTest(PictureTest):
         self.start_with("story")
         self.read()
         self.press("Text size and theme")
-        self.press("Larger text", 9)
+        for size in range(19, 27):
+            self.step("Larger text", size)
         self.shoot("reader-largest")
-        self.press("Smaller text", 13)
+        for size in range(25, 13, -1):
+            self.step("Smaller text", size)
         self.shoot("reader-smallest")
         self.hands.resize(900, 560)
         self.shoot("reader-smallest-900x560")

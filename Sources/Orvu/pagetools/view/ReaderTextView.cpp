@@ -101,7 +101,10 @@ void ReaderTextView::styleTags(double size) {
         const auto style = ReaderStyle::of(role, size);
         const RoleTags& each = tags_.at(i);
         each.text->property_font_desc() = fontOf(style);
-        each.text->property_letter_spacing() = points(style.letterSpacing * Pango::SCALE);
+        // Tags can't bring letters closer together: the style sheet does so for the whole text.
+        if (style.letterSpacing >= 0) {
+            each.text->property_letter_spacing() = points(style.letterSpacing * Pango::SCALE);
+        }
         each.text->property_pixels_inside_wrap() = points(style.lineSpacing);
         each.text->property_pixels_above_lines() = points(style.lineSpacing);
         if (style.isMuted) each.text->property_foreground_rgba() = rgba({muted_});
