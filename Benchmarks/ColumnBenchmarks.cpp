@@ -2,6 +2,7 @@
 #include "fakes/FakeFileRoom.h"
 #include "fakes/FakeHttpSession.h"
 #include "fakes/FakeImageCodec.h"
+#include "fakes/FakeRuleListStore.h"
 #include "fakes/FakeSystemSound.h"
 #include "fakes/FakeWebEngine.h"
 #include "fakes/VirtualMainLoop.h"
@@ -28,10 +29,12 @@ void columnUpdate(benchmark::State& state) {
     FakeImageCodec codec;
     FakeFileRoom files;
     FaviconStore favicons{http, codec, files, loop, "Favicons"};
+    FakeRuleListStore ruleLists;
+    TrackerBlocker trackers{ruleLists};
     FakeSystemSound sound;
     ReaderLook readerLook{defaults};
     BrowserStore store{
-        {defaults, notifications, loop, engine, bookmarks, favicons, sound, readerLook},
+        {defaults, notifications, loop, engine, bookmarks, favicons, trackers, sound, readerLook},
         true,
         Profile::personal()};
     while (std::ssize(store.tabs()) < state.range(0)) {

@@ -4,6 +4,7 @@
 #include "fakes/FakeFileRoom.h"
 #include "fakes/FakeHttpSession.h"
 #include "fakes/FakeImageCodec.h"
+#include "fakes/FakeRuleListStore.h"
 #include "fakes/FakeSystemSound.h"
 #include "fakes/FakeWebEngine.h"
 #include "fakes/VirtualMainLoop.h"
@@ -129,12 +130,14 @@ private:
     FakeImageCodec codec_;
     FakeFileRoom files_;
     FaviconStore favicons_{http_, codec_, files_, loop_, "Favicons"};
+    FakeRuleListStore ruleLists_;
+    TrackerBlocker trackers_{ruleLists_};
     FakeSystemSound sound_;
     ReaderLook readerLook_{defaults_};
-    std::shared_ptr<BrowserStore> store_ =
-        std::make_shared<BrowserStore>(BrowserServices{defaults_, notifications_, loop_, engine_,
-                                                       bookmarks_, favicons_, sound_, readerLook_},
-                                       false, Profile::personal());
+    std::shared_ptr<BrowserStore> store_ = std::make_shared<BrowserStore>(
+        BrowserServices{defaults_, notifications_, loop_, engine_, bookmarks_, favicons_, trackers_,
+                        sound_, readerLook_},
+        false, Profile::personal());
     NarrowColumn narrow_{defaults_};
     Gtk::Window window_;
     Gtk::Box box_;

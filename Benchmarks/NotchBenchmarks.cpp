@@ -4,6 +4,7 @@
 #include "fakes/FakeFileRoom.h"
 #include "fakes/FakeHttpSession.h"
 #include "fakes/FakeImageCodec.h"
+#include "fakes/FakeRuleListStore.h"
 #include "fakes/FakeSystemSound.h"
 #include "fakes/FakeUserDefaults.h"
 #include "fakes/FakeWebEngine.h"
@@ -111,6 +112,8 @@ struct OpenNotch {
     FakeImageCodec codec;
     FakeFileRoom files;
     FaviconStore favicons{http, codec, files, loop, "Favicons"};
+    FakeRuleListStore ruleLists;
+    TrackerBlocker trackers{ruleLists};
     FakeSystemSound sound;
     ReaderLook readerLook{defaults};
     FakeHttpSession suggestions;
@@ -121,10 +124,10 @@ struct OpenNotch {
 
     OpenNotch() {
         FullProfile{20251121, loop.now()}.store(defaults);
-        store =
-            std::make_shared<BrowserStore>(BrowserServices{defaults, notifications, loop, engine,
-                                                           bookmarks, favicons, sound, readerLook},
-                                           false, Profile::personal());
+        store = std::make_shared<BrowserStore>(
+            BrowserServices{defaults, notifications, loop, engine, bookmarks, favicons, trackers,
+                            sound, readerLook},
+            false, Profile::personal());
         body = std::make_unique<AddressNotchBody>(notch, store, store->active(), snapshot,
                                                   NotchServices{suggestions, loop, defaults});
         notch.open("");

@@ -6,6 +6,7 @@
 #include "fakes/FakeFileRoom.h"
 #include "fakes/FakeHttpSession.h"
 #include "fakes/FakeImageCodec.h"
+#include "fakes/FakeRuleListStore.h"
 #include "fakes/FakeSystemSound.h"
 #include "fakes/FakeWebEngine.h"
 #include "fakes/VirtualMainLoop.h"
@@ -36,12 +37,15 @@ struct World {
     FakeImageCodec codec;
     FakeFileRoom files;
     FaviconStore favicons{http, codec, files, loop, "Favicons"};
+    FakeRuleListStore ruleLists;
+    TrackerBlocker trackers{ruleLists};
     FakeSystemSound sound;
     ReaderLook readerLook{defaults};
 
     World() { profile.store(defaults); }
     [[nodiscard]] BrowserServices services() {
-        return {defaults, notifications, loop, engine, bookmarks, favicons, sound, readerLook};
+        return {defaults, notifications, loop,  engine,    bookmarks,
+                favicons, trackers,      sound, readerLook};
     }
     [[nodiscard]] std::unique_ptr<BrowserStore> open() {
         return std::make_unique<BrowserStore>(services(), false, Profile::personal());
@@ -69,8 +73,8 @@ void openStore(benchmark::State& state) {
             auto services = world.services();
             store = std::make_unique<BrowserStore>(
                 BrowserServices{services.defaults, services.notifications, services.loop,
-                                services.engine, *bookmarks, services.favicons, services.sound,
-                                services.readerLook},
+                                services.engine, *bookmarks, services.favicons, services.trackers,
+                                services.sound, services.readerLook},
                 false, Profile::personal());
         });
         if (store->visits().size() != FullProfile::visitCount ||

@@ -1,4 +1,5 @@
 #include "core/Bookmarks.h"
+#include "core/TrackerBlocker.h"
 #include "foundation/NotificationCenter.h"
 #include "pagetools/ReaderLook.h"
 #include "platform/linux/GdkPasteboard.h"
@@ -11,7 +12,9 @@
 #include "platform/linux/Renderer.h"
 #include "platform/linux/SoupHttpSession.h"
 #include "platform/linux/SqliteUserDefaults.h"
+#include "platform/linux/WebKitContentRules.h"
 #include "platform/linux/WebKitEngine.h"
+#include "profiles/Preferences.h"
 #include "profiles/Profiles.h"
 #include "search/SearchSuggester.h"
 #include "shell/BrowserWindowController.h"
@@ -39,11 +42,14 @@ public:
           profiles_(defaults_, [this](const Uuid& id) { engine_.removeDataStore(id); }),
           bookmarks_(defaults_, loop_),
           favicons_(iconRequests_, images_, files_, loop_, paths_.data / "Favicons"),
-          windows_({defaults_, notifications_, loop_, engine_, bookmarks_, favicons_, sound_,
-                    readerLook_},
+          windows_({defaults_, notifications_, loop_, engine_, bookmarks_, favicons_, trackers_,
+                    sound_, readerLook_},
                    profiles_, makeWindows(application)),
           delegate_(defaults_, workspace_, windows_),
-          tidyUp_(loop_.after(std::chrono::seconds{10}, [this] { removeOrphans(); })) {}
+          tidyUp_(loop_.after(std::chrono::seconds{10}, [this] { removeOrphans(); })) {
+        // Long before the first page asks for anything.
+        if (Prefs::boolean(defaults_, "blockTrackers", true)) trackers_.prepare();
+    }
 
     [[nodiscard]] AppDelegate& delegate() override { return delegate_; }
     [[nodiscard]] UserDefaults& defaults() override { return defaults_; }
@@ -78,6 +84,7 @@ private:
     NotificationCenter notifications_;
     SqliteUserDefaults defaults_;
     WebKitEngine engine_;
+    WebKitRuleListStore ruleLists_{paths_.caches / "ContentRules"};
     LinuxWorkspace workspace_;
     GdkPasteboard pasteboard_;
     GdkSystemSound sound_;
@@ -88,6 +95,7 @@ private:
     PixbufImageCodec images_{loop_};
     LinuxFileRoom files_{loop_};
     FaviconStore favicons_;
+    TrackerBlocker trackers_{ruleLists_};
     SoupHttpSession suggestions_{SearchSuggester::httpOptions};
     BrowserWindowController windows_;
     AppDelegate delegate_;

@@ -11,8 +11,9 @@ TITLE = "The lamp on the island"
 SMALLER, LARGER = "Smaller text", "Larger text"
 OPENER, EXIT = "Text size and theme", "Exit Reader"
 PRIVATE = "Orvu — Private"
-# Tells of each click and each key that reaches the page.
-TELL = """<script>for (const each of ['click', 'keydown', 'wheel'])
+# Tells of each click and each key that reaches the page, and goes elsewhere when it is told to.
+TELL = """<script>fetch('/go').then(answer => { if (answer.ok) location = '/elsewhere' });
+for (const each of ['click', 'keydown', 'wheel'])
 addEventListener(each, () => fetch('/report/' + each))</script>"""
 
 
@@ -20,11 +21,17 @@ class ReaderTest(BrowserTest):
     def open_story(self):
         """A window whose one page is the story."""
         self.story = articles.serve(self.server, "/story", articles.STORY + TELL)
+        self.go = self.server.gate()
+        self.server.answers["/go"] = self.answer_go
         self.app.start()
         self.open(self.story)
         self.app.action("selectTab1")
         self.app.action("closeTab")
         self.wait_for_selected("Harbour Post")
+
+    def answer_go(self, handler):
+        self.go.wait()
+        handler.reply(204)
 
     def texts(self, window=None, title=TITLE):
         return self.windows.nodes("text", title, window)
@@ -34,7 +41,7 @@ class ReaderTest(BrowserTest):
                      lambda: self.windows.nodes(window=window))[0]
 
     def wait_for_page(self, window=None):
-        until(lambda: not self.texts(window), "the page")
+        until(lambda: not self.texts(window), "the page", lambda: self.windows.nodes(window=window))
 
     def read(self, window=1):
         self.app.action("toggleReader", window)
@@ -171,6 +178,27 @@ class ComingAndGoingTest(ReaderTest):
 
         self.wait_for_page()
         self.wait_for_selected("Harbour Post")
+
+    def test_end_of_an_article_beside_leaves_the_keyboard_where_it_is(self):
+        self.open_story()
+        self.open(self.server.script_page("/typing", "addEventListener('keydown', event => "
+                                          "fetch('/report/' + event.key))"))
+        self.app.action("toggleSideBySide")
+        self.app.action("selectTab1")
+        self.read()
+        self.app.action("selectTab2")
+        self.wait_for_selected("typing")
+        self.hands.go_on("a")
+        self.server.wait_for_report("a")
+
+        # The page below the article goes elsewhere by itself.
+        self.server.page("/elsewhere")
+        self.go.set()
+        self.wait_for_page()
+        self.hands.go_on("b")
+
+        self.server.wait_for_report("b")
+        self.wait_for_selected("typing")
 
     def test_parked_tab_takes_its_article_along(self):
         self.open_story()

@@ -9,6 +9,7 @@
 #include "platform/linux/OrvuWebView.h"
 #include "platform/linux/PixbufImageCodec.h"
 #include "platform/linux/SoupHttpSession.h"
+#include "platform/linux/WebKitContentRules.h"
 #include "platform/linux/WebKitEngine.h"
 
 #include <gtest/gtest.h>
@@ -67,8 +68,8 @@ protected:
     /// The engine's page processes that this process started.
     [[nodiscard]] static std::vector<int> pageProcesses();
     [[nodiscard]] BrowserServices services() {
-        return {defaults, notifications, loop,       engine,         bookmarks,
-                favicons, sound,         readerLook, Calendar{"UTC"}};
+        return {defaults, notifications, loop,  engine,     bookmarks,
+                favicons, trackers,      sound, readerLook, Calendar{"UTC"}};
     }
 
     std::filesystem::path folder;
@@ -78,6 +79,8 @@ protected:
     NotificationCenter notifications;
     BookmarkStores bookmarks{defaults, loop};
     WebKitEngine engine;
+    WebKitRuleListStore ruleLists{folder / "ContentRules"};
+    TrackerBlocker trackers{ruleLists};
     SoupHttpSession http{FaviconStore::httpOptions};
     PixbufImageCodec codec{loop};
     LinuxFileRoom files{loop};

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <deque>
 #include <functional>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -13,6 +14,14 @@ namespace orvu {
 
 /// What happened to the fake pages of one engine, in order, such as "load https://a.example/".
 using FakeEngineLog = std::vector<std::string>;
+
+/// Counts the rules that it is given.
+class FakeUserContent : public UserContentController {
+public:
+    void add(const ContentRuleList& rules) override { added.push_back(&rules); }
+
+    std::vector<const ContentRuleList*> added;
+};
 
 /// A page that does what a test says.
 class FakeWebView : public WebView {
@@ -51,6 +60,11 @@ public:
         answers.emplace_back();
         return answers.back().future();
     }
+    [[nodiscard]] Future<bool> find(std::string text, FindConfiguration configuration) override {
+        searches.push_back({std::move(text), configuration});
+        findAnswers.emplace_back();
+        return findAnswers.back().future();
+    }
     void setNavigationDelegate(NavigationDelegate* delegate) override { delegate_ = delegate; }
     sigc::connection connectPropertyChanged(
         const sigc::slot<void(WebViewProperty)>& slot) override {
@@ -81,6 +95,13 @@ public:
     std::function<void()> atEnd;  ///< runs when the view goes
     std::vector<std::string> scripts;
     std::deque<Promise<ScriptResult>> answers;  ///< one for each script, to be resolved
+    struct Search {
+        std::string text;
+        FindConfiguration configuration;
+        friend bool operator==(const Search&, const Search&) = default;
+    };
+    std::vector<Search> searches;
+    std::deque<Promise<bool>> findAnswers;  ///< one for each search, to be resolved
 
 private:
     template <class T>
@@ -109,10 +130,15 @@ class FakeWebEngine : public WebEngine {
 public:
     class Configuration : public WebConfiguration {
     public:
-        explicit Configuration(FakeWebEngine& engine) : engine_(engine) {}
+        explicit Configuration(FakeWebEngine& engine) : engine_(engine) {
+            engine_.contents.push_back(content_);
+        }
         void setElementFullscreenEnabled(bool enabled) override { engine_.fullscreen = enabled; }
         void setApplicationNameForUserAgent(std::string name) override {
             engine_.applicationName = std::move(name);
+        }
+        [[nodiscard]] std::shared_ptr<UserContentController> userContentController() override {
+            return content_;
         }
         [[nodiscard]] std::unique_ptr<WebView> makeWebView() override {
             return std::make_unique<FakeWebView>(engine_.views);
@@ -120,6 +146,7 @@ public:
 
     private:
         FakeWebEngine& engine_;
+        const std::shared_ptr<FakeUserContent> content_ = std::make_shared<FakeUserContent>();
     };
 
     [[nodiscard]] std::unique_ptr<WebConfiguration> makeConfiguration(
@@ -132,6 +159,8 @@ public:
     std::vector<FakeWebView*> views;       ///< all live views, the oldest first
     std::vector<WebsiteDataStore> stores;  ///< the store of each configuration made
     std::vector<Uuid> removedStores;
+    /// Where the rules of each configuration go; they outlive it here.
+    std::vector<std::shared_ptr<FakeUserContent>> contents;
     bool fullscreen = false;
     std::string applicationName;
 };

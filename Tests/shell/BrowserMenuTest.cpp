@@ -24,8 +24,8 @@ TEST_F(BrowserMenuTest, TabWithAnAddressHasAllItems) {
 
     EXPECT_EQ(titles(*store),
               (Strings{"New Tab", "New Private Window", "Reopen Closed Tab", "-", "Side by Side",
-                       "Reader", "-", "Zoom In", "Zoom Out", "Actual Size", "-", "Copy Link",
-                       "Open in Default Browser"}));
+                       "Reader", "Find in Page…", "-", "Zoom In", "Zoom Out", "Actual Size", "-",
+                       "Copy Link", "Open in Default Browser"}));
 }
 
 TEST_F(BrowserMenuTest, TabWithoutAnAddressHasNoLinkItems) {

@@ -22,6 +22,12 @@ public:
         calls.push_back("switch " + profile.name);
     }
 
+    void openFind() override { calls.emplace_back("open find"); }
+    void findAgain(bool backwards) override {
+        calls.emplace_back(backwards ? "find former" : "find next");
+    }
+    void openRewind() override { calls.emplace_back("open rewind"); }
+
     [[nodiscard]] Pasteboard& pasteboard() override { return pasteboard_; }
     [[nodiscard]] Workspace& workspace() override { return workspace_; }
 
@@ -367,6 +373,31 @@ TEST_F(WindowCommandsTest, TheKeyboardMovesAmongTheAreas) {
 
     EXPECT_EQ(press(*store, "F6"), Strings{"next area"});
     EXPECT_EQ(press(*store, "⇧F6"), Strings{"former area"});
+}
+
+TEST_F(WindowCommandsTest, CommandFOpensTheSearchInThePage) {
+    const auto store = openStore();
+
+    EXPECT_EQ(press(*store, "⌘F"), Strings{"open find"});
+}
+
+TEST_F(WindowCommandsTest, CommandGAndF3GoOnToTheNextMatchAndWithShiftToTheFormerOne) {
+    const auto store = openStore();
+
+    for (const auto* const keys : {"⌘G", "F3"}) {
+        EXPECT_EQ(press(*store, keys), Strings{"find next"}) << keys;
+    }
+    for (const auto* const keys : {"⇧⌘G", "⇧F3"}) {
+        EXPECT_EQ(press(*store, keys), Strings{"find former"}) << keys;
+    }
+}
+
+TEST_F(WindowCommandsTest, ShiftCommandHOrTheKeyOfBackWithShiftShowsTheTimeLineOfTheDay) {
+    const auto store = openStore();
+
+    for (const auto* const keys : {"⇧⌘[", "⇧⌘H"}) {
+        EXPECT_EQ(press(*store, keys), Strings{"open rewind"}) << keys;
+    }
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include "fakes/FakeFileRoom.h"
 #include "fakes/FakeHttpSession.h"
 #include "fakes/FakeImageCodec.h"
+#include "fakes/FakeRuleListStore.h"
 #include "fakes/FakeSystemSound.h"
 #include "fakes/FakeUserDefaults.h"
 #include "fakes/FakeWebEngine.h"
@@ -70,10 +71,12 @@ struct StoreWorld {
     FakeImageCodec codec;
     FakeFileRoom files;
     FaviconStore favicons{http, codec, files, loop, "Favicons"};
+    FakeRuleListStore ruleLists;
+    TrackerBlocker trackers{ruleLists};
     FakeSystemSound sound;
     ReaderLook readerLook{defaults};
-    BrowserServices services{defaults, notifications, loop,       engine,         bookmarks,
-                             favicons, sound,         readerLook, Calendar{"UTC"}};
+    BrowserServices services{defaults, notifications, loop,  engine,     bookmarks,
+                             favicons, trackers,      sound, readerLook, Calendar{"UTC"}};
     Profile work{*Uuid::parse("11111111-2222-3333-4444-555555555555"), "Work", "bag", 1};
 
     /// The data stored under `key`; empty if there are none.

@@ -26,7 +26,7 @@ BrowserStore::BrowserStore(const BrowserServices& services, bool isPrivate, Prof
               ? WebsiteDataStore::defaultDataStore()
               : WebsiteDataStore::dataStoreForIdentifier(profile_.id))) {
     const Operation operation{*this};
-    configure();
+    configure(services.trackers);
     if (!isPrivate_) restore();
     if (tabs_.empty()) newTab(std::nullopt, Select::yes);
     const auto first =
@@ -45,10 +45,13 @@ BrowserStore::~BrowserStore() {
     notify_callbacks();
 }
 
-void BrowserStore::configure() {
+void BrowserStore::configure(TrackerBlocker& trackers) {
     configuration_->setElementFullscreenEnabled(true);
     configuration_->setApplicationNameForUserAgent("Version/" + std::string{safariVersion} +
                                                    " Safari/605.1.15");
+    if (Prefs::boolean(defaults_, "blockTrackers", true)) {
+        trackers.install(configuration_->userContentController());
+    }
 }
 
 std::shared_ptr<BrowserTab> BrowserStore::active() const {

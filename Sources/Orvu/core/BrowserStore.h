@@ -5,6 +5,7 @@
 #include "core/EncodedVisits.h"
 #include "core/Records.h"
 #include "core/TabGroup.h"
+#include "core/TrackerBlocker.h"
 #include "foundation/Calendar.h"
 #include "foundation/NotificationCenter.h"
 #include "foundation/Signal.h"
@@ -29,6 +30,7 @@ struct BrowserServices {
     WebEngine& engine;
     BookmarkStores& bookmarks;
     FaviconStore& favicons;
+    TrackerBlocker& trackers;
     SystemSound& sound;
     ReaderLook& readerLook;
     Calendar calendar = Calendar::current();
@@ -174,7 +176,7 @@ private:
         UserDefaults::Batch batch;  // last, so that it ends first
     };
 
-    void configure();
+    void configure(TrackerBlocker& trackers);
     void restore();
     void restoreTabs();
     void reloadVisits();

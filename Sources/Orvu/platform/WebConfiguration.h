@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/Uuid.h"
+#include "platform/ContentRules.h"
 #include "platform/WebView.h"
 
 #include <memory>
@@ -38,6 +39,8 @@ public:
     virtual void setElementFullscreenEnabled(bool enabled) = 0;
     /// How the user agent ends, behind the engine's own words.
     virtual void setApplicationNameForUserAgent(std::string name) = 0;
+    /// Where the rules for its pages go. It may outlive the configuration.
+    [[nodiscard]] virtual std::shared_ptr<UserContentController> userContentController() = 0;
     /// A view without a page. Views may outlive their configuration.
     [[nodiscard]] virtual std::unique_ptr<WebView> makeWebView() = 0;
 };

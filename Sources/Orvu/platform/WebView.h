@@ -33,6 +33,14 @@ struct ScriptResult {
     std::string text;
 };
 
+/// How a text is to be looked for in a page. Upper and lower case are the same.
+struct FindConfiguration {
+    bool backwards = false;
+    bool wraps = true;  ///< go on at the other end of the page
+
+    friend bool operator==(const FindConfiguration&, const FindConfiguration&) = default;
+};
+
 /// Decides for one web view what navigation may do, and hears of its end.
 class NavigationDelegate {
 public:
@@ -76,6 +84,10 @@ public:
     /// Runs a script in the main frame, in a world of the program's own: it sees the document,
     /// but none of the page's variables. No result comes once the view is gone.
     [[nodiscard]] virtual Future<ScriptResult> evaluateJavaScript(std::string script) = 0;
+
+    /// Moves to the next match of `text`, which is not empty, from the present one on, and marks
+    /// all matches. Whether there is one. No result comes once the view is gone.
+    [[nodiscard]] virtual Future<bool> find(std::string text, FindConfiguration configuration) = 0;
 
     /// `delegate` must outlive the view or be taken away with nullptr.
     virtual void setNavigationDelegate(NavigationDelegate* delegate) = 0;

@@ -14,6 +14,7 @@ std::vector<MenuItem> browserMenu(const BrowserStore& store) {
         separator,
         {pair ? "Back to One Page" : "Side by Side", "win.toggleSideBySide", "⌥⌘S"},
         {reader ? "Exit Reader" : "Reader", "win.toggleReader", "⇧⌘R"},
+        {"Find in Page…", "win.find", "⌘F"},
         separator,
         {"Zoom In", "win.zoomInFurther", "⌘="},
         {"Zoom Out", "win.zoomOutFurther", "⌘-"},

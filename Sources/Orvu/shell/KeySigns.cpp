@@ -14,11 +14,12 @@ using Name = std::pair<std::string_view, std::string_view>;
 constexpr std::array<Name, 4> modifiers{
     {{"⌘", "<Control>"}, {"⇧", "<Shift>"}, {"⌥", "<Alt>"}, {"⌃", "<Alt>"}}};
 
-constexpr std::array<Name, 6> marks{{{"=", "equal"},
+constexpr std::array<Name, 7> marks{{{"=", "equal"},
                                      {"+", "plus"},
                                      {"-", "minus"},
                                      {"[", "bracketleft"},
                                      {"]", "bracketright"},
+                                     {"{", "braceleft"},
                                      {",", "comma"}}};
 
 }  // namespace

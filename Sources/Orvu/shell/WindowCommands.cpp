@@ -98,6 +98,10 @@ std::vector<WindowCommand> pageCommands() {
         {"goForward", {"⌘]", "⌥Right"}, onActive([](auto&, auto& tab) {
              tab.webView().goForward();
          })},
+        {"rewind", {"⇧⌘[", "⇧⌘{", "⇧⌘H"}, [](Target& target) { target.openRewind(); }},
+        {"find", {"⌘F"}, [](Target& target) { target.openFind(); }},
+        {"findNext", {"⌘G", "F3"}, [](Target& target) { target.findAgain(false); }},
+        {"findPrevious", {"⇧⌘G", "⇧F3"}, [](Target& target) { target.findAgain(true); }},
         {"toggleSideBySide", {"⌥⌘S"}, [](Target& target) { target.store().toggleSideBySide(); }},
         {"toggleReader", {"⇧⌘R"}, [](Target& target) { target.store().toggleReader(); }},
         {"toggleBookmark", {"⌘D"}, onActive(toggleBookmark)},

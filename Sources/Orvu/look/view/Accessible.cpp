@@ -24,6 +24,13 @@ void setAccessibleExpanded(Gtk::Widget& widget, bool expanded) {
                                 static_cast<gboolean>(expanded), -1);
 }
 
+void setAccessibleValue(Gtk::Widget& widget, const AccessibleValue& value) {
+    gtk_accessible_update_property(GTK_ACCESSIBLE(widget.gobj()), GTK_ACCESSIBLE_PROPERTY_VALUE_NOW,
+                                   value.now, GTK_ACCESSIBLE_PROPERTY_VALUE_MIN, value.least,
+                                   GTK_ACCESSIBLE_PROPERTY_VALUE_MAX, value.most,
+                                   GTK_ACCESSIBLE_PROPERTY_VALUE_TEXT, value.text.c_str(), -1);
+}
+
 void hideFromAccessibility(Gtk::Widget& widget) {
     gtk_accessible_update_state(GTK_ACCESSIBLE(widget.gobj()), GTK_ACCESSIBLE_STATE_HIDDEN,
                                 static_cast<gboolean>(true), -1);

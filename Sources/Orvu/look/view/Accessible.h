@@ -14,6 +14,14 @@ void setAccessibleDescription(Gtk::Widget& widget, const std::string& text);
 void setAccessibleSelected(Gtk::Widget& widget, bool selected);
 /// Says whether what a widget opens and closes is open.
 void setAccessibleExpanded(Gtk::Widget& widget, bool expanded);
+/// The value of what can be moved along a range, and how it is to be said.
+struct AccessibleValue {
+    double now = 0;
+    double least = 0;
+    double most = 1;
+    std::string text = {};
+};
+void setAccessibleValue(Gtk::Widget& widget, const AccessibleValue& value);
 /// Takes a widget, and what is in it, out of what assistive technology sees.
 void hideFromAccessibility(Gtk::Widget& widget);
 

@@ -48,6 +48,9 @@ ReaderTextView::ReaderTextView(std::vector<ReaderPiece> pieces)
     set_wrap_mode(Gtk::WrapMode::WORD_CHAR);
     set_top_margin(ReaderColumn::endPadding);
     set_bottom_margin(ReaderColumn::endPadding);
+    // The bullet has none of the text's own spacing of letters.
+    Pango::AttrList plain;
+    bullet_->set_attributes(plain);
     addTags();
     addSome();
 }

@@ -220,6 +220,7 @@ OrvuWebView::OrvuWebView(std::shared_ptr<WebKitShared> shared, MainLoop& loop)
 OrvuWebView::~OrvuWebView() {
     if (!view_) return;
     Events::disconnect(view(), this);
+    finder_.reset();
     GtkWidget* const parent = gtk_widget_get_parent(GTK_WIDGET(view()));
     if (parent && GTK_IS_BOX(parent)) gtk_box_remove(GTK_BOX(parent), GTK_WIDGET(view()));
     webkit_web_view_terminate_web_process(view());
@@ -239,6 +240,7 @@ void OrvuWebView::make() {
                      settings.get(), "user-content-manager", shared_->content.get(), nullptr)));
     webkit_web_view_set_zoom_level(view(), zoom_);
     Events::connect(view(), this);
+    finder_.emplace(view());
     if (const auto url = std::exchange(pending_, std::nullopt)) load(*url);
 }
 
@@ -298,6 +300,15 @@ Future<ScriptResult> OrvuWebView::evaluateJavaScript(std::string script) {
     return promise.future();
 }
 
+Future<bool> OrvuWebView::find(std::string text, FindConfiguration configuration) {
+    if (!view_) {  // nothing was loaded: there is nothing to find, and no need of a process
+        const Promise<bool> none;
+        none.resolve(false);
+        return none.future();
+    }
+    return finder_->find(text, configuration);
+}
+
 void OrvuWebView::emit(std::initializer_list<WebViewProperty> properties) {
     const std::weak_ptr alive{self_};  // whoever hears of one change may end this view
     for (const auto property : properties) {
@@ -338,6 +349,7 @@ void OrvuWebView::loadChanged(WebKitLoadEvent event) {
             break;
         case WEBKIT_LOAD_COMMITTED: {
             committed_ = true;
+            finder_->pageWent();
             page_ = url_;
             GTlsCertificate* certificate = nullptr;
             GTlsCertificateFlags errors{};
@@ -369,6 +381,7 @@ void OrvuWebView::finish() {
 
 void OrvuWebView::processTerminated(WebKitWebProcessTerminationReason reason) {
     if (reason == WEBKIT_WEB_PROCESS_TERMINATED_BY_API) return;
+    finder_->pageWent();
     // Within the signal the engine still knows the address.
     if (crashReload_.shouldReload(url_)) webkit_web_view_reload(view());
 }

@@ -3,6 +3,8 @@
 #include "platform/CrashReload.h"
 #include "platform/MainLoop.h"
 #include "platform/WebView.h"
+#include "platform/linux/PageFinder.h"
+#include "platform/linux/WebKitContentRules.h"
 #include "platform/linux/WebKitSession.h"
 
 #include <cstdint>
@@ -17,12 +19,10 @@ namespace orvu {
 /// What all views of one configuration are made with.
 struct WebKitShared {
     explicit WebKitShared(std::shared_ptr<WebKitSession> ofSession)
-        : session(std::move(ofSession)),
-          content(
-              GObjectPointer<WebKitUserContentManager>::adopt(webkit_user_content_manager_new())) {}
+        : session(std::move(ofSession)) {}
 
     std::shared_ptr<WebKitSession> session;
-    GObjectPointer<WebKitUserContentManager> content;
+    WebKitUserContent content;
     std::string userAgent;  ///< whole; empty for the engine's own
     bool elementFullscreen = false;
 };
@@ -60,6 +60,7 @@ public:
     [[nodiscard]] double pageZoom() const override { return zoom_; }
     void setPageZoom(double zoom) override;
     [[nodiscard]] Future<ScriptResult> evaluateJavaScript(std::string script) override;
+    [[nodiscard]] Future<bool> find(std::string text, FindConfiguration configuration) override;
     void setNavigationDelegate(NavigationDelegate* delegate) override { delegate_ = delegate; }
     sigc::connection connectPropertyChanged(
         const sigc::slot<void(WebViewProperty)>& slot) override {
@@ -87,6 +88,7 @@ private:
     MainLoop& loop_;
     NavigationDelegate* delegate_ = nullptr;
     GObjectPointer<WebKitWebView> view_;
+    std::optional<PageFinder> finder_;  ///< once the engine's view is made
     sigc::signal<void(WebViewProperty)> changed_;
     std::string title_;
     std::optional<Url> url_;

@@ -17,6 +17,9 @@ public:
         const auto plain = GObjectPointer<WebKitSettings>::adopt(webkit_settings_new());
         shared_->userAgent = userAgent(webkit_settings_get_user_agent(plain.get()), name);
     }
+    [[nodiscard]] std::shared_ptr<UserContentController> userContentController() override {
+        return {shared_, &shared_->content};
+    }
     [[nodiscard]] std::unique_ptr<WebView> makeWebView() override {
         return std::make_unique<OrvuWebView>(shared_, loop_);
     }

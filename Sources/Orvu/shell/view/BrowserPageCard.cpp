@@ -1,14 +1,31 @@
 #include "shell/view/BrowserPageCard.h"
 
-namespace orvu {
+#include <gtkmm/root.h>
 
-BrowserPageCard::BrowserPageCard(std::shared_ptr<BrowserStore> store) : store_(std::move(store)) {
+#include <utility>
+
+namespace orvu {
+namespace {
+
+bool holdsKeyboard(Gtk::Widget& widget) {
+    const auto* const root = widget.get_root();
+    const Gtk::Widget* const focus = root ? root->get_focus() : nullptr;
+    return focus && (focus == &widget || focus->is_ancestor(widget));
+}
+
+}  // namespace
+
+BrowserPageCard::BrowserPageCard(std::shared_ptr<BrowserStore> store)
+    : store_(std::move(store)), formerFindGoes_(*this, [this] { endFormerFind(); }) {
     set_expand(true);
     showSingle();
 }
 
 BrowserPageCard::~BrowserPageCard() {
     onFullscreen = nullptr;  // whoever wanted to know is on its way out as well
+    if (find_) card_.remove_overlay(*find_);
+    endFormerFind();
+    card_.unset_child();
     while (Gtk::Widget* const child = get_first_child()) remove(*child);
 }
 
@@ -32,16 +49,66 @@ void BrowserPageCard::showSingle() {
     pair_.reset();
     single_.emplace(store_);
     single_->setOnFullscreen([this](bool on) { tellFullscreen(on); });
-    append(*single_);
+    card_.set_child(*single_);
+    append(card_);
+    showFind();
 }
 
 void BrowserPageCard::showPair() {
-    if (single_) remove(*single_);
+    if (single_) remove(card_);
+    card_.unset_child();
     single_.reset();
+    showFind();
     pair_.emplace(store_);
     pair_->set_expand(true);
     pair_->setOnFullscreen([this](bool on) { tellFullscreen(on); });
     append(*pair_);
+}
+
+void BrowserPageCard::openFind() {
+    findOpen_ = true;
+    showFind();
+    if (find_) find_->focusField();
+}
+
+void BrowserPageCard::closeFind() {
+    if (!std::exchange(findOpen_, false)) return;
+    if (!find_) return;
+    const bool hadKeyboard = holdsKeyboard(*find_);
+    // It may have asked for its end itself, and goes when that call has returned.
+    find_->set_visible(false);
+    formerFind_ = std::move(find_);
+    formerFindGoes_.mark();
+    if (hadKeyboard) focusContent();
+}
+
+void BrowserPageCard::findAgain(bool backwards) {
+    if (!findOpen_) return openFind();
+    if (find_) find_->find(backwards);
+}
+
+void BrowserPageCard::showFind() {
+    const bool wanted = findOpen_ && single_;
+    if (wanted == static_cast<bool>(find_)) return;
+    endFormerFind();
+    if (!wanted) {
+        card_.remove_overlay(*find_);
+        find_.reset();
+        return;
+    }
+    find_ = std::make_unique<BrowserFindBarView>(
+        [this]() -> WebView* {
+            const auto tab = store_->active();
+            return tab ? &tab->webView() : nullptr;
+        },
+        [this] { closeFind(); });
+    card_.add_overlay(*find_);
+}
+
+void BrowserPageCard::endFormerFind() {
+    if (!formerFind_) return;
+    card_.remove_overlay(*formerFind_);
+    formerFind_.reset();
 }
 
 void BrowserPageCard::tellFullscreen(bool on) {

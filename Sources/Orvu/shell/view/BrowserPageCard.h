@@ -1,9 +1,12 @@
 #pragma once
 
+#include "look/view/FrameRefresh.h"
+#include "pagetools/view/BrowserFindBarView.h"
 #include "shell/view/BrowserPageContent.h"
 #include "shell/view/BrowserSplitPagesView.h"
 
 #include <gtkmm/box.h>
+#include <gtkmm/overlay.h>
 
 #include <functional>
 #include <memory>
@@ -23,6 +26,12 @@ public:
     /// Gives the keyboard to the tab in front.
     void focusContent();
 
+    // The search bar. It shows over one page alone; while two stand side by side it waits.
+    [[nodiscard]] bool isFindOpen() const { return findOpen_; }
+    void openFind();
+    void closeFind();
+    void findAgain(bool backwards);
+
     /// What moves the border of two pages; nullptr where there is one.
     [[nodiscard]] Gtk::Widget* divider() { return pair_ ? &pair_->divider() : nullptr; }
 
@@ -32,10 +41,17 @@ public:
 private:
     void showSingle();
     void showPair();
+    void showFind();
+    void endFormerFind();
     void tellFullscreen(bool on);
 
     const std::shared_ptr<BrowserStore> store_;
+    bool findOpen_ = false;
+    Gtk::Overlay card_;  ///< the single page, and the search bar over it
     std::optional<BrowserPageContent> single_;
+    std::unique_ptr<BrowserFindBarView> find_;
+    std::unique_ptr<BrowserFindBarView> formerFind_;  ///< closed, and about to go
+    FrameRefresh formerFindGoes_;
     std::optional<BrowserSplitPagesView> pair_;
 };
 

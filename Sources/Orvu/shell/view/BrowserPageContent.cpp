@@ -1,5 +1,7 @@
 #include "shell/view/BrowserPageContent.h"
 
+#include <gtkmm/root.h>
+
 namespace orvu {
 
 BrowserPageContent::BrowserPageContent(std::shared_ptr<BrowserStore> store)
@@ -92,7 +94,13 @@ void BrowserPageContent::dropReader() {
 
 void BrowserPageContent::refresh() {
     if (reader_ && !isReading_ && reader_->get_opacity() == 0) dropReader();
-    if (showReader(tab_.lock())) focusContent();
+    const bool keyboardIsHere = holdsKeyboard();  // it may be in the other one of a pair
+    if (showReader(tab_.lock()) && keyboardIsHere) focusContent();
+}
+
+bool BrowserPageContent::holdsKeyboard() {
+    const Gtk::Widget* const focus = get_root() ? get_root()->get_focus() : nullptr;
+    return focus && focus->is_ancestor(*this);
 }
 
 /// Of two tabs side by side the one whose article is used comes to the front.

@@ -38,6 +38,7 @@ private:
     void dropReader();
     void refresh();
     void selectTab();
+    [[nodiscard]] bool holdsKeyboard();
 
     const std::shared_ptr<BrowserStore> store_;
     WebViewHost host_;

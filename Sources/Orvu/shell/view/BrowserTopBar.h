@@ -19,6 +19,7 @@ class BrowserTopBar : public Gtk::Box {
 public:
     explicit BrowserTopBar(const std::shared_ptr<BrowserStore>& store);
 
+    [[nodiscard]] BrowserNavButtons& navigation() { return navigation_; }
     /// How wide what stands in the middle of `window` may be without covering anything here, in
     /// pixels; 0 if there is no room.
     [[nodiscard]] int roomInTheMiddle(const Gtk::Widget& window) const;

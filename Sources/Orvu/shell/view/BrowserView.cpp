@@ -42,6 +42,7 @@ BrowserView::BrowserView(const std::shared_ptr<BrowserStore>& store, NarrowColum
     column_.append(bar_);
     column_.append(row_);
     page_.onFullscreen = [this](bool on) { setElementFullscreen(on); };
+    topBar_.navigation().setOnKeyboardLeft([this] { page_.focusContent(); });
     addNotch();
     front_ = store_->active();
     static_cast<void>(page_.refresh());  // its process starts before the window is drawn
@@ -50,6 +51,7 @@ BrowserView::BrowserView(const std::shared_ptr<BrowserStore>& store, NarrowColum
 BrowserView::~BrowserView() {
     notify_callbacks();
     page_.onFullscreen = nullptr;
+    topBar_.navigation().setOnKeyboardLeft(nullptr);
     notchView_.onEditingEnded = nullptr;
     notchView_.onProgress = nullptr;
 }

@@ -31,6 +31,15 @@ public:
     [[nodiscard]] AddressNotch& notch() { return notch_; }
     /// Opens the notch with `text`; in a notch that is open already, it takes the text's place.
     void editAddress(const std::string& text);
+    /// Opens the search bar over the page, with the keyboard in it. While two pages stand side by
+    /// side it doesn't show.
+    void openFind() { page_.openFind(); }
+    void closeFind() { page_.closeFind(); }
+    [[nodiscard]] bool isFindOpen() const { return page_.isFindOpen(); }
+    /// Goes on to the next match, or the former one; opens the bar if it is closed.
+    void findAgain(bool backwards) { page_.findAgain(backwards); }
+    /// Shows the time line of the day, with the keyboard in it.
+    void openRewind() { topBar_.navigation().openRewind(); }
     /// Moves the keyboard among the address, the column, the divider of a pair and the page, so
     /// many places on, or back if negative.
     void moveFocus(int areas);

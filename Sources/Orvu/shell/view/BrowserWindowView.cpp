@@ -82,8 +82,9 @@ void BrowserWindowView::present() {
 void BrowserWindowView::editAddress(const std::string& text) { content_->editAddress(text); }
 
 bool BrowserWindowView::endEditing() {
-    const bool wasOpen = content_->notch().isOpen();
+    const bool wasOpen = content_->notch().isOpen() || content_->isFindOpen();
     content_->notch().close();
+    content_->closeFind();
     return wasOpen;
 }
 

@@ -48,6 +48,9 @@ public:
     void focusNextArea() override { moveFocus(+1); }
     void focusFormerArea() override { moveFocus(-1); }
     void switchProfile(const Profile& profile) override;
+    void openFind() override { content_->openFind(); }
+    void findAgain(bool backwards) override { content_->findAgain(backwards); }
+    void openRewind() override { content_->openRewind(); }
     [[nodiscard]] Pasteboard& pasteboard() override { return environment_.pasteboard; }
     [[nodiscard]] Workspace& workspace() override { return environment_.workspace; }
 

@@ -1,0 +1,37 @@
+#include "pagetools/BrowserFindBar.h"
+
+#include <utility>
+
+namespace orvu {
+
+void BrowserFindBar::setText(const std::string& text) {
+    if (text == text_) return;
+    text_ = text;
+    find(false);
+}
+
+void BrowserFindBar::find(bool backwards) {
+    if (text_.empty()) {
+        searching_.cancel();
+        return setFound(std::nullopt);
+    }
+    WebView* const page = page_();
+    if (!page) return;
+    searching_ = search(page->find(text_, {.backwards = backwards, .wraps = true}));
+    searching_.start();
+}
+
+Task<void> BrowserFindBar::search(Future<bool> answer) { setFound(co_await answer); }
+
+std::string_view BrowserFindBar::status() const {
+    if (!found_ || text_.empty()) return "";
+    return *found_ ? "Found" : "No matches";
+}
+
+void BrowserFindBar::setFound(std::optional<bool> found) {
+    if (found_ == found) return;
+    found_ = found;
+    changed_.emit();
+}
+
+}  // namespace orvu

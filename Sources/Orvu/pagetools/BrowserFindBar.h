@@ -1,0 +1,52 @@
+#pragma once
+
+#include "foundation/Task.h"
+#include "platform/WebView.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace orvu {
+
+/// The search for a text in the page in front. It asks for the next match and remembers whether
+/// there was one; finding, marking and scrolling is the page's.
+class BrowserFindBar {
+public:
+    static constexpr std::string_view prompt = "Find in page";
+    /// The page to search at this moment; nullptr for none.
+    using Page = std::function<WebView*()>;
+
+    explicit BrowserFindBar(Page page) : page_(std::move(page)) {}
+    BrowserFindBar(const BrowserFindBar&) = delete;
+    BrowserFindBar& operator=(const BrowserFindBar&) = delete;
+
+    [[nodiscard]] const std::string& text() const { return text_; }
+    /// Searches for another text; the same one does nothing.
+    void setText(const std::string& text);
+    /// Goes on to the next match, or the former one. An empty text only takes the outcome away.
+    void find(bool backwards);
+
+    /// The outcome of the last search; nothing before the first one has ended.
+    [[nodiscard]] std::optional<bool> found() const { return found_; }
+    /// What to say of it; empty for nothing.
+    [[nodiscard]] std::string_view status() const;
+
+    /// Calls `slot` after the outcome changed. It must not search from within the call.
+    sigc::connection connectChanged(const sigc::slot<void()>& slot) {
+        return changed_.connect(slot);
+    }
+
+private:
+    [[nodiscard]] Task<void> search(Future<bool> answer);
+    void setFound(std::optional<bool> found);
+
+    const Page page_;
+    std::string text_;
+    std::optional<bool> found_;
+    sigc::signal<void()> changed_;
+    Task<void> searching_;  ///< the last search alone: an earlier one has nothing to say any more
+};
+
+}  // namespace orvu
