@@ -3,6 +3,7 @@
 #include "fakes/FakeHttpSession.h"
 #include "fakes/FakeImageCodec.h"
 #include "fakes/FakeRuleListStore.h"
+#include "fakes/FakeSystemSound.h"
 #include "fakes/FakeWebEngine.h"
 #include "fakes/VirtualMainLoop.h"
 #include "shell/ListEdits.h"
@@ -31,10 +32,12 @@ void columnUpdate(benchmark::State& state) {
     FakeRuleListStore ruleLists;
     SitePermissions permissions{defaults};
     TrackerBlocker trackers{ruleLists};
-    BrowserStore store{
-        {defaults, notifications, loop, engine, bookmarks, favicons, permissions, trackers},
-        true,
-        Profile::personal()};
+    FakeSystemSound sound;
+    ReaderLook readerLook{defaults};
+    BrowserStore store{{defaults, notifications, loop, engine, bookmarks, favicons, permissions,
+                        trackers, sound, readerLook},
+                       true,
+                       Profile::personal()};
     while (std::ssize(store.tabs()) < state.range(0)) {
         auto& tab = store.newTab(std::nullopt, BrowserStore::Select::no);
         const auto count = store.tabs().size();

@@ -5,6 +5,7 @@
 #include "fakes/FakeHttpSession.h"
 #include "fakes/FakeImageCodec.h"
 #include "fakes/FakeRuleListStore.h"
+#include "fakes/FakeSystemSound.h"
 #include "fakes/FakeWebEngine.h"
 #include "fakes/VirtualMainLoop.h"
 #include "look/view/Style.h"
@@ -132,9 +133,11 @@ private:
     FakeRuleListStore ruleLists_;
     SitePermissions permissions_{defaults_};
     TrackerBlocker trackers_{ruleLists_};
+    FakeSystemSound sound_;
+    ReaderLook readerLook_{defaults_};
     std::shared_ptr<BrowserStore> store_ = std::make_shared<BrowserStore>(
         BrowserServices{defaults_, notifications_, loop_, engine_, bookmarks_, favicons_,
-                        permissions_, trackers_},
+                        permissions_, trackers_, sound_, readerLook_},
         false, Profile::personal());
     NarrowColumn narrow_{defaults_};
     Gtk::Window window_;

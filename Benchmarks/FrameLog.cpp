@@ -1,6 +1,7 @@
 // Preloaded into the real program, writes when its first window gets a key and when it has drawn a
-// frame, the processor's time that the frame took, and what the notch's primary row says in it.
-// Benchmarks/notch-frames reads it.
+// frame, the processor's time that the frame took, and what the notch's primary row says in it; if
+// asked to, also which turns of the main loop were long. Benchmarks/notch-frames and reader-frames
+// read it.
 #include <gtk/gtk.h>
 
 #include <cstdio>
@@ -8,6 +9,9 @@
 #include <ctime>
 
 namespace {
+
+constexpr unsigned beatInterval = 4;  // milliseconds
+constexpr double halfFrame = 8;       // milliseconds
 
 std::FILE* log = nullptr;
 GtkWindow* window = nullptr;
@@ -48,6 +52,15 @@ gboolean keyPressed(GtkEventControllerKey*, guint key, guint, GdkModifierType, g
     return GDK_EVENT_PROPAGATE;
 }
 
+/// Notes the processor's time of a turn of the main loop that was longer than half a frame.
+gboolean beat(gpointer) {
+    static double former = threadMilliseconds();
+    const double now = threadMilliseconds();
+    if (now - former > halfFrame) note("turn", now - former, "");
+    former = now;
+    return G_SOURCE_CONTINUE;
+}
+
 gboolean watchWindow(gpointer) {
     GListModel* const windows = gtk_window_get_toplevels();
     if (g_list_model_get_n_items(windows) == 0) return G_SOURCE_CONTINUE;
@@ -69,8 +82,12 @@ struct Start {
         const char* const file = std::getenv("ORVU_FRAME_LOG");
         if (!file) return;
         log = std::fopen(file, "w");
+        if (log && std::getenv("ORVU_FRAME_LOG_BEATS")) {
+            g_timeout_add_full(G_PRIORITY_HIGH, beatInterval, beat, nullptr, nullptr);
+        }
         unsetenv("LD_PRELOAD");  // the pages' processes have no such window
         unsetenv("ORVU_FRAME_LOG");
+        if (log) std::setvbuf(log, nullptr, _IOLBF, BUFSIZ);  // who reads along reads whole lines
         if (log) g_timeout_add(50, watchWindow, nullptr);
     }
 } start;

@@ -5,6 +5,7 @@
 #include "fakes/FakeHttpSession.h"
 #include "fakes/FakeImageCodec.h"
 #include "fakes/FakeRuleListStore.h"
+#include "fakes/FakeSystemSound.h"
 #include "fakes/FakeUserDefaults.h"
 #include "fakes/FakeWebEngine.h"
 #include "fakes/VirtualMainLoop.h"
@@ -114,6 +115,8 @@ struct OpenNotch {
     FakeRuleListStore ruleLists;
     SitePermissions permissions{defaults};
     TrackerBlocker trackers{ruleLists};
+    FakeSystemSound sound;
+    ReaderLook readerLook{defaults};
     FakeHttpSession suggestions;
     AddressNotch notch;
     NotchSnapshot snapshot;
@@ -124,7 +127,7 @@ struct OpenNotch {
         FullProfile{20251121, loop.now()}.store(defaults);
         store = std::make_shared<BrowserStore>(
             BrowserServices{defaults, notifications, loop, engine, bookmarks, favicons, permissions,
-                            trackers},
+                            trackers, sound, readerLook},
             false, Profile::personal());
         body = std::make_unique<AddressNotchBody>(notch, store, store->active(), snapshot,
                                                   NotchServices{suggestions, loop, defaults});

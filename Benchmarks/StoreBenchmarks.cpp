@@ -7,6 +7,7 @@
 #include "fakes/FakeHttpSession.h"
 #include "fakes/FakeImageCodec.h"
 #include "fakes/FakeRuleListStore.h"
+#include "fakes/FakeSystemSound.h"
 #include "fakes/FakeWebEngine.h"
 #include "fakes/VirtualMainLoop.h"
 #include "platform/TemporaryFolder.h"
@@ -39,10 +40,13 @@ struct World {
     FakeRuleListStore ruleLists;
     SitePermissions permissions{defaults};
     TrackerBlocker trackers{ruleLists};
+    FakeSystemSound sound;
+    ReaderLook readerLook{defaults};
 
     World() { profile.store(defaults); }
     [[nodiscard]] BrowserServices services() {
-        return {defaults, notifications, loop, engine, bookmarks, favicons, permissions, trackers};
+        return {defaults, notifications, loop,     engine, bookmarks,
+                favicons, permissions,   trackers, sound,  readerLook};
     }
     [[nodiscard]] std::unique_ptr<BrowserStore> open() {
         return std::make_unique<BrowserStore>(services(), false, Profile::personal());
@@ -71,7 +75,8 @@ void openStore(benchmark::State& state) {
             store = std::make_unique<BrowserStore>(
                 BrowserServices{services.defaults, services.notifications, services.loop,
                                 services.engine, *bookmarks, services.favicons,
-                                services.permissions, services.trackers},
+                                services.permissions, services.trackers, services.sound,
+                                services.readerLook},
                 false, Profile::personal());
         });
         if (store->visits().size() != FullProfile::visitCount ||

@@ -1,7 +1,9 @@
 #include "core/Bookmarks.h"
 #include "core/TrackerBlocker.h"
 #include "foundation/NotificationCenter.h"
+#include "pagetools/ReaderLook.h"
 #include "platform/linux/GdkPasteboard.h"
+#include "platform/linux/GdkSystemSound.h"
 #include "platform/linux/GlibMainLoop.h"
 #include "platform/linux/LinuxDownloadFolder.h"
 #include "platform/linux/LinuxFileRoom.h"
@@ -45,7 +47,7 @@ public:
           bookmarks_(defaults_, loop_),
           favicons_(iconRequests_, images_, files_, loop_, paths_.data / "Favicons"),
           windows_({defaults_, notifications_, loop_, engine_, bookmarks_, favicons_, permissions_,
-                    trackers_},
+                    trackers_, sound_, readerLook_},
                    profiles_, makeWindows(application)),
           delegate_(defaults_, workspace_, windows_),
           tidyUp_(loop_.after(std::chrono::seconds{10}, [this] { removeOrphans(); })) {
@@ -102,6 +104,8 @@ private:
     LinuxDownloadFolder downloadFolder_{downloadsFolder()};
     DownloadStore downloads_{downloadFolder_, workspace_};
     GdkPasteboard pasteboard_;
+    GdkSystemSound sound_;
+    ReaderLook readerLook_{defaults_};
     ProfileStore profiles_;
     BookmarkStores bookmarks_;
     SoupHttpSession iconRequests_{FaviconStore::httpOptions};

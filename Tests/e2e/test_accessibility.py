@@ -1,5 +1,6 @@
 """Each part of the window has a name that tells a person what it is."""
 
+from harness import articles
 from harness.case import BACK, FORWARD, RELOAD, BrowserTest
 from harness.wait import until_equal
 
@@ -52,6 +53,16 @@ class AccessibilityTest(BrowserTest):
 
         self.windows.find("separator", "Resize the two pages")
         self.check_names("pair")
+
+    def test_everything_has_a_name_in_the_reader(self):
+        self.app.start()
+        self.open(articles.serve(self.server, "/story", articles.STORY))
+
+        self.app.action("toggleReader")
+        self.windows.press("push button", "Text size and theme")
+
+        self.windows.find("push button", "night theme")
+        self.check_names("reader")
 
     def test_everything_has_a_name_in_a_private_window(self):
         self.app.start()

@@ -227,8 +227,9 @@ class MenuTest(BrowserTest):
         self.open_menu()
 
         items = self.items()
-        wanted = ["New Tab", "New Private Window", "Reopen Closed Tab", "Side by Side", "Zoom In",
-                  "Zoom Out", "Actual Size", "Copy Link", "Open in Default Browser", "Orvu",
+        wanted = ["New Tab", "New Private Window", "Reopen Closed Tab", "Side by Side", "Reader",
+                  "Zoom In", "Zoom Out", "Actual Size", "Copy Link",
+                  "Open in Default Browser", "Orvu",
                   "File", "Edit", "View", "Window"]
         self.assertEqual([each for each in items if each in wanted], wanted)
 

@@ -2,6 +2,7 @@
 
 #include "core/BrowserStore.h"
 #include "engine/LoopbackServer.h"
+#include "fakes/FakeSystemSound.h"
 #include "fakes/FakeUserDefaults.h"
 #include "platform/linux/GlibMainLoop.h"
 #include "platform/linux/LinuxFileRoom.h"
@@ -73,8 +74,8 @@ protected:
     /// The engine's page processes that this process started.
     [[nodiscard]] static std::vector<int> pageProcesses();
     [[nodiscard]] BrowserServices services() {
-        return {defaults, notifications, loop,     engine,         bookmarks,
-                favicons, permissions,   trackers, Calendar{"UTC"}};
+        return {defaults,    notifications, loop,  engine,     bookmarks,      favicons,
+                permissions, trackers,      sound, readerLook, Calendar{"UTC"}};
     }
 
     std::filesystem::path folder;
@@ -91,6 +92,8 @@ protected:
     LinuxFileRoom files{loop};
     FaviconStore favicons{http, codec, files, loop, folder / "Favicons"};
     SitePermissions permissions{defaults};
+    FakeSystemSound sound;
+    ReaderLook readerLook{defaults};
 };
 
 }  // namespace orvu

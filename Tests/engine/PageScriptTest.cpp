@@ -49,6 +49,13 @@ TEST_F(PageScriptTest, OtherValuesComeAsJson) {
     EXPECT_EQ(evaluate(*view, "undefined").kind, Kind::undefined);
 }
 
+TEST_F(PageScriptTest, HalfCharactersInJsonBecomeReplacements) {
+    const auto list = evaluate(*view, "['😀'.slice(0, 1), '😀']");
+
+    EXPECT_EQ(list.kind, Kind::json);
+    EXPECT_EQ(list.text, R"(["\ufffd","😀"])");
+}
+
 TEST_F(PageScriptTest, ExceptionsAndBrokenScriptsFail) {
     EXPECT_EQ(evaluate(*view, "throw new Error('no')").kind, Kind::failed);
     EXPECT_EQ(evaluate(*view, "this is no script").kind, Kind::failed);

@@ -47,7 +47,8 @@ INSTANTIATE_TEST_SUITE_P(
                     Replay{"download-name", fuzz::downloadName},
                     Replay{"icon-file", fuzz::iconFile}, Replay{"icon-links", fuzz::iconLinks},
                     Replay{"permissions-json", fuzz::permissionsJson}, Replay{"bang", fuzz::bang},
-                    Replay{"url", fuzz::url}, Replay{"suggestions", fuzz::suggestions},
+                    Replay{"url", fuzz::url}, Replay{"reader-answer", fuzz::readerAnswer},
+                    Replay{"suggestions", fuzz::suggestions},
                     Replay{"window-frame", fuzz::windowFrame}),
     [](const auto& each) {
         std::string name = each.param.name;

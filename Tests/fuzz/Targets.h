@@ -5,7 +5,10 @@
 #include "core/Records.h"
 #include "core/TabGroup.h"
 #include "fakes/FakeUserDefaults.h"
+#include "foundation/JsonHalves.h"
 #include "foundation/Text.h"
+#include "pagetools/ReaderExtraction.h"
+#include "pagetools/ReaderText.h"
 #include "search/Bang.h"
 #include "search/SearchSuggester.h"
 #include "shell/WindowPlacement.h"
@@ -112,6 +115,24 @@ inline std::string permissionsJson(std::string_view input) {
     expected.insert_or_assign(SitePermissions::choiceKey(CaptureKind::camera, host),
                               SitePermissions::Choice::block);
     return SitePermissions{defaults}.choices() == expected ? "" : "the choices changed";
+}
+
+/// The answer of the script that takes an article out of a page.
+inline std::string readerAnswer(std::string_view input) {
+    const std::string json = withHalvesReplaced(std::string{input});
+    if (json.size() != input.size()) return "halves were replaced by something longer";
+    const ReaderExtraction::Page page{*Url::parse("https://a.example/"), "Tab", "a.example"};
+    const auto article = ReaderExtraction::article({ScriptResult::Kind::json, json}, page);
+    if (!article) return {};
+    if (article->minutes < 1) return "it takes no time to read";
+    const bool repeats = !article->blocks.empty() && article->blocks[0].kind == "h1" &&
+                         article->blocks[0].text == article->title;
+    if (repeats && !input.contains("h1")) return "a heading came from nowhere";
+    for (const ReaderPiece& piece : readerPieces(*article)) {
+        if (!isWellFormed(piece.text)) return "a text is no UTF-8";
+        if (piece.text.contains('\0')) return "a text has a NUL";
+    }
+    return {};
 }
 
 /// What a search engine answers.

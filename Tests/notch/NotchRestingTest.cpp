@@ -42,5 +42,11 @@ TEST(NotchBookmarkTest, ButtonSaysWhatItWillDo) {
               (NotchBookmark{"star.fill", "Remove bookmark (⌘D)", "Remove bookmark", true}));
 }
 
+TEST(NotchReaderTest, ButtonSaysWhatItWillDo) {
+    EXPECT_EQ(NotchReader::of(false), (NotchReader{"book", "Reader (⇧⌘R)", "Reader", false}));
+    EXPECT_EQ(NotchReader::of(true),
+              (NotchReader{"book.fill", "Exit Reader (⇧⌘R)", "Exit Reader", true}));
+}
+
 }  // namespace
 }  // namespace orvu

@@ -2,6 +2,8 @@
 
 #include "support/StoreWorld.h"
 
+#include <chrono>
+
 namespace orvu {
 namespace {
 
@@ -22,8 +24,8 @@ TEST_F(BrowserMenuTest, TabWithAnAddressHasAllItems) {
 
     EXPECT_EQ(titles(*store),
               (Strings{"New Tab", "New Private Window", "Reopen Closed Tab", "-", "Side by Side",
-                       "Find in Page…", "-", "Zoom In", "Zoom Out", "Actual Size", "-", "Copy Link",
-                       "Open in Default Browser"}));
+                       "Reader", "Find in Page…", "-", "Zoom In", "Zoom Out", "Actual Size", "-",
+                       "Copy Link", "Open in Default Browser"}));
 }
 
 TEST_F(BrowserMenuTest, TabWithoutAnAddressHasNoLinkItems) {
@@ -47,6 +49,20 @@ TEST_F(BrowserMenuTest, EndedPairOffersAnother) {
     store->toggleSideBySide();
 
     EXPECT_EQ(titles(*store)[4], "Side by Side");
+}
+
+TEST_F(BrowserMenuTest, ReaderThatShowsOffersTheWayOut) {
+    const auto store = openStoreWith({a, b});
+
+    store->toggleReader();
+    page(*store->active())
+        .answers.back()
+        .resolve({ScriptResult::Kind::json, R"({"title":"T","blocks":[]})"});
+    world.loop.advance(std::chrono::milliseconds{0});
+    EXPECT_EQ(titles(*store)[5], "Exit Reader");
+    store->select(*tabAt(*store, a));
+
+    EXPECT_EQ(titles(*store)[5], "Reader");
 }
 
 }  // namespace

@@ -115,6 +115,15 @@ TEST_F(WindowCommandsTest, CommandWClosesTheFrontTabAndShiftCommandTReopensIt) {
     EXPECT_EQ(addresses(store->tabs()), (Strings{a, b}));
 }
 
+TEST_F(WindowCommandsTest, ShiftCommandRAsksTheFrontPageForItsArticle) {
+    const auto store = openStoreWith({a, b});
+
+    press(*store, "⇧⌘R");
+
+    EXPECT_EQ(page(*store->active()).scripts.size(), 1U);
+    EXPECT_TRUE(page(*tabAt(*store, a)).scripts.empty());
+}
+
 TEST_F(WindowCommandsTest, CommandLEditsTheAddressOfTheFrontTabOrAnEmptyText) {
     const auto store = openStoreWith({"https://a.example/x?y#z"});
 

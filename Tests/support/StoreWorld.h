@@ -5,6 +5,7 @@
 #include "fakes/FakeHttpSession.h"
 #include "fakes/FakeImageCodec.h"
 #include "fakes/FakeRuleListStore.h"
+#include "fakes/FakeSystemSound.h"
 #include "fakes/FakeUserDefaults.h"
 #include "fakes/FakeWebEngine.h"
 #include "fakes/VirtualMainLoop.h"
@@ -73,8 +74,11 @@ struct StoreWorld {
     SitePermissions permissions{defaults};
     FakeRuleListStore ruleLists;
     TrackerBlocker trackers{ruleLists};
-    BrowserServices services{defaults, notifications, loop,     engine,         bookmarks,
-                             favicons, permissions,   trackers, Calendar{"UTC"}};
+    FakeSystemSound sound;
+    ReaderLook readerLook{defaults};
+    BrowserServices services{defaults,  notifications, loop,           engine,
+                             bookmarks, favicons,      permissions,    trackers,
+                             sound,     readerLook,    Calendar{"UTC"}};
     Profile work{*Uuid::parse("11111111-2222-3333-4444-555555555555"), "Work", "bag", 1};
 
     /// The data stored under `key`; empty if there are none.

@@ -19,6 +19,8 @@ BrowserStore::BrowserStore(const BrowserServices& services, bool isPrivate, Prof
       bookmarks_(services.bookmarks.store(profile_)),
       favicons_(services.favicons),
       permissions_(services.permissions),
+      sound_(services.sound),
+      readerLook_(services.readerLook),
       configuration_(services.engine.makeConfiguration(
           isPrivate ? WebsiteDataStore::nonPersistentDataStore()
           : profile_.id == Profile::personalID

@@ -9,6 +9,9 @@
 #include "foundation/Calendar.h"
 #include "foundation/NotificationCenter.h"
 #include "foundation/Signal.h"
+#include "pagetools/ReaderLook.h"
+#include "platform/KeptTasks.h"
+#include "platform/SystemSound.h"
 #include "profiles/Profiles.h"
 
 #include <memory>
@@ -29,6 +32,8 @@ struct BrowserServices {
     FaviconStore& favicons;
     SitePermissions& permissions;
     TrackerBlocker& trackers;
+    SystemSound& sound;
+    ReaderLook& readerLook;
     Calendar calendar = Calendar::current();
 };
 
@@ -46,6 +51,11 @@ public:
     using TabList = std::vector<std::shared_ptr<BrowserTab>>;
     enum class NewTab { no, yes };
     enum class Select { no, yes };
+    /// An article, and the tab in whose place it stands.
+    struct Reader {
+        Uuid tab;
+        std::shared_ptr<const ReaderArticle> article;
+    };
 
     /// How the engine's browser of the same family names its version.
     static constexpr std::string_view safariVersion = "26.0";
@@ -71,6 +81,8 @@ public:
     [[nodiscard]] FaviconStore& favicons() const { return favicons_; }
     /// What sites may do, to be asked with `trace`.
     [[nodiscard]] SitePermissions& permissions() const { return permissions_; }
+    /// How articles look, in this window as in all others.
+    [[nodiscard]] ReaderLook& readerLook() const { return readerLook_; }
     /// Whether what this window meets may leave a trace on the disk.
     [[nodiscard]] Trace trace() const { return isPrivate_ ? Trace::none : Trace::kept; }
     /// Every live tab, in column order.
@@ -86,6 +98,10 @@ public:
     [[nodiscard]] const std::vector<ClosedTab>& closedTabs() const { return closedTabs_; }
     /// In order of creation.
     [[nodiscard]] const std::vector<TabGroup>& groups() const { return groups_; }
+    /// The article of the window's one reader. Its tab may have gone, or gone elsewhere.
+    [[nodiscard]] const std::optional<Reader>& reader() const { return reader_; }
+    /// The article that stands in the place of a tab's page; null if the page itself is shown.
+    [[nodiscard]] std::shared_ptr<const ReaderArticle> readerArticle(const BrowserTab& tab) const;
 
     /// The tab in front.
     [[nodiscard]] std::shared_ptr<BrowserTab> active() const;
@@ -119,6 +135,9 @@ public:
     /// Pairs the active tab with `tab` and brings that one to the front.
     void openSideBySide(const BrowserTab& tab);
     void endSideBySide();
+    /// Ends the reader if it is the active tab's. Otherwise asks that tab's page for its article,
+    /// to show it when it comes; if there is none, a sound says so.
+    void toggleReader();
     /// Goes to a visit again, in the active tab.
     void rewind(const Visit& visit);
 
@@ -180,6 +199,8 @@ private:
     void recordVisit(const BrowserTab& tab);
     void openInBackground(const UrlRequest& request);
     void tabTookFocus(const Uuid& id);
+    [[nodiscard]] Task<void> read(Uuid tab, Task<std::optional<ReaderArticle>> reading);
+    void showRead();
     void rememberClosed(const BrowserTab& tab);
     void pruneGroups();
     void changedGroups();
@@ -193,6 +214,8 @@ private:
     BookmarkStore& bookmarks_;
     FaviconStore& favicons_;
     SitePermissions& permissions_;
+    SystemSound& sound_;
+    ReaderLook& readerLook_;
     std::unique_ptr<WebConfiguration> configuration_;
 
     TabList tabs_;
@@ -203,8 +226,12 @@ private:
     EncodedVisits encodedVisits_;  ///< always of `visits_`
     std::vector<ClosedTab> closedTabs_;
     std::vector<TabGroup> groups_;
+    std::optional<Reader> reader_;
     bool restoring_ = false;
     ChangeSignal changes_;
+    std::optional<Reader> read_;  ///< come from its page and not shown yet
+    Scheduled showsRead_;
+    KeptTasks reading_{loop_};  // last, so that it ends first
 };
 
 }  // namespace orvu

@@ -1,6 +1,7 @@
 #include "core/BrowserTab.h"
 
 #include "foundation/Text.h"
+#include "pagetools/ReaderExtraction.h"
 #include "site/PageIcons.h"
 
 #include <utility>
@@ -64,6 +65,26 @@ Task<std::string> BrowserTab::pageText(std::size_t limit) {
 
 void BrowserTab::answerCapture(CaptureAnswer answer) {
     if (captures_.answer(answer)) changed_.emit();
+}
+
+Task<std::optional<ReaderArticle>> BrowserTab::readerArticle() {
+    return findArticle(weak_from_this());
+}
+
+/// The tab is held only where something is asked of it, so that it can go at the wait.
+Task<std::optional<ReaderArticle>> BrowserTab::findArticle(std::weak_ptr<BrowserTab> tab) {
+    const auto begin = [](const std::shared_ptr<BrowserTab>& self) {
+        return self ? self->url_ : std::nullopt;
+    };
+    const std::optional<Url> url = begin(tab.lock());
+    if (!url) co_return std::nullopt;
+    auto answering =
+        tab.lock()->webView_->evaluateJavaScript(std::string{ReaderExtraction::script});
+    const auto answer = co_await answering;
+    const auto self = tab.lock();
+    if (!self) co_return std::nullopt;
+    const std::string site = self->url_ ? siteName(*self->url_) : "";
+    co_return ReaderExtraction::article(answer, {*url, self->title(), site});
 }
 
 sigc::connection BrowserTab::connectChanged(const sigc::slot<void()>& slot) {

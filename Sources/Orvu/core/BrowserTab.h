@@ -3,6 +3,7 @@
 #include "foundation/Date.h"
 #include "foundation/Task.h"
 #include "foundation/Uuid.h"
+#include "pagetools/Reader.h"
 #include "platform/MainLoop.h"
 #include "platform/WebConfiguration.h"
 #include "site/CaptureQuestions.h"
@@ -71,6 +72,9 @@ public:
     /// The first `limit` characters of the page's visible text; empty if it can't be read. The
     /// tab must outlive the task.
     [[nodiscard]] Task<std::string> pageText(std::size_t limit);
+    /// The page's article; nothing if it has none or can't tell. The tab may go meanwhile: then
+    /// there is nothing either.
+    [[nodiscard]] Task<std::optional<ReaderArticle>> readerArticle();
 
     /// What the page wants to be allowed, if the person is to be asked.
     [[nodiscard]] std::optional<CaptureQuestion> captureQuestion() const {
@@ -102,6 +106,8 @@ private:
     void followUrl();
     void loadFavicon();
     [[nodiscard]] static Task<void> findFavicon(std::weak_ptr<BrowserTab> tab, Url page);
+    [[nodiscard]] static Task<std::optional<ReaderArticle>> findArticle(
+        std::weak_ptr<BrowserTab> tab);
     template <class T>
     void update(T& member, T value);
 

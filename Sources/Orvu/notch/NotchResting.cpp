@@ -19,4 +19,9 @@ NotchBookmark NotchBookmark::of(bool isBookmarked) {
     return {"star", "Bookmark this page (⌘D)", "Bookmark this page", false};
 }
 
+NotchReader NotchReader::of(bool isReading) {
+    if (isReading) return {"book.fill", "Exit Reader (⇧⌘R)", "Exit Reader", true};
+    return {"book", "Reader (⇧⌘R)", "Reader", false};
+}
+
 }  // namespace orvu

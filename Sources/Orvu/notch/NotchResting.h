@@ -33,4 +33,16 @@ struct NotchBookmark {
     friend bool operator==(const NotchBookmark&, const NotchBookmark&) = default;
 };
 
+/// The button that shows the page's article in its place.
+struct NotchReader {
+    std::string_view symbol;
+    std::string_view help;
+    std::string_view label;
+    bool isOn = false;
+
+    [[nodiscard]] static NotchReader of(bool isReading);
+
+    friend bool operator==(const NotchReader&, const NotchReader&) = default;
+};
+
 }  // namespace orvu

@@ -104,6 +104,7 @@ std::vector<WindowCommand> pageCommands() {
         {"findNext", {"⌘G", "F3"}, [](Target& target) { target.findAgain(false); }},
         {"findPrevious", {"⇧⌘G", "⇧F3"}, [](Target& target) { target.findAgain(true); }},
         {"toggleSideBySide", {"⌥⌘S"}, [](Target& target) { target.store().toggleSideBySide(); }},
+        {"toggleReader", {"⇧⌘R"}, [](Target& target) { target.store().toggleReader(); }},
         {"toggleBookmark", {"⌘D"}, onActive(toggleBookmark)},
         {"zoomIn", {"⌘=", "⌘+", "⌘KP_Add"}, zoom(+1)},
         {"zoomOut", {"⌘-", "⌘KP_Subtract"}, zoom(-1)},

@@ -3,6 +3,7 @@
 #include "core/TabGroup.h"
 #include "look/Desk.h"
 #include "look/view/AccentStyle.h"
+#include "pagetools/view/ReaderThemeRules.h"
 
 #include <gdkmm/display.h>
 #include <giomm/resource.h>
@@ -17,9 +18,9 @@ namespace orvu {
 namespace {
 
 /// The sheets of the program's resources, in the order in which they are read.
-constexpr std::array sheets{"base",      "buttons",   "top-bar",      "tab-column",
-                            "page-area", "find",      "new-tab-page", "notch",
-                            "popovers",  "downloads", "rewind",       "site"};
+constexpr std::array sheets{"base",      "buttons",      "top-bar", "tab-column", "page-area",
+                            "find",      "new-tab-page", "reader",  "notch",      "popovers",
+                            "downloads", "rewind",       "site"};
 
 std::string rgb(Color color) {
     return "rgb(" + std::to_string(color.red) + "," + std::to_string(color.green) + "," +
@@ -57,7 +58,7 @@ void installStyle() {
     std::string style = colors;
     for (const char* const sheet : sheets) style += resourceText(sheet);
     const auto provider = Gtk::CssProvider::create();
-    provider->load_from_data(style + groupColors() + accentRules());
+    provider->load_from_data(style + groupColors() + accentRules() + readerThemeRules());
     Gtk::StyleContext::add_provider_for_display(Gdk::Display::get_default(), provider,
                                                 GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
 }

@@ -28,7 +28,8 @@ NotchRestingView::NotchRestingView(BrowserStore& store, MainLoop& loop,
     row_.set_size_request(-1, height);
     row_.append(badge_);
     addLabel();
-    addBookmark();
+    addTool(reader_, book_, "win.toggleReader");
+    addTool(bookmark_, star_, "win.toggleBookmark");
     set_child(row_);
     dots_.set_valign(Gtk::Align::END);
     dots_.set_margin_start(10);
@@ -57,13 +58,13 @@ void NotchRestingView::addLabel() {
     row_.append(open_);
 }
 
-void NotchRestingView::addBookmark() {
-    bookmark_.add_css_class("notch-tool");
-    bookmark_.set_valign(Gtk::Align::CENTER);
-    bookmark_.set_focus_on_click(false);
-    bookmark_.set_child(star_);
-    bookmark_.set_action_name("win.toggleBookmark");
-    row_.append(bookmark_);
+void NotchRestingView::addTool(Gtk::Button& button, Gtk::Image& symbol, const char* action) {
+    button.add_css_class("notch-tool");
+    button.set_valign(Gtk::Align::CENTER);
+    button.set_focus_on_click(false);
+    button.set_child(symbol);
+    button.set_action_name(action);
+    row_.append(button);
 }
 
 void NotchRestingView::refresh(const BrowserTab& tab) {
@@ -78,7 +79,19 @@ void NotchRestingView::refresh(const BrowserTab& tab) {
     }
     dots_.set_visible(tab.isLoading());
     dots_.setProgress(tab.progress());
+    refreshReader(tab);
     refreshBookmark(tab);
+}
+
+void NotchRestingView::refreshReader(const BrowserTab& tab) {
+    reader_.set_visible(!tab.isNewTab());
+    const auto state = NotchReader::of(store_.readerArticle(tab) != nullptr);
+    if (state == shownReader_) return;
+    shownReader_ = state;
+    setSymbol(book_, state.symbol, symbolSize);
+    reader_.set_tooltip_text(platformText(state.help));
+    setAccessibleLabel(reader_, std::string{state.label});
+    setCssClass(reader_, "on", state.isOn);
 }
 
 void NotchRestingView::refreshBookmark(const BrowserTab& tab) {

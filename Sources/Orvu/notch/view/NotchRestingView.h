@@ -15,8 +15,8 @@
 
 namespace orvu {
 
-/// The closed notch: a badge of the site, where the page is, and whether it is bookmarked. Dots
-/// along its lower edge tell how far the page has loaded.
+/// The closed notch: a badge of the site, where the page is, whether its article is shown, and
+/// whether it is bookmarked. Dots along its lower edge tell how far the page has loaded.
 class NotchRestingView : public Gtk::Overlay {
 public:
     static constexpr int height = 42;
@@ -31,7 +31,8 @@ public:
 
 private:
     void addLabel();
-    void addBookmark();
+    void addTool(Gtk::Button& button, Gtk::Image& symbol, const char* action);
+    void refreshReader(const BrowserTab& tab);
     void refreshBookmark(const BrowserTab& tab);
 
     BrowserStore& store_;
@@ -43,6 +44,9 @@ private:
     Gtk::Box label_;
     Gtk::Label site_;
     Gtk::Label quiet_;
+    Gtk::Button reader_;
+    Gtk::Image book_;
+    NotchReader shownReader_;
     Gtk::Button bookmark_;
     Gtk::Image star_;
     NotchBookmark shownBookmark_;

@@ -1,5 +1,6 @@
 #include "platform/linux/PageScript.h"
 
+#include "foundation/JsonHalves.h"
 #include "foundation/Text.h"
 #include "platform/linux/GObjectPointer.h"
 
@@ -35,7 +36,7 @@ ScriptResult resultOf(JSCValue* value) {
     if (jsc_value_is_string(value)) return {Kind::text, textOf(value)};
     const std::unique_ptr<char, FreeGlib> json{jsc_value_to_json(value, 0)};
     if (!json) return {Kind::undefined, ""};
-    return {Kind::json, json.get()};
+    return {Kind::json, withHalvesReplaced(json.get())};
 }
 
 void evaluated(GObject* view, GAsyncResult* result, gpointer data) {

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "core/BrowserStore.h"
+#include "foundation/Signal.h"
 #include "look/view/FrameRefresh.h"
+#include "pagetools/view/ReaderView.h"
 #include "shell/view/BrowserNewTabPageView.h"
 #include "shell/view/WebViewHost.h"
 #include "site/view/CaptureQuestionView.h"
@@ -14,15 +16,16 @@
 
 namespace orvu {
 
-/// The card that shows one tab: its page, with what that asks for, or the new tab page.
+/// The card that shows one tab: its page with what that asks for, the page's article, or the new tab
+/// page.
 class BrowserPageContent : public Gtk::Overlay {
 public:
     explicit BrowserPageContent(std::shared_ptr<BrowserStore> store);
     ~BrowserPageContent() override;
 
-    /// Shows `tab`. True if another page, or another empty tab, stands here now.
+    /// Shows `tab`. True if another page, another empty tab or another article stands here now.
     bool show(const std::shared_ptr<BrowserTab>& tab);
-    /// Gives the keyboard to the page, or to the field of the new tab page.
+    /// Gives the keyboard to the page, to its article or to the field of the new tab page.
     void focusContent();
     /// What the page asks for, if it asks; otherwise nullptr.
     [[nodiscard]] Gtk::Widget* question() { return question_.get_visible() ? &question_ : nullptr; }
@@ -32,6 +35,14 @@ public:
 
 private:
     void showNewTabPage(const std::optional<Uuid>& tab);
+    void watch(const std::shared_ptr<BrowserTab>& tab);
+    bool showReader(const std::shared_ptr<BrowserTab>& tab);
+    void openReader(std::shared_ptr<const ReaderArticle> article);
+    void leaveReader();
+    void dropReader();
+    void refresh();
+    void selectTab();
+    [[nodiscard]] bool holdsKeyboard();
 
     const std::shared_ptr<BrowserStore> store_;
     WebViewHost host_;
@@ -39,6 +50,8 @@ private:
     std::optional<Uuid> newTab_;  ///< the empty tab that `newTabPage_` stands for
     CaptureQuestionView question_;
     std::weak_ptr<BrowserTab> tab_;
+    std::unique_ptr<ReaderView> reader_;  ///< also while it fades out
+    bool isReading_ = false;
     FrameRefresh refresh_;
     ScopedConnection tabChanged_;
 };

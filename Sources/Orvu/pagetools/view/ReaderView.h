@@ -1,0 +1,47 @@
+#pragma once
+
+#include "look/view/SpringAnimation.h"
+#include "pagetools/Reader.h"
+#include "pagetools/view/ReaderControls.h"
+#include "pagetools/view/ReaderTextView.h"
+
+#include <gtkmm/overlay.h>
+#include <gtkmm/scrolledwindow.h>
+
+#include <functional>
+#include <memory>
+
+namespace orvu {
+
+/// An article in place of its page. It comes and goes with a fade.
+class ReaderView : public Gtk::Overlay {
+public:
+    /// `look` must outlive the view. `close` is asked for the end of the reader.
+    ReaderView(std::shared_ptr<const ReaderArticle> article, ReaderLook& look,
+               std::function<void()> close);
+    ~ReaderView() override;
+
+    [[nodiscard]] const ReaderArticle* article() const { return article_.get(); }
+    void focusText() { text_.grab_focus(); }
+    /// Fades out and takes no clicks any more; then calls `gone`, which must not end the view.
+    void leave(std::function<void()> gone);
+
+    /// Called when the keyboard comes to the reader.
+    std::function<void()> onFocus;
+
+private:
+    void addKeys();
+    bool keyPressed(guint key, guint keycode, Gdk::ModifierType state);
+    void refresh();
+    void fade(double shown);
+
+    const std::shared_ptr<const ReaderArticle> article_;
+    ReaderLook& look_;
+    ReaderTextView text_;
+    Gtk::ScrolledWindow scroll_;
+    ReaderControls controls_;
+    std::function<void()> gone_;
+    SpringAnimation fade_;
+};
+
+}  // namespace orvu
