@@ -3,6 +3,7 @@
 #include "foundation/NotificationCenter.h"
 #include "platform/linux/GdkPasteboard.h"
 #include "platform/linux/GlibMainLoop.h"
+#include "platform/linux/LinuxDownloadFolder.h"
 #include "platform/linux/LinuxFileRoom.h"
 #include "platform/linux/LinuxSystemPaths.h"
 #include "platform/linux/LinuxWorkspace.h"
@@ -12,6 +13,7 @@
 #include "platform/linux/SqliteUserDefaults.h"
 #include "platform/linux/WebKitContentRules.h"
 #include "platform/linux/WebKitEngine.h"
+#include "platform/linux/WorkRoom.h"
 #include "profiles/Preferences.h"
 #include "profiles/Profiles.h"
 #include "search/SearchSuggester.h"
@@ -19,6 +21,7 @@
 #include "shell/OrvuApp.h"
 #include "shell/view/BrowserWindowView.h"
 #include "shell/view/OrvuApplication.h"
+#include "site/Downloads.h"
 #include "site/Favicons.h"
 #include "site/SitePermissions.h"
 
@@ -46,6 +49,9 @@ public:
                    profiles_, makeWindows(application)),
           delegate_(defaults_, workspace_, windows_),
           tidyUp_(loop_.after(std::chrono::seconds{10}, [this] { removeOrphans(); })) {
+        engine_.onDownload = [this](std::unique_ptr<Download> download) {
+            downloads_.add(std::move(download));
+        };
         // Long before the first page asks for anything.
         if (Prefs::boolean(defaults_, "blockTrackers", true)) trackers_.prepare();
     }
@@ -62,6 +68,7 @@ private:
             pasteboard_,
             workspace_,
             profiles_,
+            downloads_,
             suggestions_,
             [this](const BrowserStore& store, const Profile& profile) {
                 windows_.switchProfile(store, profile);
@@ -72,7 +79,14 @@ private:
     }
 
     /// Website data of profiles that are gone: the engine writes some of it again after a removal.
+    /// And what a killed program left of its downloads.
     void removeOrphans() {
+        static_cast<void>(tidying_.run<bool>(
+            [folder = downloadFolder_.path()] {
+                LinuxDownloadFolder::removeLeftovers(folder);
+                return true;
+            },
+            false));
         std::vector<Uuid> known;
         std::ranges::transform(profiles_.profiles(), std::back_inserter(known), &Profile::id);
         engine_.removeDataStoresExcept(known);
@@ -85,6 +99,8 @@ private:
     WebKitEngine engine_;
     WebKitRuleListStore ruleLists_{paths_.caches / "ContentRules"};
     LinuxWorkspace workspace_;
+    LinuxDownloadFolder downloadFolder_{downloadsFolder()};
+    DownloadStore downloads_{downloadFolder_, workspace_};
     GdkPasteboard pasteboard_;
     ProfileStore profiles_;
     BookmarkStores bookmarks_;
@@ -97,6 +113,7 @@ private:
     SoupHttpSession suggestions_{SearchSuggester::httpOptions};
     BrowserWindowController windows_;
     AppDelegate delegate_;
+    WorkRoom tidying_{loop_, WorkRoom::AtEnd::forget, {}};
     Scheduled tidyUp_;
 };
 

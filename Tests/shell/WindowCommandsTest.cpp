@@ -383,10 +383,10 @@ TEST_F(WindowCommandsTest, CommandGAndF3GoOnToTheNextMatchAndWithShiftToTheForme
     }
 }
 
-TEST_F(WindowCommandsTest, ShiftWithTheKeysOfBackShowsTheTimeLineOfTheDay) {
+TEST_F(WindowCommandsTest, ShiftCommandHOrTheKeyOfBackWithShiftShowsTheTimeLineOfTheDay) {
     const auto store = openStore();
 
-    for (const auto* const keys : {"⇧⌘[", "⇧⌥Left"}) {
+    for (const auto* const keys : {"⇧⌘[", "⇧⌘H"}) {
         EXPECT_EQ(press(*store, keys), Strings{"open rewind"}) << keys;
     }
 }

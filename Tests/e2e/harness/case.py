@@ -16,7 +16,7 @@ from .server import Server
 from .wait import until, until_equal
 
 # The names of the buttons in the top bar.
-BACK, FORWARD, RELOAD = "Back (Ctrl+[)", "Forward (Ctrl+])", "Reload (Ctrl+R)"
+BACK, FORWARD, RELOAD = "Back (Ctrl+[) — hover to rewind", "Forward (Ctrl+])", "Reload (Ctrl+R)"
 
 
 def artefacts():

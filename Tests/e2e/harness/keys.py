@@ -10,6 +10,7 @@ PAGE = (760, 480)
 
 # The frame that a window has where nothing composites, in points.
 PLAIN_FRAME = 4
+POPOVER_SHADOW_FALL = 6
 
 
 def _frame(window):
@@ -128,6 +129,20 @@ class Hands:
 
     def hover(self, at, title="Orvu"):
         _move(self.take(title), at)
+
+    def click_in_popover(self, content, offset, title="Orvu"):
+        """Clicks at a place within what fills the one popover that is open. It is a window of its
+        own on the display, whose place the accessibility tree doesn't tell."""
+        window = self.window(title)
+        popover = until(lambda: [each for each in self.windows(title) if each != window],
+                        "a popover on the display")[-1]
+        lines = _xdotool("getwindowgeometry", "--shell", popover)
+        facts = dict(line.split("=", 1) for line in lines)
+        width, height = content.box[2:]
+        # The shadow around it falls downwards.
+        left = (int(facts["WIDTH"]) - width) // 2
+        top = (int(facts["HEIGHT"]) - height) // 2 - POPOVER_SHADOW_FALL
+        _xdotool("mousemove", "--window", popover, left + offset[0], top + offset[1], "click", 1)
 
     def resize(self, width, height, title="Orvu"):
         """Makes a window that large, as a drag at its edge does."""

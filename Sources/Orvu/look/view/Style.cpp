@@ -17,9 +17,9 @@ namespace orvu {
 namespace {
 
 /// The sheets of the program's resources, in the order in which they are read.
-constexpr std::array sheets{"base",      "buttons", "top-bar",      "tab-column",
-                            "page-area", "find",    "new-tab-page", "notch",
-                            "popovers",  "rewind",  "site"};
+constexpr std::array sheets{"base",      "buttons",   "top-bar",      "tab-column",
+                            "page-area", "find",      "new-tab-page", "notch",
+                            "popovers",  "downloads", "rewind",       "site"};
 
 std::string rgb(Color color) {
     return "rgb(" + std::to_string(color.red) + "," + std::to_string(color.green) + "," +

@@ -36,6 +36,7 @@ BrowserNavButtons::~BrowserNavButtons() {
 }
 
 void BrowserNavButtons::addRewind() {
+    rewind_.set_hexpand(false);  // or its rows would widen the bar's part around it
     rewind_.set_parent(backPlace_);
     rewind_.onChanged = [this](bool open) {
         back_.set_has_tooltip(!open);  // it would lie over the time line
