@@ -20,6 +20,7 @@ SiteInfoButton::SiteInfoButton(BrowserStore& store, MainLoop& loop, std::functio
       view_(panel_) {
     add_css_class("site-badge");
     set_valign(Gtk::Align::CENTER);
+    set_hexpand(false);  // or the panel's rows would widen the badge
     set_focus_on_click(false);
     set_child(symbol_);
     signal_clicked().connect(sigc::mem_fun(*this, &SiteInfoButton::clicked));
