@@ -196,9 +196,6 @@ TEST_F(DownloadsTest, OneCancelledBeforeItsAnswerCameLeavesNothing) {
 TEST_F(DownloadsTest, OneThatNobodyTakesIsCancelled) {
     engine.onDownload = nullptr;
     server.serve("/file", endless("head", "stream.bin"));
-    server.serve("/page",
-                 "<title>Page</title><a id=l href=/file>link</a><script>onload = () => "
-                 "document.getElementById('l').click()</script>");
     const auto store = open();
     showLink(*store, "href=/file");
 
@@ -318,9 +315,6 @@ TEST_F(DownloadsTest, TheEndOfTheStoreEndsWhatRuns) {
     engine.onDownload = [&](std::unique_ptr<Download> download) {
         brief->add(std::move(download));
     };
-    server.serve("/page",
-                 "<title>Page</title><a id=l href=/file>link</a><script>onload = () => "
-                 "document.getElementById('l').click()</script>");
     showLink(*store, "href=/file");
     static_cast<void>(evaluate(store->active()->webView(), "l.click()"));
     ASSERT_TRUE(waitForBytes());
