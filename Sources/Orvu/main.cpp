@@ -5,6 +5,7 @@
 #include "platform/linux/GdkPasteboard.h"
 #include "platform/linux/GdkSystemSound.h"
 #include "platform/linux/GlibMainLoop.h"
+#include "platform/linux/LinuxDownloadFolder.h"
 #include "platform/linux/LinuxFileRoom.h"
 #include "platform/linux/LinuxSystemPaths.h"
 #include "platform/linux/LinuxWorkspace.h"
@@ -14,6 +15,7 @@
 #include "platform/linux/SqliteUserDefaults.h"
 #include "platform/linux/WebKitContentRules.h"
 #include "platform/linux/WebKitEngine.h"
+#include "platform/linux/WorkRoom.h"
 #include "profiles/Preferences.h"
 #include "profiles/Profiles.h"
 #include "search/SearchSuggester.h"
@@ -21,6 +23,7 @@
 #include "shell/OrvuApp.h"
 #include "shell/view/BrowserWindowView.h"
 #include "shell/view/OrvuApplication.h"
+#include "site/Downloads.h"
 #include "site/Favicons.h"
 
 #include <algorithm>
@@ -47,6 +50,9 @@ public:
                    profiles_, makeWindows(application)),
           delegate_(defaults_, workspace_, windows_),
           tidyUp_(loop_.after(std::chrono::seconds{10}, [this] { removeOrphans(); })) {
+        engine_.onDownload = [this](std::unique_ptr<Download> download) {
+            downloads_.add(std::move(download));
+        };
         // Long before the first page asks for anything.
         if (Prefs::boolean(defaults_, "blockTrackers", true)) trackers_.prepare();
     }
@@ -63,6 +69,7 @@ private:
             pasteboard_,
             workspace_,
             profiles_,
+            downloads_,
             suggestions_,
             [this](const BrowserStore& store, const Profile& profile) {
                 windows_.switchProfile(store, profile);
@@ -73,7 +80,14 @@ private:
     }
 
     /// Website data of profiles that are gone: the engine writes some of it again after a removal.
+    /// And what a killed program left of its downloads.
     void removeOrphans() {
+        static_cast<void>(tidying_.run<bool>(
+            [folder = downloadFolder_.path()] {
+                LinuxDownloadFolder::removeLeftovers(folder);
+                return true;
+            },
+            false));
         std::vector<Uuid> known;
         std::ranges::transform(profiles_.profiles(), std::back_inserter(known), &Profile::id);
         engine_.removeDataStoresExcept(known);
@@ -86,6 +100,8 @@ private:
     WebKitEngine engine_;
     WebKitRuleListStore ruleLists_{paths_.caches / "ContentRules"};
     LinuxWorkspace workspace_;
+    LinuxDownloadFolder downloadFolder_{downloadsFolder()};
+    DownloadStore downloads_{downloadFolder_, workspace_};
     GdkPasteboard pasteboard_;
     GdkSystemSound sound_;
     ReaderLook readerLook_{defaults_};
@@ -99,6 +115,7 @@ private:
     SoupHttpSession suggestions_{SearchSuggester::httpOptions};
     BrowserWindowController windows_;
     AppDelegate delegate_;
+    WorkRoom tidying_{loop_, WorkRoom::AtEnd::forget, {}};
     Scheduled tidyUp_;
 };
 

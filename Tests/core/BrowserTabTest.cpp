@@ -239,6 +239,33 @@ TEST_F(BrowserTabTest, WhatCannotBeShownInTheMainFrameIsDownloaded) {
     }
 }
 
+TEST_F(BrowserTabTest, ALoadThatBecomesADownloadIsToldOnceWhenTheFormerAddressIsBack) {
+    const auto tab = openTab(a);
+    std::vector<std::string> told;
+    tab->onDownload = [&] { told.push_back(tab->url()->absoluteString()); };
+    page(*tab).load(url(b));
+
+    EXPECT_EQ(tab->decidePolicy(NavigationResponse{true, true, "attachment"}),
+              ResponsePolicy::download);
+    EXPECT_TRUE(told.empty());
+    page(*tab).fail();
+    page(*tab).load(url(b));
+
+    EXPECT_EQ(told, (std::vector<std::string>{a}));
+}
+
+TEST_F(BrowserTabTest, ALoadThatFailsIsNoDownload) {
+    const auto tab = openTab(a);
+    int told = 0;
+    tab->onDownload = [&] { ++told; };
+
+    page(*tab).load(url(b));
+    EXPECT_EQ(tab->decidePolicy(NavigationResponse{true, true, ""}), ResponsePolicy::allow);
+    page(*tab).fail();
+
+    EXPECT_EQ(told, 0);
+}
+
 TEST_F(BrowserTabTest, ASubframeNeverDownloads) {
     const auto tab = openTab(a);
 

@@ -130,6 +130,17 @@ class FindTest(BrowserTest):
 
         self.wait_until_closed()
 
+    def test_escape_in_the_open_notch_closes_both(self):
+        self.start()
+        self.open_bar()
+        self.notch.open()
+        self.assertTrue(self.fields())
+
+        self.hands.go_on("Escape")
+
+        self.notch.wait_until_closed()
+        self.wait_until_closed()
+
     def test_it_opens_empty_each_time_and_ctrl_f_again_selects_the_text(self):
         self.start()
         self.open_bar()

@@ -109,11 +109,10 @@ TEST_F(DataStoresTest, FoldersOfProfilesThatAreGoneAreTidiedUp) {
 /// must not take the end for success.
 TEST_F(DataStoresTest, ACancelledDownloadFailsAndThenFinishes) {
     server.serve("/held", LoopbackServer::Answer{.body = "", .held = true});
-    WebKitSessions sessions{{folder / "c", folder / "d", folder / "e"}};
-    const auto session = sessions.session(WebsiteDataStore::nonPersistentDataStore());
+    const WebKitSession session;
     std::vector<std::string> heard;
     WebKitDownload* const download =
-        webkit_network_session_download_uri(session->get(), server.url("/held").c_str());
+        webkit_network_session_download_uri(session.get(), server.url("/held").c_str());
     g_signal_connect(download, "failed", G_CALLBACK(+[](WebKitDownload*, GError*, gpointer data) {
                          static_cast<std::vector<std::string>*>(data)->emplace_back("failed");
                      }),

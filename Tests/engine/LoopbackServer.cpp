@@ -27,10 +27,10 @@ struct LoopbackServer::Drip {
         soup_server_message_unpause(message);
         return G_SOURCE_CONTINUE;
     }
-    static void end(SoupServerMessage*, gpointer data) {
-        auto& self = *static_cast<Drip*>(data);
-        if (const guint source = std::exchange(self.source, 0)) g_source_remove(source);
+    void stop() {
+        if (const guint running = std::exchange(source, 0)) g_source_remove(running);
     }
+    static void end(SoupServerMessage*, gpointer data) { static_cast<Drip*>(data)->stop(); }
 
     SoupServerMessage* message;
     gulong finished = 0;
@@ -78,6 +78,36 @@ int LoopbackServer::dripping() const {
         std::ranges::count_if(drips_, [](const Drip& each) { return each.source != 0; }));
 }
 
+void LoopbackServer::completeDrips() {
+    for (Drip& drip : drips_) {
+        if (drip.source == 0) continue;
+        drip.stop();
+        soup_message_body_complete(soup_server_message_get_response_body(drip.message));
+        soup_server_message_unpause(drip.message);
+    }
+}
+
+void LoopbackServer::breakDrips() {
+    for (Drip& drip : drips_) {
+        if (drip.source == 0) continue;
+        drip.stop();
+        g_socket_shutdown(soup_server_message_get_socket(drip.message), TRUE, TRUE, nullptr);
+    }
+}
+
+/// Writes the answer past the server, which would not tell a lie, and hangs up.
+void LoopbackServer::breakOff(SoupServerMessage* message, const Answer& answer) {
+    std::string head = "HTTP/1.1 200 OK\r\nContent-Type: " + answer.type +
+                       "\r\nContent-Length: " + std::to_string(answer.declaredLength);
+    for (const auto& [name, value] : answer.headers) head += "\r\n" + name + ": " + value;
+    const std::string text = head + "\r\n\r\n" + answer.body;
+    GIOStream* const connection = soup_server_message_steal_connection(message);
+    g_output_stream_write_all(g_io_stream_get_output_stream(connection), text.data(), text.size(),
+                              nullptr, nullptr, nullptr);
+    g_io_stream_close(connection, nullptr, nullptr);
+    g_object_unref(connection);
+}
+
 void LoopbackServer::beginDripping(SoupServerMessage* message, const Answer& answer) {
     auto* const headers = soup_server_message_get_response_headers(message);
     soup_message_headers_set_encoding(headers, SOUP_ENCODING_CHUNKED);
@@ -109,6 +139,7 @@ void LoopbackServer::handle(SoupServer*, SoupServerMessage* message, const char*
         soup_server_message_pause(message);
         return;
     }
+    if (answer.declaredLength > 0) return breakOff(message, answer);
     soup_server_message_set_status(message, static_cast<guint>(answer.status), nullptr);
     for (const auto& [name, value] : answer.headers) {
         soup_message_headers_append(soup_server_message_get_response_headers(message), name.c_str(),

@@ -20,6 +20,8 @@ public:
         std::vector<std::pair<std::string, std::string>> headers = {};
         bool held = false;   ///< never answered
         bool drips = false;  ///< the body is followed by a byte ten times a second, without end
+        /// The answer says that its body is so long, and ends behind the body; 0 for the truth.
+        long declaredLength = 0;
     };
 
     LoopbackServer();
@@ -41,10 +43,15 @@ public:
     [[nodiscard]] std::string header(const std::string& path, const std::string& name) const;
     /// How many bodies that drip are still being read.
     [[nodiscard]] int dripping() const;
+    /// Ends all bodies that drip as it should be.
+    void completeDrips();
+    /// Breaks off all bodies that drip, between two pieces.
+    void breakDrips();
 
 private:
     struct Drip;
     void beginDripping(SoupServerMessage* message, const Answer& answer);
+    static void breakOff(SoupServerMessage* message, const Answer& answer);
     static void handle(SoupServer* server, SoupServerMessage* message, const char* path,
                        GHashTable* query, gpointer data);
 

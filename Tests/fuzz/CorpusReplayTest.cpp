@@ -44,6 +44,7 @@ TEST_P(CorpusReplay, NoFileBreaksARule) {
 INSTANTIATE_TEST_SUITE_P(Targets, CorpusReplay,
                          testing::Values(Replay{"json-records", fuzz::jsonRecords},
                                          Replay{"resolve", fuzz::resolve},
+                                         Replay{"download-name", fuzz::downloadName},
                                          Replay{"icon-file", fuzz::iconFile},
                                          Replay{"icon-links", fuzz::iconLinks},
                                          Replay{"bang", fuzz::bang}, Replay{"url", fuzz::url},

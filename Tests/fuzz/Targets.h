@@ -12,12 +12,14 @@
 #include "search/Bang.h"
 #include "search/SearchSuggester.h"
 #include "shell/WindowPlacement.h"
+#include "site/DownloadName.h"
 #include "site/Favicons.h"
 #include "site/PageIcons.h"
 
 #include <algorithm>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// What is done with input from a fuzzer or from its corpus. Each function gives the rule that
 /// the input breaks, or an empty text.
@@ -141,6 +143,25 @@ inline std::string iconFile(std::string_view input) {
     if (!name.ends_with(".png")) return "the name has another ending";
     if (name.contains('/') || name.contains('\0')) return "the name leaves its folder";
     return isWellFormed(name) ? "" : "the name is no UTF-8";
+}
+
+/// The name of a file that a server suggests to call so, and of the next ones of that name.
+inline std::string downloadName(std::string_view input) {
+    const std::string wanted = DownloadName::safe(input);
+    std::vector<std::string> taken;
+    const auto isTaken = [&](const std::string& name) {
+        return std::ranges::find(taken, name) != taken.end();
+    };
+    for (int copy = 0; copy < 11; ++copy) {
+        const std::string name = DownloadName::free(wanted, isTaken);
+        if (name.empty() || name.starts_with('.')) return "the file is hidden";
+        if (name.contains('/') || name.contains('\0')) return "the name leaves its folder";
+        if (name.size() > DownloadName::mostBytes) return "the name is too long";
+        if (!isWellFormed(name)) return "the name is no UTF-8";
+        if (isTaken(name)) return "the name is taken";
+        taken.push_back(name);
+    }
+    return {};
 }
 
 inline std::string windowFrame(std::string_view input) {

@@ -40,6 +40,10 @@ TEST(PlatformTextTest, TheMachineIsCalledAComputer) {
     EXPECT_EQ(platformText("A Mac browser where"), "A desktop browser where");
 }
 
+TEST(PlatformTextTest, TheFileManagerIsCalledFiles) {
+    EXPECT_EQ(platformText("Show in Finder"), "Show in Files");
+}
+
 TEST(PlatformTextTest, EveryOtherTextStaysAsItIs) {
     for (const std::string_view text : {"", "Open", "Macaroni", "tab ⇥", "Ctrl",
                                         "é 👩‍👩‍👧", "a\xFF\xE2\x8C", "%s"}) {

@@ -121,6 +121,7 @@ BrowserTab& BrowserStore::newTab(const std::optional<Url>& url, Select select) {
     const Operation operation{*this};
     const auto tab = std::make_shared<BrowserTab>(*configuration_, url, loop_, favicons_, trace());
     tab->onVisit = sigc::mem_fun(*this, &BrowserStore::recordVisit);
+    tab->onDownload = sigc::mem_fun(*this, &BrowserStore::saveSession);
     tab->onOpenInNewTab = sigc::mem_fun(*this, &BrowserStore::openInBackground);
     tab->webView().onFocus =
         sigc::bind(sigc::mem_fun(*this, &BrowserStore::tabTookFocus), tab->id());

@@ -4,6 +4,8 @@
 #include "pagetools/ReaderExtraction.h"
 #include "site/PageIcons.h"
 
+#include <utility>
+
 namespace orvu {
 namespace {
 
@@ -92,8 +94,8 @@ NavigationPolicy BrowserTab::decidePolicy(const NavigationAction& action) {
 ResponsePolicy BrowserTab::decidePolicy(const NavigationResponse& response) {
     if (!response.isForMainFrame) return ResponsePolicy::allow;
     const bool attachment = lowercased(response.contentDisposition).starts_with("attachment");
-    return attachment || !response.canShowMimeType ? ResponsePolicy::download
-                                                   : ResponsePolicy::allow;
+    becomesDownload_ = attachment || !response.canShowMimeType;
+    return becomesDownload_ ? ResponsePolicy::download : ResponsePolicy::allow;
 }
 
 void BrowserTab::didFinish() {
@@ -130,7 +132,10 @@ void BrowserTab::followUrl() {
     auto url = webView_->url();
     const auto host = hostOf(url);
     if (host != hostOf(url_)) favicon_ = host ? favicons_.icon(*host, trace_) : nullptr;
+    if (!std::exchange(becomesDownload_, false)) return update(url_, std::move(url));
+    const auto self = shared_from_this();  // an observer may close the tab
     update(url_, std::move(url));
+    onDownload();
 }
 
 void BrowserTab::createWebView(const NavigationAction& action) {

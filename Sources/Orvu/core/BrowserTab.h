@@ -17,7 +17,8 @@ namespace orvu {
 
 /// One live tab: a web view with the page's state mirrored into observable properties, and the
 /// decisions about where the page may go. It knows nothing of windows or other tabs; the slots
-/// `onVisit` and `onOpenInNewTab` and the web view's `onFocus` are its only way outward.
+/// `onVisit`, `onDownload` and `onOpenInNewTab` and the web view's `onFocus` are its only way
+/// outward.
 class BrowserTab : public NavigationDelegate,
                    public sigc::trackable,
                    public std::enable_shared_from_this<BrowserTab> {
@@ -78,6 +79,8 @@ public:
 
     /// A page finished loading.
     sigc::slot<void(BrowserTab&)> onVisit;
+    /// A load became a download, and the tab has its former address again, if any.
+    sigc::slot<void()> onDownload;
     /// Something is to open elsewhere.
     sigc::slot<void(const UrlRequest&)> onOpenInNewTab;
 
@@ -109,6 +112,7 @@ private:
     bool isPinned_ = false;
     std::optional<Uuid> groupID_;
     bool hasOnlySecureContent_ = false;
+    bool becomesDownload_ = false;  ///< the present load
     ImagePointer favicon_;
     Date lastScriptedPopup_ = Date::distantPast();
     sigc::signal<void()> changed_;

@@ -19,7 +19,8 @@ struct KeySign {
 constexpr std::array<KeySign, 4> modifiers{
     {{"⌘", "Ctrl+"}, {"⌥", "Alt+"}, {"⌃", "Alt+"}, {"⇧", "Shift+"}}};
 
-constexpr std::array<KeySign, 5> words{{{"A Mac browser", "A desktop browser"},
+constexpr std::array<KeySign, 6> words{{{"A Mac browser", "A desktop browser"},
+                                        {"in Finder", "in Files"},
                                         {"This Mac", "This computer"},
                                         {"this Mac", "this computer"},
                                         {"your Mac", "your computer"},

@@ -6,7 +6,8 @@
 namespace orvu {
 
 /// A text of the program as it is shown on this desktop: key signs become the names on this
-/// keyboard ("⇧⌘T" becomes "Ctrl+Shift+T"), and the machine is called a computer.
+/// keyboard ("⇧⌘T" becomes "Ctrl+Shift+T"), the machine is called a computer and
+/// its file manager Files.
 [[nodiscard]] std::string platformText(std::string_view text);
 
 }  // namespace orvu

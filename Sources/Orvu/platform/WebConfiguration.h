@@ -2,8 +2,10 @@
 
 #include "foundation/Uuid.h"
 #include "platform/ContentRules.h"
+#include "platform/Download.h"
 #include "platform/WebView.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -54,6 +56,10 @@ public:
         const WebsiteDataStore& store) = 0;
     /// Deletes what websites stored for a profile. Failures are not reported.
     virtual void removeDataStore(const Uuid& identifier) = 0;
+
+    /// Takes each download that begins, from a page or without one. It is cancelled if nobody
+    /// takes it.
+    std::function<void(std::unique_ptr<Download>)> onDownload;
 };
 
 }  // namespace orvu

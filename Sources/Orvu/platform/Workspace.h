@@ -2,6 +2,8 @@
 
 #include "foundation/Url.h"
 
+#include <filesystem>
+
 namespace orvu {
 
 /// The desktop around the program.
@@ -14,6 +16,8 @@ public:
     virtual void makeDefaultBrowser() = 0;
     /// Opens an address in the program that the desktop has for it. Failures are not reported.
     virtual void open(const Url& url) = 0;
+    /// Selects a file in the desktop's file manager. Failures are not reported.
+    virtual void showFile(const std::filesystem::path& file) = 0;
 };
 
 }  // namespace orvu

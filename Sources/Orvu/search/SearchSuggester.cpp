@@ -66,11 +66,6 @@ std::string firstWords(std::string_view text, std::size_t count) {
     return result;
 }
 
-/// Whether `text` begins with the characters of `part`, which are `count`.
-bool beginsWith(std::string_view text, std::string_view part, std::size_t count) {
-    return composed(firstCharacters(text, count)) == composed(part);
-}
-
 /// What a request tells beside its address.
 HttpSession::Headers headersFor(const std::vector<std::string>& preferredLanguages) {
     std::string languages;
@@ -141,7 +136,7 @@ std::optional<std::string> SearchSuggester::correction(std::string_view query) c
     const std::size_t length = characterCount(typed);
     if (length < 4) return std::nullopt;
     const auto completes = [&](const std::string& each) {
-        return beginsWith(lowercased(each), typed, length);
+        return beginsWithCharacters(lowercased(each), typed);
     };
     if (std::ranges::any_of(predictions_, completes)) return std::nullopt;
 

@@ -90,6 +90,7 @@ std::vector<WindowCommand> pageCommands() {
          {"⇧⌘Tab", "⇧⌘ISO_Left_Tab", "⌘Page_Up"},
          selectNeighbour(ColumnStep::previous)},
         {"editAddress", {"⌘L"}, editAddress},
+        {"endEditing", {}, [](Target& target) { target.endEditing(); }},
         {"focusNextArea", {"F6"}, [](Target& target) { target.focusNextArea(); }},
         {"focusFormerArea", {"⇧F6"}, [](Target& target) { target.focusFormerArea(); }},
         {"reload", {"⌘R", "F5"}, onActive([](auto&, auto& tab) { tab.webView().reload(); })},

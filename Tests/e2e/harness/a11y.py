@@ -80,6 +80,11 @@ class Node:
         left, top, width, height = self.box
         return left + width // 2, top + height // 2
 
+    @property
+    def value(self):
+        """What a bar tells."""
+        return Atspi.Value.get_current_value(self._accessible)
+
     def press(self):
         """Does what a click on it does."""
         if not Atspi.Action.do_action(self._accessible, 0):

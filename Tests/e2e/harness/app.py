@@ -71,14 +71,16 @@ class App:
 
     # Life.
 
-    def start(self, *arguments, window=True):
-        """Starts the program; comes back when its first window takes actions."""
+    def start(self, *arguments, window=True, restores_signals=True):
+        """Starts the program; comes back when its first window takes actions. A Python program
+        ignores some signals, such as that of a file that becomes too large; the program does the
+        same unless they are restored for it."""
         until(lambda: not self._is_on_bus(), "the former program to leave the bus")
         self._close_errors()
         self._errors = tempfile.TemporaryFile()
         self.process = process.spawn([program(), *arguments], env=self._environment,
                                      stdin=subprocess.DEVNULL, stdout=self._errors,
-                                     stderr=self._errors)
+                                     stderr=self._errors, restore_signals=restores_signals)
         if window:
             until(lambda: self.windows() or not self.is_running(), "the first window",
                   self.errors)

@@ -53,3 +53,9 @@ def descendants(pid):
                 found[child] = names[child]
                 waiting.append(child)
     return found
+
+
+def resident(pid):
+    """The memory that a process has, in bytes."""
+    with open(f"/proc/{pid}/statm", encoding="ascii") as file:
+        return int(file.read().split()[1]) * os.sysconf("SC_PAGE_SIZE")

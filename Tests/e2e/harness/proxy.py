@@ -100,6 +100,12 @@ class Proxy:
         with self._lock:
             return list(dict.fromkeys(self._asked))
 
+    def record_of(self, beginning):
+        """Everything that was asked for whose address begins so, as often as it was."""
+        with self._lock:
+            return [each for each in self._asked
+                    if each.split(" ", 1)[1].startswith(beginning)]
+
     def release(self):
         """Ends all waiting requests, without an answer."""
         self.released.set()

@@ -18,8 +18,9 @@ namespace orvu {
 namespace {
 
 /// The sheets of the program's resources, in the order in which they are read.
-constexpr std::array sheets{"base",         "buttons", "top-bar", "tab-column", "page-area", "find",
-                            "new-tab-page", "reader",  "notch",   "popovers",   "rewind"};
+constexpr std::array sheets{"base",      "buttons",  "top-bar",      "tab-column",
+                            "page-area", "find",     "new-tab-page", "reader",
+                            "notch",     "popovers", "downloads",    "rewind"};
 
 std::string rgb(Color color) {
     return "rgb(" + std::to_string(color.red) + "," + std::to_string(color.green) + "," +

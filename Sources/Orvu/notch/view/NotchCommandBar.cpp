@@ -54,7 +54,11 @@ void NotchCommandBar::addFieldRow() {
     field_.set_hexpand(true);
     field_.onText = [this](const std::string& text) { notch_.setQuery(text); };
     field_.onCaretAtEnd = [this](bool atEnd) { body_->setCaretAtEnd(atEnd); };
-    field_.onKey = [this](NotchKey key) { return body_->press(key); };
+    field_.onKey = [this](NotchKey key) {
+        // The window ends with it whatever else is being edited.
+        if (key == NotchKey::escape && activate_action("win.endEditing")) return true;
+        return body_->press(key);
+    };
     fieldRow_.append(field_);
     keyHint_.add_css_class("notch-key-hint");
     keyHint_.set_valign(Gtk::Align::CENTER);

@@ -10,4 +10,10 @@ SystemPaths linuxSystemPaths() {
             below(g_get_user_cache_dir())};
 }
 
+std::filesystem::path downloadsFolder() {
+    const char* const known = g_get_user_special_dir(G_USER_DIRECTORY_DOWNLOAD);
+    return known ? std::filesystem::path{known}
+                 : std::filesystem::path{g_get_home_dir()} / "Downloads";
+}
+
 }  // namespace orvu

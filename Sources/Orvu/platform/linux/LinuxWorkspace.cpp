@@ -7,6 +7,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <system_error>
 
@@ -65,6 +66,40 @@ GObjectPointer<GDesktopAppInfo> registeredProgram() {
         g_desktop_app_info_new_from_filename(file.c_str()));
 }
 
+std::string uriOf(const std::filesystem::path& file) {
+    char* const uri = g_filename_to_uri(file.c_str(), nullptr, nullptr);
+    std::string result{uri ? uri : ""};
+    g_free(uri);
+    return result;
+}
+
+using ShownFile = std::filesystem::path;
+
+void openFolderOf(const ShownFile& file) {
+    g_app_info_launch_default_for_uri_async(uriOf(file.parent_path()).c_str(), nullptr, nullptr,
+                                            nullptr, nullptr);
+}
+
+void fileShown(GObject* bus, GAsyncResult* result, gpointer data) {
+    const std::unique_ptr<ShownFile> file{static_cast<ShownFile*>(data)};
+    GVariant* const answer = g_dbus_connection_call_finish(G_DBUS_CONNECTION(bus), result, nullptr);
+    if (!answer) return openFolderOf(*file);
+    g_variant_unref(answer);
+}
+
+/// Asks the file manager, whichever it is, once there is a bus to ask on.
+void busCame(GObject*, GAsyncResult* result, gpointer data) {
+    std::unique_ptr<ShownFile> file{static_cast<ShownFile*>(data)};
+    const auto bus = GObjectPointer<GDBusConnection>::adopt(g_bus_get_finish(result, nullptr));
+    if (!bus) return openFolderOf(*file);
+    const std::string uri = uriOf(*file);
+    const char* const uris[] = {uri.c_str(), nullptr};
+    g_dbus_connection_call(bus.get(), "org.freedesktop.FileManager1",
+                           "/org/freedesktop/FileManager1", "org.freedesktop.FileManager1",
+                           "ShowItems", g_variant_new("(^ass)", uris, ""), nullptr,
+                           G_DBUS_CALL_FLAGS_NONE, -1, nullptr, fileShown, file.release());
+}
+
 }  // namespace
 
 void LinuxWorkspace::makeDefaultBrowser() {
@@ -78,6 +113,10 @@ void LinuxWorkspace::makeDefaultBrowser() {
 void LinuxWorkspace::open(const Url& url) {
     g_app_info_launch_default_for_uri_async(url.absoluteString().c_str(), nullptr, nullptr, nullptr,
                                             nullptr);
+}
+
+void LinuxWorkspace::showFile(const std::filesystem::path& file) {
+    g_bus_get(G_BUS_TYPE_SESSION, nullptr, busCame, std::make_unique<ShownFile>(file).release());
 }
 
 }  // namespace orvu

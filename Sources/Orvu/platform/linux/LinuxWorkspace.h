@@ -11,6 +11,8 @@ public:
     /// the system has none, and makes it the program for http and https addresses.
     void makeDefaultBrowser() override;
     void open(const Url& url) override;
+    /// Where no file manager answers, the file's folder is opened instead.
+    void showFile(const std::filesystem::path& file) override;
 };
 
 }  // namespace orvu

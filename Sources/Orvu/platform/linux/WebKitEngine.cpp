@@ -31,6 +31,15 @@ private:
 
 }  // namespace
 
+WebKitEngine::WebKitEngine(const SystemPaths& paths, MainLoop& loop)
+    : downloads_(std::make_shared<DownloadTaker>([this](std::unique_ptr<Download> download) {
+          if (onDownload) onDownload(std::move(download));
+      })),
+      sessions_(paths, downloads_),
+      loop_(loop) {}
+
+WebKitEngine::~WebKitEngine() { *downloads_ = nullptr; }
+
 std::unique_ptr<WebConfiguration> WebKitEngine::makeConfiguration(const WebsiteDataStore& store) {
     return std::make_unique<Configuration>(sessions_.session(store), loop_);
 }

@@ -4,6 +4,7 @@
 #include "platform/WebConfiguration.h"
 #include "platform/linux/WebKitSession.h"
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,7 +15,10 @@ namespace orvu {
 class WebKitEngine : public WebEngine {
 public:
     /// `loop` must outlive the engine and its views.
-    WebKitEngine(const SystemPaths& paths, MainLoop& loop) : sessions_(paths), loop_(loop) {}
+    WebKitEngine(const SystemPaths& paths, MainLoop& loop);
+    WebKitEngine(const WebKitEngine&) = delete;
+    WebKitEngine& operator=(const WebKitEngine&) = delete;
+    ~WebKitEngine() override;
 
     [[nodiscard]] std::unique_ptr<WebConfiguration> makeConfiguration(
         const WebsiteDataStore& store) override;
@@ -23,6 +27,7 @@ public:
     void removeDataStoresExcept(const std::vector<Uuid>& known) { sessions_.removeAllBut(known); }
 
 private:
+    const std::shared_ptr<DownloadTaker> downloads_;  ///< sessions outlive the engine
     WebKitSessions sessions_;
     MainLoop& loop_;
 };

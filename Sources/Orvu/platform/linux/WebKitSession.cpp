@@ -1,5 +1,7 @@
 #include "platform/linux/WebKitSession.h"
 
+#include "platform/linux/OrvuDownload.h"
+
 #include <algorithm>
 #include <string>
 #include <system_error>
@@ -51,6 +53,18 @@ WebKitSession::WebKitSession(const std::filesystem::path& data, const std::files
         (data / "cookies.sqlite").c_str(), WEBKIT_COOKIE_PERSISTENT_STORAGE_SQLITE);
 }
 
+void WebKitSession::giveDownloadsTo(std::shared_ptr<const DownloadTaker> taker) const {
+    using Held = std::shared_ptr<const DownloadTaker>;
+    const auto started = +[](WebKitNetworkSession*, WebKitDownload* download, gpointer data) {
+        auto begun = std::make_unique<OrvuDownload>(download);
+        if (const auto& take = **static_cast<Held*>(data)) take(std::move(begun));
+    };
+    g_signal_connect_data(
+        get(), "download-started", G_CALLBACK(started),
+        std::make_unique<Held>(std::move(taker)).release(),
+        [](gpointer data, GClosure*) { delete static_cast<Held*>(data); }, G_CONNECT_DEFAULT);
+}
+
 WebKitSessions::Folders WebKitSessions::folders(const WebsiteDataStore& store) const {
     if (store.kind == WebsiteDataStore::Kind::identified) {
         const auto name = std::filesystem::path{"profiles"} / store.identifier.string();
@@ -61,13 +75,16 @@ WebKitSessions::Folders WebKitSessions::folders(const WebsiteDataStore& store) c
 
 std::shared_ptr<WebKitSession> WebKitSessions::session(const WebsiteDataStore& store) {
     if (store.kind == WebsiteDataStore::Kind::nonPersistent) {
-        return std::make_shared<WebKitSession>();
+        auto session = std::make_shared<WebKitSession>();
+        session->giveDownloadsTo(taker_);
+        return session;
     }
     const Folders wanted = folders(store);
     auto& known = live_[wanted.data];
     auto session = known.lock();
     if (!session) {
         session = std::make_shared<WebKitSession>(wanted.data, wanted.caches);
+        session->giveDownloadsTo(taker_);
         known = session;
     }
     return session;

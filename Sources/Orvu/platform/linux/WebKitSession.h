@@ -7,6 +7,7 @@
 #include <webkit/webkit.h>
 
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -14,6 +15,9 @@
 #include <vector>
 
 namespace orvu {
+
+/// Takes each download that begins.
+using DownloadTaker = std::function<void(std::unique_ptr<Download>)>;
 
 /// A network session of the engine, which holds one website data store. It lives as long as
 /// somebody holds it.
@@ -25,6 +29,8 @@ public:
     WebKitSession(const std::filesystem::path& data, const std::filesystem::path& caches);
 
     [[nodiscard]] WebKitNetworkSession* get() const { return session_.get(); }
+    /// From now on; once. What begins while nobody holds this any more is given on as well.
+    void giveDownloadsTo(std::shared_ptr<const DownloadTaker> taker) const;
 
 private:
     GObjectPointer<WebKitNetworkSession> session_;
@@ -33,7 +39,9 @@ private:
 /// The sessions of all profiles, each made when it is first wanted and shared while it lives.
 class WebKitSessions {
 public:
-    explicit WebKitSessions(SystemPaths paths) : paths_(std::move(paths)) {}
+    /// The downloads of all sessions go to `taker`.
+    WebKitSessions(SystemPaths paths, std::shared_ptr<const DownloadTaker> taker)
+        : paths_(std::move(paths)), taker_(std::move(taker)) {}
 
     [[nodiscard]] std::shared_ptr<WebKitSession> session(const WebsiteDataStore& store);
     /// Deletes what a profile's websites stored, on a thread of its own.
@@ -50,6 +58,7 @@ private:
     [[nodiscard]] Folders folders(const WebsiteDataStore& store) const;
 
     const SystemPaths paths_;
+    const std::shared_ptr<const DownloadTaker> taker_;
     std::map<std::filesystem::path, std::weak_ptr<WebKitSession>> live_;
 };
 

@@ -7,14 +7,18 @@
 
 namespace orvu {
 
-BrowserTopBar::BrowserTopBar(const std::shared_ptr<BrowserStore>& store)
-    : navigation_(store), shelf_(store), menu_(store) {
+BrowserTopBar::BrowserTopBar(const std::shared_ptr<BrowserStore>& store, DownloadStore& downloads)
+    : navigation_(store), downloads_(downloads), shelf_(store), menu_(store) {
     add_css_class("top-bar");
     append(controls_);
     append(navigation_);
     middle_.set_hexpand(true);
     append(middle_);
     if (store->isPrivate()) addPrivateMark();
+    downloads_.onShown = [this] {
+        if (onRoomChanged) onRoomChanged();
+    };
+    append(downloads_);
     append(shelf_);
     append(menu_);
 }

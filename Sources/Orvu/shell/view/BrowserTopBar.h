@@ -4,11 +4,13 @@
 #include "shell/view/BrowserNavButtons.h"
 #include "shell/view/BrowserShelfMenu.h"
 #include "shell/view/WindowControls.h"
+#include "site/view/DownloadsButton.h"
 
 #include <gtkmm/box.h>
 #include <gtkmm/image.h>
 #include <gtkmm/label.h>
 
+#include <functional>
 #include <memory>
 
 namespace orvu {
@@ -17,12 +19,15 @@ namespace orvu {
 /// Its middle is left to the notch, which hangs over it.
 class BrowserTopBar : public Gtk::Box {
 public:
-    explicit BrowserTopBar(const std::shared_ptr<BrowserStore>& store);
+    /// `downloads` must outlive the bar.
+    BrowserTopBar(const std::shared_ptr<BrowserStore>& store, DownloadStore& downloads);
 
     [[nodiscard]] BrowserNavButtons& navigation() { return navigation_; }
     /// How wide what stands in the middle of `window` may be without covering anything here, in
     /// pixels; 0 if there is no room.
     [[nodiscard]] int roomInTheMiddle(const Gtk::Widget& window) const;
+    /// Called when that room changes though the bar keeps its size.
+    std::function<void()> onRoomChanged;
 
 private:
     void addPrivateMark();
@@ -33,6 +38,7 @@ private:
     Gtk::Box privateMark_;
     Gtk::Image eyeglasses_;
     Gtk::Label private_{"Private"};
+    DownloadsButton downloads_;
     BrowserShelfMenu shelf_;
     BrowserMenuButton menu_;
 };

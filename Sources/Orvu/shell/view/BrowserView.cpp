@@ -20,10 +20,10 @@ std::unique_ptr<BrowserFrame> makeFrame(const BrowserStore& store) {
 }  // namespace
 
 BrowserView::BrowserView(const std::shared_ptr<BrowserStore>& store, NarrowColumn& narrow,
-                         const NotchServices& services)
+                         DownloadStore& downloads, const NotchServices& services)
     : store_(store),
       frame_(makeFrame(*store)),
-      topBar_(store),
+      topBar_(store, downloads),
       tabs_({store, narrow}),
       page_(store),
       scrim_([this] { notch_.close(); }),
@@ -51,6 +51,7 @@ BrowserView::BrowserView(const std::shared_ptr<BrowserStore>& store, NarrowColum
 BrowserView::~BrowserView() {
     notify_callbacks();
     page_.onFullscreen = nullptr;
+    topBar_.onRoomChanged = nullptr;
     topBar_.navigation().setOnKeyboardLeft(nullptr);
     notchView_.onEditingEnded = nullptr;
     notchView_.onProgress = nullptr;
@@ -60,6 +61,7 @@ void BrowserView::addNotch() {
     add_overlay(scrim_);
     add_overlay(notchView_);
     notchView_.restingRoom = [this] { return topBar_.roomInTheMiddle(*this) - 2 * notchMargin; };
+    topBar_.onRoomChanged = [this] { notchView_.queue_allocate(); };
     notchView_.onEditingEnded = [this] { page_.focusContent(); };
     notchView_.onProgress = [this](double open) { scrim_.setShown(open); };
     // While the veil fades the window is the person's again.

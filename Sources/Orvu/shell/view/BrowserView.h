@@ -21,9 +21,9 @@ namespace orvu {
 /// page area, with the notch over them, all of one store.
 class BrowserView : public Gtk::Overlay {
 public:
-    /// `narrow` is the window's; it and what `services` holds outlive the view.
+    /// `narrow` is the window's; it, `downloads` and what `services` holds outlive the view.
     BrowserView(const std::shared_ptr<BrowserStore>& store, NarrowColumn& narrow,
-                const NotchServices& services);
+                DownloadStore& downloads, const NotchServices& services);
     ~BrowserView() override;
 
     /// Gives the keyboard to the tab in front.

@@ -47,7 +47,7 @@ void BrowserWindowView::setContent(const std::shared_ptr<BrowserStore>& store) {
     content_.reset();
     store_ = store;
     content_ = std::make_unique<BrowserView>(
-        store, narrow_,
+        store, narrow_, environment_.downloads,
         NotchServices{environment_.suggestions, environment_.loop, environment_.defaults});
     window_.set_child(*content_);
     content_->focusContent();

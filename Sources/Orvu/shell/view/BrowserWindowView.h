@@ -23,6 +23,7 @@ struct WindowEnvironment {
     Pasteboard& pasteboard;
     Workspace& workspace;
     const ProfileStore& profiles;
+    DownloadStore& downloads;
     HttpSession& suggestions;
     std::function<void(const BrowserStore&, const Profile&)> switchProfile;
 };

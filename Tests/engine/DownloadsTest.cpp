@@ -1,0 +1,338 @@
+#include "engine/EngineWorld.h"
+#include "fakes/FakeWorkspace.h"
+#include "platform/linux/LinuxDownloadFolder.h"
+#include "site/Downloads.h"
+
+#include <fstream>
+#include <iterator>
+
+namespace orvu {
+namespace {
+
+using State = DownloadItem::State;
+
+/// Real downloads into a folder of the test.
+class DownloadsTest : public EngineTest {
+protected:
+    DownloadsTest() {
+        engine.onDownload = [this](std::unique_ptr<Download> download) {
+            downloads.add(std::move(download));
+        };
+    }
+
+    [[nodiscard]] std::unique_ptr<BrowserStore> open(bool isPrivate = false) {
+        return std::make_unique<BrowserStore>(services(), isPrivate, Profile::personal());
+    }
+    /// Shows a page that is one link, follows it, and waits for so many downloads.
+    void clickLink(BrowserStore& store, const std::string& attributes, std::size_t count = 1) {
+        showLink(store, attributes);
+        static_cast<void>(evaluate(store.active()->webView(), "l.click()"));
+        ASSERT_TRUE(waitFor([&] { return downloads.items().size() == count; })) << attributes;
+    }
+    void showLink(BrowserStore& store, const std::string& attributes) {
+        const auto page = "/page" + std::to_string(++pages_);
+        const auto title = "Page " + std::to_string(pages_);
+        server.serve(page, "<title>" + title + "</title><a id=l " + attributes + ">link</a>");
+        store.open(server.url(page), BrowserStore::NewTab::no);
+        const auto& tab = *store.active();
+        ASSERT_TRUE(waitFor([&] { return tab.title() == title && !tab.isLoading(); })) << page;
+        settle();
+    }
+    [[nodiscard]] DownloadItem& newest() const { return *downloads.items().front(); }
+    [[nodiscard]] bool waitForState(State state) const {
+        return waitFor([&] { return newest().state() == state; });
+    }
+    [[nodiscard]] bool waitForName(const std::string& name) const {
+        return waitFor([&] { return newest().name() == name; });
+    }
+    /// Waits until something of the newest one has been written.
+    [[nodiscard]] bool waitForBytes() const {
+        return waitFor([&] {
+            if (!std::filesystem::exists(path)) return false;
+            const std::filesystem::recursive_directory_iterator all{path};
+            return std::ranges::any_of(all, [](const auto& each) {
+                return each.is_regular_file() && each.file_size() > 0;
+            });
+        });
+    }
+    /// All that lies in the folder, places of files under way too.
+    [[nodiscard]] std::vector<std::string> files() const {
+        std::vector<std::string> names;
+        if (!std::filesystem::exists(path)) return names;
+        for (const auto& each : std::filesystem::directory_iterator{path}) {
+            names.push_back(each.path().filename().string());
+        }
+        std::ranges::sort(names);
+        return names;
+    }
+    [[nodiscard]] std::string contentOf(const std::string& name) const {
+        std::ifstream stream{path / name};
+        return {std::istreambuf_iterator<char>{stream}, {}};
+    }
+    static LoopbackServer::Answer attachment(const std::string& body, const std::string& name) {
+        return {.body = body,
+                .type = "application/octet-stream",
+                .headers = {{"Content-Disposition", "attachment; filename=\"" + name + "\""}}};
+    }
+    /// A body that begins so, and goes on until the server is told otherwise. The engine wants some
+    /// bytes before it believes what kind of file they are.
+    static LoopbackServer::Answer endless(const std::string& body, const std::string& name) {
+        auto answer = attachment(body + std::string(4096, '-'), name);
+        answer.drips = true;
+        return answer;
+    }
+
+    std::filesystem::path path = folder / "Downloads";
+    LinuxDownloadFolder downloadFolder{path};
+    FakeWorkspace workspace;
+    DownloadStore downloads{downloadFolder, workspace};
+
+private:
+    int pages_ = 0;
+};
+
+TEST_F(DownloadsTest, ALinkWithANameOfItsOwnIsSavedUnderThatName) {
+    server.serve("/data", LoopbackServer::Answer{.body = "content", .type = "text/plain"});
+    const auto store = open();
+
+    clickLink(*store, "href=/data download=notes.txt");
+
+    ASSERT_TRUE(waitForState(State::done));
+    EXPECT_EQ(files(), (std::vector<std::string>{"notes.txt"}));
+    EXPECT_EQ(contentOf("notes.txt"), "content");
+    EXPECT_EQ(newest().fileURL(), path / "notes.txt");
+    EXPECT_EQ(newest().fraction(), 1);
+}
+
+TEST_F(DownloadsTest, WhatAPageMadeItselfIsSavedToo) {
+    const auto store = open();
+    showLink(*store, "download=made.txt");
+
+    static_cast<void>(evaluate(store->active()->webView(),
+                               "l.href = URL.createObjectURL(new Blob(['made here'])); l.click()"));
+
+    ASSERT_TRUE(waitFor([&] { return !downloads.items().empty(); }));
+    ASSERT_TRUE(waitForState(State::done));
+    EXPECT_EQ(contentOf("made.txt"), "made here");
+}
+
+TEST_F(DownloadsTest, AnAttachmentIsSavedAndTheTabKeepsItsPage) {
+    server.serve("/file", attachment(std::string(100'000, 'x'), "big.bin"));
+    const auto store = open();
+
+    clickLink(*store, "href=/file");
+    ASSERT_TRUE(waitForState(State::done));
+    settle();
+
+    EXPECT_EQ(contentOf("big.bin"), std::string(100'000, 'x'));
+    const auto tab = store->active();
+    EXPECT_EQ(tab->url()->absoluteString(), server.url("/page1"));
+    EXPECT_EQ(tab->title(), "Page 1");
+    EXPECT_FALSE(tab->isLoading());
+    EXPECT_EQ(store->visits().size(), 1U);
+}
+
+TEST_F(DownloadsTest, AFileOfAKindThatCannotBeShownIsSaved) {
+    server.serve("/archive", LoopbackServer::Answer{.body = "PK", .type = "application/zip"});
+    const auto store = open();
+
+    clickLink(*store, "href=/archive");
+
+    ASSERT_TRUE(waitForState(State::done));
+    EXPECT_EQ(contentOf("archive.zip"), "PK");
+}
+
+TEST_F(DownloadsTest, AnEmptyFileIsAWholeFile) {
+    server.serve("/file", attachment("", "empty.bin"));
+    const auto store = open();
+
+    clickLink(*store, "href=/file");
+
+    ASSERT_TRUE(waitForState(State::done));
+    EXPECT_EQ(files(), (std::vector<std::string>{"empty.bin"}));
+}
+
+TEST_F(DownloadsTest, AFileWithoutALengthStaysAtNothingUntilItIsWhole) {
+    server.serve("/file", endless("head", "stream.bin"));
+    const auto store = open();
+    clickLink(*store, "href=/file");
+    ASSERT_TRUE(waitForBytes());
+    EXPECT_EQ(newest().fraction(), 0);
+
+    server.completeDrips();
+
+    ASSERT_TRUE(waitForState(State::done));
+    EXPECT_TRUE(contentOf("stream.bin").starts_with("head"));
+    EXPECT_EQ(files(), (std::vector<std::string>{"stream.bin"}));
+}
+
+TEST_F(DownloadsTest, ACancelledOneLeavesNothing) {
+    server.serve("/file", endless("head", "stream.bin"));
+    const auto store = open();
+    clickLink(*store, "href=/file");
+    ASSERT_TRUE(waitForBytes());
+
+    newest().cancel();
+    EXPECT_EQ(newest().state(), State::cancelled);
+
+    EXPECT_TRUE(waitFor([&] { return files().empty(); }));
+    settle();
+    EXPECT_EQ(newest().state(), State::cancelled);
+    EXPECT_EQ(server.dripping(), 0);
+}
+
+TEST_F(DownloadsTest, OneCancelledBeforeItsAnswerCameLeavesNothing) {
+    server.serve("/file", LoopbackServer::Answer{.held = true});
+    const auto store = open();
+    clickLink(*store, "href=/file download=a.bin");
+
+    newest().cancel();
+    settle();
+
+    EXPECT_EQ(newest().state(), State::cancelled);
+    EXPECT_TRUE(files().empty());
+}
+
+TEST_F(DownloadsTest, OneThatNobodyTakesIsCancelled) {
+    engine.onDownload = nullptr;
+    server.serve("/file", endless("head", "stream.bin"));
+    server.serve("/page",
+                 "<title>Page</title><a id=l href=/file>link</a><script>onload = () => "
+                 "document.getElementById('l').click()</script>");
+    const auto store = open();
+    showLink(*store, "href=/file");
+
+    static_cast<void>(evaluate(store->active()->webView(), "l.click()"));
+
+    ASSERT_TRUE(waitFor([&] { return server.requests("/file") == 1; }));
+    EXPECT_TRUE(waitFor([&] { return server.dripping() == 0; }));
+    EXPECT_TRUE(files().empty());
+}
+
+TEST_F(DownloadsTest, AnAnswerThatBreaksOffFails) {
+    auto answer = attachment("head", "cut.bin");
+    answer.declaredLength = 1000;
+    server.serve("/file", answer);
+    const auto store = open();
+
+    clickLink(*store, "href=/file");
+
+    ASSERT_TRUE(waitForState(State::failed));
+    EXPECT_TRUE(waitFor([&] { return files().empty(); }));
+    EXPECT_EQ(newest().name(), "cut.bin");
+}
+
+/// The engine takes an end between two chunks for the end of the file. Nothing that it tells
+/// shows the difference.
+TEST_F(DownloadsTest, AnAnswerInChunksThatEndsBetweenTwoOfThemPassesForWhole) {
+    server.serve("/file", endless("head", "stream.bin"));
+    const auto store = open();
+    clickLink(*store, "href=/file");
+    ASSERT_TRUE(waitForBytes());
+
+    server.breakDrips();
+
+    EXPECT_TRUE(waitForState(State::done));
+}
+
+TEST_F(DownloadsTest, AnAnswerThatIsAnErrorFails) {
+    const auto store = open();
+
+    clickLink(*store, "href=/missing download=a.bin");
+
+    ASSERT_TRUE(waitForState(State::failed));
+    EXPECT_TRUE(files().empty());
+}
+
+TEST_F(DownloadsTest, WithoutAFolderItFails) {
+    std::ofstream{path} << "a file";
+    server.serve("/file", attachment("content", "a.bin"));
+    const auto store = open();
+
+    clickLink(*store, "href=/file");
+
+    ASSERT_TRUE(waitForState(State::failed));
+    EXPECT_TRUE(std::filesystem::is_regular_file(path));
+}
+
+TEST_F(DownloadsTest, TwoOfOneNameBecomeTwoFiles) {
+    server.serve("/one", endless("one", "same.bin"));
+    server.serve("/two", endless("two", "same.bin"));
+    const auto store = open();
+    clickLink(*store, "href=/one");
+    ASSERT_TRUE(waitForName("same.bin"));
+    clickLink(*store, "href=/two", 2);
+    ASSERT_TRUE(waitForName("same 2.bin"));
+
+    server.completeDrips();
+
+    ASSERT_TRUE(waitFor([&] { return downloads.running() == nullptr; }));
+    EXPECT_EQ(files(), (std::vector<std::string>{"same 2.bin", "same.bin"}));
+    EXPECT_TRUE(contentOf("same.bin").starts_with("one"));
+    EXPECT_TRUE(contentOf("same 2.bin").starts_with("two"));
+}
+
+TEST_F(DownloadsTest, OneOfAPrivateWindowGoesOnAfterItsEnd) {
+    server.serve("/file", endless("head", "stream.bin"));
+    auto store = open(true);
+    clickLink(*store, "href=/file");
+    ASSERT_TRUE(waitForBytes());
+
+    store.reset();
+    settle();
+    EXPECT_EQ(newest().state(), State::running);
+    server.completeDrips();
+
+    ASSERT_TRUE(waitForState(State::done));
+    EXPECT_TRUE(contentOf("stream.bin").starts_with("head"));
+}
+
+TEST_F(DownloadsTest, OneOfAProfileIsFollowedLikeAnyOther) {
+    server.serve("/file", attachment("content", "a.bin"));
+    BrowserStore store{services(), false, {Uuid::random(), "Work", "bag", 1}};
+
+    clickLink(store, "href=/file");
+
+    ASSERT_TRUE(waitForState(State::done));
+    EXPECT_EQ(contentOf("a.bin"), "content");
+}
+
+TEST_F(DownloadsTest, TheEndOfItsTabDoesNotStopIt) {
+    server.serve("/file", endless("head", "stream.bin"));
+    const auto store = open();
+    clickLink(*store, "href=/file");
+    ASSERT_TRUE(waitForBytes());
+
+    store->close(*store->active());
+    settle();
+    server.completeDrips();
+
+    ASSERT_TRUE(waitForState(State::done));
+    EXPECT_TRUE(contentOf("stream.bin").starts_with("head"));
+}
+
+TEST_F(DownloadsTest, TheEndOfTheStoreEndsWhatRuns) {
+    server.serve("/file", endless("head", "stream.bin"));
+    const auto store = open();
+    auto brief = std::make_unique<DownloadStore>(downloadFolder, workspace);
+    engine.onDownload = [&](std::unique_ptr<Download> download) {
+        brief->add(std::move(download));
+    };
+    server.serve("/page",
+                 "<title>Page</title><a id=l href=/file>link</a><script>onload = () => "
+                 "document.getElementById('l').click()</script>");
+    showLink(*store, "href=/file");
+    static_cast<void>(evaluate(store->active()->webView(), "l.click()"));
+    ASSERT_TRUE(waitForBytes());
+
+    engine.onDownload = nullptr;
+    brief.reset();
+
+    EXPECT_TRUE(files().empty());
+    EXPECT_TRUE(waitFor([&] { return server.dripping() == 0; }));
+    settle();
+    EXPECT_TRUE(files().empty());
+}
+
+}  // namespace
+}  // namespace orvu
