@@ -79,8 +79,8 @@ protected:
 
     std::unique_ptr<WebConfiguration> configuration =
         engine.makeConfiguration(WebsiteDataStore::nonPersistentDataStore());
-    std::shared_ptr<BrowserTab> page =
-        std::make_shared<BrowserTab>(*configuration, std::nullopt, loop, favicons, Trace::none);
+    std::shared_ptr<BrowserTab> page = std::make_shared<BrowserTab>(
+        *configuration, std::nullopt, loop, favicons, permissions, Trace::none);
     int visits = 0;
 };
 
