@@ -17,7 +17,9 @@ constexpr double largestDrawn = 200;
 /// Capitals, whatever the language.
 std::string capitals(std::string_view text) {
     std::string result;
-    icu::UnicodeString::fromUTF8(wellFormed(text)).toUpper(icu::Locale::getRoot()).toUTF8String(result);
+    icu::UnicodeString::fromUTF8(wellFormed(text))
+        .toUpper(icu::Locale::getRoot())
+        .toUTF8String(result);
     return result;
 }
 
