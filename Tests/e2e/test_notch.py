@@ -154,10 +154,10 @@ class OpeningTest(BrowserTest):
         self.assertEqual(self.server.reports(), ["clicked"])
 
     def test_double_click_left_of_the_resting_row_goes_to_the_bar(self):
-        self.check_bar_is_hit_beside(-60)
+        self.check_bar_is_hit_beside(-70)
 
     def test_double_click_right_of_the_resting_row_goes_to_the_bar(self):
-        self.check_bar_is_hit_beside(+60)
+        self.check_bar_is_hit_beside(+110)
 
     def check_bar_is_hit_beside(self, distance):
         self.start_at("/page")
@@ -170,7 +170,7 @@ class OpeningTest(BrowserTest):
         self.assertFalse(self.notch.is_open())
 
     def beside(self, distance):
-        """A place so far to the left or the right of the resting row."""
+        """A place so far to the left or the right of the address, beyond the buttons there."""
         left, top, wide, high = self.notch.resting().box
         return (left + distance if distance < 0 else left + wide + distance), top + high // 2
 
