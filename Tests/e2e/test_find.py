@@ -1,5 +1,6 @@
 """Finding a text in the page: the bar, its keys and its buttons."""
 
+from harness import articles
 from harness.case import BrowserTest
 from harness.wait import until, until_equal
 
@@ -204,3 +205,43 @@ class FindTest(BrowserTest):
         self.hands.type_on("fish")
 
         self.wait_for_status("No matches")
+
+    def test_over_the_reader_it_searches_the_article_and_goes_round(self):
+        menu = "<nav>Harbour weather</nav>"
+        self.app.start()
+        self.open(articles.serve(self.server, "/story", menu + articles.STORY))
+        self.app.action("toggleReader")
+        text = self.windows.find("text", "The lamp on the island")
+        self.open_bar()
+
+        self.hands.type_on("weather")
+        self.wait_for_status("Found")
+        until_equal(text.selection, "weather", "what is selected")
+        first = text.selected_range()
+        self.hands.go_on("Return")
+        self.hands.press("ctrl+f")
+        self.hands.type_on("harbour")
+        self.wait_for_status("No matches")
+        self.hands.press("ctrl+f")
+        self.hands.type_on("WEATHER")
+        self.wait_for_status("Found")
+        self.assertEqual(text.selected_range(), first)
+
+    def test_over_the_reader_the_matches_follow_one_another(self):
+        self.app.start()
+        self.open(articles.serve(self.server, "/story", articles.STORY))
+        self.app.action("toggleReader")
+        text = self.windows.find("text", "The lamp on the island")
+        self.open_bar()
+        self.hands.type_on("nobody")
+        self.wait_for_status("Found")
+        until_equal(text.selection, "Nobody", "what is selected")
+        first = text.selected_range()
+
+        self.hands.go_on("Return")
+        until_equal(text.selection, "nobody", "what is selected")
+        self.assertGreater(text.selected_range(), first)
+        self.hands.go_on("Return")
+        until_equal(text.selected_range, first, "the first match")
+        self.hands.go_on("shift+Return")
+        until_equal(text.selection, "nobody", "what is selected")

@@ -15,13 +15,18 @@ protected:
     static constexpr FindConfiguration forwards{.backwards = false, .wraps = true};
     static constexpr FindConfiguration backwards{.backwards = true, .wraps = true};
 
+    [[nodiscard]] BrowserFindBar::Search searchInFront() {
+        return [this](const std::string& text, FindConfiguration how) {
+            return front ? std::optional{front->find(text, how)} : std::nullopt;
+        };
+    }
     void answer(bool found) { page.findAnswers.back().resolve(found); }
 
     std::vector<FakeWebView*> live;
     FakeWebView page{live};
     FakeWebView otherPage{live};
     WebView* front = &page;
-    BrowserFindBar bar{[this] { return front; }};
+    BrowserFindBar bar{searchInFront()};
 };
 
 TEST_F(BrowserFindBarTest, BeginsEmptyAndWithNothingToSay) {
@@ -140,7 +145,7 @@ TEST_F(BrowserFindBarTest, TellsOnceOfEachOutcome) {
 }
 
 TEST_F(BrowserFindBarTest, AnAnswerAfterTheBarHasNobodyToTell) {
-    auto brief = std::make_unique<BrowserFindBar>([this] { return front; });
+    auto brief = std::make_unique<BrowserFindBar>(searchInFront());
     brief->setText("a");
     brief.reset();
 

@@ -15,13 +15,13 @@ void BrowserFindBar::find(bool backwards) {
         searching_.cancel();
         return setFound(std::nullopt);
     }
-    WebView* const page = page_();
-    if (!page) return;
-    searching_ = search(page->find(text_, {.backwards = backwards, .wraps = true}));
+    auto answer = search_(text_, {.backwards = backwards, .wraps = true});
+    if (!answer) return;
+    searching_ = await(std::move(*answer));
     searching_.start();
 }
 
-Task<void> BrowserFindBar::search(Future<bool> answer) { setFound(co_await answer); }
+Task<void> BrowserFindBar::await(Future<bool> answer) { setFound(co_await answer); }
 
 std::string_view BrowserFindBar::status() const {
     if (!found_ || text_.empty()) return "";

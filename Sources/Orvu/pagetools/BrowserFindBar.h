@@ -11,14 +11,16 @@
 namespace orvu {
 
 /// The search for a text in the page in front. It asks for the next match and remembers whether
-/// there was one; finding, marking and scrolling is the page's.
+/// there was one; finding, marking and scrolling is the page's own.
 class BrowserFindBar {
 public:
     static constexpr std::string_view prompt = "Find in page";
-    /// The page to search at this moment; nullptr for none.
-    using Page = std::function<WebView*()>;
+    /// Searches what stands in front at this moment, a page or its article, and goes on to the next
+    /// match; nothing if nothing stands there.
+    using Search =
+        std::function<std::optional<Future<bool>>(const std::string& text, FindConfiguration how)>;
 
-    explicit BrowserFindBar(Page page) : page_(std::move(page)) {}
+    explicit BrowserFindBar(Search search) : search_(std::move(search)) {}
     BrowserFindBar(const BrowserFindBar&) = delete;
     BrowserFindBar& operator=(const BrowserFindBar&) = delete;
 
@@ -39,10 +41,10 @@ public:
     }
 
 private:
-    [[nodiscard]] Task<void> search(Future<bool> answer);
+    [[nodiscard]] Task<void> await(Future<bool> answer);
     void setFound(std::optional<bool> found);
 
-    const Page page_;
+    const Search search_;
     std::string text_;
     std::optional<bool> found_;
     sigc::signal<void()> changed_;

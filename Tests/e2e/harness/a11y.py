@@ -98,6 +98,18 @@ class Node:
         count = Atspi.Text.get_character_count(self._accessible)
         return Atspi.Text.get_text(self._accessible, 0, count)
 
+    def selected_range(self):
+        """Where the selected text begins and ends; nothing if none is selected."""
+        if Atspi.Text.get_n_selections(self._accessible) == 0:
+            return None
+        found = Atspi.Text.get_selection(self._accessible, 0)
+        return found.start_offset, found.end_offset
+
+    def selection(self):
+        """The selected text."""
+        found = self.selected_range()
+        return self.text()[found[0]:found[1]] if found else ""
+
     def set_text(self, text):
         if not Atspi.EditableText.set_text_contents(self._accessible, text):
             raise AssertionError(f"{self} takes no text")

@@ -18,9 +18,9 @@ constexpr int spacing = 6;
 
 }  // namespace
 
-BrowserFindBarView::BrowserFindBarView(BrowserFindBar::Page page, std::function<void()> close)
+BrowserFindBarView::BrowserFindBarView(BrowserFindBar::Search search, std::function<void()> close)
     : Gtk::Box(Gtk::Orientation::HORIZONTAL, spacing),
-      bar_(std::move(page)),
+      bar_(std::move(search)),
       close_(std::move(close)) {
     add_css_class("find-bar");
     property_accessible_role() = Gtk::Accessible::Role::SEARCH;

@@ -16,7 +16,7 @@ namespace orvu {
 class BrowserFindBarView : public Gtk::Box {
 public:
     /// `close` is called when the person has done with the bar; it may end it.
-    BrowserFindBarView(BrowserFindBar::Page page, std::function<void()> close);
+    BrowserFindBarView(BrowserFindBar::Search search, std::function<void()> close);
 
     /// Takes the keyboard, with the whole text selected.
     void focusField() { field_.grab_focus(); }

@@ -118,6 +118,31 @@ void ReaderTextView::styleTags(double size) {
     }
 }
 
+bool ReaderTextView::find(const std::string& text, FindConfiguration how) {
+    const auto flags = Gtk::TextSearchFlags::CASE_INSENSITIVE | Gtk::TextSearchFlags::TEXT_ONLY;
+    const auto buffer = get_buffer();
+    Gtk::TextIter start;
+    Gtk::TextIter end;
+    buffer->get_selection_bounds(start, end);
+    Gtk::TextIter matchStart;
+    Gtk::TextIter matchEnd;
+    const auto search = [&](const Gtk::TextIter& from) {
+        return how.backwards ? from.backward_search(text, flags, matchStart, matchEnd)
+                             : from.forward_search(text, flags, matchStart, matchEnd);
+    };
+    // A text that has grown may still be met where it is selected; the same one is the next.
+    bool found = search(start);
+    const bool isSame =
+        found && !how.backwards && start != end && matchStart == start && matchEnd == end;
+    if (isSame) found = search(end);
+    if (!found && how.wraps) found = search(how.backwards ? buffer->end() : buffer->begin());
+    if (!found) return false;
+    buffer->select_range(matchStart, matchEnd);
+    constexpr double fromTheEdge = 0.15;
+    scroll_to(matchStart, fromTheEdge);
+    return true;
+}
+
 void ReaderTextView::size_allocate_vfunc(int width, int height, int baseline) {
     const int margin = ReaderColumn::margin(width);
     if (get_left_margin() != margin) {

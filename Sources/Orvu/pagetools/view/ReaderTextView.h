@@ -2,6 +2,7 @@
 
 #include "pagetools/ReaderText.h"
 #include "pagetools/ReaderTheme.h"
+#include "platform/WebView.h"
 
 #include <glibmm/extraclassinit.h>
 #include <gtkmm/textview.h>
@@ -20,6 +21,9 @@ public:
     ~ReaderTextView() override;
 
     void setLook(double size, ReaderTheme theme);
+    /// Selects the next match of a text from the selection on, and brings it into sight. Whether
+    /// there is one; without one the selection stays.
+    bool find(const std::string& text, FindConfiguration how);
 
 protected:
     void size_allocate_vfunc(int width, int height, int baseline) override;

@@ -23,6 +23,8 @@ public:
 
     [[nodiscard]] const ReaderArticle* article() const { return article_.get(); }
     void focusText() { text_.grab_focus(); }
+    /// Selects the next match of a text and brings it into sight. Whether there is one.
+    bool find(const std::string& text, FindConfiguration how) { return text_.find(text, how); }
     /// Fades out and takes no clicks any more; then calls `gone`, which must not end the view.
     void leave(std::function<void()> gone);
 

@@ -97,10 +97,7 @@ void BrowserPageCard::showFind() {
         return;
     }
     find_ = std::make_unique<BrowserFindBarView>(
-        [this]() -> WebView* {
-            const auto tab = store_->active();
-            return tab ? &tab->webView() : nullptr;
-        },
+        [this](const std::string& text, FindConfiguration how) { return single_->find(text, how); },
         [this] { closeFind(); });
     card_.add_overlay(*find_);
 }

@@ -41,6 +41,18 @@ void BrowserPageContent::focusContent() {
     }
 }
 
+std::optional<Future<bool>> BrowserPageContent::find(const std::string& text,
+                                                     FindConfiguration how) {
+    if (isReading_) {
+        const Promise<bool> found;
+        found.resolve(reader_->find(text, how));
+        return found.future();
+    }
+    const auto tab = tab_.lock();
+    if (!tab) return std::nullopt;
+    return tab->webView().find(text, how);
+}
+
 void BrowserPageContent::showNewTabPage(const std::optional<Uuid>& tab) {
     newTab_ = tab;
     if (newTabPage_) remove_overlay(*newTabPage_);

@@ -27,6 +27,8 @@ public:
     bool show(const std::shared_ptr<BrowserTab>& tab);
     /// Gives the keyboard to the page, to its article or to the field of the new tab page.
     void focusContent();
+    /// Looks for a text in the page or its article. Nothing without a tab.
+    [[nodiscard]] std::optional<Future<bool>> find(const std::string& text, FindConfiguration how);
     /// What the page asks for, if it asks; otherwise nullptr.
     [[nodiscard]] Gtk::Widget* question() { return question_.get_visible() ? &question_ : nullptr; }
 
