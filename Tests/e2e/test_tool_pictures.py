@@ -19,8 +19,8 @@ class ToolPicturesTest(PictureTest):
 
     def test_time_line(self):
         self.start_with("bees", "docs", "weather", "forum", "bread", "trains")
-        self.app.action("rewind")
+        self.hands.press("ctrl+shift+h")
         until(lambda: self.windows.nodes("list", "Latest visits"), "the time line")
         self.shoot("rewind", rest=False)
-        self.hands.go_on("Tab", "Tab")
+        self.hands.go_on("Tab")
         self.shoot("rewind-chosen", rest=False)
