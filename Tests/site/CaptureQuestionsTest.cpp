@@ -32,8 +32,8 @@ protected:
 
     FakeUserDefaults defaults;
     SitePermissions permissions{defaults};
+    Answers answers;  // what still waits at the end is answered too
     CaptureQuestions questions{permissions, Trace::kept};
-    Answers answers;
 };
 
 TEST_F(CaptureQuestionsTest, WhatWasChosenIsAnsweredWithoutAQuestion) {
