@@ -9,9 +9,31 @@
 namespace orvu {
 namespace {
 
+/// The folders of all tests, which go with this process. The engine's network process watches the
+/// caches of sessions that are gone as well, and comes to grief over one that is deleted.
+class Folders {
+public:
+    Folders() = default;
+    Folders(const Folders&) = delete;
+    Folders& operator=(const Folders&) = delete;
+    ~Folders() {
+        std::error_code ignored;
+        for (const auto& folder : made_) std::filesystem::remove_all(folder, ignored);
+    }
+
+    [[nodiscard]] std::filesystem::path make() {
+        const auto parent = std::filesystem::temp_directory_path();
+        std::string pattern = (parent / "orvu-engine-XXXXXX").string();
+        return made_.emplace_back(mkdtemp(pattern.data()));
+    }
+
+private:
+    std::vector<std::filesystem::path> made_;
+};
+
 std::filesystem::path temporaryFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "orvu-engine-XXXXXX").string();
-    return mkdtemp(pattern.data());
+    static Folders folders;
+    return folders.make();
 }
 
 /// What the kernel tells of a process: its name and its parent.
@@ -44,10 +66,7 @@ EngineTest::EngineTest()
     : folder(temporaryFolder()),
       engine({folder / "config", folder / "data", folder / "cache"}, loop) {}
 
-EngineTest::~EngineTest() {
-    std::error_code ignored;
-    std::filesystem::remove_all(folder, ignored);
-}
+EngineTest::~EngineTest() = default;
 
 bool EngineTest::waitFor(const std::function<bool()>& condition) {
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds{20};
