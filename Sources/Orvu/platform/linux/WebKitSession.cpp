@@ -91,12 +91,15 @@ std::shared_ptr<WebKitSession> WebKitSessions::session(const WebsiteDataStore& s
 }
 
 void WebKitSessions::remove(const Uuid& identifier) {
-    const Folders gone = folders(WebsiteDataStore::dataStoreForIdentifier(identifier));
-    const auto live = live_[gone.data].lock();
-    if (!live) return deleteFolders({gone.data, gone.caches});
+    const auto store = WebsiteDataStore::dataStoreForIdentifier(identifier);
+    const Folders gone = folders(store);
+    if (!live_.contains(gone.data)) return deleteFolders({gone.data, gone.caches});
+    // The engine watches the caches of each session that it ever had, and its network process
+    // comes to grief when their folder goes: it stays, empty, until after the next start.
+    const auto live = session(store);
     auto* const manager = webkit_network_session_get_website_data_manager(live->get());
     webkit_website_data_manager_clear(manager, WEBKIT_WEBSITE_DATA_ALL, 0, nullptr, cleared,
-                                      new Clearing{live, {gone.data, gone.caches}});
+                                      new Clearing{live, {gone.data}});
 }
 
 void WebKitSessions::removeAllBut(const std::vector<Uuid>& known) {
