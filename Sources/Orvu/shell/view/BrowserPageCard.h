@@ -27,7 +27,7 @@ public:
     void focusContent();
 
     // The search bar. It shows over one page alone; while two stand side by side it waits.
-    [[nodiscard]] bool isFindOpen() const { return findOpen_; }
+    [[nodiscard]] bool showsFind() const { return find_ != nullptr; }
     void openFind();
     void closeFind();
     void findAgain(bool backwards);

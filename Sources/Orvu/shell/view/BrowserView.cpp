@@ -87,7 +87,7 @@ void BrowserView::editAddress(const std::string& text) {
 }
 
 bool BrowserView::endEditing() {
-    const bool wasOpen = notch_.isOpen() || page_.isFindOpen();
+    const bool wasOpen = notch_.isOpen() || page_.showsFind();
     notch_.close();
     page_.closeFind();
     if (wasOpen) return true;
