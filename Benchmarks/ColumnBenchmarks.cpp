@@ -6,7 +6,7 @@
 #include "fakes/FakeSystemSound.h"
 #include "fakes/FakeWebEngine.h"
 #include "fakes/VirtualMainLoop.h"
-#include "shell/ListEdits.h"
+#include "shell/column/ListEdits.h"
 
 #include <benchmark/benchmark.h>
 

@@ -9,7 +9,7 @@
 #include "fakes/FakeWebEngine.h"
 #include "fakes/VirtualMainLoop.h"
 #include "look/view/Style.h"
-#include "shell/view/BrowserTabColumn.h"
+#include "shell/column/view/BrowserTabColumn.h"
 
 #include <glibmm/main.h>
 #include <gtkmm/application.h>

@@ -1,4 +1,4 @@
-#include "site/DownloadName.h"
+#include "site/downloads/DownloadName.h"
 
 #include <benchmark/benchmark.h>
 

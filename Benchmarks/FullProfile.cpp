@@ -1,6 +1,6 @@
 #include "FullProfile.h"
 
-#include "foundation/Text.h"
+#include "foundation/text/Text.h"
 
 #include <array>
 #include <chrono>

@@ -1,4 +1,4 @@
-#include "foundation/Locale.h"
+#include "foundation/text/Locale.h"
 #include "look/DotFace.h"
 
 #include <benchmark/benchmark.h>

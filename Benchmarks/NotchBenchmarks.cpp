@@ -10,10 +10,10 @@
 #include "fakes/FakeWebEngine.h"
 #include "fakes/VirtualMainLoop.h"
 
-#include "foundation/Text.h"
+#include "foundation/text/Text.h"
 #include "notch/AddressNotchBody.h"
-#include "notch/NotchCandidates.h"
-#include "notch/NotchSnapshot.h"
+#include "notch/candidates/NotchCandidates.h"
+#include "notch/candidates/NotchSnapshot.h"
 
 #include <benchmark/benchmark.h>
 

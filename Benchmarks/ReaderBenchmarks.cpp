@@ -1,5 +1,5 @@
-#include "foundation/Json.h"
-#include "foundation/JsonHalves.h"
+#include "foundation/json/Json.h"
+#include "foundation/json/JsonHalves.h"
 #include "pagetools/ReaderExtraction.h"
 
 #include <benchmark/benchmark.h>

@@ -11,7 +11,7 @@
 #include "fakes/FakeWebEngine.h"
 #include "fakes/VirtualMainLoop.h"
 #include "platform/TemporaryFolder.h"
-#include "platform/linux/SqliteUserDefaults.h"
+#include "platform/linux/defaults/SqliteUserDefaults.h"
 
 #include <benchmark/benchmark.h>
 

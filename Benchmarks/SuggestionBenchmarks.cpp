@@ -2,10 +2,10 @@
 
 #include "fakes/FakeHttpSession.h"
 #include "fakes/VirtualMainLoop.h"
-#include "foundation/Json.h"
+#include "foundation/json/Json.h"
 #include "foundation/RandomText.h"
 #include "platform/TemporaryFolder.h"
-#include "platform/linux/SqliteUserDefaults.h"
+#include "platform/linux/defaults/SqliteUserDefaults.h"
 #include "search/EditDistance.h"
 #include "search/SearchSuggester.h"
 

@@ -1,6 +1,6 @@
 #include "core/BrowserTab.h"
 
-#include "site/PageIcons.h"
+#include "site/icons/PageIcons.h"
 #include "support/StoreWorld.h"
 
 #include <chrono>

@@ -1,4 +1,4 @@
-#include "core/EncodedVisits.h"
+#include "core/history/EncodedVisits.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "core/TrackerBlocker.h"
 
-#include "foundation/Json.h"
-#include "foundation/Regex.h"
+#include "foundation/json/Json.h"
+#include "foundation/text/Regex.h"
 #include "support/StoreWorld.h"
 
 #include <algorithm>

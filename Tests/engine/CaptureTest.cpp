@@ -1,6 +1,6 @@
 #include "engine/EngineWorld.h"
 
-#include "core/SitePanel.h"
+#include "shell/siteinfo/SitePanel.h"
 
 namespace orvu {
 namespace {

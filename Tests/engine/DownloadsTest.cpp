@@ -1,6 +1,6 @@
 #include "engine/EngineWorld.h"
 #include "fakes/FakeWorkspace.h"
-#include "platform/linux/LinuxDownloadFolder.h"
+#include "platform/linux/files/LinuxDownloadFolder.h"
 #include "site/Downloads.h"
 
 #include <fstream>

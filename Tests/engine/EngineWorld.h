@@ -5,12 +5,12 @@
 #include "fakes/FakeSystemSound.h"
 #include "fakes/FakeUserDefaults.h"
 #include "platform/linux/GlibMainLoop.h"
-#include "platform/linux/LinuxFileRoom.h"
-#include "platform/linux/OrvuWebView.h"
+#include "platform/linux/files/LinuxFileRoom.h"
+#include "platform/linux/web/OrvuWebView.h"
 #include "platform/linux/PixbufImageCodec.h"
 #include "platform/linux/SoupHttpSession.h"
-#include "platform/linux/WebKitContentRules.h"
-#include "platform/linux/WebKitEngine.h"
+#include "platform/linux/web/WebKitContentRules.h"
+#include "platform/linux/web/WebKitEngine.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 #include "engine/EngineWorld.h"
-#include "foundation/Json.h"
+#include "foundation/json/Json.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -1,11 +1,11 @@
-#include "site/view/SiteIcon.h"
+#include "site/icons/view/SiteIcon.h"
 
-#include "core/SiteColor.h"
+#include "site/icons/SiteColor.h"
 #include "engine/EngineWorld.h"
 #include "fakes/FakeFileRoom.h"
 #include "fakes/FakeHttpSession.h"
 #include "fakes/FakeImageCodec.h"
-#include "site/view/BrowserSiteBadge.h"
+#include "site/icons/view/BrowserSiteBadge.h"
 
 #include <gtkmm/init.h>
 #include <gtkmm/window.h>

@@ -1,6 +1,6 @@
-#include "foundation/Future.h"
+#include "foundation/async/Future.h"
 
-#include "foundation/Task.h"
+#include "foundation/async/Task.h"
 
 #include <gtest/gtest.h>
 

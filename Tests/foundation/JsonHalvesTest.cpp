@@ -1,6 +1,6 @@
-#include "foundation/JsonHalves.h"
+#include "foundation/json/JsonHalves.h"
 
-#include "foundation/Json.h"
+#include "foundation/json/Json.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
-#include "foundation/Json.h"
+#include "foundation/json/Json.h"
 
 #include "RandomText.h"
-#include "foundation/Text.h"
+#include "foundation/text/Text.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
-#include "foundation/Locale.h"
+#include "foundation/text/Locale.h"
 
 #include "foundation/RandomText.h"
-#include "foundation/Text.h"
+#include "foundation/text/Text.h"
 
 #include <gtest/gtest.h>
 

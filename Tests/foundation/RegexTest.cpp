@@ -1,4 +1,4 @@
-#include "foundation/Regex.h"
+#include "foundation/text/Regex.h"
 
 #include "foundation/RandomText.h"
 

@@ -1,7 +1,7 @@
-#include "foundation/Task.h"
+#include "foundation/async/Task.h"
 
 #include "fakes/VirtualMainLoop.h"
-#include "foundation/Future.h"
+#include "foundation/async/Future.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "foundation/Text.h"
+#include "foundation/text/Text.h"
 
 #include "RandomText.h"
 

@@ -11,7 +11,7 @@ namespace orvu {
 namespace {
 
 struct Replay {
-    std::string name;
+    const char* name;
     std::string (*target)(std::string_view);
 };
 
@@ -41,20 +41,15 @@ TEST_P(CorpusReplay, NoFileBreaksARule) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Targets, CorpusReplay,
-    testing::Values(Replay{"json-records", fuzz::jsonRecords}, Replay{"resolve", fuzz::resolve},
-                    Replay{"download-name", fuzz::downloadName},
-                    Replay{"icon-file", fuzz::iconFile}, Replay{"icon-links", fuzz::iconLinks},
-                    Replay{"permissions-json", fuzz::permissionsJson}, Replay{"bang", fuzz::bang},
-                    Replay{"url", fuzz::url}, Replay{"reader-answer", fuzz::readerAnswer},
-                    Replay{"suggestions", fuzz::suggestions},
-                    Replay{"window-frame", fuzz::windowFrame}),
-    [](const auto& each) {
-        std::string name = each.param.name;
-        std::ranges::replace(name, '-', '_');
-        return name;
-    });
+constexpr Replay replays[]{
+#include "FuzzTargets.inc"
+};
+
+INSTANTIATE_TEST_SUITE_P(Targets, CorpusReplay, testing::ValuesIn(replays), [](const auto& each) {
+    std::string name = each.param.name;
+    std::ranges::replace(name, '-', '_');
+    return name;
+});
 
 }  // namespace
 }  // namespace orvu

@@ -5,17 +5,17 @@
 #include "core/Records.h"
 #include "core/TabGroup.h"
 #include "fakes/FakeUserDefaults.h"
-#include "foundation/JsonHalves.h"
-#include "foundation/Text.h"
+#include "foundation/json/JsonHalves.h"
+#include "foundation/text/Text.h"
 #include "pagetools/ReaderExtraction.h"
 #include "pagetools/ReaderText.h"
 #include "search/Bang.h"
 #include "search/SearchSuggester.h"
 #include "shell/WindowPlacement.h"
-#include "site/DownloadName.h"
+#include "site/downloads/DownloadName.h"
 #include "site/Favicons.h"
-#include "site/PageIcons.h"
-#include "site/SitePermissions.h"
+#include "site/icons/PageIcons.h"
+#include "site/permissions/SitePermissions.h"
 
 #include <algorithm>
 #include <string>

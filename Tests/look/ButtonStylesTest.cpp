@@ -1,6 +1,6 @@
-#include "look/BlurFade.h"
-#include "look/IconButtonStyle.h"
-#include "look/PillButtonStyle.h"
+#include "look/motion/BlurFade.h"
+#include "look/controls/IconButtonStyle.h"
+#include "look/controls/PillButtonStyle.h"
 #include "profiles/ProfileLook.h"
 
 #include <gtest/gtest.h>

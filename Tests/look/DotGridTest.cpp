@@ -1,6 +1,6 @@
-#include "look/DotGrid.h"
+#include "look/drawing/DotGrid.h"
 
-#include "look/DottedPaper.h"
+#include "look/drawing/DottedPaper.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "look/LoadingDots.h"
+#include "look/drawing/LoadingDots.h"
 
 #include <gtest/gtest.h>
 

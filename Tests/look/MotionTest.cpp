@@ -1,4 +1,4 @@
-#include "look/Motion.h"
+#include "look/motion/Motion.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "look/NotchShape.h"
+#include "look/drawing/NotchShape.h"
 
 #include <gtest/gtest.h>
 

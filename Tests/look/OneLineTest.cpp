@@ -1,7 +1,7 @@
-#include "look/OneLine.h"
+#include "look/text/OneLine.h"
 
 #include "foundation/RandomText.h"
-#include "foundation/Text.h"
+#include "foundation/text/Text.h"
 
 #include <gtest/gtest.h>
 

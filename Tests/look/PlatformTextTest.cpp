@@ -1,4 +1,4 @@
-#include "look/PlatformText.h"
+#include "look/text/PlatformText.h"
 
 #include "foundation/RandomText.h"
 

@@ -1,4 +1,4 @@
-#include "look/TextDirection.h"
+#include "look/text/TextDirection.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "notch/NotchCandidates.h"
+#include "notch/candidates/NotchCandidates.h"
 
 #include "NotchWorld.h"
 #include "foundation/RandomText.h"

@@ -1,4 +1,4 @@
-#include "notch/NotchSnapshot.h"
+#include "notch/candidates/NotchSnapshot.h"
 
 #include "NotchWorld.h"
 #include "support/StoreWorld.h"

@@ -1,6 +1,6 @@
 #include "core/AddressResolution.h"
 #include "foundation/RandomText.h"
-#include "foundation/Text.h"
+#include "foundation/text/Text.h"
 #include "support/NotchBodyWorld.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "notch/NotchCandidates.h"
-#include "notch/NotchSnapshot.h"
+#include "notch/candidates/NotchCandidates.h"
+#include "notch/candidates/NotchSnapshot.h"
 
 #include <gtest/gtest.h>
 

@@ -2,10 +2,10 @@
 
 #include "core/Bookmarks.h"
 #include "core/Records.h"
-#include "foundation/Text.h"
+#include "foundation/text/Text.h"
 #include "notch/AddressNotch.h"
-#include "notch/NotchCandidates.h"
-#include "notch/NotchSnapshot.h"
+#include "notch/candidates/NotchCandidates.h"
+#include "notch/candidates/NotchSnapshot.h"
 
 #include <algorithm>
 #include <map>

@@ -1,4 +1,4 @@
-#include "notch/TitledRows.h"
+#include "notch/candidates/TitledRows.h"
 
 #include "foundation/RandomText.h"
 

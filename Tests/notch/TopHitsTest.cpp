@@ -1,4 +1,4 @@
-#include "notch/TopHits.h"
+#include "notch/candidates/TopHits.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "pagetools/ReaderExtraction.h"
 
-#include "foundation/Json.h"
+#include "foundation/json/Json.h"
 #include "support/StoreWorld.h"
 
 #include <random>

@@ -1,7 +1,7 @@
-#include "platform/linux/LinuxDownloadFolder.h"
+#include "platform/linux/files/LinuxDownloadFolder.h"
 
 #include "platform/TemporaryFolder.h"
-#include "platform/linux/FileMove.h"
+#include "platform/linux/files/FileMove.h"
 
 #include <gtest/gtest.h>
 

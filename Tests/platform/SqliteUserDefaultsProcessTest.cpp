@@ -1,7 +1,7 @@
-#include "platform/linux/SqliteUserDefaults.h"
+#include "platform/linux/defaults/SqliteUserDefaults.h"
 
 #include "platform/TemporaryFolder.h"
-#include "platform/linux/Sqlite.h"
+#include "platform/linux/defaults/Sqlite.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
-#include "platform/linux/SqliteUserDefaults.h"
+#include "platform/linux/defaults/SqliteUserDefaults.h"
 
-#include "platform/linux/Sqlite.h"
+#include "platform/linux/defaults/Sqlite.h"
 #include "platform/TemporaryFolder.h"
 
 #include <gmock/gmock.h>

@@ -1,7 +1,7 @@
 #include "search/Bang.h"
 
 #include "foundation/RandomText.h"
-#include "foundation/Text.h"
+#include "foundation/text/Text.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "search/EditDistance.h"
 
 #include "foundation/RandomText.h"
-#include "foundation/Text.h"
+#include "foundation/text/Text.h"
 #include "search/SearchSuggester.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "foundation/Text.h"
+#include "foundation/text/Text.h"
 #include "support/PlainSuggestionGate.h"
 #include "support/PrivateTexts.h"
 #include "support/SuggesterWorld.h"

@@ -1,5 +1,5 @@
 #include "foundation/RandomText.h"
-#include "foundation/Text.h"
+#include "foundation/text/Text.h"
 #include "support/SuggesterWorld.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "shell/BrowserMenu.h"
+#include "shell/menus/BrowserMenu.h"
 
 #include "support/StoreWorld.h"
 

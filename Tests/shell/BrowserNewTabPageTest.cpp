@@ -1,4 +1,4 @@
-#include "shell/BrowserNewTabPage.h"
+#include "shell/pagearea/BrowserNewTabPage.h"
 
 #include "support/StoreWorld.h"
 

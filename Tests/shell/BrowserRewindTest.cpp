@@ -1,4 +1,4 @@
-#include "shell/BrowserRewind.h"
+#include "shell/rewind/BrowserRewind.h"
 
 #include "support/StoreWorld.h"
 

@@ -1,4 +1,4 @@
-#include "shell/BrowserSplitPages.h"
+#include "shell/pagearea/BrowserSplitPages.h"
 
 #include <gtest/gtest.h>
 

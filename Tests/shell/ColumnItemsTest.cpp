@@ -1,4 +1,4 @@
-#include "shell/ColumnItems.h"
+#include "shell/column/ColumnItems.h"
 
 #include "support/StoreWorld.h"
 

@@ -1,4 +1,4 @@
-#include "shell/ColumnMenus.h"
+#include "shell/menus/ColumnMenus.h"
 
 #include "support/StoreWorld.h"
 

@@ -1,4 +1,4 @@
-#include "shell/GroupNameEditing.h"
+#include "shell/column/GroupNameEditing.h"
 
 #include "support/StoreWorld.h"
 

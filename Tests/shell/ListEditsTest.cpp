@@ -1,4 +1,4 @@
-#include "shell/ListEdits.h"
+#include "shell/column/ListEdits.h"
 
 #include <gtest/gtest.h>
 

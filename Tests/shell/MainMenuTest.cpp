@@ -1,4 +1,4 @@
-#include "shell/MainMenu.h"
+#include "shell/menus/MainMenu.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "shell/NarrowColumn.h"
+#include "shell/column/NarrowColumn.h"
 
 #include "fakes/FakeUserDefaults.h"
 

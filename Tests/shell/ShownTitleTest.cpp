@@ -1,4 +1,4 @@
-#include "shell/ShownTitle.h"
+#include "shell/column/ShownTitle.h"
 
 #include "support/StoreWorld.h"
 

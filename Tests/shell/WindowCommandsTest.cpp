@@ -1,4 +1,4 @@
-#include "shell/WindowCommands.h"
+#include "shell/menus/WindowCommands.h"
 
 #include "fakes/FakePasteboard.h"
 #include "fakes/FakeWorkspace.h"

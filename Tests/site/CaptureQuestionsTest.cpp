@@ -1,4 +1,4 @@
-#include "site/CaptureQuestions.h"
+#include "site/permissions/CaptureQuestions.h"
 
 #include "fakes/FakeUserDefaults.h"
 

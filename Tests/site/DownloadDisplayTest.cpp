@@ -1,4 +1,4 @@
-#include "site/DownloadDisplay.h"
+#include "site/downloads/DownloadDisplay.h"
 
 #include "fakes/FakeDownload.h"
 #include "fakes/FakeDownloadFolder.h"

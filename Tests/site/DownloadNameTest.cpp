@@ -1,7 +1,7 @@
-#include "site/DownloadName.h"
+#include "site/downloads/DownloadName.h"
 
 #include "foundation/RandomText.h"
-#include "foundation/Text.h"
+#include "foundation/text/Text.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "site/Favicons.h"
 
 #include "foundation/RandomText.h"
-#include "foundation/Text.h"
+#include "foundation/text/Text.h"
 #include "support/StoreWorld.h"
 
 namespace orvu {

@@ -1,4 +1,4 @@
-#include "site/PageIcons.h"
+#include "site/icons/PageIcons.h"
 
 #include "support/StoreWorld.h"
 

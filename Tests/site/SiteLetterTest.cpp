@@ -1,4 +1,4 @@
-#include "site/SiteLetter.h"
+#include "site/icons/SiteLetter.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "site/SitePermissions.h"
+#include "site/permissions/SitePermissions.h"
 
 #include "fakes/FakeUserDefaults.h"
 #include "foundation/RandomText.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "foundation/Regex.h"
-#include "foundation/Text.h"
+#include "foundation/text/Regex.h"
+#include "foundation/text/Text.h"
 #include "notch/AddressNotch.h"
 
 #include <string_view>

@@ -3,7 +3,7 @@
 #include "fakes/FakeHttpSession.h"
 #include "fakes/FakeUserDefaults.h"
 #include "fakes/VirtualMainLoop.h"
-#include "foundation/Json.h"
+#include "foundation/json/Json.h"
 #include "search/SearchSuggester.h"
 
 #include <memory>

@@ -1,6 +1,6 @@
 #include "core/AddressResolution.h"
 
-#include "foundation/Text.h"
+#include "foundation/text/Text.h"
 #include "profiles/Preferences.h"
 #include "search/Bang.h"
 

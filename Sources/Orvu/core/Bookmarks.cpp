@@ -1,6 +1,6 @@
 #include "core/Bookmarks.h"
 
-#include "foundation/Text.h"
+#include "foundation/text/Text.h"
 
 #include <algorithm>
 #include <unordered_set>

@@ -1,7 +1,7 @@
 #include "core/BrowserStore.h"
 
 #include "core/AddressResolution.h"
-#include "foundation/Text.h"
+#include "foundation/text/Text.h"
 #include "profiles/Preferences.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 
 #include "core/Bookmarks.h"
 #include "core/BrowserTab.h"
-#include "core/EncodedVisits.h"
+#include "core/history/EncodedVisits.h"
 #include "core/Records.h"
 #include "core/TabGroup.h"
 #include "core/TrackerBlocker.h"

@@ -1,5 +1,5 @@
 #include "core/BrowserStore.h"
-#include "foundation/Text.h"
+#include "foundation/text/Text.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 #include "core/BrowserTab.h"
 
-#include "foundation/Text.h"
+#include "foundation/text/Text.h"
 #include "pagetools/ReaderExtraction.h"
-#include "site/PageIcons.h"
+#include "site/icons/PageIcons.h"
 
 #include <utility>
 

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "foundation/Date.h"
-#include "foundation/Task.h"
+#include "foundation/async/Task.h"
 #include "foundation/Uuid.h"
 #include "pagetools/Reader.h"
 #include "platform/MainLoop.h"
 #include "platform/WebConfiguration.h"
-#include "site/CaptureQuestions.h"
+#include "site/permissions/CaptureQuestions.h"
 #include "site/Favicons.h"
 
 #include <cstddef>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "foundation/Color.h"
-#include "foundation/Json.h"
+#include "foundation/json/Json.h"
 
 #include <array>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #include "core/TrackerBlocker.h"
 
-#include "foundation/Json.h"
-#include "foundation/Text.h"
+#include "foundation/json/Json.h"
+#include "foundation/text/Text.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,6 +1,6 @@
 #include "foundation/Url.h"
 
-#include "foundation/Text.h"
+#include "foundation/text/Text.h"
 
 #include <unicode/uchar.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "look/Paint.h"
+#include "look/drawing/Paint.h"
 
 namespace orvu {
 

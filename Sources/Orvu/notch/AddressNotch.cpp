@@ -1,16 +1,8 @@
 #include "notch/AddressNotch.h"
 
-#include "foundation/Text.h"
-
 #include <utility>
 
 namespace orvu {
-
-bool AddressNotch::looksLikeSite(std::string_view text) {
-    const auto typed = trimmed(text, TrimSet::whitespaces);
-    if (typed.starts_with("http")) return true;
-    return !typed.contains(' ') && typed.contains('.') && !typed.ends_with('.');
-}
 
 void AddressNotch::open() {
     const ChangeSignal::Scope scope{changes_};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/Signal.h"
+#include "search/SiteText.h"
 
 #include <functional>
 #include <string>
@@ -16,9 +17,10 @@ public:
     /// What the field is for.
     static constexpr std::string_view prompt = "Search, type a site, or ask Kesto";
 
-    /// Whether typed text is to be taken for the address of a site, and not for a search. All that
-    /// begins with "http" is; else it needs a full stop, not at its end, and no space.
-    [[nodiscard]] static bool looksLikeSite(std::string_view text);
+    /// See the function of the same name in `search/SiteText.h`.
+    [[nodiscard]] static bool looksLikeSite(std::string_view text) {
+        return orvu::looksLikeSite(text);
+    }
 
     [[nodiscard]] bool isOpen() const { return isOpen_; }
     [[nodiscard]] const std::string& query() const { return query_; }

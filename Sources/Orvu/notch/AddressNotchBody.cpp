@@ -1,6 +1,6 @@
 #include "notch/AddressNotchBody.h"
 
-#include "foundation/Text.h"
+#include "foundation/text/Text.h"
 #include "profiles/Preferences.h"
 
 #include <algorithm>

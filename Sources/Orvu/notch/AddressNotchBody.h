@@ -1,10 +1,10 @@
 #pragma once
 
 #include "core/BrowserStore.h"
-#include "foundation/Locale.h"
+#include "foundation/text/Locale.h"
 #include "notch/AddressNotch.h"
-#include "notch/NotchCandidates.h"
-#include "notch/NotchSnapshot.h"
+#include "notch/candidates/NotchCandidates.h"
+#include "notch/candidates/NotchSnapshot.h"
 #include "search/SearchSuggester.h"
 
 #include <functional>

@@ -1,6 +1,6 @@
 #include "notch/PastedText.h"
 
-#include "foundation/Text.h"
+#include "foundation/text/Text.h"
 
 #include <vector>
 

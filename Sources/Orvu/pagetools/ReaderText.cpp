@@ -1,7 +1,7 @@
 #include "pagetools/ReaderText.h"
 
-#include "foundation/Text.h"
-#include "look/TextDirection.h"
+#include "foundation/text/Text.h"
+#include "look/text/TextDirection.h"
 
 #include <unicode/locid.h>
 #include <unicode/unistr.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/Future.h"
+#include "foundation/async/Future.h"
 #include "foundation/Image.h"
 
 #include <string>

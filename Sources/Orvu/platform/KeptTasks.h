@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/Task.h"
+#include "foundation/async/Task.h"
 #include "platform/MainLoop.h"
 
 #include <list>

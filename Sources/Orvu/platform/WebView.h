@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/Future.h"
+#include "foundation/async/Future.h"
 #include "foundation/Signal.h"
 #include "platform/MediaCapture.h"
 #include "platform/Navigation.h"

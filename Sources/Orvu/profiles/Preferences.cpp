@@ -1,6 +1,6 @@
 #include "profiles/Preferences.h"
 
-#include "foundation/Text.h"
+#include "foundation/text/Text.h"
 
 #include <algorithm>
 #include <utility>

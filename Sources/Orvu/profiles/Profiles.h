@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/Json.h"
+#include "foundation/json/Json.h"
 #include "foundation/Signal.h"
 #include "platform/UserDefaults.h"
 

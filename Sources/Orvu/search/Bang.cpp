@@ -1,6 +1,6 @@
 #include "search/Bang.h"
 
-#include "foundation/Text.h"
+#include "foundation/text/Text.h"
 
 #include <algorithm>
 

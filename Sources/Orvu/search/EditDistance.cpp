@@ -1,6 +1,6 @@
 #include "search/EditDistance.h"
 
-#include "foundation/Text.h"
+#include "foundation/text/Text.h"
 
 #include <algorithm>
 #include <cstdint>

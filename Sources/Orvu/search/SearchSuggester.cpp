@@ -1,7 +1,7 @@
 #include "search/SearchSuggester.h"
 
-#include "foundation/Json.h"
-#include "foundation/Text.h"
+#include "foundation/json/Json.h"
+#include "foundation/text/Text.h"
 #include "search/Bang.h"
 #include "search/EditDistance.h"
 #include "search/SuggestionGate.h"

@@ -1,8 +1,8 @@
 #include "search/SuggestionGate.h"
 
-#include "foundation/Regex.h"
-#include "foundation/Text.h"
-#include "notch/AddressNotch.h"
+#include "foundation/text/Regex.h"
+#include "foundation/text/Text.h"
+#include "search/SiteText.h"
 
 namespace orvu {
 namespace {
@@ -24,8 +24,7 @@ bool holdsLongNumber(std::string_view text) {
 bool SuggestionGate::lets(std::string_view query) {
     if (query.empty() || query.size() > mostBytes) return false;
     if (firstCharacters(query, longestQuery).size() < query.size()) return false;
-    return !AddressNotch::looksLikeSite(query) && !holdsMailAddress(query) &&
-           !holdsLongNumber(query);
+    return !looksLikeSite(query) && !holdsMailAddress(query) && !holdsLongNumber(query);
 }
 
 }  // namespace orvu

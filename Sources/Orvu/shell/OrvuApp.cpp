@@ -1,7 +1,7 @@
 #include "shell/OrvuApp.h"
 
 #include "core/AddressResolution.h"
-#include "foundation/Text.h"
+#include "foundation/text/Text.h"
 
 #include <algorithm>
 #include <limits>

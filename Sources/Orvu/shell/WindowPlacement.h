@@ -1,23 +1,13 @@
 #pragma once
 
+#include "foundation/Geometry.h"
+
 #include <array>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace orvu {
-
-struct Point {
-    int x = 0;
-    int y = 0;
-    friend bool operator==(Point, Point) = default;
-};
-
-struct Size {
-    int width = 0;
-    int height = 0;
-    friend bool operator==(Size, Size) = default;
-};
 
 /// Sizes and places of browser windows, in points; y grows downwards.
 struct WindowPlacement {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "site/DownloadItem.h"
+#include "site/downloads/DownloadItem.h"
 
 #include <memory>
 #include <vector>

@@ -1,6 +1,6 @@
 #include "site/Favicons.h"
 
-#include "foundation/Text.h"
+#include "foundation/text/Text.h"
 
 #include <unicode/uchar.h>
 

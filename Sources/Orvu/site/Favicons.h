@@ -2,7 +2,7 @@
 
 #include "foundation/Image.h"
 #include "foundation/Signal.h"
-#include "foundation/Task.h"
+#include "foundation/async/Task.h"
 #include "platform/FileRoom.h"
 #include "platform/HttpSession.h"
 #include "platform/ImageCodec.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/MediaCapture.h"
-#include "site/SitePermissions.h"
+#include "site/permissions/SitePermissions.h"
 
 #include <string>
 #include <string_view>

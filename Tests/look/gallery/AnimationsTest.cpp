@@ -1,7 +1,7 @@
 #include "look/gallery/Stage.h"
 #include "look/view/DotFaceView.h"
-#include "look/view/SpringAnimation.h"
-#include "look/view/WindowTicker.h"
+#include "look/motion/view/SpringAnimation.h"
+#include "look/motion/view/WindowTicker.h"
 
 #include <glibmm/main.h>
 #include <gtest/gtest.h>

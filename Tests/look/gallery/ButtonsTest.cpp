@@ -1,5 +1,5 @@
-#include "look/IconButtonStyle.h"
-#include "look/PillButtonStyle.h"
+#include "look/controls/IconButtonStyle.h"
+#include "look/controls/PillButtonStyle.h"
 #include "look/gallery/Stage.h"
 #include "look/view/SymbolImage.h"
 

@@ -1,10 +1,10 @@
 #include "look/Contrast.h"
 #include "look/Desk.h"
-#include "look/NotchShape.h"
+#include "look/drawing/NotchShape.h"
 #include "look/gallery/Stage.h"
 #include "look/view/DotFaceView.h"
-#include "look/view/DottedPaperView.h"
-#include "look/view/Drawing.h"
+#include "look/drawing/view/DottedPaperView.h"
+#include "look/drawing/view/Drawing.h"
 
 #include <gtest/gtest.h>
 

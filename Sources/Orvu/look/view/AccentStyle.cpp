@@ -1,19 +1,16 @@
 #include "look/view/AccentStyle.h"
 
-#include "look/IconButtonStyle.h"
-#include "look/PillButtonStyle.h"
+#include "look/controls/IconButtonStyle.h"
+#include "look/controls/PillButtonStyle.h"
+#include "look/view/CssColor.h"
 #include "profiles/ProfileLook.h"
 
 namespace orvu {
 namespace {
 
-std::string css(Color color) {
-    return "rgb(" + std::to_string(color.red) + "," + std::to_string(color.green) + "," +
-           std::to_string(color.blue) + ")";
-}
-
 std::string rule(const std::string& selector, Color ground, Color label) {
-    return selector + " { background: " + css(ground) + "; color: " + css(label) + "; }\n";
+    return selector + " { background: " + cssColor(ground) + "; color: " + cssColor(label) +
+           "; }\n";
 }
 
 std::string rulesFor(const std::string& window, Color accent) {

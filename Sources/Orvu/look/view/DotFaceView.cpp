@@ -2,8 +2,8 @@
 
 #include "look/Desk.h"
 #include "look/view/Accessible.h"
-#include "look/view/Drawing.h"
-#include "look/view/WindowTicker.h"
+#include "look/drawing/view/Drawing.h"
+#include "look/motion/view/WindowTicker.h"
 
 #include <glibmm/main.h>
 #include <gtkmm/snapshot.h>

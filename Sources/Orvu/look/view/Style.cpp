@@ -1,9 +1,8 @@
 #include "look/view/Style.h"
 
-#include "core/TabGroup.h"
 #include "look/Desk.h"
 #include "look/view/AccentStyle.h"
-#include "pagetools/view/ReaderThemeRules.h"
+#include "look/view/CssColor.h"
 
 #include <gdkmm/display.h>
 #include <giomm/resource.h>
@@ -13,32 +12,18 @@
 #include <array>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace orvu {
 namespace {
 
 /// The sheets of the program's resources, in the order in which they are read.
-constexpr std::array sheets{"base",      "buttons",      "top-bar", "tab-column", "page-area",
-                            "find",      "new-tab-page", "reader",  "notch",      "popovers",
-                            "downloads", "rewind",       "site"};
-
-std::string rgb(Color color) {
-    return "rgb(" + std::to_string(color.red) + "," + std::to_string(color.green) + "," +
-           std::to_string(color.blue) + ")";
-}
+constexpr std::array sheets{
+#include "look/StyleSheets.inc"
+};
 
 std::string define(std::string_view name, Color color) {
-    return "@define-color " + std::string{name} + " " + rgb(color) + ";\n";
-}
-
-/// The dots of groups in the groups' colours.
-std::string groupColors() {
-    std::string rules;
-    for (std::size_t i = 0; i < TabGroup::groupColors.size(); ++i) {
-        rules += ".orvu .group-color-" + std::to_string(i) +
-                 " { background: " + rgb(TabGroup::groupColors[i]) + "; }\n";
-    }
-    return rules;
+    return "@define-color " + std::string{name} + " " + cssColor(color) + ";\n";
 }
 
 std::string resourceText(const std::string& sheet) {
@@ -50,15 +35,17 @@ std::string resourceText(const std::string& sheet) {
 
 }  // namespace
 
-void installStyle() {
+void installStyle(const std::vector<std::string>& rules) {
     const std::string colors = define("paper", Desk::paper) + define("ink", Desk::ink) +
                                define("muted", Desk::muted) + define("faint", Desk::faint) +
                                define("line", Desk::line) + define("blue", Desk::blue) +
                                define("black", Desk::black) + define("sky", Desk::sky);
     std::string style = colors;
     for (const char* const sheet : sheets) style += resourceText(sheet);
+    style += accentRules();
+    for (const std::string& more : rules) style += more;
     const auto provider = Gtk::CssProvider::create();
-    provider->load_from_data(style + groupColors() + accentRules() + readerThemeRules());
+    provider->load_from_data(style);
     Gtk::StyleContext::add_provider_for_display(Gdk::Display::get_default(), provider,
                                                 GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
 }

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <string>
+#include <vector>
+
 namespace orvu {
 
-/// Loads the looks of all windows with the class "orvu". Once, when a display is there.
-void installStyle();
+/// Gives all windows the program's style: its sheets, the accents and, last, further `rules`.
+void installStyle(const std::vector<std::string>& rules = {});
 
 }  // namespace orvu

@@ -2,7 +2,7 @@
 
 #include "look/Desk.h"
 #include "look/view/CssClass.h"
-#include "look/view/Drawing.h"
+#include "look/drawing/view/Drawing.h"
 #include "notch/view/Entrance.h"
 
 #include <gdk/gdkkeysyms.h>

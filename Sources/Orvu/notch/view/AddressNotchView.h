@@ -1,8 +1,8 @@
 #pragma once
 
-#include "look/NotchShape.h"
+#include "look/drawing/NotchShape.h"
 #include "look/view/FrameRefresh.h"
-#include "look/view/SpringAnimation.h"
+#include "look/motion/view/SpringAnimation.h"
 #include "notch/AddressNotchBody.h"
 #include "notch/view/NotchCommandBar.h"
 #include "notch/view/NotchRestingView.h"

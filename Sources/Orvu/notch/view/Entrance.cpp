@@ -1,6 +1,6 @@
 #include "notch/view/Entrance.h"
 
-#include "look/BlurFade.h"
+#include "look/motion/BlurFade.h"
 
 #include <algorithm>
 

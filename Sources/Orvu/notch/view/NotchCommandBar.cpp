@@ -1,9 +1,9 @@
 #include "notch/view/NotchCommandBar.h"
 
-#include "look/OneLine.h"
-#include "look/PlatformText.h"
+#include "look/text/OneLine.h"
+#include "look/text/PlatformText.h"
 #include "look/view/Accessible.h"
-#include "look/view/ScrollTo.h"
+#include "look/layout/view/ScrollTo.h"
 #include "look/view/SymbolImage.h"
 
 #include <string>

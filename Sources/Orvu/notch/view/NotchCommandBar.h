@@ -7,7 +7,7 @@
 #include "notch/view/NotchField.h"
 #include "notch/view/NotchFooterView.h"
 #include "notch/view/NotchRow.h"
-#include "site/view/SiteIcon.h"
+#include "site/icons/view/SiteIcon.h"
 
 #include <gtkmm/box.h>
 #include <gtkmm/image.h>

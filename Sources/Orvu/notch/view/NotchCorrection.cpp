@@ -1,6 +1,6 @@
 #include "notch/view/NotchCorrection.h"
 
-#include "look/OneLine.h"
+#include "look/text/OneLine.h"
 #include "look/view/Accessible.h"
 #include "notch/view/Entrance.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "look/view/SpringAnimation.h"
+#include "look/motion/view/SpringAnimation.h"
 
 #include <gtkmm/button.h>
 #include <gtkmm/label.h>

@@ -1,7 +1,7 @@
 #include "notch/view/NotchField.h"
 
-#include "look/OneLine.h"
-#include "look/TextDirection.h"
+#include "look/text/OneLine.h"
+#include "look/text/TextDirection.h"
 #include "look/view/Accessible.h"
 #include "notch/PastedText.h"
 

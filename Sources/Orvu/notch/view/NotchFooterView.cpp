@@ -1,8 +1,8 @@
 #include "notch/view/NotchFooterView.h"
 
-#include "look/PlatformText.h"
+#include "look/text/PlatformText.h"
 #include "look/view/Accessible.h"
-#include "site/view/SiteIcon.h"
+#include "site/icons/view/SiteIcon.h"
 
 #include <gtkmm/button.h>
 

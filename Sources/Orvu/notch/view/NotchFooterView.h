@@ -1,6 +1,6 @@
 #pragma once
 
-#include "notch/NotchCandidates.h"
+#include "notch/candidates/NotchCandidates.h"
 #include "site/Favicons.h"
 
 #include <gtkmm/box.h>

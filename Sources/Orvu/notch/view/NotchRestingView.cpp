@@ -1,7 +1,7 @@
 #include "notch/view/NotchRestingView.h"
 
-#include "look/OneLine.h"
-#include "look/PlatformText.h"
+#include "look/text/OneLine.h"
+#include "look/text/PlatformText.h"
 #include "look/view/Accessible.h"
 #include "look/view/CssClass.h"
 #include "look/view/SymbolImage.h"

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "core/BrowserStore.h"
-#include "look/view/BrowserLoadingDots.h"
+#include "look/drawing/view/BrowserLoadingDots.h"
 #include "notch/NotchResting.h"
-#include "site/view/SiteInfoButton.h"
+#include "shell/siteinfo/view/SiteInfoButton.h"
 
 #include <gtkmm/box.h>
 #include <gtkmm/button.h>

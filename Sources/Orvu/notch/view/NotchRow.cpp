@@ -1,6 +1,6 @@
 #include "notch/view/NotchRow.h"
 
-#include "look/OneLine.h"
+#include "look/text/OneLine.h"
 #include "look/view/Accessible.h"
 #include "look/view/CssClass.h"
 #include "look/view/SymbolImage.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "notch/NotchEntry.h"
-#include "site/view/SiteIcon.h"
+#include "notch/candidates/NotchEntry.h"
+#include "site/icons/view/SiteIcon.h"
 
 #include <gtkmm/box.h>
 #include <gtkmm/button.h>

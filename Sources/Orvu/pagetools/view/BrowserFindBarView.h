@@ -1,7 +1,7 @@
 #pragma once
 
 #include "pagetools/BrowserFindBar.h"
-#include "shell/view/BrowserChromeButton.h"
+#include "look/controls/view/BrowserChromeButton.h"
 
 #include <gtkmm/box.h>
 #include <gtkmm/entry.h>

@@ -1,7 +1,7 @@
 #include "pagetools/view/ReaderTextView.h"
 
 #include "look/Desk.h"
-#include "look/view/Drawing.h"
+#include "look/drawing/view/Drawing.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "pagetools/view/ReaderThemeRules.h"
 
-#include "look/view/Drawing.h"
+#include "look/drawing/view/Drawing.h"
 #include "pagetools/ReaderTheme.h"
 
 namespace orvu {

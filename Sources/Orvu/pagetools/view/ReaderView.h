@@ -1,6 +1,6 @@
 #pragma once
 
-#include "look/view/SpringAnimation.h"
+#include "look/motion/view/SpringAnimation.h"
 #include "pagetools/Reader.h"
 #include "pagetools/view/ReaderControls.h"
 #include "pagetools/view/ReaderTextView.h"

@@ -1,6 +1,6 @@
 #include "platform/linux/PixbufImageCodec.h"
 
-#include "foundation/Text.h"
+#include "foundation/text/Text.h"
 #include "platform/linux/GObjectPointer.h"
 
 #include <gdk-pixbuf/gdk-pixbuf.h>

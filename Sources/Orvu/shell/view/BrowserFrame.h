@@ -1,6 +1,6 @@
 #pragma once
 
-#include "look/view/DottedPaperView.h"
+#include "look/drawing/view/DottedPaperView.h"
 
 namespace orvu {
 

@@ -1,10 +1,10 @@
 #include "shell/view/BrowserWindowView.h"
 
-#include "platform/linux/X11Placement.h"
+#include "platform/linux/desktop/X11Placement.h"
 #include "profiles/ProfileLook.h"
-#include "shell/KeySigns.h"
-#include "shell/MainMenu.h"
-#include "shell/view/EditingActions.h"
+#include "shell/menus/KeySigns.h"
+#include "shell/menus/MainMenu.h"
+#include "platform/linux/web/EditingActions.h"
 
 #include <gtkmm/shortcut.h>
 #include <gtkmm/shortcutaction.h>
@@ -46,7 +46,7 @@ void BrowserWindowView::setContent(const std::shared_ptr<BrowserStore>& store) {
     window_.unset_child();
     content_.reset();
     store_ = store;
-    content_ = std::make_unique<BrowserView>(
+    content_ = std::make_unique<BrowserWindowContent>(
         store, narrow_, environment_.downloads,
         NotchServices{environment_.suggestions, environment_.loop, environment_.defaults});
     window_.set_child(*content_);

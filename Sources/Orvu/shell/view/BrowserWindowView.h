@@ -3,8 +3,8 @@
 #include "platform/MainLoop.h"
 #include "platform/UserDefaults.h"
 #include "shell/BrowserWindow.h"
-#include "shell/WindowCommands.h"
-#include "shell/view/BrowserView.h"
+#include "shell/menus/WindowCommands.h"
+#include "shell/view/BrowserWindowContent.h"
 
 #include <gtkmm/application.h>
 #include <gtkmm/applicationwindow.h>
@@ -70,7 +70,7 @@ private:
     Gtk::Box invisibleTitlebar_;
     NarrowColumn narrow_;
     std::shared_ptr<BrowserStore> store_;
-    std::unique_ptr<BrowserView> content_;
+    std::unique_ptr<BrowserWindowContent> content_;
     std::optional<Point> place_;
     Scheduled savesFrame_;
     Scheduled closes_;

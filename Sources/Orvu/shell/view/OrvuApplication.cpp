@@ -2,8 +2,10 @@
 
 #include "look/view/Fonts.h"
 #include "look/view/Style.h"
-#include "platform/linux/ApplicationId.h"
-#include "platform/linux/LinuxSystemPaths.h"
+#include "pagetools/view/ReaderThemeRules.h"
+#include "platform/linux/desktop/ApplicationId.h"
+#include "platform/linux/files/LinuxSystemPaths.h"
+#include "shell/column/view/GroupColorRules.h"
 
 #include <filesystem>
 #include <iostream>
@@ -39,7 +41,7 @@ void OrvuApplication::on_startup() {
     probe_ = std::make_unique<SandboxProbe>();  // runs beside the toolkit's own start
     Gtk::Application::on_startup();
     installFonts(linuxSystemPaths().caches);
-    installStyle();
+    installStyle({groupColorRules(), readerThemeRules()});
     addActions();
     world_ = makeWorld_(*this);
     // Windows may all be closed and the program stays, ready for the next one.

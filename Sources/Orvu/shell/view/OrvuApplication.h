@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/SandboxProbe.h"
+#include "platform/linux/desktop/SandboxProbe.h"
 #include "shell/OrvuApp.h"
 
 #include <gtkmm/aboutdialog.h>

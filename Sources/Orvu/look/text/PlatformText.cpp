@@ -1,0 +1,65 @@
+#include "look/text/PlatformText.h"
+
+#include "foundation/text/Text.h"
+
+#include <array>
+#include <bitset>
+#include <utility>
+
+namespace orvu {
+namespace {
+
+struct KeySign {
+    std::string_view sign;
+    std::string_view name;
+};
+
+/// The signs of modifier keys, in the order in which this desktop names them. The control sign
+/// beside a digit means a profile, which has the Alt key here.
+constexpr std::array<KeySign, 4> modifiers{
+    {{"⌘", "Ctrl+"}, {"⌥", "Alt+"}, {"⌃", "Alt+"}, {"⇧", "Shift+"}}};
+
+constexpr std::array<KeySign, 6> words{{{"A Mac browser", "A desktop browser"},
+                                        {"in Finder", "in Files"},
+                                        {"This Mac", "This computer"},
+                                        {"this Mac", "this computer"},
+                                        {"your Mac", "your computer"},
+                                        {"⎋", "Esc"}}};
+
+/// The number of the modifier whose sign stands at the head of `text`, or -1.
+int modifierAt(std::string_view text) {
+    for (std::size_t i = 0; i < modifiers.size(); ++i) {
+        if (text.starts_with(modifiers[i].sign)) return static_cast<int>(i);
+    }
+    return -1;
+}
+
+}  // namespace
+
+std::string platformText(std::string_view text) {
+    const std::string fullScreen = replacingAll(text, "⌃⌘F", "F11");
+    text = fullScreen;
+    std::string result;
+    std::bitset<modifiers.size()> held;
+    const auto nameHeld = [&] {
+        for (std::size_t i = 0; i < modifiers.size(); ++i) {
+            if (held.test(i)) result.append(modifiers[i].name);
+        }
+        held.reset();
+    };
+    while (!text.empty()) {
+        if (const int modifier = modifierAt(text); modifier >= 0) {
+            held.set(static_cast<std::size_t>(modifier));
+            text.remove_prefix(modifiers[static_cast<std::size_t>(modifier)].sign.size());
+            continue;
+        }
+        nameHeld();
+        result.push_back(text.front());
+        text.remove_prefix(1);
+    }
+    nameHeld();
+    for (const auto& [sign, name] : words) result = replacingAll(result, sign, name);
+    return result;
+}
+
+}  // namespace orvu

@@ -1,0 +1,133 @@
+#include "platform/linux/defaults/DatabaseFile.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <cstdint>
+#include <cstdio>
+#include <string>
+#include <system_error>
+#include <thread>
+
+namespace orvu {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// What a database may consist of: the file itself, its log, the log's index, its journal.
+constexpr std::array suffixes{"", "-wal", "-shm", "-journal"};
+
+bool isThere(const fs::path& path) {
+    struct stat status{};
+    return lstat(path.c_str(), &status) == 0;
+}
+
+/// A shorter file is no database, but the library takes some of them for an empty one.
+constexpr std::uintmax_t headerSize = 100;
+
+/// By its name: to open and close a database's file would end this process's locks on it.
+void narrowToOwner(const fs::path& path) {
+    struct stat status{};
+    if (stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return;
+    constexpr mode_t wanted = S_IRUSR | S_IWUSR;
+    if ((status.st_mode & ALLPERMS) != wanted) chmod(path.c_str(), wanted);
+}
+
+/// Never onto a name that is taken.
+bool renameTo(const fs::path& from, const fs::path& to) {
+    if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return true;
+    // Some file systems don't know the flag.
+    if (errno != EINVAL || isThere(to)) return false;
+    return ::rename(from.c_str(), to.c_str()) == 0;
+}
+
+}  // namespace
+
+DatabaseFile::DatabaseFile(const fs::path& path) {
+    std::error_code failure;
+    // A link is followed, since the log stands beside the real file.
+    path_ = fs::weakly_canonical(path, failure);
+    if (failure || path_.empty()) path_ = path;
+}
+
+bool DatabaseFile::makeFolder() const {
+    std::error_code failure;
+    for (auto next = fs::path{}; const auto& name : folder()) {
+        next /= name;
+        mkdir(next.c_str(), S_IRWXU);  // fails where there is one already
+    }
+    return fs::is_directory(folder(), failure);
+}
+
+void DatabaseFile::makePrivate() const {
+    const int made =
+        open(path_.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, S_IRUSR | S_IWUSR);
+    if (made >= 0) close(made);
+    for (const char* const suffix : suffixes) narrowToOwner(beside(suffix));
+}
+
+bool DatabaseFile::isUnusable() const {
+    std::error_code failure;
+    const auto status = fs::status(path_, failure);
+    if (fs::exists(status) && !fs::is_regular_file(status)) return true;
+    if (!hasContent()) return fs::file_size(beside("-wal"), failure) > 0 && !failure;
+    if (fs::file_size(path_, failure) < headerSize) return true;
+    return faccessat(AT_FDCWD, path_.c_str(), R_OK | W_OK, AT_EACCESS) != 0 && errno == EACCES;
+}
+
+bool DatabaseFile::hasContent() const {
+    std::error_code failure;
+    return fs::is_regular_file(path_, failure) && fs::file_size(path_, failure) > 0;
+}
+
+std::optional<DatabaseFile> DatabaseFile::setAside() const {
+    const auto isFree = [](const DatabaseFile& name) {
+        for (const char* const suffix : suffixes) {
+            if (isThere(name.beside(suffix))) return false;
+        }
+        return true;
+    };
+    DatabaseFile aside = *this;
+    int number = 0;
+    do {
+        aside.path_ = beside((".damaged-" + std::to_string(++number)).c_str());
+    } while (!isFree(aside));
+    for (const char* const suffix : suffixes) {
+        const auto present = beside(suffix);
+        if (isThere(present) && !renameTo(present, aside.beside(suffix))) return std::nullopt;
+    }
+    return aside;
+}
+
+std::optional<DatabaseFile::Identity> DatabaseFile::identity() const {
+    struct stat status{};
+    if (stat(path_.c_str(), &status) != 0) return std::nullopt;
+    return Identity{status.st_dev, status.st_ino};
+}
+
+fs::path DatabaseFile::beside(const char* suffix) const {
+    fs::path result = path_;
+    result += suffix;
+    return result;
+}
+
+FolderLock::FolderLock(const fs::path& folder)
+    : descriptor_(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+    constexpr std::chrono::milliseconds pause{10};
+    constexpr int attempts = 100;
+    for (int attempt = 0; attempt < attempts && descriptor_ >= 0; ++attempt) {
+        if (flock(descriptor_, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) return;
+        std::this_thread::sleep_for(pause);
+    }
+}
+
+FolderLock::~FolderLock() {
+    if (descriptor_ >= 0) close(descriptor_);
+}
+
+}  // namespace orvu

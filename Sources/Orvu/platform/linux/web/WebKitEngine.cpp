@@ -1,0 +1,55 @@
+#include "platform/linux/web/WebKitEngine.h"
+
+#include "platform/linux/web/OrvuWebView.h"
+
+namespace orvu {
+namespace {
+
+class Configuration : public WebConfiguration {
+public:
+    Configuration(std::shared_ptr<WebKitSession> session, MainLoop& loop)
+        : shared_(std::make_shared<WebKitShared>(std::move(session))), loop_(loop) {}
+
+    void setElementFullscreenEnabled(bool enabled) override {
+        shared_->elementFullscreen = enabled;
+    }
+    void setApplicationNameForUserAgent(std::string name) override {
+        const auto plain = GObjectPointer<WebKitSettings>::adopt(webkit_settings_new());
+        shared_->userAgent = userAgent(webkit_settings_get_user_agent(plain.get()), name);
+    }
+    [[nodiscard]] std::shared_ptr<UserContentController> userContentController() override {
+        return {shared_, &shared_->content};
+    }
+    [[nodiscard]] std::unique_ptr<WebView> makeWebView() override {
+        return std::make_unique<OrvuWebView>(shared_, loop_);
+    }
+
+private:
+    std::shared_ptr<WebKitShared> shared_;
+    MainLoop& loop_;
+};
+
+}  // namespace
+
+WebKitEngine::WebKitEngine(const SystemPaths& paths, MainLoop& loop)
+    : downloads_(std::make_shared<DownloadTaker>([this](std::unique_ptr<Download> download) {
+          if (onDownload) onDownload(std::move(download));
+      })),
+      sessions_(paths, downloads_),
+      loop_(loop) {}
+
+WebKitEngine::~WebKitEngine() { *downloads_ = nullptr; }
+
+std::unique_ptr<WebConfiguration> WebKitEngine::makeConfiguration(const WebsiteDataStore& store) {
+    return std::make_unique<Configuration>(sessions_.session(store), loop_);
+}
+
+std::string userAgent(std::string_view engineOwn, std::string_view applicationName) {
+    constexpr std::string_view layoutEngine = "(KHTML, like Gecko)";
+    const auto at = engineOwn.find(layoutEngine);
+    const auto head = engineOwn.substr(
+        0, at == std::string_view::npos ? engineOwn.size() : at + layoutEngine.size());
+    return std::string{head} + " " + std::string{applicationName};
+}
+
+}  // namespace orvu

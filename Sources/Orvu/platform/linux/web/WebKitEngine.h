@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/MainLoop.h"
+#include "platform/WebConfiguration.h"
+#include "platform/linux/web/WebKitSession.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace orvu {
+
+/// The web engine of the desktop.
+class WebKitEngine : public WebEngine {
+public:
+    /// `loop` must outlive the engine and its views.
+    WebKitEngine(const SystemPaths& paths, MainLoop& loop);
+    WebKitEngine(const WebKitEngine&) = delete;
+    WebKitEngine& operator=(const WebKitEngine&) = delete;
+    ~WebKitEngine() override;
+
+    [[nodiscard]] std::unique_ptr<WebConfiguration> makeConfiguration(
+        const WebsiteDataStore& store) override;
+    void removeDataStore(const Uuid& identifier) override { sessions_.remove(identifier); }
+    /// Deletes what is left of the website data of profiles that are not in `known`.
+    void removeDataStoresExcept(const std::vector<Uuid>& known) { sessions_.removeAllBut(known); }
+
+private:
+    const std::shared_ptr<DownloadTaker> downloads_;  ///< sessions outlive the engine
+    WebKitSessions sessions_;
+    MainLoop& loop_;
+};
+
+/// The engine's own user agent with everything behind its layout engine's words replaced.
+[[nodiscard]] std::string userAgent(std::string_view engineOwn, std::string_view applicationName);
+
+}  // namespace orvu

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "core/BrowserStore.h"
+#include "look/view/FrameRefresh.h"
+#include "shell/menus/ColumnMenus.h"
+#include "site/icons/view/BrowserSiteBadge.h"
+
+#include <gtkmm/button.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace orvu {
+
+/// A pinned tab.
+class BrowserPinnedTile : public Gtk::Button {
+public:
+    static constexpr int height = 40;
+    static constexpr int badgeSize = 18;
+
+    /// `store` must outlive the tile.
+    BrowserPinnedTile(BrowserStore& store, const std::shared_ptr<BrowserTab>& tab);
+
+    void setActive(bool active);
+    [[nodiscard]] std::vector<MenuEntry> contextMenu();
+    void closeTab();
+
+private:
+    void select();
+    void refresh();
+
+    BrowserStore& store_;
+    const std::weak_ptr<BrowserTab> tab_;  // a closed tab must not live on in its tile
+    BrowserSiteBadge badge_;
+    std::optional<std::string> shownTitle_;
+    FrameRefresh refresh_;
+};
+
+}  // namespace orvu

@@ -1,0 +1,289 @@
+#include "shell/column/view/TabList.h"
+
+#include "look/view/Accessible.h"
+#include "shell/column/ListEdits.h"
+#include "shell/column/view/GroupHeader.h"
+#include "shell/column/view/BrowserTabRow.h"
+
+#include <gtkmm/eventcontrollerfocus.h>
+#include <gtkmm/eventcontrollerkey.h>
+#include <gtkmm/gestureclick.h>
+#include <gtkmm/label.h>
+#include <gtkmm/root.h>
+#include <gtkmm/viewport.h>
+
+#include <algorithm>
+
+namespace orvu {
+namespace {
+
+using Kind = ColumnKey::Kind;
+
+/// The line above the tabs that are in no group.
+class UngroupedHeading : public Gtk::Label, public ColumnLine {
+public:
+    UngroupedHeading() : Gtk::Label("UNGROUPED") {
+        Gtk::Widget::add_css_class("column-heading");
+        Gtk::Widget::add_css_class("ungrouped-heading");
+        set_xalign(0);
+    }
+    [[nodiscard]] Gtk::Widget& widget() override { return *this; }
+    [[nodiscard]] bool isFocusable() const override { return false; }
+    void setNarrow(Narrow narrow) override { set_visible(narrow == Narrow::no); }
+};
+
+}  // namespace
+
+TabList::TabList(BrowserStore& store, ContextMenu& menu)
+    : store_(store), menu_(menu), reveal_(*this, [this] { revealActive(); }) {
+    add_css_class("tab-scroll");
+    rows_.add_css_class("tab-list");
+    rows_.property_accessible_role() = Gtk::Accessible::Role::LIST;
+    setAccessibleLabel(rows_, "Tabs");
+    set_child(rows_);
+    dynamic_cast<Gtk::Viewport&>(*get_child()).set_scroll_to_focus(false);  // not all are laid out
+    set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::EXTERNAL);
+    nameScrollBars(*this);
+    set_vexpand(true);
+    addControllers();
+    signal_map().connect(sigc::mem_fun(reveal_, &FrameRefresh::mark));
+    update();
+}
+
+TabList::~TabList() {
+    rows_.setLines({});
+    for (const auto& key : shown_) lines_.at(key)->widget().unparent();
+}
+
+// --- What the list shows ----------------------------------------------------------------------
+
+void TabList::update() {
+    const auto items = columnItems(store_);
+    std::vector<ColumnKey> keys(items.size());
+    std::ranges::transform(items, keys.begin(), &ColumnItem::key);
+    const auto* const focus = get_root() ? get_root()->get_focus() : nullptr;
+    const bool hadFocus = focus && placeOf(focus) != count();
+    const Place place = placeOf(tabStop_);
+
+    apply(keys);
+    updateHeaders(items);
+    updateActive();
+    repairTabStop(place, hadFocus);
+    forgetLines();
+}
+
+void TabList::apply(const std::vector<ColumnKey>& keys) {
+    for (const auto& edit : listEdits(shown_, keys)) {
+        Gtk::Widget& widget = line(edit.key).widget();
+        if (edit.kind == ListEdit::Kind::remove) {
+            widget.unparent();
+        } else if (edit.after) {
+            widget.insert_after(rows_, line(*edit.after).widget());
+        } else {
+            widget.insert_at_start(rows_);
+        }
+    }
+    shown_ = keys;
+    std::vector<ColumnLine*> lines(keys.size());
+    std::ranges::transform(keys, lines.begin(), [this](const auto& key) { return &line(key); });
+    rows_.setLines(std::move(lines));
+}
+
+ColumnLine& TabList::line(const ColumnKey& key) {
+    auto& line = lines_[key];
+    if (!line) {
+        line = makeLine(key);
+        line->setNarrow(narrow_);
+    }
+    return *line;
+}
+
+std::unique_ptr<ColumnLine> TabList::makeLine(const ColumnKey& key) {
+    if (key.kind == Kind::group) return std::make_unique<GroupHeader>(store_, key.id);
+    if (key.kind == Kind::ungroupedHeading) return std::make_unique<UngroupedHeading>();
+    const auto tab =
+        std::ranges::find_if(store_.tabs(), [&](const auto& each) { return each->id() == key.id; });
+    return std::make_unique<BrowserTabRow>(store_, *tab);
+}
+
+void TabList::updateHeaders(const std::vector<ColumnItem>& items) {
+    for (const auto& item : items) {
+        if (item.key.kind != Kind::group) continue;
+        const auto group = std::ranges::find(store_.groups(), item.key.id, &TabGroup::id);
+        dynamic_cast<GroupHeader&>(line(item.key)).update(*group, item.count);
+    }
+}
+
+void TabList::updateActive() {
+    std::optional<ColumnKey> active;
+    if (store_.activeID()) active = ColumnKey{Kind::tab, *store_.activeID()};
+    if (active == active_) return;
+    const auto draw = [&](bool on) {
+        const auto found = active_ ? lines_.find(*active_) : lines_.end();
+        if (found != lines_.end()) dynamic_cast<BrowserTabRow&>(*found->second).setActive(on);
+    };
+    draw(false);
+    active_ = active;
+    draw(true);
+    reveal_.mark();
+}
+
+void TabList::forgetLines() {
+    // Lines of collapsed groups and of pinned tabs are kept until their tabs go.
+    std::erase_if(lines_, [&](const auto& entry) {
+        const auto* const row = dynamic_cast<const BrowserTabRow*>(entry.second.get());
+        if (row) return !row->hasTab();
+        return !entry.second->widget().get_parent();
+    });
+}
+
+void TabList::setNarrow(Narrow narrow) {
+    narrow_ = narrow;
+    for (const auto& [key, line] : lines_) line->setNarrow(narrow);
+    reveal_.mark();
+}
+
+// --- The keyboard -----------------------------------------------------------------------------
+
+void TabList::moveTabStop(std::optional<ColumnKey> key) {
+    if (tabStop_ == key) return;
+    const auto former = tabStop_ ? lines_.find(*tabStop_) : lines_.end();
+    tabStop_ = key;
+    if (key) line(*key).setTabStop(TabStop::yes);
+    rows_.keepReady(key ? &line(*key) : nullptr);
+    if (former != lines_.end()) former->second->setTabStop(TabStop::no);
+}
+
+void TabList::repairTabStop(Place formerPlace, bool hadFocus) {
+    if (hadFocus && placeOf(tabStop_) != count()) return;  // the keyboard is where it was
+    if (!hadFocus && placeOf(active_) != count()) return moveTabStop(active_);
+    const auto begin = shown_.begin();
+    const auto focusable = [this](const ColumnKey& key) { return line(key).isFocusable(); };
+    const auto former = begin + std::min(formerPlace, count());
+    auto next = std::find_if(former, shown_.end(), focusable);
+    if (next == shown_.end()) {
+        const auto before =
+            std::find_if(std::make_reverse_iterator(former), shown_.rend(), focusable);
+        if (before != shown_.rend()) next = std::prev(before.base());
+    }
+    if (next == shown_.end()) return moveTabStop(std::nullopt);
+    moveTabStop(*next);
+    if (!hadFocus) return;
+    line(*next).takeFocus();
+    reveal_.mark();
+}
+
+bool TabList::keyPressed(guint key, guint, Gdk::ModifierType modifiers) {
+    using Modifier = Gdk::ModifierType;
+    const auto held = modifiers & (Modifier::SHIFT_MASK | Modifier::CONTROL_MASK |
+                                   Modifier::ALT_MASK | Modifier::SUPER_MASK);
+    const Place place = placeOf(get_root()->get_focus());
+    if (place == count() || lineAt(place).isEditing()) return false;
+    if (key == GDK_KEY_F10 && held == Modifier::SHIFT_MASK) {
+        openMenu(lineAt(place), std::nullopt);
+        return true;
+    }
+    return held == Modifier{} && act(key, place);
+}
+
+bool TabList::act(guint key, Place place) {
+    switch (key) {
+        case GDK_KEY_Up:
+        case GDK_KEY_KP_Up:
+            return focus(place - 1, -1);
+        case GDK_KEY_Down:
+        case GDK_KEY_KP_Down:
+            return focus(place + 1, +1);
+        case GDK_KEY_Home:
+        case GDK_KEY_KP_Home:
+            return focus(0, +1);
+        case GDK_KEY_End:
+        case GDK_KEY_KP_End:
+            return focus(count() - 1, -1);
+        case GDK_KEY_Delete:
+        case GDK_KEY_KP_Delete:
+            claimsFocus_ = keyAt(place).kind == Kind::tab;
+            lineAt(place).remove();
+            return true;
+        case GDK_KEY_F2:
+            lineAt(place).rename();
+            return true;
+        case GDK_KEY_Menu:
+            openMenu(lineAt(place), std::nullopt);
+            return true;
+        default:
+            return false;
+    }
+}
+
+bool TabList::focus(Place place, Place step) {
+    while (place >= 0 && place < count() && !lineAt(place).isFocusable()) place += step;
+    if (place < 0 || place >= count()) return true;  // the arrows don't lead out of the list
+    // The former line stays ready until the keyboard has left it.
+    ColumnLine& line = lineAt(place);
+    line.setTabStop(TabStop::yes);
+    line.widget().set_child_visible(true);
+    line.takeFocus();
+    moveTabStop(keyAt(place));
+    rows_.reveal(line);
+    return true;
+}
+
+// --- Menus and the pointer --------------------------------------------------------------------
+
+void TabList::addControllers() {
+    const auto keys = Gtk::EventControllerKey::create();
+    keys->signal_key_pressed().connect(sigc::mem_fun(*this, &TabList::keyPressed), false);
+    rows_.add_controller(keys);
+    const auto focus = Gtk::EventControllerFocus::create();
+    focus->signal_enter().connect(sigc::mem_fun(*this, &TabList::focusEntered));
+    rows_.add_controller(focus);
+    for (const unsigned button : {unsigned{GDK_BUTTON_MIDDLE}, unsigned{GDK_BUTTON_SECONDARY}}) {
+        const auto click = Gtk::GestureClick::create();
+        click->set_button(button);
+        const auto pressed = sigc::mem_fun(*this, &TabList::pointerPressed);
+        click->signal_pressed().connect(
+            [pressed, button](int, double x, double y) { pressed(button, x, y); });
+        rows_.add_controller(click);
+    }
+}
+
+void TabList::focusEntered() {
+    if (const Place place = placeOf(tabStop_); place != count()) rows_.reveal(lineAt(place));
+}
+
+void TabList::pointerPressed(unsigned button, double x, double y) {
+    const Place place = placeOf(rows_.pick(x, y));
+    if (place == count()) return;
+    if (button == GDK_BUTTON_MIDDLE) return lineAt(place).remove();
+    openMenu(lineAt(place), Gdk::Rectangle{static_cast<int>(x), static_cast<int>(y), 1, 1});
+}
+
+void TabList::openMenu(ColumnLine& line, const std::optional<Gdk::Rectangle>& pointer) {
+    Gtk::Widget& from = pointer ? static_cast<Gtk::Widget&>(rows_) : line.widget();
+    const Gdk::Rectangle place =
+        pointer.value_or(Gdk::Rectangle{0, 0, from.get_width(), from.get_height()});
+    menu_.show(line.contextMenu(), from, place);
+}
+
+void TabList::revealActive() {
+    const Place place = placeOf(active_);
+    if (!get_mapped() || place == count()) return;
+    if (get_height() == 0) return reveal_.mark();  // not laid out yet
+    rows_.reveal(lineAt(place));
+}
+
+TabList::Place TabList::placeOf(const std::optional<ColumnKey>& key) const {
+    if (!key) return count();
+    return std::ranges::find(shown_, *key) - shown_.begin();
+}
+
+TabList::Place TabList::placeOf(const Gtk::Widget* widget) const {
+    while (widget && widget->get_parent() != &rows_) widget = widget->get_parent();
+    if (!widget) return count();
+    return std::ranges::find_if(
+               shown_, [&](const auto& key) { return &lines_.at(key)->widget() == widget; }) -
+           shown_.begin();
+}
+
+}  // namespace orvu

@@ -1,0 +1,77 @@
+#pragma once
+
+#include "core/BrowserStore.h"
+#include "look/view/FrameRefresh.h"
+#include "shell/column/ColumnItems.h"
+#include "shell/column/view/ColumnLine.h"
+#include "shell/menus/view/ContextMenu.h"
+#include "shell/column/view/LineBox.h"
+
+#include <gtkmm/scrolledwindow.h>
+
+#include <memory>
+#include <optional>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+namespace orvu {
+
+/// The groups and tabs of a window, as lines that scroll. A line keeps its widget as long as its
+/// tab or group lives; a change touches no other lines than those it is about.
+class TabList : public Gtk::ScrolledWindow {
+public:
+    /// `store` and `menu` must outlive the list.
+    TabList(BrowserStore& store, ContextMenu& menu);
+    ~TabList() override;
+
+    /// Shows the store as it is now.
+    void update();
+    void setNarrow(Narrow narrow);
+    /// Whether the last change was asked for by a key that closes the focused line, so that the
+    /// keyboard is to stay in the list. Answers once.
+    [[nodiscard]] bool takeFocusClaim() { return std::exchange(claimsFocus_, false); }
+
+private:
+    using Place = std::vector<ColumnKey>::difference_type;
+
+    void apply(const std::vector<ColumnKey>& keys);
+    [[nodiscard]] ColumnLine& line(const ColumnKey& key);
+    [[nodiscard]] std::unique_ptr<ColumnLine> makeLine(const ColumnKey& key);
+    void updateHeaders(const std::vector<ColumnItem>& items);
+    void updateActive();
+    void forgetLines();
+    void moveTabStop(std::optional<ColumnKey> key);
+    void repairTabStop(Place formerPlace, bool hadFocus);
+
+    void addControllers();
+    bool keyPressed(guint key, guint code, Gdk::ModifierType modifiers);
+    bool act(guint key, Place place);
+    bool focus(Place place, Place step);
+    void openMenu(ColumnLine& line, const std::optional<Gdk::Rectangle>& pointer);
+    void focusEntered();
+    void pointerPressed(unsigned button, double x, double y);
+    void revealActive();
+
+    [[nodiscard]] Place placeOf(const std::optional<ColumnKey>& key) const;
+    /// The place of the line that holds `widget`; behind the last one if none does.
+    [[nodiscard]] Place placeOf(const Gtk::Widget* widget) const;
+    [[nodiscard]] Place count() const { return std::ssize(shown_); }
+    [[nodiscard]] ColumnLine& lineAt(Place place) { return *lines_.at(keyAt(place)); }
+    [[nodiscard]] const ColumnKey& keyAt(Place place) const {
+        return shown_[static_cast<std::size_t>(place)];
+    }
+
+    BrowserStore& store_;
+    ContextMenu& menu_;
+    LineBox rows_{get_vadjustment()};
+    std::unordered_map<ColumnKey, std::unique_ptr<ColumnLine>> lines_;
+    std::vector<ColumnKey> shown_;      ///< the lines that stand in `rows_`, in their order
+    std::optional<ColumnKey> tabStop_;  ///< where the Tab key stops
+    std::optional<ColumnKey> active_;   ///< the line that is drawn as the one in front
+    Narrow narrow_ = Narrow::no;
+    bool claimsFocus_ = false;
+    FrameRefresh reveal_;
+};
+
+}  // namespace orvu

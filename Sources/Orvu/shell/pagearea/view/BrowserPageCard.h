@@ -1,0 +1,63 @@
+#pragma once
+
+#include "look/view/FrameRefresh.h"
+#include "pagetools/view/BrowserFindBarView.h"
+#include "shell/pagearea/view/BrowserPageContent.h"
+#include "shell/pagearea/view/BrowserSplitPagesView.h"
+
+#include <gtkmm/box.h>
+#include <gtkmm/overlay.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace orvu {
+
+/// Everything between the column of tabs and the window's edge: one card with the tab in front,
+/// or two side by side.
+class BrowserPageCard : public Gtk::Box {
+public:
+    explicit BrowserPageCard(std::shared_ptr<BrowserStore> store);
+    ~BrowserPageCard() override;
+
+    /// Shows what the store says now. True if another page stands there.
+    bool refresh();
+    /// Gives the keyboard to the tab in front.
+    void focusContent();
+
+    // The search bar. It shows over one page alone; while two stand side by side it waits.
+    [[nodiscard]] bool showsFind() const { return find_ != nullptr; }
+    void openFind();
+    void closeFind();
+    void findAgain(bool backwards);
+
+    /// What moves the border of two pages; nullptr where there is one.
+    [[nodiscard]] Gtk::Widget* divider() { return pair_ ? &pair_->divider() : nullptr; }
+
+    /// What the page of the tab in front asks for; nullptr if it asks for nothing.
+    [[nodiscard]] Gtk::Widget* question() {
+        return pair_ ? pair_->question() : single_->question();
+    }
+
+    /// Called when an element of a page takes the whole screen, and when it gives it back.
+    std::function<void(bool)> onFullscreen;
+
+private:
+    void showSingle();
+    void showPair();
+    void showFind();
+    void endFormerFind();
+    void tellFullscreen(bool on);
+
+    const std::shared_ptr<BrowserStore> store_;
+    bool findOpen_ = false;
+    Gtk::Overlay card_;  ///< the single page, and the search bar over it
+    std::optional<BrowserPageContent> single_;
+    std::unique_ptr<BrowserFindBarView> find_;
+    std::unique_ptr<BrowserFindBarView> formerFind_;  ///< closed, and about to go
+    FrameRefresh formerFindGoes_;
+    std::optional<BrowserSplitPagesView> pair_;
+};
+
+}  // namespace orvu

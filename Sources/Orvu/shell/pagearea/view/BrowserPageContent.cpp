@@ -1,0 +1,131 @@
+#include "shell/pagearea/view/BrowserPageContent.h"
+
+#include <gtkmm/root.h>
+
+namespace orvu {
+
+BrowserPageContent::BrowserPageContent(std::shared_ptr<BrowserStore> store)
+    : store_(std::move(store)), refresh_(*this, [this] { refresh(); }) {
+    add_css_class("page-card");
+    set_overflow(Gtk::Overflow::HIDDEN);
+    set_expand(true);
+    set_child(host_);
+    add_overlay(question_);
+    question_.onKeyboardFree = [this] { focusContent(); };
+}
+
+BrowserPageContent::~BrowserPageContent() {
+    question_.onKeyboardFree = nullptr;
+    dropReader();
+}
+
+bool BrowserPageContent::show(const std::shared_ptr<BrowserTab>& tab) {
+    const bool empty = tab && tab->isNewTab();
+    const auto newTab = empty ? std::optional{tab->id()} : std::nullopt;
+    const bool otherNewTab = newTab != newTab_;
+    if (otherNewTab) showNewTabPage(newTab);
+    const bool otherPage = host_.show(tab);
+    watch(tab);
+    question_.show(tab);
+    const bool otherArticle = showReader(tab);
+    return otherPage || otherNewTab || otherArticle;
+}
+
+void BrowserPageContent::focusContent() {
+    if (newTabPage_) {
+        newTabPage_->focusField();
+    } else if (isReading_) {
+        reader_->focusText();
+    } else {
+        host_.focusPage();
+    }
+}
+
+std::optional<Future<bool>> BrowserPageContent::find(const std::string& text,
+                                                     FindConfiguration how) {
+    if (isReading_) {
+        const Promise<bool> found;
+        found.resolve(reader_->find(text, how));
+        return found.future();
+    }
+    const auto tab = tab_.lock();
+    if (!tab) return std::nullopt;
+    return tab->webView().find(text, how);
+}
+
+void BrowserPageContent::showNewTabPage(const std::optional<Uuid>& tab) {
+    newTab_ = tab;
+    if (newTabPage_) remove_overlay(*newTabPage_);
+    newTabPage_.reset();
+    if (!tab) return;
+    newTabPage_ = std::make_unique<BrowserNewTabPageView>(store_);
+    add_overlay(*newTabPage_);
+}
+
+void BrowserPageContent::watch(const std::shared_ptr<BrowserTab>& tab) {
+    if (tab == tab_.lock()) return;
+    tab_ = tab;
+    dropReader();  // nothing of one tab fades out over another
+    tabChanged_ = tab ? tab->connectChanged(sigc::mem_fun(refresh_, &FrameRefresh::mark))
+                      : sigc::connection{};
+}
+
+bool BrowserPageContent::showReader(const std::shared_ptr<BrowserTab>& tab) {
+    auto article = tab ? store_->readerArticle(*tab) : nullptr;
+    const auto* const shown = isReading_ ? reader_->article() : nullptr;
+    if (article.get() == shown) return false;
+    if (article) {
+        openReader(std::move(article));
+    } else {
+        leaveReader();
+    }
+    return true;
+}
+
+void BrowserPageContent::openReader(std::shared_ptr<const ReaderArticle> article) {
+    dropReader();
+    reader_ = std::make_unique<ReaderView>(std::move(article), store_->readerLook(), [this] {
+        selectTab();
+        store_->toggleReader();
+    });
+    reader_->onFocus = [this] { selectTab(); };
+    add_overlay(*reader_);
+    reader_->insert_before(*this, question_);  // what the page asks for stays in sight
+    isReading_ = true;
+    host_.set_can_focus(false);  // the keyboard stays with what is seen
+}
+
+void BrowserPageContent::leaveReader() {
+    isReading_ = false;
+    host_.set_can_focus(true);
+    reader_->leave([this] { refresh_.mark(); });
+    refresh_.mark();  // it may never have been seen
+}
+
+void BrowserPageContent::dropReader() {
+    if (!reader_) return;
+    reader_->onFocus = nullptr;
+    remove_overlay(*reader_);
+    reader_.reset();
+    isReading_ = false;
+    host_.set_can_focus(true);
+}
+
+void BrowserPageContent::refresh() {
+    question_.show(tab_.lock());
+    if (reader_ && !isReading_ && reader_->get_opacity() == 0) dropReader();
+    const bool keyboardIsHere = holdsKeyboard();  // it may be in the other one of a pair
+    if (showReader(tab_.lock()) && keyboardIsHere) focusContent();
+}
+
+bool BrowserPageContent::holdsKeyboard() {
+    const Gtk::Widget* const focus = get_root() ? get_root()->get_focus() : nullptr;
+    return focus && focus->is_ancestor(*this);
+}
+
+/// Of two tabs side by side the one whose article is used comes to the front.
+void BrowserPageContent::selectTab() {
+    if (const auto tab = tab_.lock()) store_->select(*tab);
+}
+
+}  // namespace orvu

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "core/BrowserStore.h"
+#include "foundation/Signal.h"
+#include "look/view/FrameRefresh.h"
+#include "pagetools/view/ReaderView.h"
+#include "shell/pagearea/view/BrowserNewTabPageView.h"
+#include "platform/linux/web/WebViewHost.h"
+#include "site/permissions/view/CaptureQuestionView.h"
+
+#include <gtkmm/overlay.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace orvu {
+
+/// The card that shows one tab: its page with what that asks for, the page's article, or the new tab
+/// page.
+class BrowserPageContent : public Gtk::Overlay {
+public:
+    explicit BrowserPageContent(std::shared_ptr<BrowserStore> store);
+    ~BrowserPageContent() override;
+
+    /// Shows `tab`. True if another page, another empty tab or another article stands here now.
+    bool show(const std::shared_ptr<BrowserTab>& tab);
+    /// Gives the keyboard to the page, to its article or to the field of the new tab page.
+    void focusContent();
+    /// Looks for a text in the page or its article. Nothing without a tab.
+    [[nodiscard]] std::optional<Future<bool>> find(const std::string& text, FindConfiguration how);
+    /// What the page asks for, if it asks; otherwise nullptr.
+    [[nodiscard]] Gtk::Widget* question() { return question_.get_visible() ? &question_ : nullptr; }
+
+    /// Called when an element of the page takes the whole screen, and when it gives it back.
+    void setOnFullscreen(std::function<void(bool)> slot) { host_.onFullscreen = std::move(slot); }
+
+private:
+    void showNewTabPage(const std::optional<Uuid>& tab);
+    void watch(const std::shared_ptr<BrowserTab>& tab);
+    bool showReader(const std::shared_ptr<BrowserTab>& tab);
+    void openReader(std::shared_ptr<const ReaderArticle> article);
+    void leaveReader();
+    void dropReader();
+    void refresh();
+    void selectTab();
+    [[nodiscard]] bool holdsKeyboard();
+
+    const std::shared_ptr<BrowserStore> store_;
+    WebViewHost host_;
+    std::unique_ptr<BrowserNewTabPageView> newTabPage_;
+    std::optional<Uuid> newTab_;  ///< the empty tab that `newTabPage_` stands for
+    CaptureQuestionView question_;
+    std::weak_ptr<BrowserTab> tab_;
+    std::unique_ptr<ReaderView> reader_;  ///< also while it fades out
+    bool isReading_ = false;
+    FrameRefresh refresh_;
+    ScopedConnection tabChanged_;
+};
+
+}  // namespace orvu

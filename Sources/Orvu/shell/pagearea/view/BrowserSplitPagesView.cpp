@@ -1,0 +1,114 @@
+#include "shell/pagearea/view/BrowserSplitPagesView.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace orvu {
+
+BrowserSplitPagesView::BrowserSplitPagesView(const std::shared_ptr<BrowserStore>& store)
+    : store_(store),
+      first_(store, PagePane::Place::first),
+      second_(store, PagePane::Place::second) {
+    add_css_class("split-pages");
+    first_.set_parent(*this);
+    divider_.set_parent(*this);
+    second_.set_parent(*this);
+    addDrag();
+    divider_.onStepped = [this](int steps) {
+        split_.step(steps);
+        queue_allocate();
+    };
+}
+
+void BrowserSplitPagesView::addDrag() {
+    drag_->signal_drag_begin().connect(sigc::mem_fun(*this, &BrowserSplitPagesView::dragBegan));
+    drag_->signal_drag_update().connect(sigc::mem_fun(*this, &BrowserSplitPagesView::dragged));
+    add_controller(drag_);
+}
+
+void BrowserSplitPagesView::dragBegan(double x, double y) {
+    dividerFollows_ = false;
+    const Gtk::Allocation divider = divider_.get_allocation();
+    const bool hit = x >= divider.get_x() && x < divider.get_x() + divider.get_width();
+    if (!hit || y < 0) drag_->set_state(Gtk::EventSequenceState::DENIED);
+}
+
+void BrowserSplitPagesView::dragged(double x, double y) {
+    dividerFollows_ = dividerFollows_ || std::hypot(x, y) >= BrowserSplitPages::smallestDrag;
+    double startX = 0;
+    double startY = 0;
+    if (!dividerFollows_ || !drag_->get_start_point(startX, startY)) return;
+    split_.dragTo(startX + x, get_width());
+    queue_allocate();
+}
+
+BrowserSplitPagesView::~BrowserSplitPagesView() {
+    first_.unparent();
+    divider_.unparent();
+    second_.unparent();
+}
+
+bool BrowserSplitPagesView::show(const BrowserStore::TabList& pair) {
+    // Both give their pages back first: the two may have changed places.
+    if (first_.shown() != pair[0]) first_.show(nullptr);
+    if (second_.shown() != pair[1]) second_.show(nullptr);
+    const bool otherFirst = first_.show(pair[0]);
+    const bool otherSecond = second_.show(pair[1]);
+    return otherFirst || otherSecond;
+}
+
+void BrowserSplitPagesView::focusContent() { activePane().content().focusContent(); }
+
+PagePane& BrowserSplitPagesView::activePane() {
+    const auto active = store_->active();
+    return active && active == second_.shown() ? second_ : first_;
+}
+
+void BrowserSplitPagesView::setOnFullscreen(const std::function<void(bool)>& slot) {
+    onFullscreen_ = slot;
+    first_.content().setOnFullscreen([this](bool on) { setFullscreenPane(0, on); });
+    second_.content().setOnFullscreen([this](bool on) { setFullscreenPane(1, on); });
+}
+
+void BrowserSplitPagesView::setFullscreenPane(std::size_t index, bool on) {
+    divider_.set_visible(!on);
+    first_.setFullscreen(on && index == 0);
+    second_.setFullscreen(on && index == 1);
+    first_.set_visible(!on || index == 0);
+    second_.set_visible(!on || index == 1);
+    if (onFullscreen_) onFullscreen_(on);
+}
+
+Gtk::SizeRequestMode BrowserSplitPagesView::get_request_mode_vfunc() const {
+    return Gtk::SizeRequestMode::CONSTANT_SIZE;
+}
+
+void BrowserSplitPagesView::measure_vfunc(Gtk::Orientation orientation, int, int& minimum,
+                                          int& natural, int& minimumBaseline,
+                                          int& naturalBaseline) const {
+    minimum = natural = 0;
+    minimumBaseline = naturalBaseline = -1;
+    for (const Gtk::Widget* const pane :
+         {static_cast<const Gtk::Widget*>(&first_), static_cast<const Gtk::Widget*>(&second_)}) {
+        int least = 0;
+        int wanted = 0;
+        int ignored = 0;
+        pane->measure(orientation, -1, least, wanted, ignored, ignored);
+        const bool across = orientation == Gtk::Orientation::HORIZONTAL;
+        minimum = across ? minimum + least : std::max(minimum, least);
+        natural = across ? natural + wanted : std::max(natural, wanted);
+    }
+}
+
+void BrowserSplitPagesView::size_allocate_vfunc(int width, int height, int) {
+    if (!first_.get_visible() || !second_.get_visible()) {
+        (first_.get_visible() ? first_ : second_).size_allocate({0, 0, width, height}, -1);
+        return;
+    }
+    const auto [first, second] = split_.widths(width);
+    first_.size_allocate({0, 0, first, height}, -1);
+    divider_.size_allocate({first, 0, BrowserSplitPages::dividerWidth, height}, -1);
+    second_.size_allocate({first + BrowserSplitPages::dividerWidth, 0, second, height}, -1);
+}
+
+}  // namespace orvu

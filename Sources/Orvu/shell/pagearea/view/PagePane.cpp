@@ -1,0 +1,77 @@
+#include "shell/pagearea/view/PagePane.h"
+
+#include "look/text/PlatformText.h"
+#include "look/view/Accessible.h"
+#include "look/view/CssClass.h"
+#include "look/view/SymbolImage.h"
+#include "shell/column/ShownTitle.h"
+
+namespace orvu {
+
+PagePane::PagePane(std::shared_ptr<BrowserStore> store, Place place)
+    : Gtk::Box(Gtk::Orientation::VERTICAL),
+      store_(std::move(store)),
+      icon_(store_->favicons(), store_->trace(), iconSize),
+      content_(store_),
+      refresh_(*this, [this] { refresh(); }) {
+    add_css_class("page-pane");
+    addHeader(place);
+    append(content_);
+    store_->connectChanged(sigc::mem_fun(refresh_, &FrameRefresh::mark));
+}
+
+void PagePane::addHeader(Place place) {
+    header_.add_css_class("pane-header");
+    icon_.set_valign(Gtk::Align::CENTER);
+    header_.append(icon_);
+    title_.set_ellipsize(Pango::EllipsizeMode::END);
+    title_.set_xalign(0);
+    titleButton_.add_css_class("pane-title");
+    titleButton_.set_child(title_);
+    titleButton_.set_hexpand(true);
+    titleButton_.signal_clicked().connect(sigc::mem_fun(*this, &PagePane::select));
+    header_.append(titleButton_);
+    if (place == Place::second) {
+        close_.add_css_class("pane-close");
+        setSymbol(cross_, "xmark", 9);
+        close_.set_child(cross_);
+        close_.set_valign(Gtk::Align::CENTER);
+        close_.set_tooltip_text(platformText("Back to one page (⌥⌘S)"));
+        setAccessibleLabel(close_, "Close side by side");
+        close_.signal_clicked().connect([this] { store_->endSideBySide(); });
+        header_.append(close_);
+    }
+    append(header_);
+}
+
+bool PagePane::show(const std::shared_ptr<BrowserTab>& tab) {
+    if (tab != tab_.lock()) {
+        tab_ = tab;
+        tabChanged_ = tab ? tab->connectChanged(sigc::mem_fun(refresh_, &FrameRefresh::mark))
+                          : sigc::connection{};
+    }
+    refresh();
+    return content_.show(tab);
+}
+
+void PagePane::refresh() {
+    const auto tab = tab_.lock();
+    if (!tab) return;
+    icon_.set(tab->host(), tab->favicon());
+    const std::string title = shownTitle(*tab);
+    if (title_.get_text().raw() != title) {
+        title_.set_text(title);
+        titleButton_.set_tooltip_text(title);
+        setAccessibleLabel(titleButton_, title);
+    }
+    setCssClass(header_, "active", store_->activeID() == tab->id());
+}
+
+void PagePane::select() {
+    const auto tab = tab_.lock();
+    if (!tab) return;
+    store_->select(*tab);
+    content_.focusContent();
+}
+
+}  // namespace orvu

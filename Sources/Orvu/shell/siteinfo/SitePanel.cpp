@@ -1,0 +1,73 @@
+#include "shell/siteinfo/SitePanel.h"
+
+#include <utility>
+
+namespace orvu {
+
+SitePanel::SitePanel(SitePermissions& permissions, MainLoop& loop, Trace trace)
+    : permissions_(permissions),
+      loop_(loop),
+      trace_(trace),
+      permissionsChanged_(permissions.connectChanged([this] { changed_.emit(); })),
+      tasks_(loop) {}
+
+bool SitePanel::setTab(const std::shared_ptr<BrowserTab>& tab) {
+    // A former tab that is gone is another one than nothing.
+    const std::weak_ptr<BrowserTab> wanted{tab};
+    if (!tab_.owner_before(wanted) && !wanted.owner_before(tab_)) return false;
+    tab_ = wanted;
+    cleared_.reset();
+    return true;
+}
+
+SiteSecurity SitePanel::security() const {
+    const auto tab = tab_.lock();
+    if (!tab || tab->isNewTab()) return SiteSecurity::none;
+    return tab->isSecure() ? SiteSecurity::secure : SiteSecurity::insecure;
+}
+
+std::string SitePanel::site() const {
+    const auto tab = tab_.lock();
+    return tab && tab->url() ? siteName(*tab->url()) : "";
+}
+
+SitePermissions::Choice SitePanel::choice(CaptureKind kind) const {
+    return permissions_.choice(kind, site(), trace_);
+}
+
+void SitePanel::choose(SitePermissions::Choice choice, CaptureKind kind) {
+    const auto tab = tab_.lock();
+    if (!tab) return;
+    permissions_.set(choice, kind, site(), trace_);
+    // Tabs of the site stop by themselves, but not one whose address has the "www." that the
+    // site's name here has lost.
+    if (choice == SitePermissions::Choice::block) tab->webView().stopCapture(kind);
+}
+
+void SitePanel::clearSiteData() {
+    const auto tab = tab_.lock();
+    if (!tab || !canClear()) return;
+    tasks_.keep(clear(tab->webView().websiteData(), site(), tab), alive_);
+}
+
+Task<void> SitePanel::clear(std::shared_ptr<WebsiteData> data, std::string site,
+                            std::weak_ptr<BrowserTab> tab) {
+    auto reading = data->records();
+    const auto names = recordsOfSite(co_await reading, site);
+    if (!names.empty()) {
+        auto removing = data->remove(names);
+        static_cast<void>(co_await removing);
+    }
+    // In a turn of its own: who hears of it may end this panel, and with it this very task.
+    finishing_ = loop_.whenIdle([this, site, tab] { finishClearing(site, tab); });
+}
+
+void SitePanel::finishClearing(const std::string& site, const std::weak_ptr<BrowserTab>& tab) {
+    const auto cleared = tab.lock();
+    if (!cleared) return;
+    if (cleared == tab_.lock()) cleared_ = site;
+    if (cleared->url() && siteName(*cleared->url()) == site) cleared->webView().reload();
+    changed_.emit();
+}
+
+}  // namespace orvu

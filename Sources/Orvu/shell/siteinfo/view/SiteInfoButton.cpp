@@ -1,0 +1,75 @@
+#include "shell/siteinfo/view/SiteInfoButton.h"
+
+#include "look/view/Accessible.h"
+#include "look/view/CssClass.h"
+#include "look/view/SymbolImage.h"
+
+#include <utility>
+
+namespace orvu {
+namespace {
+
+constexpr int symbolSize = 11;
+
+}  // namespace
+
+SiteInfoButton::SiteInfoButton(BrowserStore& store, MainLoop& loop, std::function<void()> openNotch)
+    : store_(store),
+      openNotch_(std::move(openNotch)),
+      panel_(store.permissions(), loop, store.trace()),
+      view_(panel_) {
+    add_css_class("site-badge");
+    set_valign(Gtk::Align::CENTER);
+    set_hexpand(false);  // or the panel's rows would widen the badge
+    set_focus_on_click(false);
+    set_child(symbol_);
+    signal_clicked().connect(sigc::mem_fun(*this, &SiteInfoButton::clicked));
+    view_.set_parent(*this);
+    view_.signal_closed().connect(sigc::mem_fun(*this, &SiteInfoButton::closed));
+    refresh();
+}
+
+SiteInfoButton::~SiteInfoButton() {
+    notify_callbacks();
+    view_.unparent();
+}
+
+void SiteInfoButton::refresh() {
+    const bool otherTab = panel_.setTab(store_.active());
+    const SiteSecurity security = panel_.security();
+    if (otherTab || security == SiteSecurity::none) view_.popdown();
+    if (view_.get_visible()) view_.refresh();
+    if (shown_ == security) return;
+    shown_ = security;
+    const SiteBadge badge = SiteBadge::of(security);
+    setSymbol(symbol_, badge.symbol, symbolSize);
+    set_tooltip_text(std::string{badge.label});
+    setAccessibleLabel(*this, std::string{badge.label});
+    setCssClass(*this, "secure", security == SiteSecurity::secure);
+    setCssClass(*this, "insecure", security == SiteSecurity::insecure);
+}
+
+void SiteInfoButton::size_allocate_vfunc(int width, int height, int baseline) {
+    Gtk::Button::size_allocate_vfunc(width, height, baseline);
+    view_.present();
+}
+
+void SiteInfoButton::clicked() {
+    refresh();  // what is pressed is the tab as it is now
+    if (panel_.security() == SiteSecurity::none) return openNotch_();
+    open();
+}
+
+void SiteInfoButton::open() {
+    view_.refresh();
+    setAccessibleExpanded(*this, true);
+    set_has_tooltip(false);  // it would cover the panel's head
+    view_.popup();
+}
+
+void SiteInfoButton::closed() {
+    setAccessibleExpanded(*this, false);
+    set_has_tooltip(true);
+}
+
+}  // namespace orvu

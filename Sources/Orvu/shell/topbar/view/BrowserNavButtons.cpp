@@ -1,0 +1,84 @@
+#include "shell/topbar/view/BrowserNavButtons.h"
+
+#include "look/view/Accessible.h"
+
+#include <gdk/gdkkeysyms.h>
+#include <gtkmm/eventcontrollerkey.h>
+#include <gtkmm/eventcontrollermotion.h>
+#include <gtkmm/gestureclick.h>
+#include <gtkmm/window.h>
+
+namespace orvu {
+
+BrowserNavButtons::BrowserNavButtons(std::shared_ptr<BrowserStore> store)
+    : store_(std::move(store)),
+      rewind_(store_),
+      refresh_(*this, [this] { refresh(); }),
+      watch_(*store_, [this] { refresh_.mark(); }) {
+    // Not as the buttons' own actions: these would switch them on whatever the tab can do.
+    back_.signal_clicked().connect([this] { activate_action("win.goBack"); });
+    forward_.signal_clicked().connect([this] { activate_action("win.goForward"); });
+    reload_.signal_clicked().connect(
+        [this] { activate_action(showsStop_ ? "win.stopLoading" : "win.reload"); });
+    backPlace_.append(back_);
+    append(backPlace_);
+    append(forward_);
+    append(reload_);
+    addRewind();
+    refresh();
+}
+
+BrowserNavButtons::~BrowserNavButtons() {
+    notify_callbacks();
+    rewind_.onChanged = nullptr;
+    rewind_.onKeyboardLeft = nullptr;
+    rewind_.unparent();
+}
+
+void BrowserNavButtons::addRewind() {
+    rewind_.set_hexpand(false);  // or its rows would widen the bar's part around it
+    rewind_.set_parent(backPlace_);
+    rewind_.onChanged = [this](bool open) {
+        back_.set_has_tooltip(!open);  // it would lie over the time line
+        setAccessibleExpanded(back_, open);
+    };
+    const auto motion = Gtk::EventControllerMotion::create();
+    motion->signal_enter().connect([this](double, double) { pointerCame(); });
+    backPlace_.add_controller(motion);
+    const auto press = Gtk::GestureClick::create();
+    press->set_button(GDK_BUTTON_SECONDARY);
+    press->signal_pressed().connect(
+        [this](int, double, double) { rewind_.open(RewindPopover::Keyboard::stays); });
+    backPlace_.add_controller(press);
+    const auto keys = Gtk::EventControllerKey::create();
+    keys->signal_key_pressed().connect(
+        [this](guint key, guint, Gdk::ModifierType) { return keyPressed(key); }, false);
+    back_.add_controller(keys);
+}
+
+void BrowserNavButtons::pointerCame() {
+    // A pointer that crosses a window in the background wants nothing from it.
+    const auto* const window = dynamic_cast<const Gtk::Window*>(get_root());
+    if (window && window->is_active()) rewind_.open(RewindPopover::Keyboard::stays);
+}
+
+bool BrowserNavButtons::keyPressed(guint key) {
+    if (key != GDK_KEY_Down && key != GDK_KEY_Menu) return false;
+    openRewind();
+    return true;
+}
+
+void BrowserNavButtons::refresh() {
+    const auto tab = store_->active();
+    set_visible(tab != nullptr);
+    if (!tab) return;
+    back_.set_sensitive(tab->canGoBack());
+    forward_.set_sensitive(tab->canGoForward());
+    reload_.set_sensitive(!tab->isNewTab());
+    if (showsStop_ == tab->isLoading()) return;
+    showsStop_ = tab->isLoading();
+    reload_.setSymbol(showsStop_ ? "xmark" : "arrow.clockwise");
+    reload_.setHelp(showsStop_ ? "Stop" : "Reload (⌘R)");
+}
+
+}  // namespace orvu

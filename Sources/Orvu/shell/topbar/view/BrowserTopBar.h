@@ -1,0 +1,46 @@
+#pragma once
+
+#include "shell/topbar/view/BrowserMenuButton.h"
+#include "shell/topbar/view/BrowserNavButtons.h"
+#include "shell/topbar/view/BrowserShelfMenu.h"
+#include "shell/topbar/view/WindowControls.h"
+#include "site/downloads/view/DownloadsButton.h"
+
+#include <gtkmm/box.h>
+#include <gtkmm/image.h>
+#include <gtkmm/label.h>
+
+#include <functional>
+#include <memory>
+
+namespace orvu {
+
+/// The bar at the top of a window: the window's controls, the ways through pages, and the menus.
+/// Its middle is left to the notch, which hangs over it.
+class BrowserTopBar : public Gtk::Box {
+public:
+    /// `downloads` must outlive the bar.
+    BrowserTopBar(const std::shared_ptr<BrowserStore>& store, DownloadStore& downloads);
+
+    [[nodiscard]] BrowserNavButtons& navigation() { return navigation_; }
+    /// How wide what stands in the middle of `window` may be without covering anything here, in
+    /// pixels; 0 if there is no room.
+    [[nodiscard]] int roomInTheMiddle(const Gtk::Widget& window) const;
+    /// Called when that room changes though the bar keeps its size.
+    std::function<void()> onRoomChanged;
+
+private:
+    void addPrivateMark();
+
+    WindowControls controls_;
+    BrowserNavButtons navigation_;
+    Gtk::Box middle_;
+    Gtk::Box privateMark_;
+    Gtk::Image eyeglasses_;
+    Gtk::Label private_{"Private"};
+    DownloadsButton downloads_;
+    BrowserShelfMenu shelf_;
+    BrowserMenuButton menu_;
+};
+
+}  // namespace orvu

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "platform/MediaCapture.h"
+#include "site/permissions/SitePermissions.h"
+
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace orvu {
+
+/// What a person is asked when a page wants to look or listen and nothing was chosen for its site.
+struct CaptureQuestion {
+    MediaCaptureType type = MediaCaptureType::camera;
+    std::string host;
+
+    static constexpr std::string_view refuse = "Don't Allow";
+    static constexpr std::string_view allow = "Allow";
+
+    /// "“a.example” wants to use your camera" and the like.
+    [[nodiscard]] std::string text() const;
+    /// What stands beside the text.
+    [[nodiscard]] std::string_view symbol() const;
+
+    friend bool operator==(const CaptureQuestion&, const CaptureQuestion&) = default;
+};
+
+/// What a person does about a question.
+enum class CaptureAnswer {
+    allow,
+    refuse,   ///< the page is not heard again on these kinds until it is loaded anew
+    dismiss,  ///< no, this time
+};
+
+/// The requests of one page for camera and microphone: they are decided from the permissions of
+/// its site, or wait here for the person's answer, one question at a time. No answer outlives the
+/// document to which it was given.
+class CaptureQuestions {
+public:
+    /// So many questions can a page have dismissed before that counts as a refusal.
+    static constexpr int patience = 3;
+
+    /// `permissions` must outlive this. `trace` says of which windows the choices count.
+    CaptureQuestions(const SitePermissions& permissions, Trace trace)
+        : permissions_(permissions), trace_(trace) {}
+
+    /// What is to be asked now.
+    [[nodiscard]] std::optional<CaptureQuestion> question() const;
+    /// The kinds that were asked for by this document's site and are blocked there.
+    [[nodiscard]] std::vector<CaptureKind> blockedKinds() const;
+
+    // Each of these tells whether another question, or none, is to be asked afterwards.
+    bool add(MediaCaptureRequest request);
+    bool answer(CaptureAnswer answer);
+    /// Something was chosen for some site.
+    bool permissionsChanged();
+    /// Everything that waits is denied, and what was answered is forgotten.
+    bool documentWent();
+
+private:
+    using Requests = std::vector<MediaCaptureRequest>;
+    using Kinds = std::set<CaptureKind>;
+
+    bool settle(const auto& change);
+    [[nodiscard]] PermissionDecision decision(const MediaCaptureRequest& request) const;
+    /// Takes those requests out of the waiting ones.
+    [[nodiscard]] Requests take(const auto& condition);
+
+    const SitePermissions& permissions_;
+    const Trace trace_;
+    Requests waiting_;  ///< the first of them is asked about
+    Kinds refused_;     ///< by the person, for this document
+    int dismissed_ = 0;
+    std::optional<std::string> host_;  ///< of the last request
+};
+
+}  // namespace orvu
