@@ -1,5 +1,5 @@
 #include "fakes/FakeUserDefaults.h"
-#include "fakes/FakeFileRoom.h"
+#include "fakes/FakeFileIO.h"
 #include "fakes/FakeHttpSession.h"
 #include "fakes/FakeImageCodec.h"
 #include "fakes/FakeRuleListStore.h"
@@ -27,7 +27,7 @@ void columnUpdate(benchmark::State& state) {
     BookmarkStores bookmarks{defaults, loop};
     FakeHttpSession http;
     FakeImageCodec codec;
-    FakeFileRoom files;
+    FakeFileIO files;
     FaviconStore favicons{http, codec, files, loop, "Favicons"};
     FakeRuleListStore ruleLists;
     SitePermissions permissions{defaults};

@@ -1,7 +1,7 @@
 // Measures what it costs to draw the column of tabs anew when one tab opens or closes among few
 // and among many: real widgets, pages that do nothing. Benchmarks/column-update runs it.
 #include "fakes/FakeUserDefaults.h"
-#include "fakes/FakeFileRoom.h"
+#include "fakes/FakeFileIO.h"
 #include "fakes/FakeHttpSession.h"
 #include "fakes/FakeImageCodec.h"
 #include "fakes/FakeRuleListStore.h"
@@ -128,7 +128,7 @@ private:
     BookmarkStores bookmarks_{defaults_, loop_};
     FakeHttpSession http_;
     FakeImageCodec codec_;
-    FakeFileRoom files_;
+    FakeFileIO files_;
     FaviconStore favicons_{http_, codec_, files_, loop_, "Favicons"};
     FakeRuleListStore ruleLists_;
     SitePermissions permissions_{defaults_};

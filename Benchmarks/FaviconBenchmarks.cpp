@@ -1,4 +1,4 @@
-#include "fakes/FakeFileRoom.h"
+#include "fakes/FakeFileIO.h"
 #include "fakes/FakeHttpSession.h"
 #include "fakes/FakeImageCodec.h"
 #include "fakes/VirtualMainLoop.h"
@@ -26,13 +26,15 @@ void lookUpIcon(benchmark::State& state) {
     VirtualMainLoop loop;
     FakeHttpSession http;
     FakeImageCodec codec;
-    FakeFileRoom files;
+    FakeFileIO files;
     FaviconStore store{http, codec, files, loop, "icons"};
     constexpr int sites = 2000;
     for (int i = 0; i < sites; ++i) {
-        store.set(FakeImageCodec::image("x"), std::to_string(i) + ".example", Trace::kept);
+        store.set(FakeImageCodec::image("x"), std::to_string(i) + ".example",
+                  Persistence::persistent);
     }
-    for (auto _ : state) benchmark::DoNotOptimize(store.icon("www.1234.example", Trace::kept));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(store.icon("www.1234.example", Persistence::persistent));
 }
 
 BENCHMARK_CAPTURE(decodeIcon, ico32, IconFiles::icoOfPng(IconFiles::png(32), 32))

@@ -54,10 +54,10 @@ gboolean keyPressed(GtkEventControllerKey*, guint key, guint, GdkModifierType, g
 
 /// Notes the processor's time of a turn of the main loop that was longer than half a frame.
 gboolean beat(gpointer) {
-    static double former = threadMilliseconds();
+    static double previous = threadMilliseconds();
     const double now = threadMilliseconds();
-    if (now - former > halfFrame) note("turn", now - former, "");
-    former = now;
+    if (now - previous > halfFrame) note("turn", now - previous, "");
+    previous = now;
     return G_SOURCE_CONTINUE;
 }
 

@@ -1,7 +1,7 @@
 #include "CallTimes.h"
 #include "FullProfile.h"
 
-#include "fakes/FakeFileRoom.h"
+#include "fakes/FakeFileIO.h"
 #include "fakes/FakeHttpSession.h"
 #include "fakes/FakeImageCodec.h"
 #include "fakes/FakeRuleListStore.h"
@@ -110,7 +110,7 @@ struct OpenNotch {
     BookmarkStores bookmarks{defaults, loop};
     FakeHttpSession http;
     FakeImageCodec codec;
-    FakeFileRoom files;
+    FakeFileIO files;
     FaviconStore favicons{http, codec, files, loop, "Favicons"};
     FakeRuleListStore ruleLists;
     SitePermissions permissions{defaults};
@@ -236,7 +236,7 @@ void registerKeystroke(const std::string& name, const std::vector<std::string>& 
     registerKeystroke("manyBlanks", {times("\u00A0", many) + "a"});
     registerKeystroke("manyMarksBang", {"!" + times("\u0301", many) + " a"});
     registerKeystroke("manyFamilies", {times("👩‍👩‍👧", many)});
-    registerKeystroke("longestFolded", {times("\u0301", 1800)});
+    registerKeystroke("maxFoldedBytes", {times("\u0301", 1800)});
     return true;
 }();
 BENCHMARK(wholeKeystroke)

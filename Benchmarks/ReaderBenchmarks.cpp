@@ -1,5 +1,5 @@
 #include "foundation/json/Json.h"
-#include "foundation/json/JsonHalves.h"
+#include "foundation/json/JsonSurrogates.h"
 #include "pagetools/ReaderExtraction.h"
 
 #include <benchmark/benchmark.h>
@@ -10,7 +10,7 @@ namespace orvu {
 namespace {
 
 /// What a page answers that has as much to read as a reader takes.
-std::string longestAnswer() {
+std::string maxAnswerBytes() {
     std::string text;
     while (text.size() < 4000)
         text += "The keeper wrote down the wind, and \"what he had seen\".\n";
@@ -26,7 +26,7 @@ std::string longestAnswer() {
 
 /// From the page's answer to the article.
 void readerArticle(benchmark::State& state) {
-    const ScriptResult answer{ScriptResult::Kind::json, longestAnswer()};
+    const ScriptResult answer{ScriptResult::Kind::json, maxAnswerBytes()};
     const ReaderExtraction::Page page{*Url::parse("https://a.example/"), "Tab", "a.example"};
     for (auto _ : state) {
         const auto article = ReaderExtraction::article(answer, page);
@@ -36,8 +36,8 @@ void readerArticle(benchmark::State& state) {
 }
 
 void replaceHalves(benchmark::State& state) {
-    const std::string answer = longestAnswer();
-    for (auto _ : state) benchmark::DoNotOptimize(withHalvesReplaced(answer));
+    const std::string answer = maxAnswerBytes();
+    for (auto _ : state) benchmark::DoNotOptimize(withLoneSurrogatesReplaced(answer));
 }
 
 BENCHMARK(readerArticle)->Name("ReaderArticle")->Unit(benchmark::kMillisecond);

@@ -3,7 +3,7 @@
 
 #include "core/AddressResolution.h"
 #include "core/BrowserStore.h"
-#include "fakes/FakeFileRoom.h"
+#include "fakes/FakeFileIO.h"
 #include "fakes/FakeHttpSession.h"
 #include "fakes/FakeImageCodec.h"
 #include "fakes/FakeRuleListStore.h"
@@ -35,7 +35,7 @@ struct World {
     BookmarkStores bookmarks{defaults, loop};
     FakeHttpSession http;
     FakeImageCodec codec;
-    FakeFileRoom files;
+    FakeFileIO files;
     FaviconStore favicons{http, codec, files, loop, "Favicons"};
     FakeRuleListStore ruleLists;
     SitePermissions permissions{defaults};

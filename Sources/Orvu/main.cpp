@@ -6,7 +6,7 @@
 #include "platform/linux/desktop/GdkSystemSound.h"
 #include "platform/linux/GlibMainLoop.h"
 #include "platform/linux/files/LinuxDownloadFolder.h"
-#include "platform/linux/files/LinuxFileRoom.h"
+#include "platform/linux/files/LinuxFileIO.h"
 #include "platform/linux/files/LinuxSystemPaths.h"
 #include "platform/linux/desktop/LinuxWorkspace.h"
 #include "platform/linux/PixbufImageCodec.h"
@@ -15,7 +15,7 @@
 #include "platform/linux/defaults/SqliteUserDefaults.h"
 #include "platform/linux/web/WebKitContentRules.h"
 #include "platform/linux/web/WebKitEngine.h"
-#include "platform/linux/WorkRoom.h"
+#include "platform/linux/Worker.h"
 #include "profiles/Preferences.h"
 #include "profiles/Profiles.h"
 #include "search/SearchSuggester.h"
@@ -110,14 +110,14 @@ private:
     BookmarkStores bookmarks_;
     SoupHttpSession iconRequests_{FaviconStore::httpOptions};
     PixbufImageCodec images_{loop_};
-    LinuxFileRoom files_{loop_};
+    LinuxFileIO files_{loop_};
     FaviconStore favicons_;
     SitePermissions permissions_{defaults_};
     TrackerBlocker trackers_{ruleLists_};
     SoupHttpSession suggestions_{SearchSuggester::httpOptions};
     BrowserWindowController windows_;
     AppDelegate delegate_;
-    WorkRoom tidying_{loop_, WorkRoom::AtEnd::forget, {}};
+    Worker tidying_{loop_, Worker::AtEnd::forget, {}};
     Scheduled tidyUp_;
 };
 

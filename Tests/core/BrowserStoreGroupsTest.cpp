@@ -102,7 +102,7 @@ TEST_F(BrowserStoreGroupsTest, ANewGroupOfAGroupedTabEndsTheGroupThatItLeavesEmp
     EXPECT_EQ(store->groups(), std::vector{*second});
 }
 
-TEST_F(BrowserStoreGroupsTest, MovingIntoAGroupChangesMembershipAloneAndPrunesTheFormerGroup) {
+TEST_F(BrowserStoreGroupsTest, MovingIntoAGroupChangesMembershipAloneAndPrunesThePreviousGroup) {
     const auto store = openStoreWith({a, b, c});
     const auto first = store->newGroup(*tabAt(*store, a));
     const auto second = store->newGroup(*tabAt(*store, c));

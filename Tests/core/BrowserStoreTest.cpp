@@ -417,32 +417,32 @@ TEST_F(BrowserStoreTest, ClosingATabThatIsNotActiveLeavesTheFrontTab) {
 
 TEST_F(BrowserStoreTest, ClosingTheOnlyTabLeavesANewEmptyOneAndRemembersThePage) {
     const auto store = openStoreWith({a});
-    const auto former = store->active();
-    page(*former).finish("Title");
+    const auto previous = store->active();
+    page(*previous).finish("Title");
     world.loop.advance(std::chrono::seconds{7});
     world.defaults.written.clear();
     const ChangeCounter changes{*store};
 
-    store->close(*former);
+    store->close(*previous);
 
     EXPECT_EQ(addresses(store->tabs()), Strings{""});
     EXPECT_EQ(store->activeID(), store->tabs()[0]->id());
     ASSERT_EQ(store->closedTabs().size(), 1U);
     const ClosedTab closed = store->closedTabs()[0];
     EXPECT_EQ(closed, (ClosedTab{closed.id, url(a), "Title", world.loop.now()}));
-    EXPECT_NE(closed.id, former->id());
+    EXPECT_NE(closed.id, previous->id());
     EXPECT_EQ(changes.count(), 1);
     EXPECT_EQ(world.stored("browserSession"), "[]");
 }
 
 TEST_F(BrowserStoreTest, ClosingTheOnlyEmptyTabLeavesNoTrace) {
     const auto store = openStore();
-    const auto former = store->active();
+    const auto previous = store->active();
 
-    store->close(*former);
+    store->close(*previous);
 
     EXPECT_EQ(addresses(store->tabs()), Strings{""});
-    EXPECT_NE(store->active(), former);
+    EXPECT_NE(store->active(), previous);
     EXPECT_TRUE(store->closedTabs().empty());
 }
 

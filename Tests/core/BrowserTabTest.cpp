@@ -17,7 +17,7 @@ protected:
 
     [[nodiscard]] std::shared_ptr<BrowserTab> openTab(const std::optional<Url>& address) {
         auto tab = std::make_shared<BrowserTab>(*configuration, address, world.loop, world.favicons,
-                                                world.permissions, Trace::kept);
+                                                world.permissions, Persistence::persistent);
         tab->onOpenInNewTab = [this](const UrlRequest& request) { opened.push_back(request); };
         return tab;
     }
@@ -239,7 +239,7 @@ TEST_F(BrowserTabTest, WhatCannotBeShownInTheMainFrameIsDownloaded) {
     }
 }
 
-TEST_F(BrowserTabTest, ALoadThatBecomesADownloadIsToldOnceWhenTheFormerAddressIsBack) {
+TEST_F(BrowserTabTest, ALoadThatBecomesADownloadIsToldOnceWhenThePreviousAddressIsBack) {
     const auto tab = openTab(a);
     std::vector<std::string> told;
     tab->onDownload = [&] { told.push_back(tab->url()->absoluteString()); };
@@ -347,7 +347,7 @@ TEST_F(BrowserTabTest, AFinishedPageIsReportedOnceWithItsTitle) {
     EXPECT_EQ(titles, Strings{"A"});
 }
 
-TEST_F(BrowserTabTest, AFailedLoadIsNotReportedAndTheFormerPageStays) {
+TEST_F(BrowserTabTest, AFailedLoadIsNotReportedAndThePreviousPageStays) {
     const auto tab = openTab(a);
     page(*tab).finish("A");
     int visits = 0;
@@ -476,10 +476,10 @@ TEST_F(FaviconOfATabTest, OnlyWebPagesWithAHostAreAsked) {
 }
 
 TEST_F(FaviconOfATabTest, BetweenPagesOfOneHostTheIconStays) {
-    world.favicons.set(FakeImageCodec::image("a"), "a.example", Trace::kept);
+    world.favicons.set(FakeImageCodec::image("a"), "a.example", Persistence::persistent);
     const auto tab = openTab("https://a.example/1");
     EXPECT_EQ(shown(*tab), "a");
-    world.favicons.set(FakeImageCodec::image("newer"), "a.example", Trace::kept);
+    world.favicons.set(FakeImageCodec::image("newer"), "a.example", Persistence::persistent);
 
     page(*tab).load(url("http://a.example/2"));
 
@@ -487,7 +487,7 @@ TEST_F(FaviconOfATabTest, BetweenPagesOfOneHostTheIconStays) {
 }
 
 TEST_F(FaviconOfATabTest, AnotherHostWithoutAnIconClearsItUntilTheLoadFinished) {
-    world.favicons.set(FakeImageCodec::image("a"), "a.example", Trace::kept);
+    world.favicons.set(FakeImageCodec::image("a"), "a.example", Persistence::persistent);
     const auto tab = openTab(a);
 
     page(*tab).load(url(b));
@@ -499,7 +499,7 @@ TEST_F(FaviconOfATabTest, AnotherHostWithoutAnIconClearsItUntilTheLoadFinished) 
     EXPECT_EQ(shown(*tab), "b");
 }
 
-TEST_F(FaviconOfATabTest, AnAnswerAfterTheTabMovedOnBelongsToTheFormerHostAlone) {
+TEST_F(FaviconOfATabTest, AnAnswerAfterTheTabMovedOnBelongsToThePreviousHostAlone) {
     const auto tab = openTab(a);
     finish(*tab, R"(["https://a.example/i"])");
     page(*tab).load(url(b));
@@ -507,7 +507,7 @@ TEST_F(FaviconOfATabTest, AnAnswerAfterTheTabMovedOnBelongsToTheFormerHostAlone)
     world.http.answer("https://a.example/i", 200, "img a");
 
     EXPECT_EQ(shown(*tab), "");
-    EXPECT_EQ(FakeImageCodec::name(world.favicons.icon("a.example", Trace::kept)), "a");
+    EXPECT_EQ(FakeImageCodec::name(world.favicons.icon("a.example", Persistence::persistent)), "a");
 }
 
 TEST_F(FaviconOfATabTest, AClosedTabStopsLooking) {
@@ -529,7 +529,7 @@ TEST_F(FaviconOfATabTest, AnObserverMayCloseTheTabWhenItsIconComes) {
     world.loop.runIdle();
 
     EXPECT_TRUE(world.engine.views.empty());
-    EXPECT_EQ(FakeImageCodec::name(world.favicons.icon("a.example", Trace::kept)), "a");
+    EXPECT_EQ(FakeImageCodec::name(world.favicons.icon("a.example", Persistence::persistent)), "a");
 }
 
 TEST_F(FaviconOfATabTest, ATabOfAPrivateWindowWritesNoIconAndOneOfAnotherDoes) {

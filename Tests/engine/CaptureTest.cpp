@@ -72,7 +72,7 @@ protected:
         EXPECT_TRUE(waitFor([&] { return opened.captureQuestion() == wanted; }));
     }
     void choose(Choice choice, Kind kind, const std::string& host = "127.0.0.1") {
-        permissions.set(choice, kind, host, Trace::kept);
+        permissions.set(choice, kind, host, Persistence::persistent);
     }
 
     GtkWindow* const window = GTK_WINDOW(gtk_window_new());

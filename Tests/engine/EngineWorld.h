@@ -5,7 +5,7 @@
 #include "fakes/FakeSystemSound.h"
 #include "fakes/FakeUserDefaults.h"
 #include "platform/linux/GlibMainLoop.h"
-#include "platform/linux/files/LinuxFileRoom.h"
+#include "platform/linux/files/LinuxFileIO.h"
 #include "platform/linux/web/OrvuWebView.h"
 #include "platform/linux/PixbufImageCodec.h"
 #include "platform/linux/SoupHttpSession.h"
@@ -41,13 +41,13 @@ public:
     void requestMediaCapture(MediaCaptureRequest request) override {
         captures.push_back(std::move(request));
     }
-    void documentWent() override { ++documentsGone; }
+    void documentUnloaded() override { ++documentsUnloaded; }
 
     std::vector<NavigationAction> actions;
     std::vector<NavigationResponse> responses;
     std::vector<NavigationAction> created;
     std::vector<MediaCaptureRequest> captures;
-    int documentsGone = 0;
+    int documentsUnloaded = 0;
     std::vector<std::string> finishedTitles;  ///< the view's title at each finish
     ResponsePolicy responsePolicy = ResponsePolicy::allow;
 
@@ -89,7 +89,7 @@ protected:
     TrackerBlocker trackers{ruleLists};
     SoupHttpSession http{FaviconStore::httpOptions};
     PixbufImageCodec codec{loop};
-    LinuxFileRoom files{loop};
+    LinuxFileIO files{loop};
     FaviconStore favicons{http, codec, files, loop, folder / "Favicons"};
     SitePermissions permissions{defaults};
     FakeSystemSound sound;

@@ -80,7 +80,7 @@ TEST_F(FaviconTest, ADrawingIsAnIcon) {
                  LoopbackServer::Answer{IconFiles::svg("<circle r='9'/>"), "image/svg+xml"});
     BrowserStore store{services(), false, Profile::personal()};
 
-    EXPECT_EQ(widthOfIcon(openPage(store)), ImageCodec::longestSide);
+    EXPECT_EQ(widthOfIcon(openPage(store)), ImageCodec::maxSide);
 }
 
 TEST_F(FaviconTest, APrivateTabShowsItsIconAndLeavesNoFile) {

@@ -112,7 +112,7 @@ TEST(ImageCodecTest, BombsEndInBoundedTime) {
     EXPECT_LT(std::chrono::steady_clock::now() - begin, 30s);
 }
 
-class WorkRoomTest : public EngineTest {
+class WorkerTest : public EngineTest {
 protected:
     /// Ends a piece of work that waits for it, whatever becomes of the test.
     struct Gate {
@@ -125,15 +125,15 @@ protected:
             };
         }
     };
-    [[nodiscard]] static Task<void> collect(WorkRoom& room, std::function<int()> work,
+    [[nodiscard]] static Task<void> collect(Worker& room, std::function<int()> work,
                                             std::vector<int>& results) {
         auto future = room.run<int>(std::move(work), -1);
         results.push_back(co_await future);
     }
 };
 
-TEST_F(WorkRoomTest, ResultsComeInTheOrderOfTheWorkAndFromAnotherThread) {
-    WorkRoom room{loop, WorkRoom::AtEnd::forget, {}};
+TEST_F(WorkerTest, ResultsComeInTheOrderOfTheWorkAndFromAnotherThread) {
+    Worker room{loop, Worker::AtEnd::forget, {}};
     std::vector<int> results;
     std::vector<Task<void>> tasks;
     const auto here = std::this_thread::get_id();
@@ -149,8 +149,8 @@ TEST_F(WorkRoomTest, ResultsComeInTheOrderOfTheWorkAndFromAnotherThread) {
     for (int i = 0; i < 20; ++i) EXPECT_EQ(results[static_cast<std::size_t>(i)], i);
 }
 
-TEST_F(WorkRoomTest, TheMainLoopTurnsWhileWorkIsSlow) {
-    WorkRoom room{loop, WorkRoom::AtEnd::forget, {}};
+TEST_F(WorkerTest, TheMainLoopTurnsWhileWorkIsSlow) {
+    Worker room{loop, Worker::AtEnd::forget, {}};
     const Gate gate;
     std::vector<int> results;
     auto task = collect(room, gate.work(7), results);
@@ -171,8 +171,8 @@ TEST_F(WorkRoomTest, TheMainLoopTurnsWhileWorkIsSlow) {
     EXPECT_TRUE(waitFor([&] { return results == std::vector<int>{7}; }));
 }
 
-TEST_F(WorkRoomTest, WorkThatHangsFailsAndTheNextIsDone) {
-    WorkRoom room{loop, WorkRoom::AtEnd::forget, {50ms, 2}};
+TEST_F(WorkerTest, WorkThatHangsFailsAndTheNextIsDone) {
+    Worker room{loop, Worker::AtEnd::forget, {50ms, 2}};
     const Gate gate;
     std::vector<int> results;
     auto hangs = collect(room, gate.work(1), results);
@@ -185,8 +185,8 @@ TEST_F(WorkRoomTest, WorkThatHangsFailsAndTheNextIsDone) {
     EXPECT_EQ(results, (std::vector<int>{-1, 2}));
 }
 
-TEST_F(WorkRoomTest, WhileTooManyHangAllFailsAndAfterwardsWorkIsDoneAgain) {
-    WorkRoom room{loop, WorkRoom::AtEnd::forget, {20ms, 2}};
+TEST_F(WorkerTest, WhileTooManyHangAllFailsAndAfterwardsWorkIsDoneAgain) {
+    Worker room{loop, Worker::AtEnd::forget, {20ms, 2}};
     const Gate gate;
     std::vector<int> results;
     std::vector<Task<void>> tasks;
@@ -209,8 +209,8 @@ TEST_F(WorkRoomTest, WhileTooManyHangAllFailsAndAfterwardsWorkIsDoneAgain) {
     }));
 }
 
-TEST_F(WorkRoomTest, WorkThatThrowsFails) {
-    WorkRoom room{loop, WorkRoom::AtEnd::forget, {}};
+TEST_F(WorkerTest, WorkThatThrowsFails) {
+    Worker room{loop, Worker::AtEnd::forget, {}};
     std::vector<int> results;
     auto task = collect(room, []() -> int { throw std::bad_alloc{}; }, results);
     task.start();
@@ -218,11 +218,11 @@ TEST_F(WorkRoomTest, WorkThatThrowsFails) {
     EXPECT_TRUE(waitFor([&] { return results == std::vector<int>{-1}; }));
 }
 
-TEST_F(WorkRoomTest, ARoomThatForgetsEndsWhileItsWorkHangs) {
+TEST_F(WorkerTest, ARoomThatForgetsEndsWhileItsWorkHangs) {
     const Gate gate;
     std::vector<int> results;
     {
-        WorkRoom room{loop, WorkRoom::AtEnd::forget, {}};
+        Worker room{loop, Worker::AtEnd::forget, {}};
         auto task = collect(room, gate.work(1), results);
         task.start();
     }
@@ -231,10 +231,10 @@ TEST_F(WorkRoomTest, ARoomThatForgetsEndsWhileItsWorkHangs) {
     EXPECT_TRUE(results.empty());
 }
 
-TEST_F(WorkRoomTest, FilesAreWrittenBeforeTheirRoomEnds) {
+TEST_F(WorkerTest, FilesAreWrittenBeforeTheirRoomEnds) {
     const auto file = folder / "deep" / "er" / "file";
     {
-        LinuxFileRoom room{loop};
+        LinuxFileIO room{loop};
         room.makeFolder(file.parent_path());
         room.write(file, "first");
         room.write(file, "second");
@@ -246,11 +246,11 @@ TEST_F(WorkRoomTest, FilesAreWrittenBeforeTheirRoomEnds) {
     EXPECT_EQ(std::distance(begin(entries), end(entries)), 1);
 }
 
-TEST_F(WorkRoomTest, OnlyPlainFilesWithinTheLimitAreRead) {
+TEST_F(WorkerTest, OnlyPlainFilesWithinTheLimitAreRead) {
     std::ofstream{folder / "ten"} << "0123456789";
     ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
     std::vector<std::optional<std::string>> results;
-    const auto read = [](FileRoom& room, std::filesystem::path file, std::size_t limit,
+    const auto read = [](FileIO& room, std::filesystem::path file, std::size_t limit,
                          std::vector<std::optional<std::string>>& into) -> Task<void> {
         auto future = room.read(std::move(file), limit);
         into.push_back(co_await future);

@@ -29,7 +29,7 @@ TEST_F(LoadingTest, TheTitleIsThatOfThePageWhenItsLoadFinishes) {
     }
 }
 
-TEST_F(LoadingTest, AFailedLoadLeavesTheFormerPageAndIsNoFinish) {
+TEST_F(LoadingTest, AFailedLoadLeavesThePreviousPageAndIsNoFinish) {
     server.serve("/a", "<title>A</title>");
     loadAndWait(*view, delegate, "/a");
 

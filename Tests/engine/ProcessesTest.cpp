@@ -9,15 +9,15 @@ namespace {
 
 class ProcessesTest : public EngineTest {
 protected:
-    /// The page processes of this test. The engine keeps some that former tests left for a while.
+    /// The page processes of this test. The engine keeps some that previous tests left for a while.
     [[nodiscard]] std::vector<int> ownProcesses() const {
         auto own = pageProcesses();
         std::erase_if(own, [this](int process) {
-            return std::ranges::find(former, process) != former.end();
+            return std::ranges::find(previous, process) != previous.end();
         });
         return own;
     }
-    const std::vector<int> former = pageProcesses();
+    const std::vector<int> previous = pageProcesses();
     BrowserStore store{services(), false, Profile::personal()};
 
     void openPage(const std::string& path) {

@@ -80,7 +80,7 @@ protected:
     std::unique_ptr<WebConfiguration> configuration =
         engine.makeConfiguration(WebsiteDataStore::nonPersistentDataStore());
     std::shared_ptr<BrowserTab> page = std::make_shared<BrowserTab>(
-        *configuration, std::nullopt, loop, favicons, permissions, Trace::none);
+        *configuration, std::nullopt, loop, favicons, permissions, Persistence::ephemeral);
     int visits = 0;
 };
 

@@ -2,7 +2,7 @@
 
 #include "site/icons/SiteColor.h"
 #include "engine/EngineWorld.h"
-#include "fakes/FakeFileRoom.h"
+#include "fakes/FakeFileIO.h"
 #include "fakes/FakeHttpSession.h"
 #include "fakes/FakeImageCodec.h"
 #include "site/icons/view/BrowserSiteBadge.h"
@@ -60,13 +60,13 @@ protected:
 
     FakeHttpSession web;
     FakeImageCodec images;
-    FakeFileRoom disk;
+    FakeFileIO disk;
     FaviconStore store{web, images, disk, loop, "icons"};
     std::unique_ptr<Gtk::Window> window;
 };
 
 TEST_F(SiteIconTest, WithoutAnIconALetterStandsOnTheSitesColour) {
-    SiteIcon icon{store, Trace::kept, side};
+    SiteIcon icon{store, Persistence::persistent, side};
     icon.setHost("gnu.org");
 
     EXPECT_EQ(pixel(icon, side / 2, 2), opaque(SiteColor::of("gnu.org")));
@@ -77,12 +77,12 @@ TEST_F(SiteIconTest, WithoutAnIconALetterStandsOnTheSitesColour) {
 }
 
 TEST_F(SiteIconTest, AnIconTakesTheLettersPlaceWhenItComes) {
-    SiteIcon icon{store, Trace::kept, side};
+    SiteIcon icon{store, Persistence::persistent, side};
     icon.setHost("gnu.org");
     static_cast<void>(drawn(icon));
 
     web.answer("https://gnu.org/apple-touch-icon.png", 404);
-    store.set(plain(200), "www.gnu.org", Trace::kept);
+    store.set(plain(200), "www.gnu.org", Persistence::persistent);
 
     EXPECT_EQ(pixel(icon, side / 2, side / 2), (Pixel{200, 0, 0, 255}));
     EXPECT_EQ(pixel(icon, side / 2, 1), (Pixel{200, 0, 0, 255}));
@@ -90,9 +90,9 @@ TEST_F(SiteIconTest, AnIconTakesTheLettersPlaceWhenItComes) {
 }
 
 TEST_F(SiteIconTest, ACircleLeavesMoreOfTheCornerFree) {
-    store.set(plain(200), "gnu.org", Trace::kept);
-    SiteIcon square{store, Trace::kept, side};
-    SiteIcon circle{store, Trace::kept, side, SiteIcon::Shape::circle};
+    store.set(plain(200), "gnu.org", Persistence::persistent);
+    SiteIcon square{store, Persistence::persistent, side};
+    SiteIcon circle{store, Persistence::persistent, side, SiteIcon::Shape::circle};
     square.setHost("gnu.org");
     circle.setHost("gnu.org");
 
@@ -101,7 +101,7 @@ TEST_F(SiteIconTest, ACircleLeavesMoreOfTheCornerFree) {
 }
 
 TEST_F(SiteIconTest, AnEmptyHostAsksForNothingAndAHostOnce) {
-    SiteIcon icon{store, Trace::kept, side};
+    SiteIcon icon{store, Persistence::persistent, side};
     icon.setHost("");
     EXPECT_EQ(pixel(icon, side / 2, 2), opaque(SiteColor::of("")));
     EXPECT_TRUE(disk.reads.empty());
@@ -113,7 +113,7 @@ TEST_F(SiteIconTest, AnEmptyHostAsksForNothingAndAHostOnce) {
 }
 
 TEST_F(SiteIconTest, ABadgePrefersTheTabsOwnIconAndDoesNotAskThen) {
-    BrowserSiteBadge badge{store, Trace::kept, side};
+    BrowserSiteBadge badge{store, Persistence::persistent, side};
     badge.set("gnu.org", plain(90));
     EXPECT_EQ(pixel(badge, side / 2, side / 2), (Pixel{90, 0, 0, 255}));
     EXPECT_TRUE(disk.reads.empty());

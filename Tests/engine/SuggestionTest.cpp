@@ -175,7 +175,7 @@ TEST_F(SuggestionTest, TheLimitsOfARequestAreThoseOfASuggestion) {
 }
 
 TEST_F(SuggestionTest, ASilentServerIsAFailureWhenTheTimeIsUp) {
-    SoupHttpSession hasty{{.timeout = 30s, .longest = 1s, .bodyLimit = 100}};
+    SoupHttpSession hasty{{.timeout = 30s, .totalTimeout = 1s, .bodyLimit = 100}};
     server.serve("/silent", Answer{.held = true});
 
     EXPECT_TRUE(fails(hasty, "/silent"));
@@ -183,7 +183,7 @@ TEST_F(SuggestionTest, ASilentServerIsAFailureWhenTheTimeIsUp) {
 
 TEST_F(SuggestionTest, AServerThatDripsIsAFailureWhenTheWholeTimeIsUpAndNotBefore) {
     SoupHttpSession patient{{.timeout = 1s, .bodyLimit = 100'000}};
-    SoupHttpSession hasty{{.timeout = 1s, .longest = 2s, .bodyLimit = 100'000}};
+    SoupHttpSession hasty{{.timeout = 1s, .totalTimeout = 2s, .bodyLimit = 100'000}};
     server.serve("/drips", Answer{.body = "x", .drips = true});
     auto waiting = succeeds(patient, url("/drips"));
     waiting.start();
@@ -195,7 +195,7 @@ TEST_F(SuggestionTest, AServerThatDripsIsAFailureWhenTheWholeTimeIsUpAndNotBefor
 }
 
 TEST_F(SuggestionTest, ARequestThatWasFastIsLeftAloneWhenItsTimeIsUp) {
-    SoupHttpSession hasty{{.longest = 1s, .bodyLimit = 100}};
+    SoupHttpSession hasty{{.totalTimeout = 1s, .bodyLimit = 100}};
     server.serve("/fast", Answer{"there", "text/plain"});
     server.serve("/silent", Answer{.held = true});
 

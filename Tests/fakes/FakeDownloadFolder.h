@@ -11,7 +11,7 @@ namespace orvu {
 /// A folder in memory, called "/Downloads".
 class FakeDownloadFolder : public DownloadFolder {
 public:
-    class Place : public DownloadPlace {
+    class Place : public PartialFile {
     public:
         explicit Place(FakeDownloadFolder& folder) : folder_(folder), number_(++folder.made) {
             ++folder.places;
@@ -37,7 +37,7 @@ public:
     [[nodiscard]] bool exists(const std::filesystem::path& file) const override {
         return files.contains(file.string());
     }
-    [[nodiscard]] std::unique_ptr<DownloadPlace> makePlace() override {
+    [[nodiscard]] std::unique_ptr<PartialFile> makePartialFile() override {
         return closed ? nullptr : std::make_unique<Place>(*this);
     }
 

@@ -56,7 +56,7 @@ public:
 
     void load(const Url& url) override {
         calls.push_back("load " + url.absoluteString());
-        former_ = url_;
+        previous_ = url_;
         setUrl(url);
         set(isLoading_, true, WebViewProperty::isLoading);
     }
@@ -110,10 +110,10 @@ public:
         setTitle(title);
         delegate_->didFinish();
     }
-    /// The load that was asked for fails: the former page stays.
+    /// The load that was asked for fails: the previous page stays.
     void fail() {
         set(isLoading_, false, WebViewProperty::isLoading);
-        setUrl(former_);
+        setUrl(previous_);
     }
     [[nodiscard]] NavigationDelegate* delegate() const { return delegate_; }
 
@@ -143,7 +143,7 @@ private:
     sigc::signal<void(WebViewProperty)> changed_;
     std::string title_;
     std::optional<Url> url_;
-    std::optional<Url> former_;
+    std::optional<Url> previous_;
     bool canGoBack_ = false;
     bool canGoForward_ = false;
     double progress_ = 0;

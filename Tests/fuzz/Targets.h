@@ -5,7 +5,7 @@
 #include "core/Records.h"
 #include "core/TabGroup.h"
 #include "fakes/FakeUserDefaults.h"
-#include "foundation/json/JsonHalves.h"
+#include "foundation/json/JsonSurrogates.h"
 #include "foundation/text/Text.h"
 #include "pagetools/ReaderExtraction.h"
 #include "pagetools/ReaderText.h"
@@ -111,7 +111,8 @@ inline std::string permissionsJson(std::string_view input) {
     auto expected = permissions.choices();
     const auto host = input.substr(0, 64);
     if (!isWellFormed(host)) return {};
-    permissions.set(SitePermissions::Choice::block, CaptureKind::camera, host, Trace::kept);
+    permissions.set(SitePermissions::Choice::block, CaptureKind::camera, host,
+                    Persistence::persistent);
     expected.insert_or_assign(SitePermissions::choiceKey(CaptureKind::camera, host),
                               SitePermissions::Choice::block);
     return SitePermissions{defaults}.choices() == expected ? "" : "the choices changed";
@@ -119,7 +120,7 @@ inline std::string permissionsJson(std::string_view input) {
 
 /// The answer of the script that takes an article out of a page.
 inline std::string readerAnswer(std::string_view input) {
-    const std::string json = withHalvesReplaced(std::string{input});
+    const std::string json = withLoneSurrogatesReplaced(std::string{input});
     if (json.size() != input.size()) return "halves were replaced by something longer";
     const ReaderExtraction::Page page{*Url::parse("https://a.example/"), "Tab", "a.example"};
     const auto article = ReaderExtraction::article({ScriptResult::Kind::json, json}, page);
@@ -138,7 +139,7 @@ inline std::string readerAnswer(std::string_view input) {
 /// What a search engine answers.
 inline std::string suggestions(std::string_view input) {
     const auto texts = SearchSuggester::parse(input);
-    if (texts.size() > SearchSuggester::mostPredictions) return "there are too many";
+    if (texts.size() > SearchSuggester::maxPredictions) return "there are too many";
     for (auto each = texts.begin(); each != texts.end(); ++each) {
         if (!isWellFormed(*each)) return "a text is no UTF-8";
         if (each->empty() || trimmed(*each, TrimSet::whitespaces) != *each)
@@ -171,7 +172,7 @@ inline std::string downloadName(std::string_view input) {
         const std::string name = DownloadName::free(wanted, isTaken);
         if (name.empty() || name.starts_with('.')) return "the file is hidden";
         if (name.contains('/') || name.contains('\0')) return "the name leaves its folder";
-        if (name.size() > DownloadName::mostBytes) return "the name is too long";
+        if (name.size() > DownloadName::maxBytes) return "the name is too long";
         if (!isWellFormed(name)) return "the name is no UTF-8";
         if (isTaken(name)) return "the name is taken";
         taken.push_back(name);

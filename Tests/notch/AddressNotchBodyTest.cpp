@@ -22,7 +22,7 @@ protected:
     }
 };
 
-TEST_F(AddressNotchBodyTest, BodyOfTheNextTabBeginsWithoutTheRowsOfTheFormer) {
+TEST_F(AddressNotchBodyTest, BodyOfTheNextTabBeginsWithoutTheRowsOfThePrevious) {
     notch.open("");
     ASSERT_FALSE(body->entries().empty());
     notch.close();

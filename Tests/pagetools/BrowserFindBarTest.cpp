@@ -98,7 +98,7 @@ TEST_F(BrowserFindBarTest, AnAnswerThatComesAfterTheTextWasClearedSaysNothing) {
     EXPECT_FALSE(bar.found());
 }
 
-TEST_F(BrowserFindBarTest, AnswersToFormerTextsSayNothing) {
+TEST_F(BrowserFindBarTest, AnswersToPreviousTextsSayNothing) {
     bar.setText("a");
     bar.setText("ab");
 

@@ -12,7 +12,7 @@
 namespace orvu {
 namespace {
 
-using Move = DownloadPlace::Move;
+using Move = PartialFile::Move;
 using Path = std::filesystem::path;
 
 void write(const Path& file, std::string_view text) { std::ofstream{file} << text; }
@@ -40,7 +40,7 @@ protected:
 TEST_F(LinuxDownloadFolderTest, AMissingFolderIsMadeWithThoseAboveIt) {
     LinuxDownloadFolder deep{path / "a/b"};
 
-    const auto place = deep.makePlace();
+    const auto place = deep.makePartialFile();
 
     ASSERT_TRUE(place);
     EXPECT_TRUE(std::filesystem::is_directory(path / "a/b"));
@@ -49,26 +49,26 @@ TEST_F(LinuxDownloadFolderTest, AMissingFolderIsMadeWithThoseAboveIt) {
 TEST_F(LinuxDownloadFolderTest, WhereAFileStandsInTheFoldersPlaceThereIsNoPlace) {
     write(path, "mine");
 
-    EXPECT_EQ(folder.makePlace(), nullptr);
+    EXPECT_EQ(folder.makePartialFile(), nullptr);
     EXPECT_EQ(contentOf(path), "mine");
 }
 
 TEST_F(LinuxDownloadFolderTest, APlaceIsOnTheFoldersDiskAndNothingIsThereYet) {
-    const auto place = folder.makePlace();
+    const auto place = folder.makePartialFile();
 
     EXPECT_EQ(place->file().parent_path().parent_path(), path);
     EXPECT_TRUE(namesIn(place->file().parent_path()).empty());
 }
 
 TEST_F(LinuxDownloadFolderTest, EachPlaceIsAnother) {
-    const auto first = folder.makePlace();
-    const auto second = folder.makePlace();
+    const auto first = folder.makePartialFile();
+    const auto second = folder.makePartialFile();
 
     EXPECT_NE(first->file(), second->file());
 }
 
 TEST_F(LinuxDownloadFolderTest, APlaceGoesWithAllThatTheEngineWroteThere) {
-    auto place = folder.makePlace();
+    auto place = folder.makePartialFile();
     write(place->file(), "");
     write(place->file().string() + ".wkdownload", "half");
 
@@ -78,7 +78,7 @@ TEST_F(LinuxDownloadFolderTest, APlaceGoesWithAllThatTheEngineWroteThere) {
 }
 
 TEST_F(LinuxDownloadFolderTest, APlaceThatSomebodyRemovedIsNoTrouble) {
-    auto place = folder.makePlace();
+    auto place = folder.makePartialFile();
     std::filesystem::remove_all(place->file().parent_path());
 
     EXPECT_EQ(place->moveTo(path / "a.txt"), Move::failed);
@@ -88,7 +88,7 @@ TEST_F(LinuxDownloadFolderTest, APlaceThatSomebodyRemovedIsNoTrouble) {
 }
 
 TEST_F(LinuxDownloadFolderTest, AFileThatIsWholeGetsItsName) {
-    auto place = folder.makePlace();
+    auto place = folder.makePartialFile();
     write(place->file(), "whole");
 
     EXPECT_EQ(place->moveTo(path / "a.txt"), Move::done);
@@ -118,7 +118,7 @@ TEST_F(LinuxDownloadFolderTest, WhatAKilledProcessLeftIsRemoved) {
 }
 
 TEST_F(LinuxDownloadFolderTest, APlaceInUseIsNoLeftover) {
-    const auto place = folder.makePlace();
+    const auto place = folder.makePartialFile();
     write(place->file(), "half");
 
     LinuxDownloadFolder::removeLeftovers(path);

@@ -146,17 +146,17 @@ TEST_F(SqliteUserDefaultsProcessTest, AKilledProcessLosesNothingThatItHasWritten
     EXPECT_FALSE(fs::exists(fs::path{file} += ".damaged-1"));
 }
 
-TEST_F(SqliteUserDefaultsProcessTest, AFullDiskLeavesTheFormerValueUntilThereIsSpaceAgain) {
+TEST_F(SqliteUserDefaultsProcessTest, AFullDiskLeavesThePreviousValueUntilThereIsSpaceAgain) {
     const pid_t process = startProcess([&] {
         SqliteUserDefaults defaults{file};
-        defaults.setData("visits", "former");
+        defaults.setData("visits", "previous");
         defaults.setString("name", "value");
         limitFiles(500'000);
 
         defaults.setData("visits", std::string(1'000'000, 'n'));
         defaults.setData("fresh", std::string(1'000'000, 'n'));
 
-        EXPECT_THAT(defaults.data("visits"), Optional("former"s));
+        EXPECT_THAT(defaults.data("visits"), Optional("previous"s));
         EXPECT_FALSE(defaults.hasObject("fresh"));
         EXPECT_THAT(defaults.string("name"), Optional("value"s));
 

@@ -205,13 +205,13 @@ TEST_F(SqliteUserDefaultsTest, ANumberBeyond64BitsHasNoInteger) {
 TEST_F(SqliteUserDefaultsTest, InfinityIsANumberAndNaNIsRefused) {
     SqliteUserDefaults defaults{file};
     defaults.setNumber("infinite", -std::numeric_limits<double>::infinity());
-    defaults.setNumber("former", 1.5);
+    defaults.setNumber("previous", 1.5);
 
-    defaults.setNumber("former", std::nan(""));
+    defaults.setNumber("previous", std::nan(""));
     defaults.setNumber("fresh", std::nan(""));
 
     EXPECT_THAT(defaults.number("infinite"), Optional(-std::numeric_limits<double>::infinity()));
-    EXPECT_THAT(defaults.number("former"), Optional(1.5));
+    EXPECT_THAT(defaults.number("previous"), Optional(1.5));
     EXPECT_FALSE(defaults.hasObject("fresh"));
 }
 
@@ -246,7 +246,7 @@ TEST_F(SqliteUserDefaultsTest, TheWritesOfABatchTakePlaceTogether) {
     EXPECT_EQ(other.string("groups"), "new");
 }
 
-TEST_F(SqliteUserDefaultsTest, ABatchInWhichOneWriteIsRefusedLeavesAllFormerValues) {
+TEST_F(SqliteUserDefaultsTest, ABatchInWhichOneWriteIsRefusedLeavesAllPreviousValues) {
     SqliteUserDefaults defaults{file};
     defaults.setString("session", "old");
     {

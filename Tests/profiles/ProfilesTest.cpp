@@ -237,7 +237,7 @@ TEST_F(ProfileStoreTest, RemovingTheLastProfileFallsBackToTheDefaultPersonalOne)
     EXPECT_EQ(stored(), std::vector{personal});
 }
 
-TEST_F(ProfileStoreTest, AFullDiskLeavesTheFormerValueAndTheChangeInMemory) {
+TEST_F(ProfileStoreTest, AFullDiskLeavesThePreviousValueAndTheChangeInMemory) {
     auto store = open({personal, work});
     defaults.diskFull = true;
     const Profile changed{work.id, "Studio", "x", 1};

@@ -91,7 +91,7 @@ TEST(SuggestionGateTest, ATextOfFewCharactersWithTooManyBytesDoesNotPass) {
 TEST(SuggestionGateTest, TheLongestTextsAreSearchedToTheEnd) {
     // Had a search been given up as too long, they would not pass.
     for (const std::string_view piece : {"\u0301", "\u200D", "👩‍", "\u0903"}) {
-        const auto run = repeated(piece, (SuggestionGate::mostBytes - 10) / piece.size());
+        const auto run = repeated(piece, (SuggestionGate::maxBytes - 10) / piece.size());
 
         EXPECT_TRUE(SuggestionGate::lets(joined({"a", run}))) << piece;
         EXPECT_TRUE(SuggestionGate::lets(joined({"a@", run, ". a"}))) << piece;

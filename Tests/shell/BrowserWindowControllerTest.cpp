@@ -271,7 +271,7 @@ TEST_F(BrowserWindowControllerTest, SwitchingTheProfileChangesTheContentAloneAnd
     FakeBrowserWindow& window = openWindow();
     storeAt(0).newTab(url(a), Select::yes);
     window.calls.clear();
-    const std::weak_ptr<BrowserStore> former = controller().windows()[0].store;
+    const std::weak_ptr<BrowserStore> previous = controller().windows()[0].store;
 
     controller().switchProfile(storeAt(0), world.work);
 
@@ -279,7 +279,7 @@ TEST_F(BrowserWindowControllerTest, SwitchingTheProfileChangesTheContentAloneAnd
     EXPECT_EQ(window.content, controller().windows()[0].store);
     EXPECT_EQ(storeAt(0).profile(), world.work);
     EXPECT_EQ(addresses(storeAt(0).tabs()), Strings{c});
-    EXPECT_TRUE(former.expired());
+    EXPECT_TRUE(previous.expired());
     EXPECT_EQ(world.defaults.string("lastProfile"), world.work.id.string());
     EXPECT_EQ(world.stored("browserSession"), R"([{"url":"https://a.example/","pinned":false}])");
 }
@@ -316,17 +316,17 @@ TEST_F(BrowserWindowControllerTest, AStoreWithoutAWindowCannotSwitch) {
     EXPECT_FALSE(world.defaults.hasObject("lastProfile"));
 }
 
-TEST_F(BrowserWindowControllerTest, TheFormerStoreLivesUntilTheWindowShowsTheNewOne) {
+TEST_F(BrowserWindowControllerTest, ThePreviousStoreLivesUntilTheWindowShowsTheNewOne) {
     FakeBrowserWindow& window = openWindow();
-    const std::weak_ptr<BrowserStore> former = controller().windows()[0].store;
+    const std::weak_ptr<BrowserStore> previous = controller().windows()[0].store;
     window.content.reset();  // a view that only refers to the store
     bool alive = false;
-    window.whenContentIsSet = [&] { alive = !former.expired(); };
+    window.whenContentIsSet = [&] { alive = !previous.expired(); };
 
     controller().switchProfile(storeAt(0), world.work);
 
     EXPECT_TRUE(alive);
-    EXPECT_TRUE(former.expired());
+    EXPECT_TRUE(previous.expired());
 }
 
 TEST_F(BrowserWindowControllerTest, TheProfileOfTheStoreItselfMayBeGiven) {

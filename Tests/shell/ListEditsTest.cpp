@@ -53,7 +53,7 @@ TEST(ListEditsTest, ClosedLineIsOneRemoval) {
     EXPECT_EQ(edits, (std::vector<ListEdit>{{Kind::remove, key(2), std::nullopt}}));
 }
 
-TEST(ListEditsTest, NewLineIsOneInsertionBehindTheFormerOne) {
+TEST(ListEditsTest, NewLineIsOneInsertionBehindThePreviousOne) {
     EXPECT_EQ(listEdits(keys({1, 2}), keys({1, 2, 3})),
               (std::vector<ListEdit>{{Kind::insert, key(3), key(2)}}));
     EXPECT_EQ(listEdits(keys({1, 2}), keys({3, 1, 2})),

@@ -24,7 +24,7 @@ protected:
     [[nodiscard]] FakeWebsiteData& data() { return *world.engine.data.back(); }
     [[nodiscard]] static Strings calls(BrowserTab& tab) { return page(tab).calls; }
 
-    SitePanel panel{world.permissions, world.loop, Trace::kept};
+    SitePanel panel{world.permissions, world.loop, Persistence::persistent};
 };
 
 TEST_F(SitePanelTest, WithoutATabOrAPageThereIsNoSite) {
@@ -93,7 +93,7 @@ TEST_F(SitePanelTest, ABlockEndsWhatThePageCapturesEvenBelowWww) {
 TEST_F(SitePanelTest, WhatIsChosenInAPrivateWindowIsNotWritten) {
     const auto store = openPrivateStore();
     store->open(a, NewTab::no);
-    SitePanel privately{store->permissions(), world.loop, store->trace()};
+    SitePanel privately{store->permissions(), world.loop, store->persistence()};
     privately.setTab(store->active());
     world.defaults.written.clear();
 
@@ -192,7 +192,7 @@ TEST_F(SitePanelTest, APageOfAnotherSiteIsNotReloaded) {
 TEST_F(SitePanelTest, ThePanelMayGoWhileDataAreRead) {
     const auto store = openStoreWith({a});
     {
-        SitePanel brief{world.permissions, world.loop, Trace::kept};
+        SitePanel brief{world.permissions, world.loop, Persistence::persistent};
         brief.setTab(store->active());
         brief.clearSiteData();
     }
@@ -213,7 +213,7 @@ protected:
             {type, host, [this](Answer answer) { answers.push_back(answer); }});
     }
     void choose(Choice choice, CaptureKind kind, const std::string& host) {
-        world.permissions.set(choice, kind, host, Trace::kept);
+        world.permissions.set(choice, kind, host, Persistence::persistent);
     }
     [[nodiscard]] static long stops(BrowserTab& tab, const std::string& kind) {
         return std::ranges::count(page(tab).calls, "stop " + kind);
@@ -240,7 +240,7 @@ TEST_F(TabCaptureTest, ANewDocumentDropsTheQuestion) {
     const auto store = openStoreWith({a});
     ask(*store->active(), "a.example");
 
-    page(*store->active()).delegate()->documentWent();
+    page(*store->active()).delegate()->documentUnloaded();
 
     EXPECT_EQ(answers, std::vector{Answer::deny});
     EXPECT_EQ(store->active()->captureQuestion(), std::nullopt);
@@ -293,7 +293,7 @@ TEST_F(TabCaptureTest, ABlockInAPrivateWindowLeavesOthersAlone) {
     ask(*ordinary->active(), "a.example");
     ask(*privately->active(), "a.example");
 
-    world.permissions.set(Choice::block, CaptureKind::camera, "a.example", Trace::none);
+    world.permissions.set(Choice::block, CaptureKind::camera, "a.example", Persistence::ephemeral);
 
     EXPECT_EQ(stops(*privately->active(), "camera"), 1);
     EXPECT_EQ(stops(*ordinary->active(), "camera"), 0);

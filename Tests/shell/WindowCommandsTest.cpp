@@ -17,14 +17,14 @@ public:
     void editAddress(const std::string& text) override { calls.push_back("edit " + text); }
     bool endEditing() override { return false; }
     void focusNextArea() override { calls.emplace_back("next area"); }
-    void focusFormerArea() override { calls.emplace_back("former area"); }
+    void focusPreviousArea() override { calls.emplace_back("previous area"); }
     void switchProfile(const Profile& profile) override {
         calls.push_back("switch " + profile.name);
     }
 
     void openFind() override { calls.emplace_back("open find"); }
     void findAgain(bool backwards) override {
-        calls.emplace_back(backwards ? "find former" : "find next");
+        calls.emplace_back(backwards ? "find previous" : "find next");
     }
     void openRewind() override { calls.emplace_back("open rewind"); }
 
@@ -372,7 +372,7 @@ TEST_F(WindowCommandsTest, TheKeyboardMovesAmongTheAreas) {
     const auto store = openStore();
 
     EXPECT_EQ(press(*store, "F6"), Strings{"next area"});
-    EXPECT_EQ(press(*store, "⇧F6"), Strings{"former area"});
+    EXPECT_EQ(press(*store, "⇧F6"), Strings{"previous area"});
 }
 
 TEST_F(WindowCommandsTest, CommandFOpensTheSearchInThePage) {
@@ -381,14 +381,14 @@ TEST_F(WindowCommandsTest, CommandFOpensTheSearchInThePage) {
     EXPECT_EQ(press(*store, "⌘F"), Strings{"open find"});
 }
 
-TEST_F(WindowCommandsTest, CommandGAndF3GoOnToTheNextMatchAndWithShiftToTheFormerOne) {
+TEST_F(WindowCommandsTest, CommandGAndF3GoOnToTheNextMatchAndWithShiftToThePreviousOne) {
     const auto store = openStore();
 
     for (const auto* const keys : {"⌘G", "F3"}) {
         EXPECT_EQ(press(*store, keys), Strings{"find next"}) << keys;
     }
     for (const auto* const keys : {"⇧⌘G", "⇧F3"}) {
-        EXPECT_EQ(press(*store, keys), Strings{"find former"}) << keys;
+        EXPECT_EQ(press(*store, keys), Strings{"find previous"}) << keys;
     }
 }
 

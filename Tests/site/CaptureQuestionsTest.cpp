@@ -26,14 +26,16 @@ protected:
         const auto question = questions.question();
         return question ? std::optional{question->type} : std::nullopt;
     }
-    void choose(Choice choice, Kind kind) { permissions.set(choice, kind, host, Trace::kept); }
+    void choose(Choice choice, Kind kind) {
+        permissions.set(choice, kind, host, Persistence::persistent);
+    }
 
     using Answers = std::map<std::string, Answer>;
 
     FakeUserDefaults defaults;
     SitePermissions permissions{defaults};
     Answers answers;  // what still waits at the end is answered too
-    CaptureQuestions questions{permissions, Trace::kept};
+    CaptureQuestions questions{permissions, Persistence::persistent};
 };
 
 TEST_F(CaptureQuestionsTest, WhatWasChosenIsAnsweredWithoutAQuestion) {
@@ -97,7 +99,7 @@ TEST_F(CaptureQuestionsTest, ARefusedPageIsNotHeardAgainOnThatKindUntilItIsLoade
     EXPECT_EQ(answers.at("again"), Answer::deny);
     EXPECT_EQ(answers.at("both"), Answer::deny);
     EXPECT_TRUE(ask("microphone", microphone));
-    EXPECT_TRUE(questions.documentWent());
+    EXPECT_TRUE(questions.documentUnloaded());
 
     EXPECT_TRUE(ask("anew", camera));
 }
@@ -156,16 +158,16 @@ TEST_F(CaptureQuestionsTest, TheEndOfTheDocumentDeniesWhatWaits) {
     ask("camera", camera);
     ask("microphone", microphone);
 
-    EXPECT_TRUE(questions.documentWent());
+    EXPECT_TRUE(questions.documentUnloaded());
 
     EXPECT_EQ(answers, (Answers{{"camera", Answer::deny}, {"microphone", Answer::deny}}));
-    EXPECT_FALSE(questions.documentWent());
+    EXPECT_FALSE(questions.documentUnloaded());
 }
 
 TEST_F(CaptureQuestionsTest, TheEndOfTheTabDeniesWhatWaits) {
     std::optional<Answer> answer;
     {
-        CaptureQuestions dropped{permissions, Trace::kept};
+        CaptureQuestions dropped{permissions, Persistence::persistent};
         dropped.add({camera, host, [&](Answer given) { answer = given; }});
     }
 

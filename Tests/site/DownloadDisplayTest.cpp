@@ -15,8 +15,7 @@ protected:
         auto made = std::make_unique<FakeDownload>(facts);
         download = made.get();
         item = std::make_shared<DownloadItem>(
-            std::move(made),
-            DownloadSurroundings{folder, workspace, [](const auto&) { return false; }});
+            std::move(made), DownloadContext{folder, workspace, [](const auto&) { return false; }});
         static_cast<void>(download->decide("report.pdf"));
     }
 

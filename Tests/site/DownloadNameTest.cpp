@@ -157,7 +157,7 @@ TEST(DownloadNameTest, NoNameEverHidesLeavesItsFolderOrMeetsAnother) {
             ASSERT_FALSE(name.starts_with('.')) << name;
             ASSERT_EQ(name.find('/'), std::string::npos) << name;
             ASSERT_EQ(name.find('\0'), std::string::npos) << name;
-            ASSERT_LE(name.size(), DownloadName::mostBytes) << name;
+            ASSERT_LE(name.size(), DownloadName::maxBytes) << name;
             ASSERT_TRUE(isWellFormed(name));
             ASSERT_TRUE(taken.insert(name).second) << name;
         }

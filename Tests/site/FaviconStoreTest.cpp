@@ -11,8 +11,9 @@ using Strings = std::vector<std::string>;
 
 class FaviconStoreTest : public testing::Test {
 protected:
-    [[nodiscard]] std::string shown(std::string_view site, Trace trace = Trace::kept) {
-        return FakeImageCodec::name(store.icon(site, trace));
+    [[nodiscard]] std::string shown(std::string_view site,
+                                    Persistence persistence = Persistence::persistent) {
+        return FakeImageCodec::name(store.icon(site, persistence));
     }
     void failChain(const std::string& site) {
         EXPECT_TRUE(http.answer("https://" + site + "/apple-touch-icon.png", 404));
@@ -29,7 +30,7 @@ protected:
     VirtualMainLoop loop;
     FakeHttpSession http;
     FakeImageCodec codec;
-    FakeFileRoom files;
+    FakeFileIO files;
     FaviconStore store{http, codec, files, loop, "icons"};
 
     static constexpr auto host = "a.example";
@@ -49,7 +50,7 @@ TEST_F(FaviconStoreTest, FiftyAskersOfANewHostStartOneLoad) {
 TEST_F(FaviconStoreTest, AnEmptyHostStartsNoLoad) {
     EXPECT_EQ(shown(""), "");
     EXPECT_EQ(shown("WWW."), "");
-    store.set(FakeImageCodec::image("x"), "www.", Trace::kept);
+    store.set(FakeImageCodec::image("x"), "www.", Persistence::persistent);
 
     EXPECT_EQ(files.reads, Strings{});
     EXPECT_EQ(files.writes, Strings{});
@@ -92,7 +93,7 @@ TEST_F(FaviconStoreTest, AnIconFromAPageClearsMissing) {
     static_cast<void>(shown(host));
     failChain(host);
 
-    store.set(FakeImageCodec::image("page"), "WWW.a.Example", Trace::kept);
+    store.set(FakeImageCodec::image("page"), "WWW.a.Example", Persistence::persistent);
 
     EXPECT_FALSE(store.isMissing(host));
     EXPECT_EQ(shown(host), "page");
@@ -197,12 +198,12 @@ TEST_F(FaviconStoreTest, AnIconOfThePageStaysWhateverTheChainFindsLater) {
     files.held = true;
     files.contents["icons/a.example.png"] = "img disk";
     static_cast<void>(shown(host));
-    store.set(FakeImageCodec::image("page"), host, Trace::kept);
+    store.set(FakeImageCodec::image("page"), host, Persistence::persistent);
     files.release();
     EXPECT_EQ(shown(host), "page");
 
     static_cast<void>(shown("b.example"));
-    store.set(FakeImageCodec::image("page"), "b.example", Trace::kept);
+    store.set(FakeImageCodec::image("page"), "b.example", Persistence::persistent);
     http.answer("https://b.example/apple-touch-icon.png", 404);
 
     EXPECT_EQ(shown("b.example"), "page");
@@ -212,9 +213,9 @@ TEST_F(FaviconStoreTest, AnIconOfThePageStaysWhateverTheChainFindsLater) {
 
 TEST_F(FaviconStoreTest, FailuresToWriteAreSilentAndTheIconStaysInMemory) {
     files.full = true;
-    store.set(FakeImageCodec::image("x"), host, Trace::kept);
+    store.set(FakeImageCodec::image("x"), host, Persistence::persistent);
     codec.refusesToEncode = true;
-    store.set(FakeImageCodec::image("y"), "b.example", Trace::kept);
+    store.set(FakeImageCodec::image("y"), "b.example", Persistence::persistent);
 
     EXPECT_EQ(shown(host), "x");
     EXPECT_EQ(shown("b.example"), "y");
@@ -241,11 +242,12 @@ TEST_F(FaviconStoreTest, AnArrivalWakesOnlyThoseWhoShowTheHost) {
 
 TEST_F(FaviconStoreTest, AnObserverMayAskAndSetFromWithinTheSignal) {
     store.connectIcon(host, [this] {
-        if (shown(host) == "one") store.set(FakeImageCodec::image("two"), host, Trace::kept);
+        if (shown(host) == "one")
+            store.set(FakeImageCodec::image("two"), host, Persistence::persistent);
         for (int i = 0; i < 100; ++i) static_cast<void>(shown(std::to_string(i) + ".example"));
     });
 
-    store.set(FakeImageCodec::image("one"), host, Trace::kept);
+    store.set(FakeImageCodec::image("one"), host, Persistence::persistent);
 
     EXPECT_EQ(shown(host), "two");
 }
@@ -253,19 +255,19 @@ TEST_F(FaviconStoreTest, AnObserverMayAskAndSetFromWithinTheSignal) {
 TEST_F(FaviconStoreTest, APrivateWindowReadsTheFileAndWritesNothing) {
     files.contents["icons/a.example.png"] = "img disk";
 
-    static_cast<void>(shown(host, Trace::none));
-    static_cast<void>(shown("b.example", Trace::none));
+    static_cast<void>(shown(host, Persistence::ephemeral));
+    static_cast<void>(shown("b.example", Persistence::ephemeral));
     http.answer("https://b.example/apple-touch-icon.png", 200, "img b");
-    store.set(FakeImageCodec::image("page"), "c.example", Trace::none);
+    store.set(FakeImageCodec::image("page"), "c.example", Persistence::ephemeral);
 
-    EXPECT_EQ(shown(host, Trace::none), "disk");
-    EXPECT_EQ(shown("b.example", Trace::none), "b");
-    EXPECT_EQ(shown("c.example", Trace::none), "page");
+    EXPECT_EQ(shown(host, Persistence::ephemeral), "disk");
+    EXPECT_EQ(shown("b.example", Persistence::ephemeral), "b");
+    EXPECT_EQ(shown("c.example", Persistence::ephemeral), "page");
     EXPECT_EQ(files.writes, Strings{});
 }
 
 TEST_F(FaviconStoreTest, AnIconOfAPrivateWindowIsWrittenOnceWhenAnotherFirstAsks) {
-    store.set(FakeImageCodec::image("page"), host, Trace::none);
+    store.set(FakeImageCodec::image("page"), host, Persistence::ephemeral);
 
     EXPECT_EQ(shown(host), "page");
     EXPECT_EQ(shown(host), "page");
@@ -274,9 +276,9 @@ TEST_F(FaviconStoreTest, AnIconOfAPrivateWindowIsWrittenOnceWhenAnotherFirstAsks
 }
 
 TEST_F(FaviconStoreTest, AnIconOfAPrivateWindowIsWrittenWhenAnotherSetsOne) {
-    store.set(FakeImageCodec::image("private"), host, Trace::none);
+    store.set(FakeImageCodec::image("private"), host, Persistence::ephemeral);
 
-    store.set(FakeImageCodec::image("ordinary"), host, Trace::kept);
+    store.set(FakeImageCodec::image("ordinary"), host, Persistence::persistent);
 
     EXPECT_EQ(files.contents["icons/a.example.png"], "img ordinary");
 }
@@ -284,23 +286,23 @@ TEST_F(FaviconStoreTest, AnIconOfAPrivateWindowIsWrittenWhenAnotherSetsOne) {
 TEST_F(FaviconStoreTest, APrivateVisitWritesNothingWhereOthersShowTheSiteAlready) {
     static_cast<void>(shown(host));
     failChain(host);
-    store.set(FakeImageCodec::image("old"), "b.example", Trace::kept);
+    store.set(FakeImageCodec::image("old"), "b.example", Persistence::persistent);
     files.writes.clear();
     // An ordinary window's views ask again as soon as they are told.
     store.connectIcon(host, [this] { static_cast<void>(shown(host)); });
     store.connectIcon("b.example", [this] { static_cast<void>(shown("b.example")); });
 
-    store.set(FakeImageCodec::image("private"), host, Trace::none);
-    store.set(FakeImageCodec::image("private"), "b.example", Trace::none);
+    store.set(FakeImageCodec::image("private"), host, Persistence::ephemeral);
+    store.set(FakeImageCodec::image("private"), "b.example", Persistence::ephemeral);
 
     EXPECT_EQ(shown(host), "private");
     EXPECT_EQ(files.writes, Strings{});
 }
 
 TEST_F(FaviconStoreTest, ALoadThatAnOrdinaryWindowAlsoWaitsForIsWritten) {
-    static_cast<void>(shown(host, Trace::none));
-    static_cast<void>(shown(host, Trace::kept));
-    static_cast<void>(shown(host, Trace::none));
+    static_cast<void>(shown(host, Persistence::ephemeral));
+    static_cast<void>(shown(host, Persistence::persistent));
+    static_cast<void>(shown(host, Persistence::ephemeral));
 
     http.answer(touch, 200, "img x");
 
@@ -310,7 +312,7 @@ TEST_F(FaviconStoreTest, ALoadThatAnOrdinaryWindowAlsoWaitsForIsWritten) {
 TEST_F(FaviconStoreTest, TheEndOfTheStoreEndsItsRequests) {
     {
         FaviconStore leaving{http, codec, files, loop, "other"};
-        static_cast<void>(leaving.icon(host, Trace::kept));
+        static_cast<void>(leaving.icon(host, Persistence::persistent));
     }
 
     EXPECT_EQ(http.abandoned, Strings{touch});

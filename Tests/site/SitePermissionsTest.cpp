@@ -15,10 +15,10 @@ using enum PermissionDecision;
 class SitePermissionsTest : public testing::Test {
 protected:
     void choose(Choice choice, Kind kind, std::string_view host) {
-        permissions.set(choice, kind, host, Trace::kept);
+        permissions.set(choice, kind, host, Persistence::persistent);
     }
     [[nodiscard]] PermissionDecision decision(Type type, std::string_view host) const {
-        return permissions.decision(type, host, Trace::kept);
+        return permissions.decision(type, host, Persistence::persistent);
     }
     [[nodiscard]] std::string stored() const {
         return defaults.data("orvuSitePermissions").value_or("");
@@ -102,7 +102,7 @@ TEST_F(SitePermissionsTest, AnyChoiceForAnyHostSurvivesARestart) {
         for (int i = 0; i < 8; ++i) {
             const std::string host = random.text(12) + (i % 3 == 0 ? "|" : "");
             before.set(SitePermissions::allChoices[random.below(3)],
-                       SitePermissions::allKinds[random.below(2)], host, Trace::kept);
+                       SitePermissions::allKinds[random.below(2)], host, Persistence::persistent);
         }
 
         EXPECT_EQ(restart(fresh), before.choices());
@@ -148,7 +148,7 @@ TEST_F(SitePermissionsTest, KeysOfOtherFormsAreKept) {
     defaults.setData("orvuSitePermissions", R"({"x":"allow","a|b|camera":"block"})");
     SitePermissions again{defaults};
 
-    again.set(Choice::allow, Kind::camera, "a", Trace::kept);
+    again.set(Choice::allow, Kind::camera, "a", Persistence::persistent);
 
     EXPECT_EQ(stored(), R"({"a|b|camera":"block","a|camera":"allow","x":"allow"})");
 }
@@ -173,27 +173,27 @@ TEST_F(SitePermissionsTest, EachOtherChoiceIsToldOnceAfterItWasSaved) {
 }
 
 TEST_F(SitePermissionsTest, AChoiceMadeInAPrivateWindowIsNeverWrittenAndCountsThereAlone) {
-    permissions.set(Choice::allow, Kind::camera, "a.example", Trace::none);
+    permissions.set(Choice::allow, Kind::camera, "a.example", Persistence::ephemeral);
     choose(Choice::block, Kind::microphone, "b.example");
 
-    EXPECT_EQ(permissions.decision(Type::camera, "a.example", Trace::none), grant);
-    EXPECT_EQ(permissions.decision(Type::camera, "a.example", Trace::kept), prompt);
+    EXPECT_EQ(permissions.decision(Type::camera, "a.example", Persistence::ephemeral), grant);
+    EXPECT_EQ(permissions.decision(Type::camera, "a.example", Persistence::persistent), prompt);
     EXPECT_EQ(stored(), R"({"b.example|microphone":"block"})");
 }
 
 TEST_F(SitePermissionsTest, PrivateWindowsFollowTheChoicesOfOthers) {
     choose(Choice::block, Kind::camera, "a.example");
 
-    EXPECT_EQ(permissions.decision(Type::camera, "a.example", Trace::none), deny);
+    EXPECT_EQ(permissions.decision(Type::camera, "a.example", Persistence::ephemeral), deny);
 }
 
 TEST_F(SitePermissionsTest, TheLastChoiceCountsInPrivateWindowsWhereverItWasMade) {
-    permissions.set(Choice::allow, Kind::camera, "a.example", Trace::none);
+    permissions.set(Choice::allow, Kind::camera, "a.example", Persistence::ephemeral);
     const ChangeCounter changes{permissions};
 
     choose(Choice::block, Kind::camera, "a.example");
 
-    EXPECT_EQ(permissions.decision(Type::camera, "a.example", Trace::none), deny);
+    EXPECT_EQ(permissions.decision(Type::camera, "a.example", Persistence::ephemeral), deny);
     EXPECT_EQ(changes.count(), 1);
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/BrowserStore.h"
-#include "fakes/FakeFileRoom.h"
+#include "fakes/FakeFileIO.h"
 #include "fakes/FakeHttpSession.h"
 #include "fakes/FakeImageCodec.h"
 #include "fakes/FakeRuleListStore.h"
@@ -69,7 +69,7 @@ struct StoreWorld {
     BookmarkStores bookmarks{defaults, loop};
     FakeHttpSession http;
     FakeImageCodec codec;
-    FakeFileRoom files;
+    FakeFileIO files;
     FaviconStore favicons{http, codec, files, loop, "Favicons"};
     SitePermissions permissions{defaults};
     FakeRuleListStore ruleLists;
@@ -85,7 +85,7 @@ struct StoreWorld {
     [[nodiscard]] std::string stored(std::string_view key) const {
         return defaults.data(key).value_or("");
     }
-    /// Stores data as a former run left them, without a trace in `defaults.written`.
+    /// Stores data as a previous run left them, without a trace in `defaults.written`.
     void store(std::string_view key, std::string bytes) {
         defaults.values.insert_or_assign(std::string{key},
                                          FakeUserDefaults::Data{std::move(bytes)});

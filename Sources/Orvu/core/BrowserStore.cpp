@@ -120,8 +120,8 @@ void BrowserStore::open(std::string_view text, NewTab inNewTab) {
 
 BrowserTab& BrowserStore::newTab(const std::optional<Url>& url, Select select) {
     const Operation operation{*this};
-    const auto tab =
-        std::make_shared<BrowserTab>(*configuration_, url, loop_, favicons_, permissions_, trace());
+    const auto tab = std::make_shared<BrowserTab>(*configuration_, url, loop_, favicons_,
+                                                  permissions_, persistence());
     tab->onVisit = sigc::mem_fun(*this, &BrowserStore::recordVisit);
     tab->onDownload = sigc::mem_fun(*this, &BrowserStore::saveSession);
     tab->onOpenInNewTab = sigc::mem_fun(*this, &BrowserStore::openInBackground);

@@ -77,14 +77,16 @@ public:
     [[nodiscard]] bool isPrivate() const { return isPrivate_; }
     [[nodiscard]] const Profile& profile() const { return profile_; }
     [[nodiscard]] BookmarkStore& bookmarks() const { return bookmarks_; }
-    /// The icons of sites, to be asked with `trace`.
+    /// The icons of sites, to be asked with `persistence`.
     [[nodiscard]] FaviconStore& favicons() const { return favicons_; }
-    /// What sites may do, to be asked with `trace`.
+    /// What sites may do, to be asked with `persistence`.
     [[nodiscard]] SitePermissions& permissions() const { return permissions_; }
     /// How articles look, in this window as in all others.
     [[nodiscard]] ReaderLook& readerLook() const { return readerLook_; }
     /// Whether what this window meets may leave a trace on the disk.
-    [[nodiscard]] Trace trace() const { return isPrivate_ ? Trace::none : Trace::kept; }
+    [[nodiscard]] Persistence persistence() const {
+        return isPrivate_ ? Persistence::ephemeral : Persistence::persistent;
+    }
     /// Every live tab, in column order.
     [[nodiscard]] const TabList& tabs() const { return tabs_; }
     [[nodiscard]] const std::optional<Uuid>& activeID() const { return activeID_; }

@@ -17,12 +17,12 @@ std::optional<std::string> hostOf(const std::optional<Url>& url) {
 
 BrowserTab::BrowserTab(WebConfiguration& configuration, const std::optional<Url>& url,
                        const MainLoop& clock, FaviconStore& favicons, SitePermissions& permissions,
-                       Trace trace)
+                       Persistence persistence)
     : clock_(clock),
       favicons_(favicons),
-      trace_(trace),
+      persistence_(persistence),
       webView_(configuration.makeWebView()),
-      captures_(permissions, trace) {
+      captures_(permissions, persistence) {
     webView_->setNavigationDelegate(this);
     hasOnlySecureContent_ = webView_->hasOnlySecureContent();
     webView_->connectPropertyChanged(sigc::mem_fun(*this, &BrowserTab::mirror));
@@ -117,7 +117,7 @@ void BrowserTab::didFinish() {
 void BrowserTab::loadFavicon() {
     const auto host = hostOf(url_);
     if (!host || !isWebUrl(*url_)) return;
-    if (auto image = favicons_.icon(*host, trace_)) update(favicon_, std::move(image));
+    if (auto image = favicons_.icon(*host, persistence_)) update(favicon_, std::move(image));
     if (url_) favicons_.tasks().keep(findFavicon(weak_from_this(), *url_), weak_from_this());
 }
 
@@ -132,7 +132,7 @@ Task<void> BrowserTab::findFavicon(std::weak_ptr<BrowserTab> tab, Url page) {
         if (!image) continue;
         const auto self = tab.lock();
         if (!self) co_return;
-        favicons.set(image, *page.host(), self->trace_);
+        favicons.set(image, *page.host(), self->persistence_);
         if (hostOf(self->url_) == page.host()) self->update(self->favicon_, image);
         co_return;
     }
@@ -141,7 +141,7 @@ Task<void> BrowserTab::findFavicon(std::weak_ptr<BrowserTab> tab, Url page) {
 void BrowserTab::followUrl() {
     auto url = webView_->url();
     const auto host = hostOf(url);
-    if (host != hostOf(url_)) favicon_ = host ? favicons_.icon(*host, trace_) : nullptr;
+    if (host != hostOf(url_)) favicon_ = host ? favicons_.icon(*host, persistence_) : nullptr;
     if (!std::exchange(becomesDownload_, false)) return update(url_, std::move(url));
     const auto self = shared_from_this();  // an observer may close the tab
     update(url_, std::move(url));
@@ -161,8 +161,8 @@ void BrowserTab::requestMediaCapture(MediaCaptureRequest request) {
     if (captures_.add(std::move(request))) changed_.emit();
 }
 
-void BrowserTab::documentWent() {
-    if (captures_.documentWent()) changed_.emit();
+void BrowserTab::documentUnloaded() {
+    if (captures_.documentUnloaded()) changed_.emit();
 }
 
 void BrowserTab::permissionsChanged() {

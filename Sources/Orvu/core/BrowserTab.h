@@ -28,10 +28,10 @@ public:
     static constexpr double popupPause = 3.0;  // seconds
 
     /// Makes the web view and, with a `url`, begins to load at once. `clock`, `favicons` and
-    /// `permissions` must outlive the tab; `trace` says whether what it meets may be written down.
+    /// `permissions` must outlive the tab; `persistence` says whether what it meets may be written down.
     BrowserTab(WebConfiguration& configuration, const std::optional<Url>& url,
                const MainLoop& clock, FaviconStore& favicons, SitePermissions& permissions,
-               Trace trace);
+               Persistence persistence);
     ~BrowserTab() override;
     BrowserTab(const BrowserTab&) = delete;
     BrowserTab& operator=(const BrowserTab&) = delete;
@@ -88,7 +88,7 @@ public:
 
     /// A page finished loading.
     sigc::slot<void(BrowserTab&)> onVisit;
-    /// A load became a download, and the tab has its former address again, if any.
+    /// A load became a download, and the tab has its previous address again, if any.
     sigc::slot<void()> onDownload;
     /// Something is to open elsewhere.
     sigc::slot<void(const UrlRequest&)> onOpenInNewTab;
@@ -98,7 +98,7 @@ public:
     void didFinish() override;
     void createWebView(const NavigationAction& action) override;
     void requestMediaCapture(MediaCaptureRequest request) override;
-    void documentWent() override;
+    void documentUnloaded() override;
 
 private:
     void permissionsChanged();
@@ -114,7 +114,7 @@ private:
     const Uuid id_ = Uuid::random();
     const MainLoop& clock_;
     FaviconStore& favicons_;
-    const Trace trace_;
+    const Persistence persistence_;
     std::string pageTitle_;
     std::optional<Url> url_;
     bool canGoBack_ = false;

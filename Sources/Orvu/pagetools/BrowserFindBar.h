@@ -27,7 +27,7 @@ public:
     [[nodiscard]] const std::string& text() const { return text_; }
     /// Searches for another text; the same one does nothing.
     void setText(const std::string& text);
-    /// Goes on to the next match, or the former one. An empty text only takes the outcome away.
+    /// Goes on to the next match, or the previous one. An empty text only takes the outcome away.
     void find(bool backwards);
 
     /// The outcome of the last search; nothing before the first one has ended.

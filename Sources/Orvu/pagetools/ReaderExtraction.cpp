@@ -44,10 +44,10 @@ std::optional<std::vector<Block>> readBlocks(const JsonValue& answer) {
 /// The number of pieces between blanks that are not empty.
 std::size_t words(std::string_view text) {
     std::size_t count = 0;
-    char former = ' ';
+    char previous = ' ';
     for (const char c : text) {
-        count += static_cast<std::size_t>((former == ' ') & (c != ' '));
-        former = c;
+        count += static_cast<std::size_t>((previous == ' ') & (c != ' '));
+        previous = c;
     }
     return count;
 }

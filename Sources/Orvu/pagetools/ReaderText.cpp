@@ -11,8 +11,8 @@
 namespace orvu {
 namespace {
 
-constexpr double smallestDrawn = 4;
-constexpr double largestDrawn = 200;
+constexpr double minDrawn = 4;
+constexpr double maxDrawn = 200;
 
 /// Capitals, whatever the language.
 std::string capitals(std::string_view text) {
@@ -33,7 +33,7 @@ ReaderPiece piece(ReaderRole role, std::string_view text) {
 }  // namespace
 
 ReaderStyle ReaderStyle::of(ReaderRole role, double wanted) {
-    const double size = std::clamp(wanted, smallestDrawn, largestDrawn);
+    const double size = std::clamp(wanted, minDrawn, maxDrawn);
     const double apart = size * 0.9;
     switch (role) {
         case ReaderRole::meta:

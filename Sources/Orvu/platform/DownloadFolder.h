@@ -6,7 +6,7 @@
 namespace orvu {
 
 /// Room for one file under way. Ending this removes whatever is left in it.
-class DownloadPlace {
+class PartialFile {
 public:
     enum class Move {
         done,
@@ -14,7 +14,7 @@ public:
         failed,  ///< the file is not there, or the folder takes no more
     };
 
-    virtual ~DownloadPlace() = default;
+    virtual ~PartialFile() = default;
 
     /// Where the file is to be written. Nothing else is ever there.
     [[nodiscard]] virtual std::filesystem::path file() const = 0;
@@ -32,7 +32,7 @@ public:
     [[nodiscard]] virtual bool exists(const std::filesystem::path& file) const = 0;
     /// A place on the folder's own disk. Makes the folder if it is missing; null if that, or the
     /// place itself, can't be had.
-    [[nodiscard]] virtual std::unique_ptr<DownloadPlace> makePlace() = 0;
+    [[nodiscard]] virtual std::unique_ptr<PartialFile> makePartialFile() = 0;
 };
 
 }  // namespace orvu

@@ -14,9 +14,9 @@ namespace orvu {
 
 /// What all requests of one session have in common.
 struct HttpOptions {
-    std::chrono::seconds timeout{60};  ///< how long a server may be silent
-    std::chrono::seconds longest{0};   ///< for a whole request from its asking; 0 is no limit
-    std::size_t bodyLimit = 0;         ///< a body of this many bytes or more is a failure
+    std::chrono::seconds timeout{60};      ///< how long a server may be silent
+    std::chrono::seconds totalTimeout{0};  ///< for a whole request from its asking; 0 is no limit
+    std::size_t bodyLimit = 0;             ///< a body of this many bytes or more is a failure
     int connectionsPerHost = 6;
 };
 

@@ -11,7 +11,7 @@ namespace orvu {
 class ImageCodec {
 public:
     /// Larger pictures are scaled down to this many pixels on their longer side.
-    static constexpr int longestSide = 256;
+    static constexpr int maxSide = 256;
 
     virtual ~ImageCodec() = default;
 

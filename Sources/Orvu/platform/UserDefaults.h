@@ -8,7 +8,7 @@
 namespace orvu {
 
 /// The program's named values. A write is atomic and has taken place when the call returns; one
-/// that the system refuses (a full disk) leaves the former value. Each reader gives nothing for
+/// that the system refuses (a full disk) leaves the previous value. Each reader gives nothing for
 /// a key without a value, and for a value of a type that it does not take.
 class UserDefaults {
 public:

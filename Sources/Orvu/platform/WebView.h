@@ -60,7 +60,7 @@ public:
     /// later.
     virtual void requestMediaCapture(MediaCaptureRequest request) = 0;
     /// The document of the main frame has gone: another stands in its place, or its process ended.
-    virtual void documentWent() = 0;
+    virtual void documentUnloaded() = 0;
 };
 
 /// A live page. It need not be on screen to load. Its end ends the page's process.
@@ -69,7 +69,7 @@ public:
     virtual ~WebView() = default;
 
     /// Begins to load; `url()` gives the new address at once. A load that fails leaves the
-    /// former page and puts its address back.
+    /// previous page and puts its address back.
     virtual void load(const Url& url) = 0;
     virtual void stopLoading() = 0;
     virtual void reload() = 0;

@@ -69,7 +69,7 @@ std::string firstWords(std::string_view text, std::size_t count) {
 /// What a request tells beside its address.
 HttpSession::Headers headersFor(const std::vector<std::string>& preferredLanguages) {
     std::string languages;
-    const auto count = std::min(preferredLanguages.size(), SearchSuggester::mostLanguages);
+    const auto count = std::min(preferredLanguages.size(), SearchSuggester::maxLanguages);
     for (std::size_t i = 0; i < count; ++i) {
         if (i > 0) languages += ',';
         languages += preferredLanguages[i];
@@ -140,14 +140,14 @@ std::optional<std::string> SearchSuggester::correction(std::string_view query) c
     };
     if (std::ranges::any_of(predictions_, completes)) return std::nullopt;
 
-    const std::size_t mostEdits = length / 4;
+    const std::size_t maxEdits = length / 4;
     std::string candidate = firstWords(lowercased(predictions_[0]), words(typed).size());
     // Each character too many is an edit, so what is far too long need not be compared.
-    if (firstCharacters(candidate, length + mostEdits).size() < candidate.size()) {
+    if (firstCharacters(candidate, length + maxEdits).size() < candidate.size()) {
         return std::nullopt;
     }
     const std::size_t edits = distance(typed, candidate);
-    if (edits < 1 || edits > mostEdits) return std::nullopt;
+    if (edits < 1 || edits > maxEdits) return std::nullopt;
     return candidate;
 }
 
@@ -163,7 +163,7 @@ std::vector<std::string> SearchSuggester::parse(std::string_view answer) {
     std::vector<std::string> result;
     std::unordered_set<std::string> seen;
     for (const auto each : *offered) {
-        if (result.size() == mostPredictions) break;
+        if (result.size() == maxPredictions) break;
         const auto text = trimmed(each, TrimSet::whitespaces);
         if (text.empty() || !seen.insert(lowercased(text)).second) continue;
         result.emplace_back(text);

@@ -31,13 +31,13 @@ public:
     using AddressOf = std::function<std::optional<Url>(Prefs::Engine, std::string_view)>;
 
     static constexpr HttpOptions httpOptions{.timeout = std::chrono::seconds{4},
-                                             .longest = std::chrono::seconds{8},
+                                             .totalTimeout = std::chrono::seconds{8},
                                              .bodyLimit = std::size_t{256} * 1024,
                                              .connectionsPerHost = 2};
     /// How long a text must stand before it is sent.
     static constexpr std::chrono::milliseconds debounce{90};
-    static constexpr std::size_t mostPredictions = 6;
-    static constexpr std::size_t mostLanguages = 3;
+    static constexpr std::size_t maxPredictions = 6;
+    static constexpr std::size_t maxLanguages = 3;
 
     /// `http` was made with `httpOptions`. `preferredLanguages` are tags of BCP 47, of which the
     /// first few are told to the engine. All that is referred to must outlive the suggester.

@@ -9,9 +9,9 @@ namespace orvu {
 class SuggestionGate {
 public:
     /// In characters; a longer text is rather a letter than a search.
-    static constexpr std::size_t longestQuery = 120;
+    static constexpr std::size_t maxQueryLength = 120;
     /// In bytes, for a single character may have any number of them.
-    static constexpr std::size_t mostBytes = 8192;
+    static constexpr std::size_t maxBytes = 8192;
 
     /// Whether `query`, which is trimmed, may be sent. Never if it is empty or too long, holds an
     /// e-mail address or a long number such as that of a card, or is an address of the web.

@@ -67,8 +67,8 @@ void BrowserWindowController::switchProfile(const BrowserStore& store, const Pro
     if (found == windows_.end()) return;
     const Profile wanted = profile;  // the argument may belong to the store that goes
     const auto next = std::make_shared<BrowserStore>(services_, false, wanted);
-    // The window's views refer to the former store until they are exchanged.
-    const auto former = std::exchange(found->store, next);
+    // The window's views refer to the previous store until they are exchanged.
+    const auto previous = std::exchange(found->store, next);
     found->window->setContent(next);
     services_.defaults.setString("lastProfile", wanted.id.string());
 }

@@ -20,16 +20,15 @@ std::shared_ptr<DownloadItem> DownloadStore::running() const {
 void DownloadStore::add(std::unique_ptr<Download> download) {
     const auto item = std::make_shared<DownloadItem>(
         std::move(download),
-        DownloadSurroundings{folder_, workspace_, [this](const std::filesystem::path& file) {
-                                 return isPromised(file);
-                             }});
+        DownloadContext{folder_, workspace_,
+                        [this](const std::filesystem::path& file) { return isPromised(file); }});
     item->connectChanged(changed_.make_slot());
     items_.insert(items_.begin(), item);
     changed_.emit();
 }
 
 void DownloadStore::clearFinished() {
-    const auto former = items_;  // what goes ends behind the signal
+    const auto previous = items_;  // what goes ends behind the signal
     if (std::erase_if(items_, std::not_fn(isRunning)) > 0) changed_.emit();
 }
 

@@ -21,7 +21,7 @@ bool standsInFileNames(std::string_view character) {
 
 }  // namespace
 
-FaviconStore::FaviconStore(HttpSession& http, ImageCodec& codec, FileRoom& files, MainLoop& loop,
+FaviconStore::FaviconStore(HttpSession& http, ImageCodec& codec, FileIO& files, MainLoop& loop,
                            std::filesystem::path folder)
     : http_(http), codec_(codec), files_(files), folder_(std::move(folder)), tasks_(loop) {
     files_.makeFolder(folder_);
@@ -47,38 +47,39 @@ std::filesystem::path FaviconStore::file(std::string_view key) const {
     return folder_ / fileName(key);
 }
 
-ImagePointer FaviconStore::icon(std::string_view host, Trace trace) {
+ImagePointer FaviconStore::icon(std::string_view host, Persistence persistence) {
     const std::string key = FaviconStore::key(host);
     if (const auto found = icons_.find(key); found != icons_.end()) {
         Icon& icon = found->second;
         const ImagePointer image = icon.image;
-        if (trace == Trace::kept && std::exchange(icon.owesFile, false)) {
+        if (persistence == Persistence::persistent && std::exchange(icon.owesFile, false)) {
             tasks_.keep(save(key, image), alive_);
         }
         return image;
     }
     if (key.empty()) return nullptr;
-    if (trace == Trace::kept) asked_.insert(key);
+    if (persistence == Persistence::persistent) asked_.insert(key);
     if (missing_.contains(key)) return nullptr;
-    const auto [running, isNew] = loading_.try_emplace(key, trace);
-    if (trace == Trace::kept) running->second = trace;
+    const auto [running, isNew] = loading_.try_emplace(key, persistence);
+    if (persistence == Persistence::persistent) running->second = persistence;
     if (isNew) tasks_.keep(load(key), alive_);
     return nullptr;
 }
 
-void FaviconStore::set(const ImagePointer& image, std::string_view host, Trace trace) {
+void FaviconStore::set(const ImagePointer& image, std::string_view host, Persistence persistence) {
     const std::string key = FaviconStore::key(host);
-    if (!key.empty() && image) store(key, image, trace);
+    if (!key.empty() && image) store(key, image, persistence);
 }
 
-void FaviconStore::store(const std::string& key, const ImagePointer& image, Trace trace) {
-    if (trace == Trace::kept) {
+void FaviconStore::store(const std::string& key, const ImagePointer& image,
+                         Persistence persistence) {
+    if (persistence == Persistence::persistent) {
         asked_.insert(key);
         tasks_.keep(save(key, image), alive_);
         return put(key, {image});
     }
-    const auto former = icons_.find(key);
-    const bool hasFile = former != icons_.end() && !former->second.owesFile;
+    const auto previous = icons_.find(key);
+    const bool hasFile = previous != icons_.end() && !previous->second.owesFile;
     put(key, {image, !hasFile && !asked_.contains(key)});
 }
 
@@ -104,7 +105,7 @@ Task<void> FaviconStore::load(std::string key) {
     if (!image && !icons_.contains(key)) image = co_await fetchPath(key, "/apple-touch-icon.png");
     if (!image && !icons_.contains(key)) image = co_await fetchPath(key, "/favicon.ico");
 
-    const Trace trace = loading_.at(key);
+    const Persistence persistence = loading_.at(key);
     loading_.erase(key);
     if (icons_.contains(key)) co_return;
     if (!image) {
@@ -112,7 +113,7 @@ Task<void> FaviconStore::load(std::string key) {
     } else if (fromDisk) {
         put(key, {image});
     } else {
-        store(key, image, trace);
+        store(key, image, persistence);
     }
 }
 

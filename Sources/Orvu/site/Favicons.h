@@ -3,11 +3,11 @@
 #include "foundation/Image.h"
 #include "foundation/Signal.h"
 #include "foundation/async/Task.h"
-#include "platform/FileRoom.h"
+#include "platform/FileIO.h"
 #include "platform/HttpSession.h"
 #include "platform/ImageCodec.h"
 #include "platform/KeptTasks.h"
-#include "site/Trace.h"
+#include "site/Persistence.h"
 
 #include <cstddef>
 #include <filesystem>
@@ -33,7 +33,7 @@ public:
 
     /// Makes the folder. `http` was made with `httpOptions`. All that is referred to must outlive
     /// the store.
-    FaviconStore(HttpSession& http, ImageCodec& codec, FileRoom& files, MainLoop& loop,
+    FaviconStore(HttpSession& http, ImageCodec& codec, FileIO& files, MainLoop& loop,
                  std::filesystem::path folder);
     FaviconStore(const FaviconStore&) = delete;
     FaviconStore& operator=(const FaviconStore&) = delete;
@@ -44,9 +44,9 @@ public:
     [[nodiscard]] static std::string fileName(std::string_view key);
 
     /// The site's icon if it is at hand. Otherwise begins to look for it, once for each site.
-    [[nodiscard]] ImagePointer icon(std::string_view host, Trace trace);
+    [[nodiscard]] ImagePointer icon(std::string_view host, Persistence persistence);
     /// Gives a site an icon, whatever it had.
-    void set(const ImagePointer& image, std::string_view host, Trace trace);
+    void set(const ImagePointer& image, std::string_view host, Persistence persistence);
     /// The image at a web address; null for anything else. The store must outlive the task.
     [[nodiscard]] Task<ImagePointer> fetch(Url url);
 
@@ -80,15 +80,16 @@ private:
     [[nodiscard]] Task<ImagePointer> fetchPath(std::string key, std::string path);
     [[nodiscard]] Task<void> save(std::string key, ImagePointer image);
     void put(const std::string& key, Icon icon);
-    void store(const std::string& key, const ImagePointer& image, Trace trace);
+    void store(const std::string& key, const ImagePointer& image, Persistence persistence);
     [[nodiscard]] std::filesystem::path file(std::string_view key) const;
 
     HttpSession& http_;
     ImageCodec& codec_;
-    FileRoom& files_;
+    FileIO& files_;
     const std::filesystem::path folder_;
     std::unordered_map<std::string, Icon> icons_;
-    std::unordered_map<std::string, Trace> loading_;  ///< and whether what comes may be written
+    std::unordered_map<std::string, Persistence>
+        loading_;  ///< and whether what comes may be written
     std::unordered_set<std::string> missing_;
     std::unordered_set<std::string> asked_;  ///< by windows that are not private
     std::unordered_map<std::string, sigc::signal<void()>> watched_;

@@ -13,7 +13,7 @@ class FoldedText {
 public:
     /// No text gets shorter than this part of its bytes: lower-casing leaves a third of a
     /// character's bytes, and so do each of the two steps of composing.
-    static constexpr std::size_t leastPart = 27;
+    static constexpr std::size_t minPart = 27;
 
     FoldedText() = default;
     explicit FoldedText(std::string_view text);

@@ -11,7 +11,7 @@ namespace orvu {
 namespace {
 
 /// What a search may take, in the library's own measure: steps that take about a millisecond.
-constexpr std::int32_t mostSteps = 20;
+constexpr std::int32_t maxSteps = 20;
 
 icu::UnicodeString wide(std::string_view text) {
     return icu::UnicodeString::fromUTF8({text.data(), static_cast<std::int32_t>(text.size())});
@@ -32,7 +32,7 @@ std::optional<bool> Regex::isFoundIn(std::string_view text) const {
     const icu::UnicodeString searched = wide(text);  // the matcher only refers to it
     const std::unique_ptr<icu::RegexMatcher> matcher{pattern_->matcher(searched, status)};
     if (U_FAILURE(status)) return std::nullopt;
-    matcher->setTimeLimit(mostSteps, status);
+    matcher->setTimeLimit(maxSteps, status);
     const bool found = matcher->find(status);
     if (U_FAILURE(status)) return std::nullopt;
     return found;

@@ -15,7 +15,7 @@ namespace {
 constexpr std::size_t pastSearchesShown = 2;
 constexpr std::size_t pastSearchesInEmptyField = 3;
 constexpr std::size_t searchesShown = 6;
-constexpr std::size_t leastPredictions = 2;
+constexpr std::size_t minPredictions = 2;
 constexpr std::size_t tabsShown = 2;
 constexpr std::size_t bookmarksShown = 2;
 constexpr std::size_t visitsShown = 3;
@@ -39,7 +39,7 @@ struct Folded {
 
     /// Prepares `typed` for texts of at most `longest` bytes.
     Folded(std::string_view typed, std::size_t longest) {
-        if (typed.size() / FoldedText::leastPart > longest) {
+        if (typed.size() / FoldedText::minPart > longest) {
             // To fold a book takes long. However it is spelt, it is too long to be found, and so
             // is what stands for it here.
             lower.assign(longest + 1, '.');
@@ -68,7 +68,7 @@ struct NotchCandidates::Given {
           question(asked),
           typed(trimmedQuery),
           predictions(foldedPredictions()),
-          longest(longestText()),
+          longest(maxTextBytes()),
           searched(bang ? std::string_view{bang->query} : typed, longest) {
         const auto limit = isBlank() ? pastSearchesInEmptyField : pastSearchesShown;
         recent = snapshot.pastSearches().latest(searched.text, limit);
@@ -84,8 +84,8 @@ private:
         for (const auto& text : question.predictions) result.push_back({text, FoldedText{text}});
         return result;
     }
-    [[nodiscard]] std::size_t longestText() const {
-        std::size_t result = snapshot.longestText();
+    [[nodiscard]] std::size_t maxTextBytes() const {
+        std::size_t result = snapshot.maxTextBytes();
         for (const auto& each : predictions) result = std::max(result, each.folded.text().size());
         return result;
     }
@@ -163,7 +163,7 @@ void NotchCandidates::listSearches(const Given& given) {
     for (const auto& search : given.recent) append(search, NotchEntry::Sign::recent);
     if (given.isBlank()) return;
     std::size_t left = searchesShown - std::min(searchesShown, given.recent.size());
-    left = std::max(left, leastPredictions);
+    left = std::max(left, minPredictions);
     for (const auto& prediction : given.predictions) {
         if (left == 0) return;
         const bool isRecent =

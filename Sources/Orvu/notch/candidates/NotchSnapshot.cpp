@@ -12,7 +12,7 @@ namespace {
 
 /// How many single changes of a history are followed. Each moves what stands behind it, so that
 /// after more of them it is faster to prepare the rest anew.
-constexpr std::size_t mostEdits = 32;
+constexpr std::size_t maxEdits = 32;
 
 }  // namespace
 
@@ -29,7 +29,7 @@ void NotchSnapshot::take(const BrowserStore& store, const BrowserTab* current) {
 void NotchSnapshot::setVisits(const std::vector<Visit>& visits) {
     std::size_t edits = 0;
     for (std::size_t place = 0; place < visits.size(); ++place) {
-        if (edits > mostEdits) eraseVisitsFrom(place);
+        if (edits > maxEdits) eraseVisitsFrom(place);
         const auto gone = visitsBefore(visits[place], place);
         edits += gone.value_or(1);
         for (std::size_t count = 0; count < gone.value_or(0); ++count) eraseVisit(place);
@@ -67,7 +67,7 @@ void NotchSnapshot::setTabs(std::vector<NotchTab> tabs, const std::optional<Uuid
 
 std::optional<std::size_t> NotchSnapshot::visitsBefore(const Visit& visit,
                                                        std::size_t place) const {
-    const std::size_t end = std::min(visits_.size(), place + mostEdits);
+    const std::size_t end = std::min(visits_.size(), place + maxEdits);
     for (std::size_t at = place; at < end; ++at) {
         if (visits_[at] == visit) return at - place;
     }

@@ -60,7 +60,7 @@ public:
     [[nodiscard]] const PastSearches& pastSearches() const { return pastSearches_; }
     [[nodiscard]] const TopHits& topHits() const { return topHits_; }
     /// No text or address that is compared is longer, in bytes.
-    [[nodiscard]] std::size_t longestText() const { return longest_; }
+    [[nodiscard]] std::size_t maxTextBytes() const { return longest_; }
 
 private:
     /// How many visits at `place` stand before `visit`; nothing if more than a few do, or all.

@@ -128,14 +128,14 @@ void AddressNotchView::followTab() {
     const auto tab = store_->active();
     if (body_ && body_->tab() == tab) return;
     bodyChanged_ = {};
-    auto former = std::move(body_);
+    auto previous = std::move(body_);
     if (tab) {
         body_ = std::make_unique<AddressNotchBody>(notch_, store_, tab, snapshot_, services_);
         bodyChanged_ = body_->connectChanged([this] { refresh_.mark(); });
         bar_.setBody(*body_);
-        if (isOpen_ && former) bar_.focusField();
+        if (isOpen_ && previous) bar_.focusField();
     }
-    former.reset();
+    previous.reset();
 }
 
 void AddressNotchView::refresh() {
@@ -295,9 +295,9 @@ void AddressNotchView::keepKeyboard() {
 }
 
 bool AddressNotchView::moveFocus(Gtk::DirectionType direction) {
-    const Gtk::Widget* const former = get_root()->get_focus();
+    const Gtk::Widget* const previous = get_root()->get_focus();
     // Backwards from the field the focus is said to have moved, and stands where it was.
-    if (bar_.child_focus(direction) && get_root()->get_focus() != former) return true;
+    if (bar_.child_focus(direction) && get_root()->get_focus() != previous) return true;
     // Behind the open bar's last control comes its first.
     get_root()->unset_focus();
     return bar_.child_focus(direction);

@@ -27,13 +27,13 @@ NotchCommandBar::NotchCommandBar(AddressNotch& notch, const BrowserStore& store)
     : Gtk::Box(Gtk::Orientation::VERTICAL, 10),
       notch_(notch),
       favicons_(store.favicons()),
-      trace_(store.trace()),
+      persistence_(store.persistence()),
       correction_([this] { body_->useCorrection(); }),
       primary_("↵"),
-      primarySite_(favicons_, trace_, hostIconSize),
+      primarySite_(favicons_, persistence_, hostIconSize),
       ask_(platformText("⌘↵")),
       face_(faceDot, faceGap),
-      footer_(favicons_, trace_,
+      footer_(favicons_, persistence_,
               [this](const auto& chip) { body_->perform(chip.action(body_->query())); }) {
     add_css_class("notch-bar");
     addFieldRow();
@@ -137,7 +137,7 @@ void NotchCommandBar::refreshRows() {
     const auto& entries = body_->entries();
     scroll_.set_visible(!entries.empty());
     for (std::size_t i = rows_.size(); i < entries.size(); ++i) {
-        rows_.push_back(std::make_unique<NotchRow>(favicons_, trace_, [this, i] {
+        rows_.push_back(std::make_unique<NotchRow>(favicons_, persistence_, [this, i] {
             if (i < body_->entries().size()) body_->choose(body_->entries()[i]);
         }));
         list_.append(*rows_.back());

@@ -46,7 +46,7 @@ private:
 
     AddressNotch& notch_;
     FaviconStore& favicons_;
-    const Trace trace_;
+    const Persistence persistence_;
     AddressNotchBody* body_ = nullptr;
 
     Gtk::Box fieldRow_{Gtk::Orientation::HORIZONTAL, 12};

@@ -17,7 +17,7 @@ public:
     using Chosen = std::function<void(const NotchFooter::Chip&)>;
 
     /// `favicons` must outlive the view.
-    NotchFooterView(FaviconStore& favicons, Trace trace, Chosen chosen);
+    NotchFooterView(FaviconStore& favicons, Persistence persistence, Chosen chosen);
 
     /// Nothing hides it.
     void show(const std::optional<NotchFooter>& footer);
@@ -26,7 +26,7 @@ private:
     void makeChips();
 
     FaviconStore& favicons_;
-    const Trace trace_;
+    const Persistence persistence_;
     const Chosen chosen_;
     NotchFooter shown_;
     Gtk::Box chips_{Gtk::Orientation::HORIZONTAL, 6};

@@ -24,8 +24,9 @@ std::string rowName(const NotchEntry& entry) {
 
 }  // namespace
 
-NotchRow::NotchRow(FaviconStore& favicons, Trace trace, const std::function<void()>& chosen)
-    : Gtk::Box(Gtk::Orientation::VERTICAL), site_(favicons, trace, siteIconSize) {
+NotchRow::NotchRow(FaviconStore& favicons, Persistence persistence,
+                   const std::function<void()>& chosen)
+    : Gtk::Box(Gtk::Orientation::VERTICAL), site_(favicons, persistence, siteIconSize) {
     heading_.add_css_class("notch-heading");
     heading_.set_xalign(0);
     append(heading_);

@@ -77,11 +77,11 @@ std::string_view largestPngOf(std::string_view ico) {
 /// Drawings come at the largest size, for they have none of their own; other pictures are only
 /// made smaller. A size of nothing makes the library end before it takes memory for pixels.
 void chooseSize(GdkPixbufLoader* loader, int width, int height, gpointer isDrawing) {
-    constexpr int most = PixbufImageCodec::longestDeclaredSide;
+    constexpr int most = PixbufImageCodec::maxDeclaredSide;
     if (width <= 0 || height <= 0 || width > most || height > most) {
         return gdk_pixbuf_loader_set_size(loader, 0, 0);
     }
-    const double fit = static_cast<double>(ImageCodec::longestSide) / std::max(width, height);
+    const double fit = static_cast<double>(ImageCodec::maxSide) / std::max(width, height);
     if (fit >= 1 && !isDrawing) return;
     const auto scaled = [fit](int length) {
         return std::max(1, static_cast<int>(std::lround(length * fit)));
@@ -93,7 +93,7 @@ ImagePointer imageOf(const GdkPixbuf* pixbuf) {
     const int width = gdk_pixbuf_get_width(pixbuf);
     const int height = gdk_pixbuf_get_height(pixbuf);
     const int channels = gdk_pixbuf_get_n_channels(pixbuf);
-    if (width <= 0 || height <= 0 || std::max(width, height) > ImageCodec::longestSide) return {};
+    if (width <= 0 || height <= 0 || std::max(width, height) > ImageCodec::maxSide) return {};
     const auto image = std::make_shared<Image>(Image{width, height, {}});
     image->rgba.reserve(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 4);
     const std::ptrdiff_t stride = gdk_pixbuf_get_rowstride(pixbuf);

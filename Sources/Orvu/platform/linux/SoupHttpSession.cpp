@@ -126,7 +126,8 @@ Future<std::optional<HttpResponse>> SoupHttpSession::get(const Url& url, const H
     transfer->bodyLimit = options_.bodyLimit;
     transfer->cancellable = GObjectPointer<GCancellable>::adopt(g_cancellable_new());
     auto* const cancellable = transfer->cancellable.get();
-    if (options_.longest.count() > 0) transfer->deadline.emplace(cancellable, options_.longest);
+    if (options_.totalTimeout.count() > 0)
+        transfer->deadline.emplace(cancellable, options_.totalTimeout);
     // The callback runs at most once, while the transfer, which holds the cancellable, lives.
     transfer->promise.onAbandoned([cancellable] { g_cancellable_cancel(cancellable); });
     Transfer& started = *transfer.release();

@@ -18,15 +18,15 @@ Places placesIn(Keys keys) {
     return places;
 }
 
-/// For each key of `to`, whether it belongs to a longest run of keys whose former places rise.
-std::vector<bool> lyingStill(const Places& former, Keys to) {
+/// For each key of `to`, whether it belongs to a longest run of keys whose previous places rise.
+std::vector<bool> stableKeys(const Places& previous, Keys to) {
     constexpr auto none = static_cast<std::size_t>(-1);
     std::vector<std::size_t> places(to.size(), none);
     std::vector<std::size_t> before(to.size(), none);
     std::vector<std::size_t> ends;  // of the best run of each length, as an index into `to`
     for (std::size_t index = 0; index < to.size(); ++index) {
-        const auto found = former.find(to[index]);
-        if (found == former.end()) continue;
+        const auto found = previous.find(to[index]);
+        if (found == previous.end()) continue;
         places[index] = found->second;
         const auto run = std::ranges::lower_bound(ends, found->second, {},
                                                   [&](std::size_t end) { return places[end]; });
@@ -62,14 +62,14 @@ std::vector<ListEdit> listEdits(const std::vector<ColumnKey>& from,
     for (const auto& key : changedFrom) {
         if (!now.contains(key)) edits.push_back({ListEdit::Kind::remove, key, std::nullopt});
     }
-    const Places former = placesIn(changedFrom);
-    const auto still = lyingStill(former, changedTo);
+    const Places previous = placesIn(changedFrom);
+    const auto still = stableKeys(previous, changedTo);
     std::optional<ColumnKey> after;
     if (head != from.begin()) after = *std::prev(head);
     for (std::size_t index = 0; index < changedTo.size(); ++index) {
         const ColumnKey& key = changedTo[index];
         if (!still[index]) {
-            const bool known = former.contains(key);
+            const bool known = previous.contains(key);
             edits.push_back({known ? ListEdit::Kind::move : ListEdit::Kind::insert, key, after});
         }
         after = key;

@@ -92,7 +92,7 @@ std::vector<WindowCommand> pageCommands() {
         {"editAddress", {"⌘L"}, editAddress},
         {"endEditing", {}, [](Target& target) { target.endEditing(); }},
         {"focusNextArea", {"F6"}, [](Target& target) { target.focusNextArea(); }},
-        {"focusFormerArea", {"⇧F6"}, [](Target& target) { target.focusFormerArea(); }},
+        {"focusPreviousArea", {"⇧F6"}, [](Target& target) { target.focusPreviousArea(); }},
         {"reload", {"⌘R", "F5"}, onActive([](auto&, auto& tab) { tab.webView().reload(); })},
         {"stopLoading", {}, onActive([](auto&, auto& tab) { tab.webView().stopLoading(); })},
         {"goBack", {"⌘[", "⌥Left"}, onActive([](auto&, auto& tab) { tab.webView().goBack(); })},

@@ -36,13 +36,13 @@ public:
     /// Ends the editing of the address and the search in the page. False if there was neither.
     virtual bool endEditing() = 0;
     /// Moves the keyboard on among the address, the column of tabs and the page: to the next of
-    /// them, or the former one.
+    /// them, or the previous one.
     virtual void focusNextArea() = 0;
-    virtual void focusFormerArea() = 0;
+    virtual void focusPreviousArea() = 0;
     virtual void switchProfile(const Profile& profile) = 0;
     /// Opens the search bar over the page and gives it the keyboard.
     virtual void openFind() = 0;
-    /// Goes on to the next match, or the former one; opens the bar if it is closed.
+    /// Goes on to the next match, or the previous one; opens the bar if it is closed.
     virtual void findAgain(bool backwards) = 0;
     /// Shows the time line of the day and gives it the keyboard.
     virtual void openRewind() = 0;

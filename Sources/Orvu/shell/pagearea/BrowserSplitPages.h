@@ -6,11 +6,11 @@ namespace orvu {
 class BrowserSplitPages {
 public:
     static constexpr int dividerWidth = 14;
-    static constexpr int smallestPane = 260;
-    static constexpr double smallestFraction = 0.2;
-    static constexpr double largestFraction = 0.8;
+    static constexpr int minPaneWidth = 260;
+    static constexpr double minFraction = 0.2;
+    static constexpr double maxFraction = 0.8;
     /// How far the pointer must go with the divider before it follows.
-    static constexpr int smallestDrag = 10;
+    static constexpr int dragThreshold = 10;
     /// What one press of an arrow key moves the divider by.
     static constexpr double keyStep = 0.05;
 
@@ -22,7 +22,7 @@ public:
 
     /// The first pane's share of what the divider leaves. Kept as long as the pair, unsaved.
     [[nodiscard]] double fraction() const { return fraction_; }
-    /// The panes' widths in a room of `width`. Both keep `smallestPane` where there is room for
+    /// The panes' widths in a room of `width`. Both keep `minPaneWidth` where there is room for
     /// both; the first one gives way before the second. Never negative.
     [[nodiscard]] Widths widths(int width) const;
 

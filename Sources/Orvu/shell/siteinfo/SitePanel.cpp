@@ -4,15 +4,15 @@
 
 namespace orvu {
 
-SitePanel::SitePanel(SitePermissions& permissions, MainLoop& loop, Trace trace)
+SitePanel::SitePanel(SitePermissions& permissions, MainLoop& loop, Persistence persistence)
     : permissions_(permissions),
       loop_(loop),
-      trace_(trace),
+      persistence_(persistence),
       permissionsChanged_(permissions.connectChanged([this] { changed_.emit(); })),
       tasks_(loop) {}
 
 bool SitePanel::setTab(const std::shared_ptr<BrowserTab>& tab) {
-    // A former tab that is gone is another one than nothing.
+    // A previous tab that is gone is another one than nothing.
     const std::weak_ptr<BrowserTab> wanted{tab};
     if (!tab_.owner_before(wanted) && !wanted.owner_before(tab_)) return false;
     tab_ = wanted;
@@ -32,13 +32,13 @@ std::string SitePanel::site() const {
 }
 
 SitePermissions::Choice SitePanel::choice(CaptureKind kind) const {
-    return permissions_.choice(kind, site(), trace_);
+    return permissions_.choice(kind, site(), persistence_);
 }
 
 void SitePanel::choose(SitePermissions::Choice choice, CaptureKind kind) {
     const auto tab = tab_.lock();
     if (!tab) return;
-    permissions_.set(choice, kind, site(), trace_);
+    permissions_.set(choice, kind, site(), persistence_);
     // Tabs of the site stop by themselves, but not one whose address has the "www." that the
     // site's name here has lost.
     if (choice == SitePermissions::Choice::block) tab->webView().stopCapture(kind);

@@ -15,9 +15,9 @@ namespace orvu {
 /// What is said about the site of the tab in front, and what a person can do about it.
 class SitePanel {
 public:
-    /// `permissions` and `loop` must outlive this. `trace` says whether what is chosen here may be
+    /// `permissions` and `loop` must outlive this. `persistence` says whether what is chosen here may be
     /// written down.
-    SitePanel(SitePermissions& permissions, MainLoop& loop, Trace trace);
+    SitePanel(SitePermissions& permissions, MainLoop& loop, Persistence persistence);
     SitePanel(const SitePanel&) = delete;
     SitePanel& operator=(const SitePanel&) = delete;
 
@@ -51,7 +51,7 @@ private:
 
     SitePermissions& permissions_;
     MainLoop& loop_;
-    const Trace trace_;
+    const Persistence persistence_;
     std::weak_ptr<BrowserTab> tab_;
     std::optional<std::string> cleared_;  ///< the site whose data were removed last
     sigc::signal<void()> changed_;

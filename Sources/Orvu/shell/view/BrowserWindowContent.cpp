@@ -112,8 +112,8 @@ void BrowserWindowContent::moveFocus(int areas) {
         return holdsFocus(*area) || (area == &bar_ && holdsFocus(notchView_));
     });
     const auto count = static_cast<int>(all.size());
-    const int former = found == all.end() ? count - 1 : static_cast<int>(found - all.begin());
-    Gtk::Widget* const next = all[static_cast<std::size_t>((former + areas + count) % count)];
+    const int previous = found == all.end() ? count - 1 : static_cast<int>(found - all.begin());
+    Gtk::Widget* const next = all[static_cast<std::size_t>((previous + areas + count) % count)];
     if (next != &bar_) notch_.close();
     if (next == &bar_) {
         activate_action("win.editAddress");

@@ -34,7 +34,7 @@ public:
     /// Opens the search bar over the page, with the keyboard in it. While two pages stand side by
     /// side it doesn't show.
     void openFind() { page_.openFind(); }
-    /// Goes on to the next match, or the former one; opens the bar if it is closed.
+    /// Goes on to the next match, or the previous one; opens the bar if it is closed.
     void findAgain(bool backwards) { page_.findAgain(backwards); }
     /// Shows the time line of the day, with the keyboard in it.
     void openRewind() { topBar_.navigation().openRewind(); }

@@ -47,7 +47,7 @@ public:
     void editAddress(const std::string& text) override;
     bool endEditing() override;
     void focusNextArea() override { moveFocus(+1); }
-    void focusFormerArea() override { moveFocus(-1); }
+    void focusPreviousArea() override { moveFocus(-1); }
     void switchProfile(const Profile& profile) override;
     void openFind() override { content_->openFind(); }
     void findAgain(bool backwards) override { content_->findAgain(backwards); }

@@ -5,7 +5,7 @@
 namespace orvu {
 
 double DownloadDisplay::ringFraction(const DownloadItem& item) {
-    return std::clamp(item.fraction(), leastFraction, 1.0);
+    return std::clamp(item.fraction(), minFraction, 1.0);
 }
 
 std::string DownloadDisplay::status(DownloadItem::State state) {

@@ -9,9 +9,9 @@ namespace orvu {
 /// What is shown of a download.
 struct DownloadDisplay {
     /// The least that a ring is drawn of, so that a download that begins is seen.
-    static constexpr double leastFraction = 0.05;
+    static constexpr double minFraction = 0.05;
 
-    /// How much of the ring is drawn, from `leastFraction` to 1.
+    /// How much of the ring is drawn, from `minFraction` to 1.
     [[nodiscard]] static double ringFraction(const DownloadItem& item);
     /// What a row says under the name of one that ended; empty while it runs.
     [[nodiscard]] static std::string status(DownloadItem::State state);

@@ -7,8 +7,8 @@
 
 namespace orvu {
 
-DownloadItem::DownloadItem(std::unique_ptr<Download> download, DownloadSurroundings surroundings)
-    : surroundings_(std::move(surroundings)), download_(std::move(download)) {
+DownloadItem::DownloadItem(std::unique_ptr<Download> download, DownloadContext context)
+    : context_(std::move(context)), download_(std::move(download)) {
     download_->setDelegate(this);
 }
 
@@ -23,14 +23,14 @@ void DownloadItem::cancel() {
 }
 
 void DownloadItem::showInFinder() const {
-    if (file_) surroundings_.workspace.showFile(*file_);
+    if (file_) context_.workspace.showFile(*file_);
 }
 
 std::optional<std::filesystem::path> DownloadItem::decideDestination(
     std::string_view suggestedName) {
     const auto self = shared_from_this();
     if (state_ != State::running) return std::nullopt;
-    place_ = surroundings_.folder.makePlace();
+    place_ = context_.folder.makePartialFile();
     if (!place_) return std::nullopt;
     const auto written = place_->file();
     wantedName_ = DownloadName::safe(suggestedName);
@@ -57,10 +57,10 @@ void DownloadItem::didFinish() {
 void DownloadItem::didFail() { end(state_ == State::running ? State::failed : state_); }
 
 void DownloadItem::chooseName() {
-    const auto folder = surroundings_.folder.path();
+    const auto folder = context_.folder.path();
     name_ = DownloadName::free(wantedName_, [&](const std::string& name) {
         const auto file = folder / name;
-        return surroundings_.folder.exists(file) || surroundings_.isPromised(file) ||
+        return context_.folder.exists(file) || context_.isPromised(file) ||
                std::ranges::find(refused_, file) != refused_.end();
     });
     file_ = folder / name_;
@@ -71,7 +71,7 @@ bool DownloadItem::giveName() {
     if (!place_) return false;
     for (;;) {
         const auto move = place_->moveTo(*file_);
-        if (move != DownloadPlace::Move::taken) return move == DownloadPlace::Move::done;
+        if (move != PartialFile::Move::taken) return move == PartialFile::Move::done;
         refused_.push_back(*file_);
         chooseName();
     }

@@ -17,7 +17,7 @@
 namespace orvu {
 
 /// What a download needs around it. All of it outlives the download.
-struct DownloadSurroundings {
+struct DownloadContext {
     DownloadFolder& folder;
     Workspace& workspace;
     /// Whether another download that runs will have this name.
@@ -30,7 +30,7 @@ class DownloadItem : public DownloadDelegate, public std::enable_shared_from_thi
 public:
     enum class State { running, done, failed, cancelled };
 
-    DownloadItem(std::unique_ptr<Download> download, DownloadSurroundings surroundings);
+    DownloadItem(std::unique_ptr<Download> download, DownloadContext context);
     DownloadItem(const DownloadItem&) = delete;
     DownloadItem& operator=(const DownloadItem&) = delete;
     ~DownloadItem() override;
@@ -64,7 +64,7 @@ private:
     [[nodiscard]] bool giveName();
     void end(State state);
 
-    const DownloadSurroundings surroundings_;
+    const DownloadContext context_;
     const Uuid id_ = Uuid::random();
     std::string name_ = "Download";
     std::string wantedName_;
@@ -73,7 +73,7 @@ private:
     State state_ = State::running;
     std::optional<std::filesystem::path> file_;
     sigc::signal<void()> changed_;
-    std::unique_ptr<DownloadPlace> place_;
+    std::unique_ptr<PartialFile> place_;
     std::unique_ptr<Download> download_;  // last: its end comes before that of its place
 };
 

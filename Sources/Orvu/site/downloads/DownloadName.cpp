@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::string_view substitute = "download";
 /// A longer one is no extension: keeping it would leave nothing of the name itself.
-constexpr std::size_t mostExtensionBytes = 64;
+constexpr std::size_t maxExtensionBytes = 64;
 
 bool isControl(int codePoint) {
     return codePoint < 0x20 || (codePoint >= 0x7F && codePoint <= 0x9F) || codePoint == 0x2028 ||
@@ -37,7 +37,7 @@ std::string printable(std::string_view text) {
 std::size_t extensionAt(std::string_view name) {
     const auto dot = name.rfind('.');
     const bool none = dot == std::string_view::npos || dot == 0 || dot + 1 == name.size() ||
-                      name.size() - dot > mostExtensionBytes;
+                      name.size() - dot > maxExtensionBytes;
     return none ? name.size() : dot;
 }
 
@@ -72,7 +72,7 @@ std::string DownloadName::numbered(std::string_view name, int number) {
     const std::string mark = number > 1 ? " " + std::to_string(number) : "";
     const std::string_view extension = name.substr(extensionAt(name));
     const std::string_view stem = name.substr(0, name.size() - extension.size());
-    const std::size_t room = mostBytes - mark.size() - extension.size();
+    const std::size_t room = maxBytes - mark.size() - extension.size();
     return std::string{cut(stem, room)}.append(mark).append(extension);
 }
 

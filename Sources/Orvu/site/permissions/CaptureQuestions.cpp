@@ -42,10 +42,11 @@ std::optional<CaptureQuestion> CaptureQuestions::question() const {
 std::vector<CaptureKind> CaptureQuestions::blockedKinds() const {
     std::vector<CaptureKind> blocked;
     if (!host_) return blocked;
-    std::ranges::copy_if(
-        SitePermissions::allKinds, std::back_inserter(blocked), [&](CaptureKind kind) {
-            return permissions_.choice(kind, *host_, trace_) == SitePermissions::Choice::block;
-        });
+    std::ranges::copy_if(SitePermissions::allKinds, std::back_inserter(blocked),
+                         [&](CaptureKind kind) {
+                             return permissions_.choice(kind, *host_, persistence_) ==
+                                    SitePermissions::Choice::block;
+                         });
     return blocked;
 }
 
@@ -56,7 +57,7 @@ bool CaptureQuestions::settle(const auto& change) {
 }
 
 PermissionDecision CaptureQuestions::decision(const MediaCaptureRequest& request) const {
-    const auto decided = permissions_.decision(request.type(), request.host(), trace_);
+    const auto decided = permissions_.decision(request.type(), request.host(), persistence_);
     if (decided != PermissionDecision::prompt) return decided;
     const bool refused = std::ranges::any_of(
         captureKinds(request.type()), [&](CaptureKind kind) { return refused_.contains(kind); });
@@ -121,7 +122,7 @@ bool CaptureQuestions::permissionsChanged() {
     });
 }
 
-bool CaptureQuestions::documentWent() {
+bool CaptureQuestions::documentUnloaded() {
     return settle([&] {
         refused_.clear();
         dismissed_ = 0;

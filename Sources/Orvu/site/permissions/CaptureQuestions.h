@@ -41,9 +41,9 @@ public:
     /// So many questions can a page have dismissed before that counts as a refusal.
     static constexpr int patience = 3;
 
-    /// `permissions` must outlive this. `trace` says of which windows the choices count.
-    CaptureQuestions(const SitePermissions& permissions, Trace trace)
-        : permissions_(permissions), trace_(trace) {}
+    /// `permissions` must outlive this. `persistence` says of which windows the choices count.
+    CaptureQuestions(const SitePermissions& permissions, Persistence persistence)
+        : permissions_(permissions), persistence_(persistence) {}
 
     /// What is to be asked now.
     [[nodiscard]] std::optional<CaptureQuestion> question() const;
@@ -56,7 +56,7 @@ public:
     /// Something was chosen for some site.
     bool permissionsChanged();
     /// Everything that waits is denied, and what was answered is forgotten.
-    bool documentWent();
+    bool documentUnloaded();
 
 private:
     using Requests = std::vector<MediaCaptureRequest>;
@@ -68,7 +68,7 @@ private:
     [[nodiscard]] Requests take(const auto& condition);
 
     const SitePermissions& permissions_;
-    const Trace trace_;
+    const Persistence persistence_;
     Requests waiting_;  ///< the first of them is asked about
     Kinds refused_;     ///< by the person, for this document
     int dismissed_ = 0;

@@ -59,10 +59,10 @@ SitePermissions::SitePermissions(UserDefaults& defaults) : defaults_(defaults) {
 }
 
 SitePermissions::Choice SitePermissions::choice(Kind kind, std::string_view host,
-                                                Trace trace) const {
+                                                Persistence persistence) const {
     const std::string wanted = choiceKey(kind, host);
-    if (trace == Trace::none) {
-        if (const auto found = untraced_.find(wanted); found != untraced_.end()) {
+    if (persistence == Persistence::ephemeral) {
+        if (const auto found = ephemeral_.find(wanted); found != ephemeral_.end()) {
             return found->second;
         }
     }
@@ -71,30 +71,32 @@ SitePermissions::Choice SitePermissions::choice(Kind kind, std::string_view host
 }
 
 PermissionDecision SitePermissions::decision(MediaCaptureType type, std::string_view host,
-                                             Trace trace) const {
+                                             Persistence persistence) const {
     const auto kinds = captureKinds(type);
     const auto is = [&](Choice wanted) {
-        return
-            [this, host, trace, wanted](Kind kind) { return choice(kind, host, trace) == wanted; };
+        return [this, host, persistence, wanted](Kind kind) {
+            return choice(kind, host, persistence) == wanted;
+        };
     };
     if (std::ranges::any_of(kinds, is(Choice::block))) return PermissionDecision::deny;
     if (std::ranges::all_of(kinds, is(Choice::allow))) return PermissionDecision::grant;
     return PermissionDecision::prompt;
 }
 
-void SitePermissions::set(Choice choice, Kind kind, std::string_view host, Trace trace) {
+void SitePermissions::set(Choice choice, Kind kind, std::string_view host,
+                          Persistence persistence) {
     const std::string changing = choiceKey(kind, host);
-    const auto inPrivateWindows = this->choice(kind, host, Trace::none);
-    const auto elsewhere = this->choice(kind, host, Trace::kept);
-    if (trace == Trace::none) {
-        untraced_.insert_or_assign(changing, choice);
+    const auto inPrivateWindows = this->choice(kind, host, Persistence::ephemeral);
+    const auto elsewhere = this->choice(kind, host, Persistence::persistent);
+    if (persistence == Persistence::ephemeral) {
+        ephemeral_.insert_or_assign(changing, choice);
     } else {
-        untraced_.erase(changing);
+        ephemeral_.erase(changing);
         choices_.insert_or_assign(changing, choice);
         save();
     }
-    if (inPrivateWindows == this->choice(kind, host, Trace::none) &&
-        elsewhere == this->choice(kind, host, Trace::kept)) {
+    if (inPrivateWindows == this->choice(kind, host, Persistence::ephemeral) &&
+        elsewhere == this->choice(kind, host, Persistence::persistent)) {
         return;
     }
     changed_.emit();

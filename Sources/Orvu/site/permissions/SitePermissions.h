@@ -3,7 +3,7 @@
 #include "foundation/Signal.h"
 #include "platform/MediaCapture.h"
 #include "platform/UserDefaults.h"
-#include "site/Trace.h"
+#include "site/Persistence.h"
 
 #include <array>
 #include <functional>
@@ -44,14 +44,14 @@ public:
     /// All choices but those of private windows.
     [[nodiscard]] const Choices& choices() const { return choices_; }
     /// `Choice::ask` where nothing was chosen.
-    [[nodiscard]] Choice choice(Kind kind, std::string_view host, Trace trace) const;
+    [[nodiscard]] Choice choice(Kind kind, std::string_view host, Persistence persistence) const;
     /// What becomes of a request: denied if one of its kinds is blocked, granted if all are
     /// allowed.
     [[nodiscard]] PermissionDecision decision(MediaCaptureType type, std::string_view host,
-                                              Trace trace) const;
+                                              Persistence persistence) const;
 
     /// Changes the choice and saves all of them. Saved is even what asks again: an entry stays.
-    void set(Choice choice, Kind kind, std::string_view host, Trace trace);
+    void set(Choice choice, Kind kind, std::string_view host, Persistence persistence);
 
     /// Calls `slot` after each choice that is another one than before.
     sigc::connection connectChanged(const sigc::slot<void()>& slot) {
@@ -63,7 +63,7 @@ private:
 
     UserDefaults& defaults_;
     Choices choices_;
-    Choices untraced_;  ///< of private windows, before those in `choices_`
+    Choices ephemeral_;  ///< of private windows, before those in `choices_`
     sigc::signal<void()> changed_;
 };
 

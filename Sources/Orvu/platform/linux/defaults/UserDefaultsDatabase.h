@@ -12,7 +12,7 @@ namespace orvu {
 
 /// The table of named values, and what happens when its file turns out to be damaged or can't
 /// be written. No operation fails loudly: what can't be read is absent, what can't be written
-/// leaves the former value.
+/// leaves the previous value.
 class UserDefaultsDatabase {
 public:
     explicit UserDefaultsDatabase(const std::filesystem::path& file);

@@ -9,7 +9,7 @@
 namespace orvu {
 namespace {
 
-using Move = DownloadPlace::Move;
+using Move = PartialFile::Move;
 
 Move reasonOf(int error) { return error == EEXIST ? Move::taken : Move::failed; }
 
@@ -42,7 +42,7 @@ FileMove::Result FileMove::byHolding(const Path& from, const Path& to) {
     return Move::failed;
 }
 
-DownloadPlace::Move FileMove::move(const Path& from, const Path& to) {
+PartialFile::Move FileMove::move(const Path& from, const Path& to) {
     for (const auto way : {byRename, byLink, byHolding}) {
         if (const auto result = way(from, to)) return *result;
     }

@@ -11,7 +11,7 @@ namespace orvu {
 /// Each says nothing where the file system doesn't know it.
 struct FileMove {
     using Path = std::filesystem::path;
-    using Result = std::optional<DownloadPlace::Move>;
+    using Result = std::optional<PartialFile::Move>;
 
     /// In one step.
     [[nodiscard]] static Result byRename(const Path& from, const Path& to);
@@ -21,7 +21,7 @@ struct FileMove {
     [[nodiscard]] static Result byHolding(const Path& from, const Path& to);
 
     /// The first of these ways that the file system knows.
-    [[nodiscard]] static DownloadPlace::Move move(const Path& from, const Path& to);
+    [[nodiscard]] static PartialFile::Move move(const Path& from, const Path& to);
 };
 
 }  // namespace orvu

@@ -57,7 +57,7 @@ private:
     const int descriptor_;
 };
 
-class LinuxDownloadPlace : public DownloadPlace {
+class LinuxDownloadPlace : public PartialFile {
 public:
     explicit LinuxDownloadPlace(std::unique_ptr<OpenPlace> place) : place_(std::move(place)) {}
     ~LinuxDownloadPlace() override { place_->remove(); }
@@ -83,7 +83,7 @@ bool LinuxDownloadFolder::exists(const std::filesystem::path& file) const {
     return lstat(file.c_str(), &facts) == 0;
 }
 
-std::unique_ptr<DownloadPlace> LinuxDownloadFolder::makePlace() {
+std::unique_ptr<PartialFile> LinuxDownloadFolder::makePartialFile() {
     std::error_code failure;
     std::filesystem::create_directories(path_, failure);
     // Between its making and its locking, somebody who tidies up may take a place for a leftover.

@@ -19,7 +19,7 @@ public:
 
     [[nodiscard]] std::filesystem::path path() const override { return path_; }
     [[nodiscard]] bool exists(const std::filesystem::path& file) const override;
-    [[nodiscard]] std::unique_ptr<DownloadPlace> makePlace() override;
+    [[nodiscard]] std::unique_ptr<PartialFile> makePartialFile() override;
 
     /// Removes the places in a folder that no living process holds. Those that hold anything but
     /// a half download, belong to somebody else or can't be locked stay. For any thread.

@@ -100,7 +100,7 @@ private:
     static gboolean loadFailed(WebKitWebView*, WebKitLoadEvent, const char*, GError*,
                                gpointer data) {
         self(data).failed_ = true;
-        return TRUE;  // no page of the engine's own: the former one stays
+        return TRUE;  // no page of the engine's own: the previous one stays
     }
     static gboolean loadFailedInTls(WebKitWebView*, const char*, GTlsCertificate*,
                                     GTlsCertificateFlags, gpointer data) {
@@ -339,9 +339,9 @@ void OrvuWebView::loadChanged(WebKitLoadEvent event) {
             break;
         case WEBKIT_LOAD_COMMITTED: {
             committed_ = true;
-            finder_->pageWent();
+            finder_->pageUnloaded();
             page_ = url_;
-            if (delegate_) delegate_->documentWent();
+            if (delegate_) delegate_->documentUnloaded();
             GTlsCertificate* certificate = nullptr;
             GTlsCertificateFlags errors{};
             setSecure(webkit_web_view_get_tls_info(view(), &certificate, &errors) != FALSE);
@@ -371,9 +371,9 @@ void OrvuWebView::finish() {
 }
 
 void OrvuWebView::processTerminated(WebKitWebProcessTerminationReason reason) {
-    if (delegate_) delegate_->documentWent();
+    if (delegate_) delegate_->documentUnloaded();
     if (reason == WEBKIT_WEB_PROCESS_TERMINATED_BY_API) return;
-    finder_->pageWent();
+    finder_->pageUnloaded();
     // Within the signal the engine still knows the address.
     if (crashReload_.shouldReload(url_)) webkit_web_view_reload(view());
 }

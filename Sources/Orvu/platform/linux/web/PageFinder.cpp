@@ -23,7 +23,7 @@ Future<bool> PageFinder::find(const std::string& text, FindConfiguration configu
     return future;
 }
 
-void PageFinder::pageWent() {
+void PageFinder::pageUnloaded() {
     for (const auto& promise : std::exchange(asked_, {})) promise.resolve(false);
 }
 

@@ -20,8 +20,8 @@ public:
     ~PageFinder();
 
     [[nodiscard]] Future<bool> find(const std::string& text, FindConfiguration configuration);
-    /// Another page stands there, or none: what was asked of the former one found nothing.
-    void pageWent();
+    /// Another page stands there, or none: what was asked of the previous one found nothing.
+    void pageUnloaded();
 
 private:
     static void found(WebKitFindController*, guint, gpointer self);

@@ -1,6 +1,6 @@
 #include "platform/linux/web/PageScript.h"
 
-#include "foundation/json/JsonHalves.h"
+#include "foundation/json/JsonSurrogates.h"
 #include "foundation/text/Text.h"
 #include "platform/linux/GObjectPointer.h"
 
@@ -36,7 +36,7 @@ ScriptResult resultOf(JSCValue* value) {
     if (jsc_value_is_string(value)) return {Kind::text, textOf(value)};
     const std::unique_ptr<char, FreeGlib> json{jsc_value_to_json(value, 0)};
     if (!json) return {Kind::undefined, ""};
-    return {Kind::json, withHalvesReplaced(json.get())};
+    return {Kind::json, withLoneSurrogatesReplaced(json.get())};
 }
 
 void evaluated(GObject* view, GAsyncResult* result, gpointer data) {

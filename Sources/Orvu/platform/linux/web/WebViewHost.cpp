@@ -52,14 +52,14 @@ void WebViewHost::attach(BrowserTab& tab) {
 }
 
 void WebViewHost::detach() {
-    const auto former = shown_.lock();
-    if (former) engineView(*former).setReportsFocus(false);
+    const auto previous = shown_.lock();
+    if (previous) engineView(*previous).setReportsFocus(false);
     while (Gtk::Widget* const child = get_first_child()) remove(*child);
-    if (former) {
-        engineView(*former).setReportsFocus(true);
-        engineView(*former).onFullscreen = nullptr;
+    if (previous) {
+        engineView(*previous).setReportsFocus(true);
+        engineView(*previous).onFullscreen = nullptr;
     }
-    if (inFullscreen_) giveScreenBack(former.get());
+    if (inFullscreen_) giveScreenBack(previous.get());
 }
 
 void WebViewHost::setFullscreen(bool on) {
@@ -67,9 +67,9 @@ void WebViewHost::setFullscreen(bool on) {
     if (onFullscreen) onFullscreen(on);
 }
 
-void WebViewHost::giveScreenBack(BrowserTab* former) {
-    if (former) {
-        static_cast<void>(former->webView().evaluateJavaScript("document.exitFullscreen(); 0"));
+void WebViewHost::giveScreenBack(BrowserTab* previous) {
+    if (previous) {
+        static_cast<void>(previous->webView().evaluateJavaScript("document.exitFullscreen(); 0"));
     }
     if (auto* const window = dynamic_cast<Gtk::Window*>(get_root())) window->unfullscreen();
     setFullscreen(false);

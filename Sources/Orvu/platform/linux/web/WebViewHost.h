@@ -29,8 +29,8 @@ private:
     void attach(BrowserTab& tab);
     void detach();
     void setFullscreen(bool on);
-    /// Ends the whole-screen view of a page that is not shown any more; `former` may be gone.
-    void giveScreenBack(BrowserTab* former);
+    /// Ends the whole-screen view of a page that is not shown any more; `previous` may be gone.
+    void giveScreenBack(BrowserTab* previous);
 
     std::weak_ptr<BrowserTab> shown_;
     bool inFullscreen_ = false;

@@ -9,7 +9,7 @@ namespace orvu {
 BrowserPinnedTile::BrowserPinnedTile(BrowserStore& store, const std::shared_ptr<BrowserTab>& tab)
     : store_(store),
       tab_(tab),
-      badge_(store.favicons(), store.trace(), badgeSize),
+      badge_(store.favicons(), store.persistence(), badgeSize),
       refresh_(*this, [this] { refresh(); }) {
     add_css_class("pinned-tile");
     property_accessible_role() = Gtk::Accessible::Role::LIST_ITEM;

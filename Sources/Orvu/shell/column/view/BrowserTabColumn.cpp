@@ -54,13 +54,13 @@ void BrowserTabColumn::addNewTabButton() {
 
 void BrowserTabColumn::addTiles() {
     // Many tiles scroll: they must not push the list out of the window.
-    constexpr int mostRows = 5;
+    constexpr int maxRows = 5;
     tileScroll_.set_child(tiles_);
     tileScroll_.add_css_class("tile-scroll");
     tileScroll_.set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::EXTERNAL);
     nameScrollBars(tileScroll_);
     tileScroll_.set_propagate_natural_height(true);
-    tileScroll_.set_max_content_height(mostRows *
+    tileScroll_.set_max_content_height(maxRows *
                                        (BrowserPinnedTile::height + PinnedTiles::spacing));
     append(tileScroll_);
 }

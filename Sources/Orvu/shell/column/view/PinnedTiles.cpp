@@ -46,7 +46,7 @@ BrowserPinnedTile* PinnedTiles::update() {
 
     if (active_ == store_.activeID()) return nullptr;
     const auto found = [&] { return active_ ? tiles_.find(*active_) : tiles_.end(); };
-    if (const auto former = found(); former != tiles_.end()) former->second->setActive(false);
+    if (const auto previous = found(); previous != tiles_.end()) previous->second->setActive(false);
     active_ = store_.activeID();
     const auto present = found();
     if (present == tiles_.end()) return nullptr;

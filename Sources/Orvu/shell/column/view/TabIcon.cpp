@@ -10,7 +10,8 @@
 
 namespace orvu {
 
-TabIcon::TabIcon(const BrowserStore& store) : badge_(store.favicons(), store.trace(), badgeSize) {
+TabIcon::TabIcon(const BrowserStore& store)
+    : badge_(store.favicons(), store.persistence(), badgeSize) {
     add_css_class("tab-icon");
     hideFromAccessibility(*this);
     set_valign(Gtk::Align::CENTER);

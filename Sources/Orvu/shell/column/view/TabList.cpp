@@ -147,23 +147,23 @@ void TabList::setNarrow(Narrow narrow) {
 
 void TabList::moveTabStop(std::optional<ColumnKey> key) {
     if (tabStop_ == key) return;
-    const auto former = tabStop_ ? lines_.find(*tabStop_) : lines_.end();
+    const auto previous = tabStop_ ? lines_.find(*tabStop_) : lines_.end();
     tabStop_ = key;
     if (key) line(*key).setTabStop(TabStop::yes);
     rows_.keepReady(key ? &line(*key) : nullptr);
-    if (former != lines_.end()) former->second->setTabStop(TabStop::no);
+    if (previous != lines_.end()) previous->second->setTabStop(TabStop::no);
 }
 
-void TabList::repairTabStop(Place formerPlace, bool hadFocus) {
+void TabList::repairTabStop(Place previousPlace, bool hadFocus) {
     if (hadFocus && placeOf(tabStop_) != count()) return;  // the keyboard is where it was
     if (!hadFocus && placeOf(active_) != count()) return moveTabStop(active_);
     const auto begin = shown_.begin();
     const auto focusable = [this](const ColumnKey& key) { return line(key).isFocusable(); };
-    const auto former = begin + std::min(formerPlace, count());
-    auto next = std::find_if(former, shown_.end(), focusable);
+    const auto previous = begin + std::min(previousPlace, count());
+    auto next = std::find_if(previous, shown_.end(), focusable);
     if (next == shown_.end()) {
         const auto before =
-            std::find_if(std::make_reverse_iterator(former), shown_.rend(), focusable);
+            std::find_if(std::make_reverse_iterator(previous), shown_.rend(), focusable);
         if (before != shown_.rend()) next = std::prev(before.base());
     }
     if (next == shown_.end()) return moveTabStop(std::nullopt);
@@ -219,7 +219,7 @@ bool TabList::act(guint key, Place place) {
 bool TabList::focus(Place place, Place step) {
     while (place >= 0 && place < count() && !lineAt(place).isFocusable()) place += step;
     if (place < 0 || place >= count()) return true;  // the arrows don't lead out of the list
-    // The former line stays ready until the keyboard has left it.
+    // The previous line stays ready until the keyboard has left it.
     ColumnLine& line = lineAt(place);
     line.setTabStop(TabStop::yes);
     line.widget().set_child_visible(true);

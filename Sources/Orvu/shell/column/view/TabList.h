@@ -42,7 +42,7 @@ private:
     void updateActive();
     void forgetLines();
     void moveTabStop(std::optional<ColumnKey> key);
-    void repairTabStop(Place formerPlace, bool hadFocus);
+    void repairTabStop(Place previousPlace, bool hadFocus);
 
     void addControllers();
     bool keyPressed(guint key, guint code, Gdk::ModifierType modifiers);

@@ -16,7 +16,7 @@ bool holdsKeyboard(Gtk::Widget& widget) {
 }  // namespace
 
 BrowserPageCard::BrowserPageCard(std::shared_ptr<BrowserStore> store)
-    : store_(std::move(store)), formerFindGoes_(*this, [this] { endFormerFind(); }) {
+    : store_(std::move(store)), closingFindGoes_(*this, [this] { endClosingFind(); }) {
     set_expand(true);
     showSingle();
 }
@@ -24,7 +24,7 @@ BrowserPageCard::BrowserPageCard(std::shared_ptr<BrowserStore> store)
 BrowserPageCard::~BrowserPageCard() {
     onFullscreen = nullptr;  // whoever wanted to know is on its way out as well
     if (find_) card_.remove_overlay(*find_);
-    endFormerFind();
+    endClosingFind();
     card_.unset_child();
     while (Gtk::Widget* const child = get_first_child()) remove(*child);
 }
@@ -77,8 +77,8 @@ void BrowserPageCard::closeFind() {
     const bool hadKeyboard = holdsKeyboard(*find_);
     // It may have asked for its end itself, and goes when that call has returned.
     find_->set_visible(false);
-    formerFind_ = std::move(find_);
-    formerFindGoes_.mark();
+    closingFind_ = std::move(find_);
+    closingFindGoes_.mark();
     if (hadKeyboard) focusContent();
 }
 
@@ -90,7 +90,7 @@ void BrowserPageCard::findAgain(bool backwards) {
 void BrowserPageCard::showFind() {
     const bool wanted = findOpen_ && single_;
     if (wanted == static_cast<bool>(find_)) return;
-    endFormerFind();
+    endClosingFind();
     if (!wanted) {
         card_.remove_overlay(*find_);
         find_.reset();
@@ -102,10 +102,10 @@ void BrowserPageCard::showFind() {
     card_.add_overlay(*find_);
 }
 
-void BrowserPageCard::endFormerFind() {
-    if (!formerFind_) return;
-    card_.remove_overlay(*formerFind_);
-    formerFind_.reset();
+void BrowserPageCard::endClosingFind() {
+    if (!closingFind_) return;
+    card_.remove_overlay(*closingFind_);
+    closingFind_.reset();
 }
 
 void BrowserPageCard::tellFullscreen(bool on) {

@@ -47,7 +47,7 @@ private:
     void showSingle();
     void showPair();
     void showFind();
-    void endFormerFind();
+    void endClosingFind();
     void tellFullscreen(bool on);
 
     const std::shared_ptr<BrowserStore> store_;
@@ -55,8 +55,8 @@ private:
     Gtk::Overlay card_;  ///< the single page, and the search bar over it
     std::optional<BrowserPageContent> single_;
     std::unique_ptr<BrowserFindBarView> find_;
-    std::unique_ptr<BrowserFindBarView> formerFind_;  ///< closed, and about to go
-    FrameRefresh formerFindGoes_;
+    std::unique_ptr<BrowserFindBarView> closingFind_;  ///< closed, and about to go
+    FrameRefresh closingFindGoes_;
     std::optional<BrowserSplitPagesView> pair_;
 };
 

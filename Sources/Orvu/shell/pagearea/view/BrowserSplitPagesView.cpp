@@ -34,7 +34,7 @@ void BrowserSplitPagesView::dragBegan(double x, double y) {
 }
 
 void BrowserSplitPagesView::dragged(double x, double y) {
-    dividerFollows_ = dividerFollows_ || std::hypot(x, y) >= BrowserSplitPages::smallestDrag;
+    dividerFollows_ = dividerFollows_ || std::hypot(x, y) >= BrowserSplitPages::dragThreshold;
     double startX = 0;
     double startY = 0;
     if (!dividerFollows_ || !drag_->get_start_point(startX, startY)) return;

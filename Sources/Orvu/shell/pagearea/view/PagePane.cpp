@@ -11,7 +11,7 @@ namespace orvu {
 PagePane::PagePane(std::shared_ptr<BrowserStore> store, Place place)
     : Gtk::Box(Gtk::Orientation::VERTICAL),
       store_(std::move(store)),
-      icon_(store_->favicons(), store_->trace(), iconSize),
+      icon_(store_->favicons(), store_->persistence(), iconSize),
       content_(store_),
       refresh_(*this, [this] { refresh(); }) {
     add_css_class("page-pane");

@@ -74,10 +74,10 @@ void BrowserRewindView::focusNewest() {
 }
 
 void BrowserRewindView::storeChanged() {
-    const auto former = rewind_.visits().size();
+    const auto previous = rewind_.visits().size();
     rewind_.refresh();
     if (rewind_.visits().empty()) return std::function{dismiss_}();
-    showsNewest_ = showsNewest_ || rewind_.visits().size() != former;
+    showsNewest_ = showsNewest_ || rewind_.visits().size() != previous;
     dots_.refresh();
     fill();
 }

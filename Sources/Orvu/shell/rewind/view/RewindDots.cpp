@@ -73,8 +73,8 @@ void RewindDots::hover(double x) {
     const auto& visits = rewind_.visits();
     if (const auto index = BrowserRewind::dotAt(x, visits.size())) {
         rewind_.enter(visits[*index]);
-    } else if (const auto former = rewind_.hovered()) {
-        rewind_.leave(*former);
+    } else if (const auto previous = rewind_.hovered()) {
+        rewind_.leave(*previous);
     }
 }
 

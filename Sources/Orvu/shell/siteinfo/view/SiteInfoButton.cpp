@@ -16,7 +16,7 @@ constexpr int symbolSize = 11;
 SiteInfoButton::SiteInfoButton(BrowserStore& store, MainLoop& loop, std::function<void()> openNotch)
     : store_(store),
       openNotch_(std::move(openNotch)),
-      panel_(store.permissions(), loop, store.trace()),
+      panel_(store.permissions(), loop, store.persistence()),
       view_(panel_) {
     add_css_class("site-badge");
     set_valign(Gtk::Align::CENTER);

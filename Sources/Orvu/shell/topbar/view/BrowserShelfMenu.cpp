@@ -13,7 +13,7 @@ namespace {
 constexpr std::size_t titleLimit = 120;
 constexpr int badgeSize = 16;
 constexpr int width = 280;
-constexpr int mostHeight = 420;
+constexpr int maxHeight = 420;
 
 /// What a line of the menu shows.
 Gtk::Widget& content(const BrowserStore& store, const MenuEntry& entry, const std::string& title) {
@@ -21,7 +21,8 @@ Gtk::Widget& content(const BrowserStore& store, const MenuEntry& entry, const st
     line.add_css_class("shelf-line");
     hideFromAccessibility(line);
     if (entry.kind == MenuEntry::Kind::action && !entry.host.empty()) {
-        auto& badge = *Gtk::make_managed<SiteIcon>(store.favicons(), store.trace(), badgeSize);
+        auto& badge =
+            *Gtk::make_managed<SiteIcon>(store.favicons(), store.persistence(), badgeSize);
         badge.setHost(entry.host);
         line.append(badge);
     }
@@ -58,7 +59,7 @@ BrowserShelfMenu::BrowserShelfMenu(std::shared_ptr<BrowserStore> store)
     scroll_.set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
     nameScrollBars(scroll_);
     scroll_.set_propagate_natural_height(true);
-    scroll_.set_max_content_height(mostHeight);
+    scroll_.set_max_content_height(maxHeight);
     scroll_.set_size_request(width, -1);
     menu_.set_child(scroll_);
     menu_.set_has_arrow(false);

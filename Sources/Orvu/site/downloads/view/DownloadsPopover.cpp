@@ -9,7 +9,7 @@ namespace orvu {
 namespace {
 
 constexpr int width = 340;
-constexpr int mostHeight = 420;
+constexpr int maxHeight = 420;
 
 }  // namespace
 
@@ -22,7 +22,7 @@ DownloadsPopover::DownloadsPopover(DownloadStore& store) : store_(store) {
     scroll_.set_child(list_);
     scroll_.set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
     scroll_.set_propagate_natural_height(true);
-    scroll_.set_max_content_height(mostHeight);
+    scroll_.set_max_content_height(maxHeight);
     nameScrollBars(scroll_);
     clear_.add_css_class("download-clear");
     clear_.signal_clicked().connect(sigc::mem_fun(store_, &DownloadStore::clearFinished));

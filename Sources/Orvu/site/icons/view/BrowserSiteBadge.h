@@ -10,7 +10,8 @@ namespace orvu {
 class BrowserSiteBadge : public SiteIcon {
 public:
     /// `store` must outlive the view.
-    BrowserSiteBadge(FaviconStore& store, Trace trace, int size) : SiteIcon(store, trace, size) {}
+    BrowserSiteBadge(FaviconStore& store, Persistence persistence, int size)
+        : SiteIcon(store, persistence, size) {}
 
     /// Shows `icon`, or without one what the store knows of `host`.
     void set(const std::string& host, const ImagePointer& icon) { show(host, icon); }

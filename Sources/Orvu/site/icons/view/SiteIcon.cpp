@@ -32,8 +32,8 @@ void pushRounded(GtkSnapshot* snapshot, float size, float corner) {
 
 }  // namespace
 
-SiteIcon::SiteIcon(FaviconStore& store, Trace trace, int size, Shape shape)
-    : store_(store), trace_(trace), size_(size), shape_(shape) {
+SiteIcon::SiteIcon(FaviconStore& store, Persistence persistence, int size, Shape shape)
+    : store_(store), persistence_(persistence), size_(size), shape_(shape) {
     set_halign(Gtk::Align::CENTER);
     set_valign(Gtk::Align::CENTER);
     hideFromAccessibility(*this);
@@ -57,7 +57,7 @@ void SiteIcon::show(const std::string& host, const ImagePointer& image) {
     ask();
 }
 
-void SiteIcon::ask() { use(store_.icon(host_, trace_)); }
+void SiteIcon::ask() { use(store_.icon(host_, persistence_)); }
 
 void SiteIcon::use(ImagePointer image) {
     if (image == image_) return;

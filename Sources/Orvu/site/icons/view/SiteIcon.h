@@ -18,7 +18,7 @@ public:
     enum class Shape { square, circle };
 
     /// `size` is the length of a side. `store` must outlive the view.
-    SiteIcon(FaviconStore& store, Trace trace, int size, Shape shape = Shape::square);
+    SiteIcon(FaviconStore& store, Persistence persistence, int size, Shape shape = Shape::square);
 
     /// Shows the icon of `host`, and follows it.
     void setHost(const std::string& host);
@@ -39,7 +39,7 @@ private:
     void drawLetter(GtkSnapshot* snapshot);
 
     FaviconStore& store_;
-    const Trace trace_;
+    const Persistence persistence_;
     const int size_;
     const Shape shape_;
     std::string host_;

@@ -14,7 +14,7 @@ namespace orvu {
 /// Does pieces of work in threads of its own, one after the other, and hands the results to the
 /// main thread. Work that takes longer than the deadline counts as failed: its thread is left
 /// alone, and the next piece begins in another. While too many are left alone, all work fails.
-class WorkRoom {
+class Worker {
 public:
     /// What happens to the work at hand when the room goes.
     enum class AtEnd {
@@ -23,14 +23,14 @@ public:
     };
     struct Limits {
         std::optional<std::chrono::milliseconds> deadline;  ///< nothing for no limit
-        int leftAlone = 0;                                  ///< how many threads at most
+        int abandoned = 0;                                  ///< how many threads at most
     };
 
     /// `loop` must outlive the room.
-    WorkRoom(MainLoop& loop, AtEnd atEnd, Limits limits);
-    WorkRoom(const WorkRoom&) = delete;
-    WorkRoom& operator=(const WorkRoom&) = delete;
-    ~WorkRoom();
+    Worker(MainLoop& loop, AtEnd atEnd, Limits limits);
+    Worker(const Worker&) = delete;
+    Worker& operator=(const Worker&) = delete;
+    ~Worker();
 
     /// What `work` gives, or `failed` if it throws or does not end in time. `work` touches nothing
     /// that others see. The future is resolved on the main thread, never within this call.

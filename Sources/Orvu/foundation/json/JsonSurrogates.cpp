@@ -1,4 +1,4 @@
-#include "foundation/json/JsonHalves.h"
+#include "foundation/json/JsonSurrogates.h"
 
 #include <charconv>
 #include <string_view>
@@ -23,7 +23,7 @@ bool isTail(int unit) { return unit >= 0xDC00 && unit < 0xE000; }
 
 }  // namespace
 
-std::string withHalvesReplaced(std::string json) {
+std::string withLoneSurrogatesReplaced(std::string json) {
     for (auto at = json.find('\\'); at != std::string::npos; at = json.find('\\', at)) {
         const int unit = unitAt(json, at);
         if (unit < 0) {

@@ -1,4 +1,4 @@
-#include "platform/linux/files/LinuxFileRoom.h"
+#include "platform/linux/files/LinuxFileIO.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -66,13 +66,13 @@ void replace(const std::filesystem::path& file, std::string_view bytes) {
 
 }  // namespace
 
-Future<std::optional<std::string>> LinuxFileRoom::read(std::filesystem::path file,
-                                                       std::size_t limit) {
+Future<std::optional<std::string>> LinuxFileIO::read(std::filesystem::path file,
+                                                     std::size_t limit) {
     return room_.run<std::optional<std::string>>(
         [file = std::move(file), limit] { return contentOf(file, limit); }, std::nullopt);
 }
 
-void LinuxFileRoom::write(std::filesystem::path file, std::string bytes) {
+void LinuxFileIO::write(std::filesystem::path file, std::string bytes) {
     static_cast<void>(room_.run<bool>(
         [file = std::move(file), bytes = std::move(bytes)] {
             replace(file, bytes);
@@ -81,7 +81,7 @@ void LinuxFileRoom::write(std::filesystem::path file, std::string bytes) {
         false));
 }
 
-void LinuxFileRoom::makeFolder(std::filesystem::path folder) {
+void LinuxFileIO::makeFolder(std::filesystem::path folder) {
     static_cast<void>(room_.run<bool>(
         [folder = std::move(folder)] {
             std::error_code failure;

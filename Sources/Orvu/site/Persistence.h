@@ -3,6 +3,6 @@
 namespace orvu {
 
 /// Whether something may leave a trace on the disk. Private windows leave none.
-enum class Trace { none, kept };
+enum class Persistence { ephemeral, persistent };
 
 }  // namespace orvu

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/FileRoom.h"
+#include "platform/FileIO.h"
 
 #include <map>
 #include <string>
@@ -10,7 +10,7 @@
 namespace orvu {
 
 /// A disk in memory. Reads end at once, or when a test says so.
-class FakeFileRoom : public FileRoom {
+class FakeFileIO : public FileIO {
 public:
     [[nodiscard]] Future<std::optional<std::string>> read(std::filesystem::path file,
                                                           std::size_t limit) override {

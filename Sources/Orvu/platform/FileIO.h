@@ -11,9 +11,9 @@ namespace orvu {
 
 /// Reads and writes small files off the main thread, in the order in which it was asked. What was
 /// asked before the program's end is still written.
-class FileRoom {
+class FileIO {
 public:
-    virtual ~FileRoom() = default;
+    virtual ~FileIO() = default;
 
     /// The content of a file; nothing if it can't be read or has more than `limit` bytes.
     [[nodiscard]] virtual Future<std::optional<std::string>> read(std::filesystem::path file,

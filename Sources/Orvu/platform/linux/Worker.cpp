@@ -1,4 +1,4 @@
-#include "platform/linux/WorkRoom.h"
+#include "platform/linux/Worker.h"
 
 #include <glib.h>
 
@@ -33,7 +33,7 @@ void postToMain(std::function<void()> action) {
 }  // namespace
 
 /// Touched on the main thread alone; a thread knows only its own piece of work.
-struct WorkRoom::State : std::enable_shared_from_this<State> {
+struct Worker::State : std::enable_shared_from_this<State> {
     State(MainLoop& mainLoop, AtEnd end, Limits given)
         : loop(mainLoop), atEnd(end), limits(given) {}
 
@@ -44,20 +44,20 @@ struct WorkRoom::State : std::enable_shared_from_this<State> {
     std::optional<Job> running;
     std::uint64_t number = 0;  ///< of the running piece
     std::thread thread;        ///< of the running piece
-    int leftAlone = 0;
+    int abandoned = 0;
     Scheduled deadline;
     Scheduled refusal;
 
     void startNext() {
         if (running || waiting.empty()) return;
-        if (leftAlone > 0 && leftAlone >= limits.leftAlone) {
+        if (abandoned > 0 && abandoned >= limits.abandoned) {
             refusal = loop.after(std::chrono::milliseconds{0}, [this] { refuseAll(); });
             return;
         }
         running.emplace(std::move(waiting.front()));
         waiting.pop_front();
         startThread();
-        if (limits.deadline) deadline = loop.after(*limits.deadline, [this] { giveUp(); });
+        if (limits.deadline) deadline = loop.after(*limits.deadline, [this] { timeOut(); });
     }
 
     void startThread() {
@@ -77,7 +77,7 @@ struct WorkRoom::State : std::enable_shared_from_this<State> {
 
     void ended(std::uint64_t which) {
         if (which != number || !running) {
-            --leftAlone;
+            --abandoned;
             return;
         }
         deadline.cancel();
@@ -85,8 +85,8 @@ struct WorkRoom::State : std::enable_shared_from_this<State> {
         settle(Outcome::done);
     }
 
-    void giveUp() {
-        ++leftAlone;
+    void timeOut() {
+        ++abandoned;
         if (thread.joinable()) thread.detach();
         settle(Outcome::late);
     }
@@ -120,12 +120,12 @@ struct WorkRoom::State : std::enable_shared_from_this<State> {
     }
 };
 
-WorkRoom::WorkRoom(MainLoop& loop, AtEnd atEnd, Limits limits)
+Worker::Worker(MainLoop& loop, AtEnd atEnd, Limits limits)
     : state_(std::make_shared<State>(loop, atEnd, limits)) {}
 
-WorkRoom::~WorkRoom() { state_->end(); }
+Worker::~Worker() { state_->end(); }
 
-void WorkRoom::add(Job job) {
+void Worker::add(Job job) {
     state_->waiting.push_back(std::move(job));
     state_->startNext();
 }

@@ -1,15 +1,15 @@
 #pragma once
 
-#include "platform/FileRoom.h"
-#include "platform/linux/WorkRoom.h"
+#include "platform/FileIO.h"
+#include "platform/linux/Worker.h"
 
 namespace orvu {
 
 /// The file system. Files are made readable by their owner alone.
-class LinuxFileRoom : public FileRoom {
+class LinuxFileIO : public FileIO {
 public:
     /// `loop` must outlive the room.
-    explicit LinuxFileRoom(MainLoop& loop) : room_(loop, WorkRoom::AtEnd::finish, {}) {}
+    explicit LinuxFileIO(MainLoop& loop) : room_(loop, Worker::AtEnd::finish, {}) {}
 
     [[nodiscard]] Future<std::optional<std::string>> read(std::filesystem::path file,
                                                           std::size_t limit) override;
@@ -17,7 +17,7 @@ public:
     void makeFolder(std::filesystem::path folder) override;
 
 private:
-    WorkRoom room_;
+    Worker room_;
 };
 
 }  // namespace orvu
