@@ -56,7 +56,7 @@ Leak leakOf(const PrivateTexts& kind, Pace pace) {
         leak.whole += sent.contains(text) ? 1 : 0;
         leak.beginnings += sent.size();
         for (const auto& each : sent)
-            leak.totalTimeout = std::max(leak.totalTimeout, characterCount(each));
+            leak.longest = std::max(leak.longest, characterCount(each));
     }
     return leak;
 }
@@ -67,8 +67,8 @@ std::string row(const PrivateTexts& kind) {
     const Leak usual = leakOf(kind, Pace::typing);
     std::string result = "| " + kind.kind;
     for (const std::size_t number :
-         {kind.texts.size(), worst.begun, worst.beginnings, worst.totalTimeout, worst.whole,
-          usual.begun, usual.beginnings, usual.totalTimeout, usual.whole}) {
+         {kind.texts.size(), worst.begun, worst.beginnings, worst.longest, worst.whole,
+          usual.begun, usual.beginnings, usual.longest, usual.whole}) {
         result += " | " + std::to_string(number);
     }
     return result + " |";
