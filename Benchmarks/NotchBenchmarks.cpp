@@ -9,6 +9,7 @@
 #include "fakes/FakeUserDefaults.h"
 #include "fakes/FakeWebEngine.h"
 #include "fakes/VirtualMainLoop.h"
+#include "support/OwnNotch.h"
 
 #include "foundation/text/Text.h"
 #include "notch/AddressNotchBody.h"
@@ -118,7 +119,7 @@ struct OpenNotch {
     FakeSystemSound sound;
     ReaderLook readerLook{defaults};
     FakeHttpSession suggestions;
-    AddressNotch notch;
+    OwnNotch notch;
     NotchSnapshot snapshot;
     std::shared_ptr<BrowserStore> store;
     std::unique_ptr<AddressNotchBody> body;

@@ -49,7 +49,7 @@ public:
           windows_({defaults_, notifications_, loop_, engine_, bookmarks_, favicons_, permissions_,
                     trackers_, sound_, readerLook_},
                    profiles_, makeWindows(application)),
-          delegate_(defaults_, workspace_, windows_),
+          delegate_(defaults_, workspace_, windows_, application),
           tidyUp_(loop_.after(std::chrono::seconds{10}, [this] { removeOrphans(); })) {
         engine_.onDownload = [this](std::unique_ptr<Download> download) {
             downloads_.add(std::move(download));

@@ -47,6 +47,14 @@ public:
         visible = true;
     }
 
+    void performClose() override { calls.emplace_back("performClose"); }
+    void performMiniaturize() override { calls.emplace_back("performMiniaturize"); }
+    void performZoom() override { calls.emplace_back("performZoom"); }
+    void toggleFullScreen() override { calls.emplace_back("toggleFullScreen"); }
+    void edit(EditingCommand command) override {
+        calls.push_back("edit " + std::to_string(static_cast<int>(command)));
+    }
+
     /// A person closes the window. It is gone afterwards if its owner let go of it.
     void close() {
         const auto closed = closed_;  // the window may go in there

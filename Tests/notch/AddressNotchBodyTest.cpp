@@ -160,7 +160,7 @@ TEST_F(AddressNotchBodyTest, ReturnInAnEmptyFieldDoesNothing) {
 
 TEST_F(AddressNotchBodyTest, CommandReturnAsksWithTheTextAsItStands) {
     Strings asked;
-    notch.onAsk = [&](const std::string& text) { asked.push_back(text); };
+    notch.connectAsked([&](const std::string& text) { asked.push_back(text); });
     openAndType(" why is the sky blue ");
 
     EXPECT_TRUE(body->press(NotchKey::commandEnter));

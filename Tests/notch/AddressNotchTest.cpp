@@ -1,5 +1,6 @@
 #include "notch/AddressNotch.h"
 
+#include "support/OwnNotch.h"
 #include "support/StoreWorld.h"
 
 #include <gtest/gtest.h>
@@ -36,7 +37,7 @@ TEST(LooksLikeSiteTest, OtherTextWithASpaceIsNone) {
 }
 
 TEST(AddressNotchTest, OpeningWithTextSetsItAndTellsOnce) {
-    AddressNotch notch;
+    OwnNotch notch;
     const ChangeCounter changes{notch};
 
     notch.open("https://a.example/");
@@ -47,7 +48,7 @@ TEST(AddressNotchTest, OpeningWithTextSetsItAndTellsOnce) {
 }
 
 TEST(AddressNotchTest, ClosingKeepsTheText) {
-    AddressNotch notch;
+    OwnNotch notch;
     notch.open("typed");
 
     notch.close();
@@ -57,7 +58,7 @@ TEST(AddressNotchTest, ClosingKeepsTheText) {
 }
 
 TEST(AddressNotchTest, WhatChangesNothingTellsNothing) {
-    AddressNotch notch;
+    OwnNotch notch;
     notch.open("typed");
     const ChangeCounter changes{notch};
 

@@ -11,6 +11,16 @@
 namespace orvu {
 namespace {
 
+/// Counts what was asked of the program as a whole.
+class FakeApplicationHost : public ApplicationHost {
+public:
+    void terminate() override { ++terminations; }
+    void orderFrontStandardAboutPanel() override { ++aboutPanels; }
+
+    int terminations = 0;
+    int aboutPanels = 0;
+};
+
 class OrvuAppTest : public StoreTest {
 protected:
     [[nodiscard]] BrowserStore& storeAt(std::size_t index) {
@@ -24,7 +34,8 @@ protected:
     FakeWorkspace workspace;
     ProfileStore profiles{world.defaults, [](const Uuid&) {}};
     BrowserWindowController windows{world.services, profiles, screen.factory()};
-    AppDelegate app{world.defaults, workspace, windows};
+    FakeApplicationHost host;
+    AppDelegate app{world.defaults, workspace, windows, host};
 };
 
 TEST_F(OrvuAppTest, LaunchingOpensOneWindowWithTheRestoredTabsAndCountsTheStart) {

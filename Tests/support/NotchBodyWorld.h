@@ -1,6 +1,7 @@
 #pragma once
 
 #include "notch/AddressNotchBody.h"
+#include "support/OwnNotch.h"
 #include "support/StoreWorld.h"
 
 #include <memory>
@@ -47,7 +48,7 @@ protected:
 
     FakeHttpSession engineHttp;
     std::shared_ptr<BrowserStore> store = openStore();
-    AddressNotch notch;
+    OwnNotch notch;
     NotchSnapshot snapshot;
     std::unique_ptr<AddressNotchBody> body;
 };

@@ -55,9 +55,13 @@ void BrowserStore::configure(TrackerBlocker& trackers) {
     }
 }
 
-std::shared_ptr<BrowserTab> BrowserStore::active() const {
-    const auto found = activeID_ ? find(*activeID_) : tabs_.end();
+std::shared_ptr<BrowserTab> BrowserStore::tab(const Uuid& id) const {
+    const auto found = find(id);
     return found != tabs_.end() ? *found : nullptr;
+}
+
+std::shared_ptr<BrowserTab> BrowserStore::active() const {
+    return activeID_ ? tab(*activeID_) : nullptr;
 }
 
 BrowserStore::TabList BrowserStore::tabsWhere(const auto& condition) const {
@@ -75,11 +79,20 @@ BrowserStore::TabList BrowserStore::unpinned() const {
     return tabsWhere([](const BrowserTab& tab) { return !tab.isPinned(); });
 }
 
+BrowserStore::TabList BrowserStore::ungrouped() const {
+    return tabsWhere([this](const BrowserTab& tab) { return !tab.isPinned() && !groupOf(tab); });
+}
+
+BrowserStore::TabList BrowserStore::tabs(const TabGroup& group) const {
+    return tabsWhere(
+        [&](const BrowserTab& tab) { return !tab.isPinned() && tab.groupID() == group.id; });
+}
+
 BrowserStore::TabList BrowserStore::splitTabs() const {
     if (split_.size() != 2) return {};
     TabList pair;
     for (const auto& id : split_) {
-        if (const auto found = find(id); found != tabs_.end()) pair.push_back(*found);
+        if (auto found = tab(id)) pair.push_back(std::move(found));
     }
     return pair.size() == 2 ? pair : TabList{};
 }

@@ -105,6 +105,13 @@ public:
     /// The article that stands in the place of a tab's page; null if the page itself is shown.
     [[nodiscard]] std::shared_ptr<const ReaderArticle> readerArticle(const BrowserTab& tab) const;
 
+    /// The tab of that identity; null if the window has none.
+    [[nodiscard]] std::shared_ptr<BrowserTab> tab(const Uuid& id) const;
+    [[nodiscard]] bool holds(const BrowserTab& tab) const { return this->tab(tab.id()) != nullptr; }
+    /// The group of that identity; null if there is none. It stands until the next change.
+    [[nodiscard]] const TabGroup* group(const Uuid& id) const;
+    /// The group that a tab is in; null for none, and for one that has ended.
+    [[nodiscard]] const TabGroup* groupOf(const BrowserTab& tab) const;
     /// The tab in front.
     [[nodiscard]] std::shared_ptr<BrowserTab> active() const;
     [[nodiscard]] TabList pinned() const;
@@ -195,7 +202,6 @@ private:
 
     [[nodiscard]] TabList tabsWhere(const auto& condition) const;
     [[nodiscard]] TabList::const_iterator find(const Uuid& id) const;
-    [[nodiscard]] bool holds(const BrowserTab& tab) const { return find(tab.id()) != tabs_.end(); }
     [[nodiscard]] TabGroup* findGroup(const TabGroup& group);
     [[nodiscard]] bool isInSplit(const Uuid& id) const;
     void recordVisit(const BrowserTab& tab);

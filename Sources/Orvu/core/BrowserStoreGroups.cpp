@@ -5,22 +5,13 @@
 
 namespace orvu {
 
-BrowserStore::TabList BrowserStore::ungrouped() const {
-    TabList result;
-    for (const auto& tab : tabs_) {
-        const bool grouped = tab->groupID() && std::ranges::find(groups_, *tab->groupID(),
-                                                                 &TabGroup::id) != groups_.end();
-        if (!tab->isPinned() && !grouped) result.push_back(tab);
-    }
-    return result;
+const TabGroup* BrowserStore::group(const Uuid& id) const {
+    const auto found = std::ranges::find(groups_, id, &TabGroup::id);
+    return found != groups_.end() ? &*found : nullptr;
 }
 
-BrowserStore::TabList BrowserStore::tabs(const TabGroup& group) const {
-    TabList result;
-    std::ranges::copy_if(tabs_, std::back_inserter(result), [&](const auto& tab) {
-        return !tab->isPinned() && tab->groupID() == group.id;
-    });
-    return result;
+const TabGroup* BrowserStore::groupOf(const BrowserTab& tab) const {
+    return tab.groupID() ? group(*tab.groupID()) : nullptr;
 }
 
 std::optional<TabGroup> BrowserStore::newGroup(BrowserTab& tab) {
@@ -100,8 +91,7 @@ void BrowserStore::closeGroup(const TabGroup& group) {
 }
 
 TabGroup* BrowserStore::findGroup(const TabGroup& group) {
-    const auto found = std::ranges::find(groups_, group.id, &TabGroup::id);
-    return found != groups_.end() ? &*found : nullptr;
+    return const_cast<TabGroup*>(this->group(group.id));
 }
 
 void BrowserStore::pruneGroups() {

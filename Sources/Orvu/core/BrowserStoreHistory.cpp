@@ -69,9 +69,7 @@ void BrowserStore::restoreTabs() {
     for (const auto& record : saved) {
         BrowserTab& tab = newTab(record.url, Select::no);
         tab.setPinned(record.pinned);
-        const bool known = record.group && std::ranges::find(groups_, *record.group,
-                                                             &TabGroup::id) != groups_.end();
-        if (known) tab.setGroupID(record.group);
+        if (record.group && group(*record.group)) tab.setGroupID(record.group);
     }
     restoring_ = false;
     pruneGroups();

@@ -1,34 +1,30 @@
 #include "notch/AddressNotch.h"
 
-#include <utility>
-
 namespace orvu {
 
-void AddressNotch::open() {
-    const ChangeSignal::Scope scope{changes_};
-    setOpen(true);
+AddressNotch::AddressNotch(Observable<bool>& commandOpen, Observable<std::string>& query)
+    : commandOpen_(commandOpen), query_(query) {
+    commandOpen_.connectChanged(sigc::mem_fun(*this, &AddressNotch::changed));
+    query_.connectChanged(sigc::mem_fun(*this, &AddressNotch::changed));
 }
+
+void AddressNotch::open() { commandOpen_.set(true); }
 
 void AddressNotch::open(std::string_view query) {
     const ChangeSignal::Scope scope{changes_};
     setQuery(query);
-    setOpen(true);
+    open();
 }
 
-void AddressNotch::close() {
-    const ChangeSignal::Scope scope{changes_};
-    setOpen(false);
-}
+void AddressNotch::close() { commandOpen_.set(false); }
 
-void AddressNotch::setQuery(std::string_view query) {
+void AddressNotch::setQuery(std::string_view query) { query_.set(std::string{query}); }
+
+void AddressNotch::ask() { asked_.emit(std::string{query()}); }
+
+void AddressNotch::changed() {
     const ChangeSignal::Scope scope{changes_};
-    if (query == query_) return;
-    query_ = query;
     changes_.note();
-}
-
-void AddressNotch::setOpen(bool open) {
-    if (std::exchange(isOpen_, open) != open) changes_.note();
 }
 
 }  // namespace orvu

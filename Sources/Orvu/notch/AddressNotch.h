@@ -1,18 +1,18 @@
 #pragma once
 
+#include "foundation/Observable.h"
 #include "foundation/Signal.h"
 #include "search/SiteText.h"
 
-#include <functional>
 #include <string>
 #include <string_view>
 
 namespace orvu {
 
 /// The address notch as its window knows it: whether its command bar shows, and what stands in
-/// its field. The text outlives the closing: who opens the notch without setting it finds the old
-/// one.
-class AddressNotch {
+/// its field. Both are the window's, which may change them at any time. The text outlives the
+/// closing: who opens the notch without setting it finds the old one.
+class AddressNotch : public sigc::trackable {
 public:
     /// What the field is for.
     static constexpr std::string_view prompt = "Search, type a site, or ask Kesto";
@@ -22,8 +22,13 @@ public:
         return orvu::looksLikeSite(text);
     }
 
-    [[nodiscard]] bool isOpen() const { return isOpen_; }
-    [[nodiscard]] const std::string& query() const { return query_; }
+    /// Both must outlive the notch.
+    AddressNotch(Observable<bool>& commandOpen, Observable<std::string>& query);
+    AddressNotch(const AddressNotch&) = delete;
+    AddressNotch& operator=(const AddressNotch&) = delete;
+
+    [[nodiscard]] bool isOpen() const { return commandOpen_.get(); }
+    [[nodiscard]] const std::string& query() const { return query_.get(); }
 
     /// Shows the command bar with what stands in its field.
     void open();
@@ -31,21 +36,25 @@ public:
     void open(std::string_view query);
     void close();
     void setQuery(std::string_view query);
-
-    /// Hands a question to the assistant. While there is none to take it, nothing is set.
-    std::function<void(const std::string&)> onAsk;
+    /// Hands the text to the assistant, if there is one to take it.
+    void ask();
 
     /// Calls `slot` once after each operation that changed something.
     sigc::connection connectChanged(const sigc::slot<void()>& slot) {
         return changes_.connect(slot);
     }
+    /// Calls `slot` with each question for the assistant.
+    sigc::connection connectAsked(const sigc::slot<void(const std::string&)>& slot) {
+        return asked_.connect(slot);
+    }
 
 private:
-    void setOpen(bool open);
+    void changed();
 
-    bool isOpen_ = false;
-    std::string query_;
+    Observable<bool>& commandOpen_;
+    Observable<std::string>& query_;
     ChangeSignal changes_;
+    sigc::signal<void(const std::string&)> asked_;
 };
 
 }  // namespace orvu

@@ -74,15 +74,12 @@ void AddressNotchBody::perform(const NotchAction& action) {
     } else if (const auto* const loaded = std::get_if<LoadAddress>(&wanted)) {
         load(loaded->url);
     } else if (const auto* const switched = std::get_if<SwitchToTab>(&wanted)) {
-        const auto found = std::ranges::find(store_->tabs(), switched->id, &BrowserTab::id);
-        if (found != store_->tabs().end()) store_->select(*std::shared_ptr{*found});
+        if (const auto tab = store_->tab(switched->id)) store_->select(*tab);
         notch_.close();
     }
 }
 
-void AddressNotchBody::ask() {
-    if (notch_.onAsk) notch_.onAsk(std::string{query()});
-}
+void AddressNotchBody::ask() { notch_.ask(); }
 
 void AddressNotchBody::useCorrection() {
     if (correction_) notch_.setQuery(candidates_.queryWithCorrection(*correction_));

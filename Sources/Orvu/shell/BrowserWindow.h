@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/BrowserStore.h"
+#include "platform/EditingCommand.h"
 #include "shell/WindowPlacement.h"
 
 #include <functional>
@@ -28,6 +29,15 @@ public:
     virtual void rememberFrame() = 0;
     /// Brings it to the front with the keyboard.
     virtual void present() = 0;
+
+    // What the commands of the same names do.
+    virtual void performClose() = 0;
+    virtual void performMiniaturize() = 0;
+    /// Fills the screen's free area with the window, or gives it its own size back.
+    virtual void performZoom() = 0;
+    virtual void toggleFullScreen() = 0;
+    /// Edits where the keyboard is, in a page or in a text field.
+    virtual void edit(EditingCommand command) = 0;
 };
 
 /// What is fixed when a window is made.

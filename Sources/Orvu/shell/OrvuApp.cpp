@@ -20,8 +20,8 @@ std::optional<Url> fileUrl(const std::filesystem::path& file) {
 }  // namespace
 
 AppDelegate::AppDelegate(UserDefaults& defaults, Workspace& workspace,
-                         BrowserWindowController& windows)
-    : defaults_(defaults), workspace_(workspace), windows_(windows) {}
+                         BrowserWindowController& windows, ApplicationHost& host)
+    : defaults_(defaults), workspace_(workspace), windows_(windows), host_(host) {}
 
 void AppDelegate::applicationDidFinishLaunching() {
     launched_ = true;

@@ -10,11 +10,22 @@
 
 namespace orvu {
 
+/// What the program is on its desktop beside its windows.
+class ApplicationHost {
+public:
+    virtual ~ApplicationHost() = default;
+
+    virtual void terminate() = 0;
+    /// Shows what program this is.
+    virtual void orderFrontStandardAboutPanel() = 0;
+};
+
 /// The program as the desktop sees it: it starts, is handed addresses, and is asked for windows.
 class AppDelegate {
 public:
     /// All arguments must outlive the delegate.
-    AppDelegate(UserDefaults& defaults, Workspace& workspace, BrowserWindowController& windows);
+    AppDelegate(UserDefaults& defaults, Workspace& workspace, BrowserWindowController& windows,
+                ApplicationHost& host);
 
     /// Addresses that came before launch had finished.
     [[nodiscard]] const std::vector<Url>& pendingURLs() const { return pendingURLs_; }
@@ -34,11 +45,14 @@ public:
     void newWindow();
     void newPrivateWindow();
     void makeDefaultBrowser();
+    void orderFrontStandardAboutPanel() { host_.orderFrontStandardAboutPanel(); }
+    void terminate() { host_.terminate(); }
 
 private:
     UserDefaults& defaults_;
     Workspace& workspace_;
     BrowserWindowController& windows_;
+    ApplicationHost& host_;
     std::vector<Url> pendingURLs_;
     bool launched_ = false;
 };

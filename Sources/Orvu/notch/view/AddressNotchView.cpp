@@ -2,6 +2,7 @@
 
 #include "look/Desk.h"
 #include "look/view/CssClass.h"
+#include "look/view/Keyboard.h"
 #include "look/drawing/view/Drawing.h"
 #include "notch/view/Entrance.h"
 
@@ -45,12 +46,13 @@ GskRoundedRect hanging(double x, double y, double width, double height, double r
 }  // namespace
 
 AddressNotchView::AddressNotchView(AddressNotch& notch, std::shared_ptr<BrowserStore> store,
-                                   NotchServices services)
+                                   NotchServices services, Gtk::Widget& badge,
+                                   std::function<int()> restingRoom)
     : notch_(notch),
       store_(std::move(store)),
       services_(std::move(services)),
-      resting_(*store_, services_.loop,
-               [this](const std::string& address) { notch_.open(address); }),
+      restingRoom_(std::move(restingRoom)),
+      resting_(*store_, badge, [this](const std::string& address) { notch_.open(address); }),
       bar_(notch_, *store_),
       open_(*this, Motion::open, 0, [this](double) { step(); }),
       height_(
@@ -74,12 +76,6 @@ AddressNotchView::~AddressNotchView() {
     notify_callbacks();
     bar_.unparent();
     resting_.unparent();
-}
-
-bool AddressNotchView::hasKeyboard() const {
-    const auto* const root = get_root();
-    const Gtk::Widget* const focus = root ? root->get_focus() : nullptr;
-    return focus && focus->is_ancestor(const_cast<AddressNotchView&>(*this));
 }
 
 void AddressNotchView::focusField() {
@@ -107,7 +103,6 @@ void AddressNotchView::showOpen() {
     followTab();
     if (!body_) return;
     updateVisible();
-    resting_.closePanel();
     body_->refresh();
     bar_.refresh();
     bar_.set_can_target(true);
@@ -117,11 +112,11 @@ void AddressNotchView::showOpen() {
 }
 
 void AddressNotchView::showClosed() {
-    const bool hadKeyboard = hasKeyboard();
+    const bool hadKeyboard = holdsKeyboard(*this);
     resting_.set_visible(true);
     bar_.set_can_target(false);
     open_.animateTo(0);
-    if (hadKeyboard && onEditingEnded) onEditingEnded();
+    if (hadKeyboard) editingEnded_.emit();
 }
 
 void AddressNotchView::followTab() {
@@ -159,7 +154,7 @@ void AddressNotchView::step() {
         updateVisible();
     }
     if (progress >= 1 && isOpen_) resting_.set_visible(false);
-    if (onProgress) onProgress(std::clamp(progress, 0.0, 1.0));
+    progress_.emit(std::clamp(progress, 0.0, 1.0));
     queue_draw();
 }
 
@@ -188,7 +183,7 @@ void AddressNotchView::measure_vfunc(Gtk::Orientation orientation, int forSize, 
 }
 
 void AddressNotchView::size_allocate_vfunc(int width, int height, int) {
-    const int room = restingRoom ? restingRoom() : restingWidth;
+    const int room = restingRoom_();
     restingSpace_ = std::clamp(room, std::min(width, 4 * earWidth), std::min(width, restingWidth));
     const int inner = std::max(restingSpace_ - 2 * earWidth, 1);
     if (resting_.get_visible()) {
@@ -295,9 +290,9 @@ void AddressNotchView::keepKeyboard() {
 }
 
 bool AddressNotchView::moveFocus(Gtk::DirectionType direction) {
-    const Gtk::Widget* const previous = get_root()->get_focus();
+    const Gtk::Widget* const previous = focusOf(*this);
     // Backwards from the field the focus is said to have moved, and stands where it was.
-    if (bar_.child_focus(direction) && get_root()->get_focus() != previous) return true;
+    if (bar_.child_focus(direction) && focusOf(*this) != previous) return true;
     // Behind the open bar's last control comes its first.
     get_root()->unset_focus();
     return bar_.child_focus(direction);

@@ -21,23 +21,26 @@ public:
     static constexpr int openWidth = 780;
     static constexpr int restingWidth = 560;
 
-    /// `notch` and what `services` holds must outlive the view.
+    /// `notch`, `badge` and what `services` holds must outlive the view. `badge` stands at the head
+    /// of the closed notch. `restingRoom` gives how wide that may be, in pixels, in the room that
+    /// the bar below leaves it.
     AddressNotchView(AddressNotch& notch, std::shared_ptr<BrowserStore> store,
-                     NotchServices services);
+                     NotchServices services, Gtk::Widget& badge, std::function<int()> restingRoom);
     ~AddressNotchView() override;
 
-    [[nodiscard]] bool hasKeyboard() const;
     /// Gives the open notch's field the keyboard, with all its text selected.
     void focusField();
     /// Takes the closed notch off the window, as while an element of the page fills it.
     void setHidden(bool hidden);
 
-    /// How wide the closed notch may be, in pixels, in the room that the bar below leaves it.
-    std::function<int()> restingRoom;
-    /// The notch has just closed, and had the keyboard.
-    std::function<void()> onEditingEnded;
-    /// How far the notch is open, from 0 to 1, at each step of its motion.
-    std::function<void(double)> onProgress;
+    /// Calls `slot` when the notch has just closed, and had the keyboard.
+    sigc::connection connectEditingEnded(const sigc::slot<void()>& slot) {
+        return editingEnded_.connect(slot);
+    }
+    /// Calls `slot` at each step of the motion with how far the notch is open, from 0 to 1.
+    sigc::connection connectProgress(const sigc::slot<void(double)>& slot) {
+        return progress_.connect(slot);
+    }
 
 protected:
     [[nodiscard]] Gtk::SizeRequestMode get_request_mode_vfunc() const override;
@@ -57,7 +60,6 @@ private:
     };
 
     [[nodiscard]] Outline outline() const;
-    void watchBookmarks();
     void notchChanged();
     void keepKeyboard();
     bool moveFocus(Gtk::DirectionType direction);
@@ -73,6 +75,7 @@ private:
     AddressNotch& notch_;
     const std::shared_ptr<BrowserStore> store_;
     const NotchServices services_;
+    const std::function<int()> restingRoom_;
     NotchSnapshot snapshot_;
     std::unique_ptr<AddressNotchBody> body_;  ///< of the tab in front
     ScopedConnection bodyChanged_;
@@ -88,6 +91,8 @@ private:
     ActiveTabWatch watch_;
     ScopedConnection bookmarksChanged_;
     ScopedConnection notchChanged_;
+    sigc::signal<void()> editingEnded_;
+    sigc::signal<void(double)> progress_;
 };
 
 }  // namespace orvu

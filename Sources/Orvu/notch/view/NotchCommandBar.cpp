@@ -52,18 +52,25 @@ void NotchCommandBar::addFieldRow() {
     bang_.set_valign(Gtk::Align::CENTER);
     fieldRow_.append(bang_);
     field_.set_hexpand(true);
-    field_.onText = [this](const std::string& text) { notch_.setQuery(text); };
-    field_.onCaretAtEnd = [this](bool atEnd) { body_->setCaretAtEnd(atEnd); };
-    field_.onKey = [this](NotchKey key) {
-        // The window ends with it whatever else is being edited.
-        if (key == NotchKey::escape && activate_action("win.endEditing")) return true;
-        return body_->press(key);
-    };
     fieldRow_.append(field_);
     keyHint_.add_css_class("notch-key-hint");
     keyHint_.set_valign(Gtk::Align::CENTER);
     fieldRow_.append(keyHint_);
     append(fieldRow_);
+}
+
+NotchField::Handlers NotchCommandBar::fieldHandlers() {
+    return {.text = [this](const std::string& text) { notch_.setQuery(text); },
+            .caretAtEnd =
+                [this](bool atEnd) {
+                    if (body_) body_->setCaretAtEnd(atEnd);
+                },
+            .key =
+                [this](NotchKey key) {
+                    // The window ends with it whatever else is being edited.
+                    if (key == NotchKey::escape && activate_action("win.endEditing")) return true;
+                    return body_->press(key);
+                }};
 }
 
 void NotchCommandBar::addChoices() {

@@ -36,6 +36,7 @@ private:
     static constexpr int hostIconSize = 18;
     static constexpr int globeSize = 13;
 
+    [[nodiscard]] NotchField::Handlers fieldHandlers();
     void addFieldRow();
     void addChoices();
     void addList();
@@ -52,7 +53,7 @@ private:
     Gtk::Box fieldRow_{Gtk::Orientation::HORIZONTAL, 12};
     Gtk::Image magnifier_;
     Gtk::Label bang_;
-    NotchField field_;
+    NotchField field_{fieldHandlers()};
     Gtk::Label keyHint_;
     NotchCorrection correction_;
     Gtk::Box choices_{Gtk::Orientation::HORIZONTAL, 10};

@@ -3,6 +3,7 @@
 #include "look/text/OneLine.h"
 #include "look/text/TextDirection.h"
 #include "look/view/Accessible.h"
+#include "look/view/Keyboard.h"
 #include "notch/PastedText.h"
 
 #include <gdk/gdkkeysyms.h>
@@ -12,6 +13,7 @@
 #include <cmath>
 #include <cstring>
 #include <optional>
+#include <utility>
 
 namespace orvu {
 namespace {
@@ -22,18 +24,12 @@ const auto modifiers = Gdk::ModifierType::CONTROL_MASK | Gdk::ModifierType::SHIF
 
 /// The key that the notch may want; with modifiers most belong to the text.
 std::optional<NotchKey> notchKey(guint key, Gdk::ModifierType held) {
-    switch (key) {
-        case GDK_KEY_Return:
-        case GDK_KEY_KP_Enter:
-        case GDK_KEY_ISO_Enter:
-            return (held & Gdk::ModifierType::CONTROL_MASK) == Gdk::ModifierType::CONTROL_MASK
-                       ? NotchKey::commandEnter
-                       : NotchKey::enter;
-        case GDK_KEY_Escape:
-            return NotchKey::escape;
-        default:
-            break;
+    if (isReturnKey(key)) {
+        return (held & Gdk::ModifierType::CONTROL_MASK) == Gdk::ModifierType::CONTROL_MASK
+                   ? NotchKey::commandEnter
+                   : NotchKey::enter;
     }
+    if (key == GDK_KEY_Escape) return NotchKey::escape;
     if (held != Gdk::ModifierType{}) return std::nullopt;
     switch (key) {
         case GDK_KEY_Tab:
@@ -55,7 +51,7 @@ std::optional<NotchKey> notchKey(guint key, Gdk::ModifierType held) {
 
 }  // namespace
 
-NotchField::NotchField() {
+NotchField::NotchField(Handlers handlers) : handlers_(std::move(handlers)) {
     add_css_class("notch-field");
     entry_.add_css_class("notch-entry");
     const std::string prompt{AddressNotch::prompt};
@@ -178,20 +174,20 @@ void NotchField::textChanged() {
     queue_allocate();
     keepSelection();
     // The text goes first: where the caret stands has a meaning only in it.
-    if (!isSetting_ && onText) onText(entry_.get_text().raw());
+    if (!isSetting_) handlers_.text(entry_.get_text().raw());
     caretMoved();
 }
 
 void NotchField::caretMoved() {
     queue_allocate();
-    if (!isSetting_ && onCaretAtEnd) onCaretAtEnd(isCaretAtEnd());
+    if (!isSetting_) handlers_.caretAtEnd(isCaretAtEnd());
 }
 
 bool NotchField::keyPressed(guint key, Gdk::ModifierType state) {
     keepSelection();
-    if (isComposing_ || !onKey) return false;
+    if (isComposing_) return false;
     const auto wanted = notchKey(key, state & modifiers);
-    return wanted && onKey(*wanted);
+    return wanted && handlers_.key(*wanted);
 }
 
 bool NotchField::grab_focus_vfunc() { return entry_.grab_focus(); }

@@ -14,7 +14,16 @@ namespace orvu {
 /// composes, every key is its own.
 class NotchField : public Gtk::Widget {
 public:
-    NotchField();
+    /// What the field tells of the user's doings.
+    struct Handlers {
+        std::function<void(const std::string&)> text;
+        /// The caret came to stand behind the whole text, or left that place.
+        std::function<void(bool)> caretAtEnd;
+        /// False for a key that is the text's own.
+        std::function<bool(NotchKey)> key;
+    };
+
+    explicit NotchField(Handlers handlers);
     ~NotchField() override;
 
     /// Shows `text`, with the caret behind it, unless it stands there already.
@@ -24,12 +33,6 @@ public:
     void setGhost(const std::string& ghost);
     /// What assistive technology says of the field beside its name: the chosen row.
     void describe(const std::string& text);
-
-    std::function<void(const std::string&)> onText;
-    /// The caret came to stand behind the whole text, or left that place.
-    std::function<void(bool)> onCaretAtEnd;
-    /// False for a key that is the text's own.
-    std::function<bool(NotchKey)> onKey;
 
 protected:
     [[nodiscard]] Gtk::SizeRequestMode get_request_mode_vfunc() const override;
@@ -50,6 +53,7 @@ private:
     bool keyPressed(guint key, Gdk::ModifierType state);
     void placeGhost(int width, int height);
 
+    const Handlers handlers_;
     Gtk::Entry entry_;
     Gtk::Label ghost_;
     bool isComposing_ = false;

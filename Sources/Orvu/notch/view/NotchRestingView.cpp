@@ -18,11 +18,9 @@ constexpr int symbolSize = 12;
 
 }  // namespace
 
-NotchRestingView::NotchRestingView(BrowserStore& store, MainLoop& loop,
+NotchRestingView::NotchRestingView(BrowserStore& store, Gtk::Widget& badge,
                                    std::function<void(const std::string&)> opened)
-    : store_(store),
-      opened_(std::move(opened)),
-      badge_(store, loop, [this] { opened_(shown_.address); }) {
+    : store_(store), opened_(std::move(opened)), badge_(badge) {
     add_css_class("notch-resting");
     row_.add_css_class("notch-resting-row");
     row_.set_size_request(-1, height);
@@ -41,6 +39,8 @@ NotchRestingView::NotchRestingView(BrowserStore& store, MainLoop& loop,
     click->signal_released().connect([this](int, double, double) { opened_(shown_.address); });
     row_.add_controller(click);
 }
+
+NotchRestingView::~NotchRestingView() { row_.remove(badge_); }
 
 void NotchRestingView::addLabel() {
     site_.add_css_class("notch-site");
@@ -68,7 +68,6 @@ void NotchRestingView::addTool(Gtk::Button& button, Gtk::Image& symbol, const ch
 }
 
 void NotchRestingView::refresh(const BrowserTab& tab) {
-    badge_.refresh();
     const NotchResting resting = NotchResting::of(tab);
     if (resting != shown_) {
         shown_ = resting;

@@ -3,7 +3,6 @@
 #include "core/BrowserStore.h"
 #include "look/drawing/view/BrowserLoadingDots.h"
 #include "notch/NotchResting.h"
-#include "shell/siteinfo/view/SiteInfoButton.h"
 
 #include <gtkmm/box.h>
 #include <gtkmm/button.h>
@@ -21,13 +20,13 @@ class NotchRestingView : public Gtk::Overlay {
 public:
     static constexpr int height = 42;
 
-    /// `store` and `loop` must outlive the view. `opened` is called with the address at a click.
-    NotchRestingView(BrowserStore& store, MainLoop& loop,
+    /// `store` and `badge`, which stands at the head, must outlive the view. `opened` is called
+    /// with the address at a click.
+    NotchRestingView(BrowserStore& store, Gtk::Widget& badge,
                      std::function<void(const std::string&)> opened);
+    ~NotchRestingView() override;
 
     void refresh(const BrowserTab& tab);
-    /// Closes the panel of the site, if it is open.
-    void closePanel() { badge_.close(); }
 
 private:
     void addLabel();
@@ -39,7 +38,7 @@ private:
     const std::function<void(const std::string&)> opened_;
     NotchResting shown_;
     Gtk::Box row_{Gtk::Orientation::HORIZONTAL, 8};
-    SiteInfoButton badge_;
+    Gtk::Widget& badge_;
     Gtk::Button open_;
     Gtk::Box label_;
     Gtk::Label site_;

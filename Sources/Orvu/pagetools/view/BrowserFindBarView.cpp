@@ -2,6 +2,7 @@
 
 #include "look/view/Accessible.h"
 #include "look/view/CssClass.h"
+#include "look/view/Keyboard.h"
 #include "look/view/SymbolImage.h"
 
 #include <gdk/gdkkeysyms.h>
@@ -75,7 +76,7 @@ bool BrowserFindBarView::keyPressed(guint key, Gdk::ModifierType held) {
         std::function{close_}();  // a copy: the call may end this
         return true;
     }
-    if (shift && (key == GDK_KEY_Return || key == GDK_KEY_KP_Enter)) {
+    if (shift && isReturnKey(key)) {
         bar_.find(true);
         return true;
     }

@@ -35,17 +35,13 @@ ReaderView::ReaderView(std::shared_ptr<const ReaderArticle> article, ReaderLook&
     add_overlay(controls_);
     addKeys();
     const auto focus = Gtk::EventControllerFocus::create();
-    focus->signal_enter().connect([this] {
-        if (onFocus) onFocus();
-    });
+    focus->signal_enter().connect(focused_.make_slot());
     add_controller(focus);
     look_.connectChanged(sigc::mem_fun(*this, &ReaderView::refresh));
     refresh();
     set_opacity(0);
     signal_map().connect([this] { fade_.animateTo(1); });
 }
-
-ReaderView::~ReaderView() { onFocus = nullptr; }
 
 void ReaderView::addKeys() {
     // Before the text, which has no use for these keys without a caret.

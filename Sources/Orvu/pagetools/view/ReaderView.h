@@ -19,7 +19,6 @@ public:
     /// `look` must outlive the view. `close` is asked for the end of the reader.
     ReaderView(std::shared_ptr<const ReaderArticle> article, ReaderLook& look,
                std::function<void()> close);
-    ~ReaderView() override;
 
     [[nodiscard]] const ReaderArticle* article() const { return article_.get(); }
     void focusText() { text_.grab_focus(); }
@@ -28,8 +27,10 @@ public:
     /// Fades out and takes no clicks any more; then calls `gone`, which must not end the view.
     void leave(std::function<void()> gone);
 
-    /// Called when the keyboard comes to the reader.
-    std::function<void()> onFocus;
+    /// Calls `slot` when the keyboard comes to the reader.
+    sigc::connection connectFocused(const sigc::slot<void()>& slot) {
+        return focused_.connect(slot);
+    }
 
 private:
     void addKeys();
@@ -43,6 +44,7 @@ private:
     Gtk::ScrolledWindow scroll_;
     ReaderControls controls_;
     std::function<void()> gone_;
+    sigc::signal<void()> focused_;
     SpringAnimation fade_;
 };
 

@@ -1,13 +1,10 @@
 #include "shell/column/GroupNameEditing.h"
 
-#include <algorithm>
-
 namespace orvu {
 
 std::optional<std::string> GroupNameEditing::begin() {
-    const auto& groups = store_.groups();
-    const auto found = std::ranges::find(groups, group_, &TabGroup::id);
-    before_ = found != groups.end() ? std::optional{found->name} : std::nullopt;
+    const TabGroup* const group = store_.group(group_);
+    before_ = group ? std::optional{group->name} : std::nullopt;
     return before_;
 }
 

@@ -1,5 +1,7 @@
 #include "shell/menus/ColumnMenus.h"
 
+#include "shell/menus/Commands.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -19,6 +21,25 @@ MenuEntry onTab(std::string title, bool enabled, const std::shared_ptr<BrowserTa
     return {.title = std::move(title), .enabled = enabled, .run = run};
 }
 
+/// The line of a command about a tab.
+MenuEntry line(std::string_view name, BrowserStore& store, const std::shared_ptr<BrowserTab>& tab) {
+    const Command& wanted = command(name);
+    const CommandSubject subject{store, tab.get()};
+    return onTab(wanted.titleFor(subject), wanted.enabled(subject), tab,
+                 [&store, act = std::get<Command::ForTab>(wanted.run)](BrowserTab& live) {
+                     act(store, live);
+                 });
+}
+
+/// The line of a command about a group.
+MenuEntry line(std::string_view name, BrowserStore& store, const TabGroup& group) {
+    const Command& wanted = command(name);
+    return {.title = wanted.title,
+            .run = [&store, group, act = std::get<Command::ForGroup>(wanted.run)] {
+                act(store, group);
+            }};
+}
+
 /// The groups into which a tab can move. With none left the line stays, greyed.
 MenuEntry moveToGroup(BrowserStore& store, const std::shared_ptr<BrowserTab>& tab) {
     MenuEntry menu{.kind = Kind::submenu, .title = "Move to Group"};
@@ -32,46 +53,22 @@ MenuEntry moveToGroup(BrowserStore& store, const std::shared_ptr<BrowserTab>& ta
     return menu;
 }
 
-/// A tab may name a group that has ended: then it is in none.
-bool isInGroup(const BrowserStore& store, const BrowserTab& tab) {
-    return std::ranges::any_of(store.groups(),
-                               [&](const auto& group) { return group.id == tab.groupID(); });
-}
-
-void duplicate(BrowserStore& store, const BrowserTab& tab) {
-    const auto& tabs = store.tabs();
-    const bool stands =
-        std::ranges::any_of(tabs, [&](const auto& each) { return each->id() == tab.id(); });
-    if (stands && tab.url()) store.newTab(tab.url(), BrowserStore::Select::yes);
-}
-
 }  // namespace
 
 std::vector<MenuEntry> tabMenu(BrowserStore& store, const std::shared_ptr<BrowserTab>& tab) {
-    const bool page = !tab->isNewTab();
-    const bool active = store.activeID() == tab->id();
-    const auto line = [&](std::string title, bool enabled, std::function<void(BrowserTab&)> act) {
-        return onTab(std::move(title), enabled, tab, std::move(act));
-    };
     std::vector<MenuEntry> menu{
-        line("Open Side by Side", page && !active,
-             [&store](BrowserTab& live) { store.openSideBySide(live); }),
+        line("openSideBySide", store, tab),
         separator(),
-        line("Add to New Group", true, [&store](BrowserTab& live) { store.newGroup(live); }),
+        line("newGroup", store, tab),
     };
     if (!store.groups().empty()) menu.push_back(moveToGroup(store, tab));
-    menu.push_back(line("Remove from Group", isInGroup(store, *tab),
-                        [&store](BrowserTab& live) { store.removeFromGroup(live); }));
+    menu.push_back(line("removeFromGroup", store, tab));
     menu.push_back(separator());
-    menu.push_back(line(tab->isPinned() ? "Unpin Tab" : "Pin Tab", true,
-                        [&store](BrowserTab& live) { store.togglePin(live); }));
-    menu.push_back(
-        line("Park on the Shelf", page, [&store](const BrowserTab& live) { store.park(live); }));
-    menu.push_back(
-        line("Duplicate Tab", page, [&store](const BrowserTab& live) { duplicate(store, live); }));
+    for (const auto* const name : {"togglePin", "park", "duplicate"}) {
+        menu.push_back(line(name, store, tab));
+    }
     menu.push_back(separator());
-    menu.push_back(
-        line("Close Tab", true, [&store](const BrowserTab& live) { store.close(live); }));
+    menu.push_back(line("closeTab", store, tab));
     return menu;
 }
 
@@ -80,10 +77,10 @@ std::vector<MenuEntry> groupMenu(BrowserStore& store, const TabGroup& group,
     const bool canRename = static_cast<bool>(rename);
     return {
         {.title = "Rename…", .enabled = canRename, .run = std::move(rename)},
-        {.title = "Change Colour", .run = [&store, group] { store.recolor(group); }},
-        {.title = "Ungroup", .run = [&store, group] { store.ungroup(group); }},
+        line("recolor", store, group),
+        line("ungroup", store, group),
         separator(),
-        {.title = "Close Group", .run = [&store, group] { store.closeGroup(group); }},
+        line("closeGroup", store, group),
     };
 }
 
@@ -91,8 +88,8 @@ std::vector<MenuEntry> shelfMenu(BrowserStore& store) {
     std::vector<MenuEntry> menu;
     const auto front = store.active();
     if (front && !front->isNewTab()) {
-        menu.push_back(onTab("Park This Tab on the Shelf", true, front,
-                             [&store](const BrowserTab& live) { store.park(live); }));
+        menu.push_back(line("park", store, front));
+        menu.back().title = "Park This Tab on the Shelf";
         menu.push_back(separator());
     }
     if (store.shelf().empty()) menu.push_back({.kind = Kind::text, .title = shelfHelp});

@@ -1,36 +1,36 @@
 #include "shell/menus/MainMenu.h"
 
+#include <initializer_list>
+
 namespace orvu {
 namespace {
 
-constexpr MenuItem separator{};
+/// Commands by name; an empty name is a separator.
+std::vector<MenuItem> lines(std::initializer_list<std::string_view> names) {
+    std::vector<MenuItem> items;
+    for (const auto name : names) {
+        items.push_back(name.empty() ? MenuItem{} : MenuItem{command(name)});
+    }
+    return items;
+}
 
 }  // namespace
+
+MenuItem::MenuItem(const Command& command)
+    : title(command.title), action(command.action()), keys(command.shownKey()) {}
+
+MenuItem::MenuItem(const Command& command, const CommandSubject& subject)
+    : title(command.titleFor(subject)), action(command.action()), keys(command.shownKey()) {}
 
 std::vector<Menu> makeMenu() {
     // This desktop has no way to hide a program's windows without closing or minimising them.
     return {
         {"Orvu",
-         {{"About Orvu", "app.orderFrontStandardAboutPanel", ""},
-          separator,
-          {"Make Orvu Your Default Browser", "app.makeDefaultBrowser", ""},
-          separator,
-          {"Quit Orvu", "app.terminate", "⌘Q"}}},
-        {"File",
-         {{"New Window", "app.newWindow", "⌘N"},
-          {"New Private Window", "app.newPrivateWindow", "⇧⌘N"},
-          separator,
-          {"Close Window", "win.performClose", "⇧⌘W"}}},
-        {"Edit",
-         {{"Undo", "win.undo", "⌘Z"},
-          {"Redo", "win.redo", "⇧⌘Z"},
-          separator,
-          {"Cut", "win.cut", "⌘X"},
-          {"Copy", "win.copy", "⌘C"},
-          {"Paste", "win.paste", "⌘V"},
-          {"Select All", "win.selectAll", "⌘A"}}},
-        {"View", {{"Enter Full Screen", "win.toggleFullScreen", "⌃⌘F"}}},
-        {"Window", {{"Minimize", "win.performMiniaturize", "⌘M"}, {"Zoom", "win.performZoom", ""}}},
+         lines({"orderFrontStandardAboutPanel", "", "makeDefaultBrowser", "", "terminate"})},
+        {"File", lines({"newWindow", "newPrivateWindow", "", "performClose"})},
+        {"Edit", lines({"undo", "redo", "", "cut", "copy", "paste", "selectAll"})},
+        {"View", lines({"toggleFullScreen"})},
+        {"Window", lines({"performMiniaturize", "performZoom"})},
     };
 }
 

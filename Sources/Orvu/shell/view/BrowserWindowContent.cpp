@@ -1,10 +1,11 @@
 #include "shell/view/BrowserWindowContent.h"
 
 #include "look/view/CssClass.h"
+#include "look/view/Keyboard.h"
 #include "profiles/ProfileLook.h"
 #include "shell/WindowPlacement.h"
 
-#include <gtkmm/root.h>
+#include <gtkmm/window.h>
 
 #include <algorithm>
 #include <vector>
@@ -19,18 +20,20 @@ std::unique_ptr<BrowserFrame> makeFrame(const BrowserStore& store) {
 
 }  // namespace
 
-BrowserWindowContent::BrowserWindowContent(const std::shared_ptr<BrowserStore>& store,
-                                           NarrowColumn& narrow, DownloadStore& downloads,
+BrowserWindowContent::BrowserWindowContent(BrowserView& view, DownloadStore& downloads,
                                            const NotchServices& services)
-    : store_(store),
-      frame_(makeFrame(*store)),
-      topBar_(store, downloads),
-      tabs_({store, narrow}),
-      page_(store),
-      scrim_([this] { notch_.close(); }),
-      notchView_(notch_, store, services),
+    : view_(view),
+      notch_(view.commandOpen, view.query),
+      frame_(makeFrame(view.store())),
+      topBar_(view, downloads),
+      tabs_(view),
+      page_(view),
+      scrim_([this] { view_.commandOpen.set(false); }),
+      badge_(view, services.loop),
+      notchView_(notch_, view.sharedStore(), services, badge_,
+                 [this] { return topBar_.roomInTheMiddle(*this) - 2 * notchMargin; }),
       refresh_(*this, [this] { refresh(); }),
-      watch_(*store, [this] { refresh_.mark(); }) {
+      watch_(view.store(), [this] { refresh_.mark(); }) {
     add_css_class("browser-view");
     set_child(*frame_);
     add_overlay(column_);
@@ -42,35 +45,30 @@ BrowserWindowContent::BrowserWindowContent(const std::shared_ptr<BrowserStore>& 
     row_.append(page_);
     column_.append(bar_);
     column_.append(row_);
-    page_.onFullscreen = [this](bool on) { setElementFullscreen(on); };
-    topBar_.navigation().setOnKeyboardLeft([this] { page_.focusContent(); });
     addNotch();
-    front_ = store_->active();
+    view_.connectAreaMoveRequested(sigc::mem_fun(*this, &BrowserWindowContent::moveFocus));
+    view_.fullscreenTab.connectChanged(
+        sigc::mem_fun(*this, &BrowserWindowContent::fullscreenChanged));
+    front_ = view_.store().active();
     static_cast<void>(page_.refresh());  // its process starts before the window is drawn
 }
 
-BrowserWindowContent::~BrowserWindowContent() {
-    notify_callbacks();
-    page_.onFullscreen = nullptr;
-    topBar_.onRoomChanged = nullptr;
-    topBar_.navigation().setOnKeyboardLeft(nullptr);
-    notchView_.onEditingEnded = nullptr;
-    notchView_.onProgress = nullptr;
-}
+BrowserWindowContent::~BrowserWindowContent() { notify_callbacks(); }
 
 void BrowserWindowContent::addNotch() {
     add_overlay(scrim_);
     add_overlay(notchView_);
-    notchView_.restingRoom = [this] { return topBar_.roomInTheMiddle(*this) - 2 * notchMargin; };
-    topBar_.onRoomChanged = [this] { notchView_.queue_allocate(); };
-    notchView_.onEditingEnded = [this] { page_.focusContent(); };
-    notchView_.onProgress = [this](double open) { scrim_.setShown(open); };
+    topBar_.connectRoomChanged(sigc::mem_fun(notchView_, &Gtk::Widget::queue_allocate));
+    notchView_.connectEditingEnded(sigc::mem_fun(view_, &BrowserView::focusPage));
+    notchView_.connectProgress(sigc::mem_fun(scrim_, &NotchScrim::setShown));
+    view_.connectAddressFocusRequested(sigc::mem_fun(notchView_, &AddressNotchView::focusField));
     // While the veil fades the window is the person's again.
-    notch_.connectChanged([this] { scrim_.set_can_target(notch_.isOpen()); });
+    view_.commandOpen.connectChanged(
+        sigc::track_object([this] { scrim_.set_can_target(view_.commandOpen.get()); }, *this));
 }
 
 void BrowserWindowContent::refresh() {
-    const auto tab = store_->active();
+    const auto tab = view_.store().active();
     const bool otherTab = tab != front_.lock();
     front_ = tab;
     const bool otherPage = page_.refresh();
@@ -79,53 +77,37 @@ void BrowserWindowContent::refresh() {
 }
 
 void BrowserWindowContent::focusNewFront() {
-    if (!notch_.isOpen()) page_.focusContent();
-}
-
-void BrowserWindowContent::editAddress(const std::string& text) {
-    notch_.open(text);
-    notchView_.focusField();
-}
-
-bool BrowserWindowContent::endEditing() {
-    const bool wasOpen = notch_.isOpen() || page_.showsFind();
-    notch_.close();
-    page_.closeFind();
-    if (wasOpen) return true;
-    const auto tab = store_->active();
-    if (!tab || !tab->captureQuestion()) return false;
-    tab->answerCapture(CaptureAnswer::dismiss);
-    return true;
+    if (!view_.commandOpen.get()) view_.focusPage();
 }
 
 void BrowserWindowContent::moveFocus(int areas) {
+    auto* const window = dynamic_cast<Gtk::Window*>(get_root());
+    if (!window) return;
+    gtk_window_set_focus_visible(window->gobj(), TRUE);
     std::vector<Gtk::Widget*> all{&bar_, &tabs_, &page_};
     for (Gtk::Widget* const part : {page_.divider(), page_.question()}) {
         if (part) all.insert(all.end() - 1, part);
     }
-    const Gtk::Widget* const focus = get_root() ? get_root()->get_focus() : nullptr;
-    const auto holdsFocus = [&](Gtk::Widget& area) {
-        return focus == &area || (focus && focus->is_ancestor(area));
-    };
     const auto found = std::ranges::find_if(all, [&](Gtk::Widget* area) {
         // The notch hangs over the bar and counts as a part of it.
-        return holdsFocus(*area) || (area == &bar_ && holdsFocus(notchView_));
+        return holdsKeyboard(*area) || (area == &bar_ && holdsKeyboard(notchView_));
     });
     const auto count = static_cast<int>(all.size());
     const int previous = found == all.end() ? count - 1 : static_cast<int>(found - all.begin());
     Gtk::Widget* const next = all[static_cast<std::size_t>((previous + areas + count) % count)];
-    if (next != &bar_) notch_.close();
+    if (next != &bar_) view_.commandOpen.set(false);
     if (next == &bar_) {
         activate_action("win.editAddress");
     } else if (next == &page_) {
-        page_.focusContent();
+        view_.focusPage();
     } else {
         next->child_focus(Gtk::DirectionType::TAB_FORWARD);
     }
 }
 
-void BrowserWindowContent::setElementFullscreen(bool on) {
-    notch_.close();
+void BrowserWindowContent::fullscreenChanged() {
+    const bool on = view_.fullscreenTab.get().has_value();
+    view_.commandOpen.set(false);
     notchView_.setHidden(on);
     bar_.set_visible(!on);
     tabs_.set_visible(!on);

@@ -4,10 +4,12 @@
 #include "look/view/FrameRefresh.h"
 #include "notch/AddressNotch.h"
 #include "notch/view/AddressNotchView.h"
-#include "shell/view/BrowserFrame.h"
-#include "shell/pagearea/view/BrowserPageCard.h"
+#include "shell/BrowserView.h"
 #include "shell/column/view/BrowserTabColumn.h"
+#include "shell/pagearea/view/BrowserPageCard.h"
+#include "shell/siteinfo/view/SiteInfoButton.h"
 #include "shell/topbar/view/BrowserTopBar.h"
+#include "shell/view/BrowserFrame.h"
 #include "shell/view/NotchScrim.h"
 
 #include <gtkmm/overlay.h>
@@ -18,32 +20,13 @@
 namespace orvu {
 
 /// The content of a browser window: the desk, and on it the top bar, the column of tabs and the
-/// page area, with the notch over them, all of one store.
+/// page area, with the notch over them.
 class BrowserWindowContent : public Gtk::Overlay {
 public:
-    /// `narrow` is the window's; it, `downloads` and what `services` holds outlive the view.
-    BrowserWindowContent(const std::shared_ptr<BrowserStore>& store, NarrowColumn& narrow,
-                         DownloadStore& downloads, const NotchServices& services);
+    /// `view`, `downloads` and what `services` holds outlive the content.
+    BrowserWindowContent(BrowserView& view, DownloadStore& downloads,
+                         const NotchServices& services);
     ~BrowserWindowContent() override;
-
-    /// Gives the keyboard to the tab in front.
-    void focusContent() { page_.focusContent(); }
-    [[nodiscard]] AddressNotch& notch() { return notch_; }
-    /// Opens the notch with `text`; in a notch that is open already, it takes the text's place.
-    void editAddress(const std::string& text);
-    /// Opens the search bar over the page, with the keyboard in it. While two pages stand side by
-    /// side it doesn't show.
-    void openFind() { page_.openFind(); }
-    /// Goes on to the next match, or the previous one; opens the bar if it is closed.
-    void findAgain(bool backwards) { page_.findAgain(backwards); }
-    /// Shows the time line of the day, with the keyboard in it.
-    void openRewind() { topBar_.navigation().openRewind(); }
-    /// Closes the notch and the search bar or, if both are closed, what the page in front asks for. False if there is
-    /// neither.
-    bool endEditing();
-    /// Moves the keyboard among the address, the column, the divider of a pair, what the page asks
-    /// for and the page, so many places on, or back if negative.
-    void moveFocus(int areas);
 
 private:
     static constexpr int notchMargin = 8;  ///< between the closed notch and the bar's parts
@@ -51,9 +34,12 @@ private:
     void addNotch();
     void refresh();
     void focusNewFront();
-    void setElementFullscreen(bool on);
+    /// Moves the keyboard among the address, the column, the divider of a pair, what the page asks
+    /// for and the page, so many places on, or back if negative.
+    void moveFocus(int areas);
+    void fullscreenChanged();
 
-    const std::shared_ptr<BrowserStore> store_;
+    BrowserView& view_;
     AddressNotch notch_;
     std::unique_ptr<BrowserFrame> frame_;
     Gtk::Box column_{Gtk::Orientation::VERTICAL};
@@ -63,6 +49,7 @@ private:
     BrowserTabColumn tabs_;
     BrowserPageCard page_;
     NotchScrim scrim_;
+    SiteInfoButton badge_;
     AddressNotchView notchView_;
     std::weak_ptr<BrowserTab> front_;  ///< the tab that the keyboard followed last
     FrameRefresh refresh_;

@@ -2,9 +2,9 @@
 
 #include "platform/linux/desktop/X11Placement.h"
 #include "profiles/ProfileLook.h"
+#include "profiles/Preferences.h"
+#include "shell/menus/Commands.h"
 #include "shell/menus/KeySigns.h"
-#include "shell/menus/MainMenu.h"
-#include "platform/linux/web/EditingActions.h"
 
 #include <gtkmm/shortcut.h>
 #include <gtkmm/shortcutaction.h>
@@ -18,9 +18,7 @@ namespace orvu {
 BrowserWindowView::BrowserWindowView(WindowEnvironment environment,
                                      const BrowserWindowTraits& traits,
                                      std::function<void()> closed)
-    : environment_(std::move(environment)),
-      closed_(std::move(closed)),
-      narrow_(environment_.defaults) {
+    : environment_(std::move(environment)), closed_(std::move(closed)) {
     window_.set_title(std::string{traits.title});
     window_.add_css_class("orvu");
     if (traits.isPrivate) window_.add_css_class("private");
@@ -32,7 +30,7 @@ BrowserWindowView::BrowserWindowView(WindowEnvironment environment,
                              WindowPlacement::minimumSize.height);
     environment_.application.add_window(window_);
     addCommands();
-    addWindowActions();
+    addEscape();
     window_.signal_close_request().connect(sigc::mem_fun(*this, &BrowserWindowView::closeRequested),
                                            false);
 }
@@ -45,18 +43,32 @@ BrowserWindowView::~BrowserWindowView() {
 void BrowserWindowView::setContent(const std::shared_ptr<BrowserStore>& store) {
     window_.unset_child();
     content_.reset();
-    store_ = store;
+    // What the person made of the column stays with the window.
+    const bool narrow =
+        view_ ? view_->narrow.get() : Prefs::boolean(environment_.defaults, "narrowTabs", false);
+    view_ = std::make_unique<BrowserView>(
+        store,
+        BrowserView::Context{*this, environment_.profiles, environment_.pasteboard,
+                             environment_.workspace,
+                             [this](const Profile& profile) {
+                                 environment_.switchProfile(view_->store(), profile);
+                             }},
+        narrow ? BrowserView::Narrow::yes : BrowserView::Narrow::no);
     content_ = std::make_unique<BrowserWindowContent>(
-        store, narrow_, environment_.downloads,
+        *view_, environment_.downloads,
         NotchServices{environment_.suggestions, environment_.loop, environment_.defaults});
     window_.set_child(*content_);
-    content_->focusContent();
-    for (std::size_t look = 0; look < ProfileLook::all.size(); ++look) {
+    view_->focusPage();
+    showLook(*store);
+}
+
+void BrowserWindowView::showLook(const BrowserStore& store) {
+    const auto& looks = ProfileLook::all;
+    for (std::size_t look = 0; look < looks.size(); ++look) {
         window_.remove_css_class("look-" + std::to_string(look));
     }
-    const auto& looks = ProfileLook::all;
-    const auto index = &ProfileLook::at(store->profile().color) - looks.data();
-    if (!store->isPrivate()) window_.add_css_class("look-" + std::to_string(index));
+    const auto index = &ProfileLook::at(store.profile().color) - looks.data();
+    if (!store.isPrivate()) window_.add_css_class("look-" + std::to_string(index));
 }
 
 bool BrowserWindowView::isVisible() const {
@@ -79,59 +91,42 @@ void BrowserWindowView::present() {
     if (first && place_) moveWindow(GTK_WINDOW(window_.gobj()), *place_);
 }
 
-void BrowserWindowView::editAddress(const std::string& text) { content_->editAddress(text); }
-
-bool BrowserWindowView::endEditing() { return content_->endEditing(); }
-
-void BrowserWindowView::moveFocus(int areas) {
-    gtk_window_set_focus_visible(GTK_WINDOW(window_.gobj()), TRUE);
-    content_->moveFocus(areas);
+void BrowserWindowView::performZoom() {
+    if (window_.is_maximized()) {
+        window_.unmaximize();
+    } else {
+        window_.maximize();
+    }
 }
 
-void BrowserWindowView::switchProfile(const Profile& profile) {
-    environment_.switchProfile(*store_, profile);
+void BrowserWindowView::toggleFullScreen() {
+    if (window_.is_fullscreen()) {
+        window_.unfullscreen();
+    } else {
+        window_.fullscreen();
+    }
 }
 
 void BrowserWindowView::addCommands() {
-    for (const WindowCommand& command : windowCommands(environment_.profiles)) {
-        window_.add_action(command.name, [this, run = command.run] { run(*this); });
-        for (const auto& keys : command.keys) addShortcut(keys, "win." + command.name);
+    for (const Command& command : commands()) {
+        if (command.isForGroup()) continue;
+        if (!command.isForApplication()) {
+            window_.add_action(command.name, [this, &command] { command.runIn(*view_); });
+        }
+        if (command.keysOf == Command::KeysOf::focus) continue;
+        for (const auto* const keys : {&command.keys, &command.alias}) {
+            for (const auto& key : *keys) addShortcut(key, command.action());
+        }
     }
+}
+
+void BrowserWindowView::addEscape() {
     auto escape = Gtk::ShortcutController::create();
     escape->add_shortcut(Gtk::Shortcut::create(
         Gtk::ShortcutTrigger::parse_string("Escape"),
         Gtk::CallbackAction::create(
-            [this](Gtk::Widget&, const Glib::VariantBase&) { return endEditing(); })));
+            [this](Gtk::Widget&, const Glib::VariantBase&) { return view_->endEditing(); })));
     window_.add_controller(escape);
-}
-
-void BrowserWindowView::addWindowActions() {
-    window_.add_action("performClose", [this] { window_.close(); });
-    window_.add_action("performMiniaturize", [this] { window_.minimize(); });
-    window_.add_action("performZoom", [this] {
-        if (window_.is_maximized()) {
-            window_.unmaximize();
-        } else {
-            window_.maximize();
-        }
-    });
-    window_.add_action("toggleFullScreen", [this] {
-        if (window_.is_fullscreen()) {
-            window_.unfullscreen();
-        } else {
-            window_.fullscreen();
-        }
-    });
-    for (const char* const name : {"undo", "redo", "cut", "copy", "paste", "selectAll"}) {
-        window_.add_action(name, [this, name] { editInFocus(window_, name); });
-    }
-    for (const Menu& menu : makeMenu()) {
-        // Fields and pages have the editing keys already.
-        if (menu.title == "Edit") continue;
-        for (const MenuItem& item : menu.items) {
-            if (!item.keys.empty()) addShortcut(std::string{item.keys}, std::string{item.action});
-        }
-    }
 }
 
 void BrowserWindowView::addShortcut(const std::string& keys, const std::string& action) {

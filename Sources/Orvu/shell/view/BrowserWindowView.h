@@ -2,8 +2,8 @@
 
 #include "platform/MainLoop.h"
 #include "platform/UserDefaults.h"
+#include "platform/linux/web/EditingCommands.h"
 #include "shell/BrowserWindow.h"
-#include "shell/menus/WindowCommands.h"
 #include "shell/view/BrowserWindowContent.h"
 
 #include <gtkmm/application.h>
@@ -28,8 +28,9 @@ struct WindowEnvironment {
     std::function<void(const BrowserStore&, const Profile&)> switchProfile;
 };
 
-/// A browser window: the top bar, the list of tabs and the page.
-class BrowserWindowView : public BrowserWindow, public WindowCommandTarget, public sigc::trackable {
+/// A browser window on this desktop: its frame, its keys and its place; what lies in it shows one
+/// `BrowserView`.
+class BrowserWindowView : public BrowserWindow, public sigc::trackable {
 public:
     BrowserWindowView(WindowEnvironment environment, const BrowserWindowTraits& traits,
                       std::function<void()> closed);
@@ -43,23 +44,17 @@ public:
     void rememberFrame() override;
     void present() override;
 
-    [[nodiscard]] BrowserStore& store() override { return *store_; }
-    void editAddress(const std::string& text) override;
-    bool endEditing() override;
-    void focusNextArea() override { moveFocus(+1); }
-    void focusPreviousArea() override { moveFocus(-1); }
-    void switchProfile(const Profile& profile) override;
-    void openFind() override { content_->openFind(); }
-    void findAgain(bool backwards) override { content_->findAgain(backwards); }
-    void openRewind() override { content_->openRewind(); }
-    [[nodiscard]] Pasteboard& pasteboard() override { return environment_.pasteboard; }
-    [[nodiscard]] Workspace& workspace() override { return environment_.workspace; }
+    void performClose() override { window_.close(); }
+    void performMiniaturize() override { window_.minimize(); }
+    void performZoom() override;
+    void toggleFullScreen() override;
+    void edit(EditingCommand command) override { editInFocus(window_, command); }
 
 private:
     void addCommands();
-    void addWindowActions();
     void addShortcut(const std::string& keys, const std::string& action);
-    void moveFocus(int areas);
+    void addEscape();
+    void showLook(const BrowserStore& store);
     void saveFrame();
     void frameChanged();
     bool closeRequested();
@@ -68,8 +63,7 @@ private:
     const std::function<void()> closed_;
     Gtk::ApplicationWindow window_;
     Gtk::Box invisibleTitlebar_;
-    NarrowColumn narrow_;
-    std::shared_ptr<BrowserStore> store_;
+    std::unique_ptr<BrowserView> view_;
     std::unique_ptr<BrowserWindowContent> content_;
     std::optional<Point> place_;
     Scheduled savesFrame_;

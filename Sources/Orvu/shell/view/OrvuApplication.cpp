@@ -6,6 +6,7 @@
 #include "platform/linux/desktop/ApplicationId.h"
 #include "platform/linux/files/LinuxSystemPaths.h"
 #include "shell/column/view/GroupColorRules.h"
+#include "shell/menus/Commands.h"
 
 #include <filesystem>
 #include <iostream>
@@ -82,17 +83,14 @@ void OrvuApplication::refuse() {
 }
 
 void OrvuApplication::addActions() {
-    const auto add = [this](const char* name, void (AppDelegate::*action)()) {
-        add_action(name, [this, action] { (world_->delegate().*action)(); });
-    };
-    add("newWindow", &AppDelegate::newWindow);
-    add("newPrivateWindow", &AppDelegate::newPrivateWindow);
-    add("makeDefaultBrowser", &AppDelegate::makeDefaultBrowser);
-    add_action("terminate", [this] { quit(); });
-    add_action("orderFrontStandardAboutPanel", [this] { showAbout(); });
+    for (const Command& command : commands()) {
+        if (const auto* const run = std::get_if<Command::ForApplication>(&command.run)) {
+            add_action(command.name, [this, run] { (*run)(world_->delegate()); });
+        }
+    }
 }
 
-void OrvuApplication::showAbout() {
+void OrvuApplication::orderFrontStandardAboutPanel() {
     if (!about_) {
         about_ = std::make_unique<Gtk::AboutDialog>();
         about_->set_program_name("Orvu");

@@ -22,12 +22,15 @@ public:
 
 /// The program on this desktop's message bus: one process, which is handed the arguments of
 /// every further start.
-class OrvuApplication : public Gtk::Application {
+class OrvuApplication : public Gtk::Application, public ApplicationHost {
 public:
     /// Makes the program's parts, in the process that turns out to be the one.
     using MakeWorld = std::function<std::unique_ptr<AppWorld>(OrvuApplication&)>;
 
     explicit OrvuApplication(MakeWorld makeWorld);
+
+    void terminate() override { quit(); }
+    void orderFrontStandardAboutPanel() override;
 
 protected:
     void on_startup() override;
@@ -36,9 +39,7 @@ protected:
 
 private:
     void addActions();
-    void launch();
     void refuse();
-    void showAbout();
 
     MakeWorld makeWorld_;
     std::unique_ptr<SandboxProbe> probe_;

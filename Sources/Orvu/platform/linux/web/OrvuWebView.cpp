@@ -165,11 +165,11 @@ private:
         return TRUE;
     }
     static gboolean enterFullscreen(WebKitWebView*, gpointer data) {
-        if (self(data).onFullscreen) self(data).onFullscreen(true);
+        self(data).fullscreen_.emit(true);
         return FALSE;
     }
     static gboolean leaveFullscreen(WebKitWebView*, gpointer data) {
-        if (self(data).onFullscreen) self(data).onFullscreen(false);
+        self(data).fullscreen_.emit(false);
         return FALSE;
     }
     static void processTerminated(WebKitWebView*, WebKitWebProcessTerminationReason reason,

@@ -8,7 +8,6 @@
 #include "platform/linux/web/WebKitSession.h"
 
 #include <cstdint>
-#include <functional>
 #include <initializer_list>
 #include <memory>
 #include <optional>
@@ -69,8 +68,12 @@ public:
         return changed_.connect(slot);
     }
 
-    /// Called when an element of the page takes the whole screen, and when it gives it back.
-    std::function<void(bool)> onFullscreen;
+    /// Calls `slot` when an element of the page takes the whole screen, and when it gives it back.
+    sigc::connection connectFullscreen(const sigc::slot<void(bool)>& slot) {
+        return fullscreen_.connect(slot);
+    }
+    /// By which others find out whether this view still lives.
+    [[nodiscard]] std::weak_ptr<OrvuWebView*> handle() const { return self_; }
 
 private:
     class Events;
@@ -92,6 +95,7 @@ private:
     GObjectPointer<WebKitWebView> view_;
     std::optional<PageFinder> finder_;  ///< once the engine's view is made
     sigc::signal<void(WebViewProperty)> changed_;
+    sigc::signal<void(bool)> fullscreen_;
     std::string title_;
     std::optional<Url> url_;
     std::optional<Url> pending_;  ///< to be loaded once the engine's view is made

@@ -1,39 +1,44 @@
 #pragma once
 
-#include "core/BrowserTab.h"
+#include "foundation/Signal.h"
+#include "platform/linux/web/OrvuWebView.h"
 
 #include <gtkmm/box.h>
 
-#include <functional>
 #include <memory>
 
 namespace orvu {
 
-/// A place in a window that shows one tab's page. The page belongs to its tab and lives on when
-/// it is taken out.
+/// A place in a window that shows one page of the engine. The page belongs to its tab and lives on
+/// when it is taken out.
 class WebViewHost : public Gtk::Box {
 public:
     WebViewHost();
     ~WebViewHost() override;
 
-    /// Shows the page of `tab`, or nothing for an empty tab. True if another page, or none, stands
-    /// here now.
-    bool show(const std::shared_ptr<BrowserTab>& tab);
+    /// Shows `page`, which the engine of this desktop made, or nothing. True if another page, or
+    /// none, stands here now. A page that ends takes itself out.
+    bool show(WebView* page);
     /// Gives the keyboard to the page.
     void focusPage();
 
-    /// Called when an element of the page takes the whole screen, and when it gives it back.
-    std::function<void(bool)> onFullscreen;
+    /// Calls `slot` when an element of the page takes the whole screen, and when it gives it back.
+    sigc::connection connectFullscreen(const sigc::slot<void(bool)>& slot) {
+        return fullscreen_.connect(slot);
+    }
 
 private:
-    void attach(BrowserTab& tab);
+    [[nodiscard]] OrvuWebView* shown() const;
+    void attach(OrvuWebView& page);
     void detach();
     void setFullscreen(bool on);
-    /// Ends the whole-screen view of a page that is not shown any more; `previous` may be gone.
-    void giveScreenBack(BrowserTab* previous);
+    /// Ends the whole-screen view of a page that is not shown any more; null if it is gone.
+    void giveScreenBack(OrvuWebView* page);
 
-    std::weak_ptr<BrowserTab> shown_;
+    std::weak_ptr<OrvuWebView*> shown_;
     bool inFullscreen_ = false;
+    sigc::signal<void(bool)> fullscreen_;
+    ScopedConnection pageFullscreen_;
 };
 
 }  // namespace orvu

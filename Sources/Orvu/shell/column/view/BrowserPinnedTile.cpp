@@ -11,7 +11,7 @@ BrowserPinnedTile::BrowserPinnedTile(BrowserStore& store, const std::shared_ptr<
       tab_(tab),
       badge_(store.favicons(), store.persistence(), badgeSize),
       refresh_(*this, [this] { refresh(); }) {
-    add_css_class("pinned-tile");
+    Gtk::Widget::add_css_class("pinned-tile");
     property_accessible_role() = Gtk::Accessible::Role::LIST_ITEM;
     set_child(badge_);
     set_focus_on_click(false);  // a click leaves the keyboard where it is
@@ -34,7 +34,7 @@ void BrowserPinnedTile::select() {
     if (const auto tab = tab_.lock()) store_.select(*tab);
 }
 
-void BrowserPinnedTile::closeTab() {
+void BrowserPinnedTile::remove() {
     if (const auto tab = tab_.lock()) store_.close(*tab);
 }
 

@@ -2,7 +2,7 @@
 
 #include "core/BrowserStore.h"
 #include "look/view/FrameRefresh.h"
-#include "shell/menus/ColumnMenus.h"
+#include "shell/column/view/ColumnLine.h"
 #include "site/icons/view/BrowserSiteBadge.h"
 
 #include <gtkmm/button.h>
@@ -15,7 +15,7 @@
 namespace orvu {
 
 /// A pinned tab.
-class BrowserPinnedTile : public Gtk::Button {
+class BrowserPinnedTile : public Gtk::Button, public ColumnLine {
 public:
     static constexpr int height = 40;
     static constexpr int badgeSize = 18;
@@ -24,8 +24,11 @@ public:
     BrowserPinnedTile(BrowserStore& store, const std::shared_ptr<BrowserTab>& tab);
 
     void setActive(bool active);
-    [[nodiscard]] std::vector<MenuEntry> contextMenu();
-    void closeTab();
+
+    [[nodiscard]] Gtk::Widget& widget() override { return *this; }
+    [[nodiscard]] bool isTab() const override { return true; }
+    [[nodiscard]] std::vector<MenuEntry> contextMenu() override;
+    void remove() override;
 
 private:
     void select();

@@ -8,13 +8,12 @@
 
 namespace orvu {
 
-BrowserTabColumn::BrowserTabColumn(ColumnEnvironment environment)
+BrowserTabColumn::BrowserTabColumn(BrowserView& view)
     : Gtk::Box(Gtk::Orientation::VERTICAL),
-      store_(std::move(environment.store)),
-      narrow_(environment.narrow),
+      view_(view),
       menu_(*this),
-      tiles_(*store_, menu_),
-      list_(*store_, menu_),
+      tiles_(view.store(), menu_),
+      list_(view.store(), menu_),
       refresh_(*this, [this] { refresh(); }) {
     add_css_class("tab-column");
     set_hexpand(false);
@@ -25,8 +24,8 @@ BrowserTabColumn::BrowserTabColumn(ColumnEnvironment environment)
     append(today_);
     append(list_);
     addFoot();
-    store_->connectChanged(sigc::mem_fun(refresh_, &FrameRefresh::mark));
-    narrow_.connectChanged(sigc::mem_fun(*this, &BrowserTabColumn::showWidth));
+    view_.store().connectChanged(sigc::mem_fun(refresh_, &FrameRefresh::mark));
+    view_.narrow.connectChanged(sigc::mem_fun(*this, &BrowserTabColumn::showWidth));
     showWidth();
     refresh();
 }
@@ -74,13 +73,13 @@ void BrowserTabColumn::addFoot() {
     width_.add_css_class("width-switch");
     width_.set_focus_on_click(false);
     width_.set_hexpand(true);
-    width_.signal_clicked().connect(sigc::mem_fun(narrow_, &NarrowColumn::toggle));
+    width_.signal_clicked().connect([this] { view_.narrow.set(!view_.narrow.get()); });
     foot_.add_css_class("column-foot");
     foot_.append(width_);
     append(foot_);
 }
 
-void BrowserTabColumn::newTab() { store_->newTab(std::nullopt, BrowserStore::Select::yes); }
+void BrowserTabColumn::newTab() { view_.store().newTab(std::nullopt, BrowserStore::Select::yes); }
 
 bool BrowserTabColumn::takeFocusClaim() {
     const bool list = list_.takeFocusClaim();
@@ -95,9 +94,9 @@ void BrowserTabColumn::refresh() {
 }
 
 void BrowserTabColumn::showWidth() {
-    const bool narrow = narrow_.isNarrow();
+    const bool narrow = view_.narrow.get();
     const Narrow value = narrow ? Narrow::yes : Narrow::no;
-    set_size_request(narrow_.width(), -1);
+    set_size_request(view_.columnWidth(), -1);
     setCssClass(*this, "narrow", narrow);
     newTabTitle_.set_visible(!narrow);
     newTabKeys_.set_visible(!narrow);

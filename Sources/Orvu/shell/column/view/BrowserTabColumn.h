@@ -1,8 +1,7 @@
 #pragma once
 
-#include "core/BrowserStore.h"
 #include "look/view/FrameRefresh.h"
-#include "shell/column/NarrowColumn.h"
+#include "shell/BrowserView.h"
 #include "shell/menus/view/ContextMenu.h"
 #include "shell/column/view/PinnedTiles.h"
 #include "shell/column/view/TabList.h"
@@ -13,21 +12,14 @@
 #include <gtkmm/label.h>
 #include <gtkmm/scrolledwindow.h>
 
-#include <memory>
-
 namespace orvu {
-
-/// What the column of tabs shows and obeys.
-struct ColumnEnvironment {
-    std::shared_ptr<BrowserStore> store;
-    NarrowColumn& narrow;  ///< the window's; outlives the column
-};
 
 /// The left column of a window: a button for new tabs, the pinned tabs, the list of groups and
 /// tabs, and the switch between titles and icons.
 class BrowserTabColumn : public Gtk::Box {
 public:
-    explicit BrowserTabColumn(ColumnEnvironment environment);
+    /// `view` must outlive the column.
+    explicit BrowserTabColumn(BrowserView& view);
 
     /// Whether the keyboard is to stay in the column although another tab came to the front,
     /// because a key closed a tab there. Answers once for each change.
@@ -41,8 +33,7 @@ private:
     void refresh();
     void showWidth();
 
-    const std::shared_ptr<BrowserStore> store_;
-    NarrowColumn& narrow_;
+    BrowserView& view_;
     Gtk::Button newTab_;
     Gtk::Box newTabLine_;
     Gtk::Image plus_;

@@ -27,7 +27,7 @@ public:
     [[nodiscard]] bool hasTab() const { return !tab_.expired(); }
 
     [[nodiscard]] Gtk::Widget& widget() override { return *this; }
-    [[nodiscard]] bool isRow() const override { return true; }
+    [[nodiscard]] bool isTab() const override { return true; }
     void setTabStop(TabStop stop) override;
     void takeFocus() override { select_.grab_focus(); }
     void setNarrow(Narrow narrow) override;

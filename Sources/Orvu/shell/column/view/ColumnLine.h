@@ -13,15 +13,15 @@ enum class TabStop { no, yes };
 /// Whether the column shows icons only.
 enum class Narrow { no, yes };
 
-/// One line of the list of tabs. Only one line at a time is where the Tab key stops; the arrows
-/// lead on from there.
+/// One line of the list of tabs, or a pinned tile. Only one line of the list at a time is where the
+/// Tab key stops; the arrows lead on from there.
 class ColumnLine {
 public:
     virtual ~ColumnLine() = default;
 
     [[nodiscard]] virtual Gtk::Widget& widget() = 0;
-    /// Whether it is one of the rows, all of which have the same height.
-    [[nodiscard]] virtual bool isRow() const { return false; }
+    /// Whether it is that of a tab. Those of the list all have the same height.
+    [[nodiscard]] virtual bool isTab() const { return false; }
     /// Whether the line takes the keyboard at all.
     [[nodiscard]] virtual bool isFocusable() const { return true; }
     virtual void setTabStop(TabStop) {}

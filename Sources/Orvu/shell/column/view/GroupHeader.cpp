@@ -3,6 +3,7 @@
 #include "look/text/OneLine.h"
 #include "look/view/Accessible.h"
 #include "look/view/CssClass.h"
+#include "look/view/Keyboard.h"
 #include "look/view/SymbolImage.h"
 
 #include <gtkmm/eventcontrollerfocus.h>
@@ -131,9 +132,8 @@ void GroupHeader::setNarrow(Narrow narrow) {
 }
 
 std::vector<MenuEntry> GroupHeader::contextMenu() {
-    const auto& groups = store_.groups();
-    const auto group = std::ranges::find(groups, group_, &TabGroup::id);
-    if (group == groups.end()) return {};
+    const TabGroup* const group = store_.group(group_);
+    if (!group) return {};
     if (narrow_) return groupMenu(store_, *group, {});  // no room for a field
     const sigc::slot<void()> begin = sigc::mem_fun(*this, &GroupHeader::rename);
     return groupMenu(store_, *group, begin);
@@ -158,7 +158,7 @@ void GroupHeader::rename() {
 
 bool GroupHeader::keyPressed(guint key, guint, Gdk::ModifierType) {
     if (composing_) return false;  // the input method answers first
-    if (key == GDK_KEY_Return || key == GDK_KEY_KP_Enter || key == GDK_KEY_ISO_Enter) {
+    if (isReturnKey(key)) {
         editing_.confirm(field_.get_text().raw());
     } else if (key == GDK_KEY_Escape) {
         editing_.cancel();

@@ -42,14 +42,14 @@ int LineBox::forEachPlace(int width, const auto& visit) const {
     for (ColumnLine* const line : lines_) {
         if (!line->widget().get_visible()) continue;
         int height = 0;
-        if (line->isRow() && rowHeight) {
+        if (line->isTab() && rowHeight) {
             height = *rowHeight;
         } else {
             int natural = 0;
             int baseline = 0;
             line->widget().measure(Gtk::Orientation::VERTICAL, width, height, natural, baseline,
                                    baseline);
-            if (line->isRow()) rowHeight = height;
+            if (line->isTab()) rowHeight = height;
         }
         if (end > 0) end += spacing;
         visit(*line, end, height);

@@ -1,20 +1,17 @@
 #include "shell/column/view/PinnedTiles.h"
 
 #include "look/view/Accessible.h"
-
-#include <gtkmm/eventcontrollerkey.h>
-#include <gtkmm/gestureclick.h>
-#include <gtkmm/root.h>
+#include "look/view/Keyboard.h"
 
 #include <algorithm>
 
 namespace orvu {
 
-PinnedTiles::PinnedTiles(BrowserStore& store, ContextMenu& menu) : store_(store), menu_(menu) {
+PinnedTiles::PinnedTiles(BrowserStore& store, ContextMenu& menu)
+    : store_(store), input_(*this, menu, [this](Gtk::Widget* widget) { return tileOf(widget); }) {
     add_css_class("pinned-tiles");
     property_accessible_role() = Gtk::Accessible::Role::LIST;
     setAccessibleLabel(*this, "Pinned tabs");
-    addControllers();
     update();
 }
 
@@ -26,7 +23,7 @@ BrowserPinnedTile* PinnedTiles::update() {
     const auto pinned = store_.pinned();
     std::vector<Uuid> order(pinned.size());
     std::ranges::transform(pinned, order.begin(), [](const auto& tab) { return tab->id(); });
-    auto* const focus = get_root() ? tileOf(get_root()->get_focus()) : nullptr;
+    auto* const focus = tileOf(focusOf(*this));
     std::ptrdiff_t focusPlace = -1;  // of a focused tile that goes
     std::erase_if(tiles_, [&](const auto& entry) {
         if (std::ranges::find(order, entry.first) != order.end()) return false;
@@ -95,43 +92,6 @@ void PinnedTiles::size_allocate_vfunc(int width, int, int) {
              left(column + 1) - left(column) - spacing, BrowserPinnedTile::height},
             -1);
     }
-}
-
-// --- Keys and the pointer ---------------------------------------------------------------------
-
-void PinnedTiles::addControllers() {
-    const auto keys = Gtk::EventControllerKey::create();
-    keys->signal_key_pressed().connect(sigc::mem_fun(*this, &PinnedTiles::keyPressed), false);
-    add_controller(keys);
-    for (const unsigned button : {unsigned{GDK_BUTTON_MIDDLE}, unsigned{GDK_BUTTON_SECONDARY}}) {
-        const auto click = Gtk::GestureClick::create();
-        click->set_button(button);
-        const auto pressed = sigc::mem_fun(*this, &PinnedTiles::pointerPressed);
-        click->signal_pressed().connect(
-            [pressed, button](int, double x, double y) { pressed(button, x, y); });
-        add_controller(click);
-    }
-}
-
-bool PinnedTiles::keyPressed(guint key, guint, Gdk::ModifierType modifiers) {
-    auto* const tile = tileOf(get_root()->get_focus());
-    if (!tile) return false;
-    const bool shift = (modifiers & Gdk::ModifierType::SHIFT_MASK) != Gdk::ModifierType{};
-    if (key == GDK_KEY_Menu || (key == GDK_KEY_F10 && shift)) {
-        menu_.show(tile->contextMenu(), *tile, {0, 0, tile->get_width(), tile->get_height()});
-        return true;
-    }
-    if (key != GDK_KEY_Delete && key != GDK_KEY_KP_Delete) return false;
-    claimsFocus_ = true;
-    tile->closeTab();
-    return true;
-}
-
-void PinnedTiles::pointerPressed(unsigned button, double x, double y) {
-    auto* const tile = tileOf(pick(x, y));
-    if (!tile) return;
-    if (button == GDK_BUTTON_MIDDLE) return tile->closeTab();
-    menu_.show(tile->contextMenu(), *this, {static_cast<int>(x), static_cast<int>(y), 1, 1});
 }
 
 BrowserPinnedTile* PinnedTiles::tileOf(Gtk::Widget* widget) const {

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "core/BrowserStore.h"
-#include "shell/column/view/ColumnLine.h"
-#include "shell/menus/view/ContextMenu.h"
+#include "shell/column/view/ColumnInput.h"
 #include "shell/column/view/BrowserPinnedTile.h"
 
 #include <gtkmm/widget.h>
@@ -29,7 +28,7 @@ public:
     void setNarrow(Narrow narrow);
     [[nodiscard]] bool empty() const { return order_.empty(); }
     /// Whether the last change was asked for by a key that closes the focused tile. Answers once.
-    [[nodiscard]] bool takeFocusClaim() { return std::exchange(claimsFocus_, false); }
+    [[nodiscard]] bool takeFocusClaim() { return input_.takeFocusClaim(); }
 
 protected:
     [[nodiscard]] Gtk::SizeRequestMode get_request_mode_vfunc() const override;
@@ -40,18 +39,14 @@ protected:
 private:
     [[nodiscard]] int columns() const { return narrow_ == Narrow::yes ? 1 : 4; }
     BrowserPinnedTile& tile(const std::shared_ptr<BrowserTab>& tab);
-    void addControllers();
-    bool keyPressed(guint key, guint code, Gdk::ModifierType modifiers);
-    void pointerPressed(unsigned button, double x, double y);
     [[nodiscard]] BrowserPinnedTile* tileOf(Gtk::Widget* widget) const;
 
     BrowserStore& store_;
-    ContextMenu& menu_;
+    ColumnInput input_;
     std::unordered_map<Uuid, std::unique_ptr<BrowserPinnedTile>> tiles_;
     std::vector<Uuid> order_;
     std::optional<Uuid> active_;
     Narrow narrow_ = Narrow::no;
-    bool claimsFocus_ = false;
 };
 
 }  // namespace orvu

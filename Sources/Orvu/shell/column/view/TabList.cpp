@@ -1,15 +1,13 @@
 #include "shell/column/view/TabList.h"
 
 #include "look/view/Accessible.h"
+#include "look/view/Keyboard.h"
 #include "shell/column/ListEdits.h"
 #include "shell/column/view/GroupHeader.h"
 #include "shell/column/view/BrowserTabRow.h"
 
 #include <gtkmm/eventcontrollerfocus.h>
-#include <gtkmm/eventcontrollerkey.h>
-#include <gtkmm/gestureclick.h>
 #include <gtkmm/label.h>
-#include <gtkmm/root.h>
 #include <gtkmm/viewport.h>
 
 #include <algorithm>
@@ -35,7 +33,15 @@ public:
 }  // namespace
 
 TabList::TabList(BrowserStore& store, ContextMenu& menu)
-    : store_(store), menu_(menu), reveal_(*this, [this] { revealActive(); }) {
+    : store_(store),
+      input_(
+          rows_, menu,
+          [this](Gtk::Widget* widget) {
+              const Place place = placeOf(widget);
+              return place != count() ? &lineAt(place) : nullptr;
+          },
+          [this](guint key, ColumnLine& line) { return keyPressed(key, line); }),
+      reveal_(*this, [this] { revealActive(); }) {
     add_css_class("tab-scroll");
     rows_.add_css_class("tab-list");
     rows_.property_accessible_role() = Gtk::Accessible::Role::LIST;
@@ -45,7 +51,9 @@ TabList::TabList(BrowserStore& store, ContextMenu& menu)
     set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::EXTERNAL);
     nameScrollBars(*this);
     set_vexpand(true);
-    addControllers();
+    const auto focus = Gtk::EventControllerFocus::create();
+    focus->signal_enter().connect(sigc::mem_fun(*this, &TabList::focusEntered));
+    rows_.add_controller(focus);
     signal_map().connect(sigc::mem_fun(reveal_, &FrameRefresh::mark));
     update();
 }
@@ -61,7 +69,7 @@ void TabList::update() {
     const auto items = columnItems(store_);
     std::vector<ColumnKey> keys(items.size());
     std::ranges::transform(items, keys.begin(), &ColumnItem::key);
-    const auto* const focus = get_root() ? get_root()->get_focus() : nullptr;
+    const auto* const focus = focusOf(*this);
     const bool hadFocus = focus && placeOf(focus) != count();
     const Place place = placeOf(tabStop_);
 
@@ -101,16 +109,13 @@ ColumnLine& TabList::line(const ColumnKey& key) {
 std::unique_ptr<ColumnLine> TabList::makeLine(const ColumnKey& key) {
     if (key.kind == Kind::group) return std::make_unique<GroupHeader>(store_, key.id);
     if (key.kind == Kind::ungroupedHeading) return std::make_unique<UngroupedHeading>();
-    const auto tab =
-        std::ranges::find_if(store_.tabs(), [&](const auto& each) { return each->id() == key.id; });
-    return std::make_unique<BrowserTabRow>(store_, *tab);
+    return std::make_unique<BrowserTabRow>(store_, store_.tab(key.id));
 }
 
 void TabList::updateHeaders(const std::vector<ColumnItem>& items) {
     for (const auto& item : items) {
         if (item.key.kind != Kind::group) continue;
-        const auto group = std::ranges::find(store_.groups(), item.key.id, &TabGroup::id);
-        dynamic_cast<GroupHeader&>(line(item.key)).update(*group, item.count);
+        dynamic_cast<GroupHeader&>(line(item.key)).update(*store_.group(item.key.id), item.count);
     }
 }
 
@@ -173,20 +178,8 @@ void TabList::repairTabStop(Place previousPlace, bool hadFocus) {
     reveal_.mark();
 }
 
-bool TabList::keyPressed(guint key, guint, Gdk::ModifierType modifiers) {
-    using Modifier = Gdk::ModifierType;
-    const auto held = modifiers & (Modifier::SHIFT_MASK | Modifier::CONTROL_MASK |
-                                   Modifier::ALT_MASK | Modifier::SUPER_MASK);
-    const Place place = placeOf(get_root()->get_focus());
-    if (place == count() || lineAt(place).isEditing()) return false;
-    if (key == GDK_KEY_F10 && held == Modifier::SHIFT_MASK) {
-        openMenu(lineAt(place), std::nullopt);
-        return true;
-    }
-    return held == Modifier{} && act(key, place);
-}
-
-bool TabList::act(guint key, Place place) {
+bool TabList::keyPressed(guint key, ColumnLine& line) {
+    const Place place = placeOf(&line.widget());
     switch (key) {
         case GDK_KEY_Up:
         case GDK_KEY_KP_Up:
@@ -200,16 +193,8 @@ bool TabList::act(guint key, Place place) {
         case GDK_KEY_End:
         case GDK_KEY_KP_End:
             return focus(count() - 1, -1);
-        case GDK_KEY_Delete:
-        case GDK_KEY_KP_Delete:
-            claimsFocus_ = keyAt(place).kind == Kind::tab;
-            lineAt(place).remove();
-            return true;
         case GDK_KEY_F2:
-            lineAt(place).rename();
-            return true;
-        case GDK_KEY_Menu:
-            openMenu(lineAt(place), std::nullopt);
+            line.rename();
             return true;
         default:
             return false;
@@ -229,41 +214,8 @@ bool TabList::focus(Place place, Place step) {
     return true;
 }
 
-// --- Menus and the pointer --------------------------------------------------------------------
-
-void TabList::addControllers() {
-    const auto keys = Gtk::EventControllerKey::create();
-    keys->signal_key_pressed().connect(sigc::mem_fun(*this, &TabList::keyPressed), false);
-    rows_.add_controller(keys);
-    const auto focus = Gtk::EventControllerFocus::create();
-    focus->signal_enter().connect(sigc::mem_fun(*this, &TabList::focusEntered));
-    rows_.add_controller(focus);
-    for (const unsigned button : {unsigned{GDK_BUTTON_MIDDLE}, unsigned{GDK_BUTTON_SECONDARY}}) {
-        const auto click = Gtk::GestureClick::create();
-        click->set_button(button);
-        const auto pressed = sigc::mem_fun(*this, &TabList::pointerPressed);
-        click->signal_pressed().connect(
-            [pressed, button](int, double x, double y) { pressed(button, x, y); });
-        rows_.add_controller(click);
-    }
-}
-
 void TabList::focusEntered() {
     if (const Place place = placeOf(tabStop_); place != count()) rows_.reveal(lineAt(place));
-}
-
-void TabList::pointerPressed(unsigned button, double x, double y) {
-    const Place place = placeOf(rows_.pick(x, y));
-    if (place == count()) return;
-    if (button == GDK_BUTTON_MIDDLE) return lineAt(place).remove();
-    openMenu(lineAt(place), Gdk::Rectangle{static_cast<int>(x), static_cast<int>(y), 1, 1});
-}
-
-void TabList::openMenu(ColumnLine& line, const std::optional<Gdk::Rectangle>& pointer) {
-    Gtk::Widget& from = pointer ? static_cast<Gtk::Widget&>(rows_) : line.widget();
-    const Gdk::Rectangle place =
-        pointer.value_or(Gdk::Rectangle{0, 0, from.get_width(), from.get_height()});
-    menu_.show(line.contextMenu(), from, place);
 }
 
 void TabList::revealActive() {

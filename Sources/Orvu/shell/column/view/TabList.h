@@ -3,8 +3,7 @@
 #include "core/BrowserStore.h"
 #include "look/view/FrameRefresh.h"
 #include "shell/column/ColumnItems.h"
-#include "shell/column/view/ColumnLine.h"
-#include "shell/menus/view/ContextMenu.h"
+#include "shell/column/view/ColumnInput.h"
 #include "shell/column/view/LineBox.h"
 
 #include <gtkmm/scrolledwindow.h>
@@ -12,7 +11,6 @@
 #include <memory>
 #include <optional>
 #include <unordered_map>
-#include <utility>
 #include <vector>
 
 namespace orvu {
@@ -28,9 +26,8 @@ public:
     /// Shows the store as it is now.
     void update();
     void setNarrow(Narrow narrow);
-    /// Whether the last change was asked for by a key that closes the focused line, so that the
-    /// keyboard is to stay in the list. Answers once.
-    [[nodiscard]] bool takeFocusClaim() { return std::exchange(claimsFocus_, false); }
+    /// See `ColumnInput`.
+    [[nodiscard]] bool takeFocusClaim() { return input_.takeFocusClaim(); }
 
 private:
     using Place = std::vector<ColumnKey>::difference_type;
@@ -44,13 +41,9 @@ private:
     void moveTabStop(std::optional<ColumnKey> key);
     void repairTabStop(Place previousPlace, bool hadFocus);
 
-    void addControllers();
-    bool keyPressed(guint key, guint code, Gdk::ModifierType modifiers);
-    bool act(guint key, Place place);
+    bool keyPressed(guint key, ColumnLine& line);
     bool focus(Place place, Place step);
-    void openMenu(ColumnLine& line, const std::optional<Gdk::Rectangle>& pointer);
     void focusEntered();
-    void pointerPressed(unsigned button, double x, double y);
     void revealActive();
 
     [[nodiscard]] Place placeOf(const std::optional<ColumnKey>& key) const;
@@ -63,14 +56,13 @@ private:
     }
 
     BrowserStore& store_;
-    ContextMenu& menu_;
     LineBox rows_{get_vadjustment()};
+    ColumnInput input_;
     std::unordered_map<ColumnKey, std::unique_ptr<ColumnLine>> lines_;
     std::vector<ColumnKey> shown_;      ///< the lines that stand in `rows_`, in their order
     std::optional<ColumnKey> tabStop_;  ///< where the Tab key stops
     std::optional<ColumnKey> active_;   ///< the line that is drawn as the one in front
     Narrow narrow_ = Narrow::no;
-    bool claimsFocus_ = false;
     FrameRefresh reveal_;
 };
 

@@ -3,6 +3,7 @@
 #include "foundation/text/Text.h"
 #include "look/text/OneLine.h"
 #include "look/view/Accessible.h"
+#include "look/view/Keyboard.h"
 
 #include <gtkmm/root.h>
 
@@ -51,7 +52,7 @@ void ContextMenu::show(const std::vector<MenuEntry>& entries, Gtk::Widget& widge
     popover_.insert_action_group("context", actions_);
     popover_.set_pointing_to(
         {static_cast<int>(x), static_cast<int>(y), place.get_width(), place.get_height()});
-    auto* const focus = parent_.get_root() ? parent_.get_root()->get_focus() : nullptr;
+    auto* const focus = focusOf(parent_);
     g_set_weak_pointer(&focusBefore_, focus ? focus->gobj() : nullptr);
     popover_.popup();
 }

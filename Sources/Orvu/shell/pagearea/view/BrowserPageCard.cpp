@@ -1,28 +1,22 @@
 #include "shell/pagearea/view/BrowserPageCard.h"
 
-#include <gtkmm/root.h>
+#include "look/view/Keyboard.h"
 
 #include <utility>
 
 namespace orvu {
-namespace {
-
-bool holdsKeyboard(Gtk::Widget& widget) {
-    const auto* const root = widget.get_root();
-    const Gtk::Widget* const focus = root ? root->get_focus() : nullptr;
-    return focus && (focus == &widget || focus->is_ancestor(widget));
-}
-
-}  // namespace
-
-BrowserPageCard::BrowserPageCard(std::shared_ptr<BrowserStore> store)
-    : store_(std::move(store)), closingFindGoes_(*this, [this] { endClosingFind(); }) {
+BrowserPageCard::BrowserPageCard(BrowserView& view)
+    : view_(view), closingFindGoes_(*this, [this] { endClosingFind(); }) {
     set_expand(true);
     showSingle();
+    view_.findOpen.connectChanged(sigc::mem_fun(*this, &BrowserPageCard::findChanged));
+    view_.connectFindFocusRequested(sigc::mem_fun(*this, &BrowserPageCard::focusFind));
+    view_.connectFindAgainRequested(sigc::mem_fun(*this, &BrowserPageCard::findAgain));
+    view_.connectPageFocusRequested(sigc::mem_fun(*this, &BrowserPageCard::focusContent));
 }
 
 BrowserPageCard::~BrowserPageCard() {
-    onFullscreen = nullptr;  // whoever wanted to know is on its way out as well
+    notify_callbacks();
     if (find_) card_.remove_overlay(*find_);
     endClosingFind();
     card_.unset_child();
@@ -30,10 +24,10 @@ BrowserPageCard::~BrowserPageCard() {
 }
 
 bool BrowserPageCard::refresh() {
-    const auto pair = store_->splitTabs();
+    const auto pair = view_.store().splitTabs();
     if (pair.empty()) {
         if (!single_) showSingle();
-        return single_->show(store_->active());
+        return single_->show(view_.store().active());
     }
     if (!pair_) showPair();
     return pair_->show(pair);
@@ -47,8 +41,7 @@ void BrowserPageCard::focusContent() {
 void BrowserPageCard::showSingle() {
     if (pair_) remove(*pair_);
     pair_.reset();
-    single_.emplace(store_);
-    single_->setOnFullscreen([this](bool on) { tellFullscreen(on); });
+    single_.emplace(view_);
     card_.set_child(*single_);
     append(card_);
     showFind();
@@ -59,20 +52,24 @@ void BrowserPageCard::showPair() {
     card_.unset_child();
     single_.reset();
     showFind();
-    pair_.emplace(store_);
+    pair_.emplace(view_);
     pair_->set_expand(true);
-    pair_->setOnFullscreen([this](bool on) { tellFullscreen(on); });
     append(*pair_);
 }
 
-void BrowserPageCard::openFind() {
-    findOpen_ = true;
-    showFind();
+void BrowserPageCard::findChanged() {
+    if (view_.findOpen.get()) {
+        showFind();
+    } else {
+        closeFind();
+    }
+}
+
+void BrowserPageCard::focusFind() {
     if (find_) find_->focusField();
 }
 
 void BrowserPageCard::closeFind() {
-    if (!std::exchange(findOpen_, false)) return;
     if (!find_) return;
     const bool hadKeyboard = holdsKeyboard(*find_);
     // It may have asked for its end itself, and goes when that call has returned.
@@ -82,13 +79,12 @@ void BrowserPageCard::closeFind() {
     if (hadKeyboard) focusContent();
 }
 
-void BrowserPageCard::findAgain(bool backwards) {
-    if (!findOpen_) return openFind();
-    if (find_) find_->find(backwards);
+void BrowserPageCard::findAgain(FindDirection direction) {
+    if (find_) find_->find(direction == FindDirection::previous);
 }
 
 void BrowserPageCard::showFind() {
-    const bool wanted = findOpen_ && single_;
+    const bool wanted = view_.findOpen.get() && single_;
     if (wanted == static_cast<bool>(find_)) return;
     endClosingFind();
     if (!wanted) {
@@ -98,7 +94,7 @@ void BrowserPageCard::showFind() {
     }
     find_ = std::make_unique<BrowserFindBarView>(
         [this](const std::string& text, FindConfiguration how) { return single_->find(text, how); },
-        [this] { closeFind(); });
+        [this] { view_.findOpen.set(false); });
     card_.add_overlay(*find_);
 }
 
@@ -106,10 +102,6 @@ void BrowserPageCard::endClosingFind() {
     if (!closingFind_) return;
     card_.remove_overlay(*closingFind_);
     closingFind_.reset();
-}
-
-void BrowserPageCard::tellFullscreen(bool on) {
-    if (onFullscreen) onFullscreen(on);
 }
 
 }  // namespace orvu

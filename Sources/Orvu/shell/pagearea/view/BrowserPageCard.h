@@ -8,29 +8,24 @@
 #include <gtkmm/box.h>
 #include <gtkmm/overlay.h>
 
-#include <functional>
 #include <memory>
 #include <optional>
 
 namespace orvu {
 
 /// Everything between the column of tabs and the window's edge: one card with the tab in front,
-/// or two side by side.
+/// or two side by side. The search bar shows over one page alone; while two stand side by side it
+/// waits.
 class BrowserPageCard : public Gtk::Box {
 public:
-    explicit BrowserPageCard(std::shared_ptr<BrowserStore> store);
+    /// `view` must outlive the card.
+    explicit BrowserPageCard(BrowserView& view);
     ~BrowserPageCard() override;
 
     /// Shows what the store says now. True if another page stands there.
     bool refresh();
     /// Gives the keyboard to the tab in front.
     void focusContent();
-
-    // The search bar. It shows over one page alone; while two stand side by side it waits.
-    [[nodiscard]] bool showsFind() const { return find_ != nullptr; }
-    void openFind();
-    void closeFind();
-    void findAgain(bool backwards);
 
     /// What moves the border of two pages; nullptr where there is one.
     [[nodiscard]] Gtk::Widget* divider() { return pair_ ? &pair_->divider() : nullptr; }
@@ -40,18 +35,17 @@ public:
         return pair_ ? pair_->question() : single_->question();
     }
 
-    /// Called when an element of a page takes the whole screen, and when it gives it back.
-    std::function<void(bool)> onFullscreen;
-
 private:
     void showSingle();
     void showPair();
+    void findChanged();
+    void focusFind();
+    void findAgain(FindDirection direction);
     void showFind();
+    void closeFind();
     void endClosingFind();
-    void tellFullscreen(bool on);
 
-    const std::shared_ptr<BrowserStore> store_;
-    bool findOpen_ = false;
+    BrowserView& view_;
     Gtk::Overlay card_;  ///< the single page, and the search bar over it
     std::optional<BrowserPageContent> single_;
     std::unique_ptr<BrowserFindBarView> find_;

@@ -1,21 +1,22 @@
 #include "shell/pagearea/view/BrowserPageContent.h"
 
-#include <gtkmm/root.h>
+#include "look/view/Keyboard.h"
 
 namespace orvu {
 
-BrowserPageContent::BrowserPageContent(std::shared_ptr<BrowserStore> store)
-    : store_(std::move(store)), refresh_(*this, [this] { refresh(); }) {
+BrowserPageContent::BrowserPageContent(BrowserView& view)
+    : view_(view), store_(view.sharedStore()), refresh_(*this, [this] { refresh(); }) {
     add_css_class("page-card");
     set_overflow(Gtk::Overflow::HIDDEN);
     set_expand(true);
     set_child(host_);
     add_overlay(question_);
-    question_.onKeyboardFree = [this] { focusContent(); };
+    question_.connectKeyboardFree(sigc::mem_fun(*this, &BrowserPageContent::focusContent));
+    host_.connectFullscreen(sigc::mem_fun(*this, &BrowserPageContent::fullscreenChanged));
 }
 
 BrowserPageContent::~BrowserPageContent() {
-    question_.onKeyboardFree = nullptr;
+    notify_callbacks();
     dropReader();
 }
 
@@ -24,7 +25,7 @@ bool BrowserPageContent::show(const std::shared_ptr<BrowserTab>& tab) {
     const auto newTab = empty ? std::optional{tab->id()} : std::nullopt;
     const bool otherNewTab = newTab != newTab_;
     if (otherNewTab) showNewTabPage(newTab);
-    const bool otherPage = host_.show(tab);
+    const bool otherPage = host_.show(tab && !empty ? &tab->webView() : nullptr);
     watch(tab);
     question_.show(tab);
     const bool otherArticle = showReader(tab);
@@ -88,7 +89,7 @@ void BrowserPageContent::openReader(std::shared_ptr<const ReaderArticle> article
         selectTab();
         store_->toggleReader();
     });
-    reader_->onFocus = [this] { selectTab(); };
+    readerFocused_ = reader_->connectFocused(sigc::mem_fun(*this, &BrowserPageContent::selectTab));
     add_overlay(*reader_);
     reader_->insert_before(*this, question_);  // what the page asks for stays in sight
     isReading_ = true;
@@ -104,7 +105,7 @@ void BrowserPageContent::leaveReader() {
 
 void BrowserPageContent::dropReader() {
     if (!reader_) return;
-    reader_->onFocus = nullptr;
+    readerFocused_ = {};
     remove_overlay(*reader_);
     reader_.reset();
     isReading_ = false;
@@ -114,13 +115,13 @@ void BrowserPageContent::dropReader() {
 void BrowserPageContent::refresh() {
     question_.show(tab_.lock());
     if (reader_ && !isReading_ && reader_->get_opacity() == 0) dropReader();
-    const bool keyboardIsHere = holdsKeyboard();  // it may be in the other one of a pair
+    const bool keyboardIsHere = holdsKeyboard(*this);  // it may be in the other one of a pair
     if (showReader(tab_.lock()) && keyboardIsHere) focusContent();
 }
 
-bool BrowserPageContent::holdsKeyboard() {
-    const Gtk::Widget* const focus = get_root() ? get_root()->get_focus() : nullptr;
-    return focus && focus->is_ancestor(*this);
+void BrowserPageContent::fullscreenChanged(bool on) {
+    const auto tab = tab_.lock();
+    view_.fullscreenTab.set(on && tab ? std::optional{tab->id()} : std::nullopt);
 }
 
 /// Of two tabs side by side the one whose article is used comes to the front.

@@ -1,16 +1,15 @@
 #pragma once
 
-#include "core/BrowserStore.h"
 #include "foundation/Signal.h"
 #include "look/view/FrameRefresh.h"
 #include "pagetools/view/ReaderView.h"
-#include "shell/pagearea/view/BrowserNewTabPageView.h"
 #include "platform/linux/web/WebViewHost.h"
-#include "site/permissions/view/CaptureQuestionView.h"
+#include "shell/BrowserView.h"
+#include "shell/pagearea/view/BrowserNewTabPageView.h"
+#include "shell/pagearea/view/CaptureQuestionView.h"
 
 #include <gtkmm/overlay.h>
 
-#include <functional>
 #include <memory>
 #include <optional>
 
@@ -20,7 +19,8 @@ namespace orvu {
 /// page.
 class BrowserPageContent : public Gtk::Overlay {
 public:
-    explicit BrowserPageContent(std::shared_ptr<BrowserStore> store);
+    /// `view` must outlive this.
+    explicit BrowserPageContent(BrowserView& view);
     ~BrowserPageContent() override;
 
     /// Shows `tab`. True if another page, another empty tab or another article stands here now.
@@ -32,9 +32,6 @@ public:
     /// What the page asks for, if it asks; otherwise nullptr.
     [[nodiscard]] Gtk::Widget* question() { return question_.get_visible() ? &question_ : nullptr; }
 
-    /// Called when an element of the page takes the whole screen, and when it gives it back.
-    void setOnFullscreen(std::function<void(bool)> slot) { host_.onFullscreen = std::move(slot); }
-
 private:
     void showNewTabPage(const std::optional<Uuid>& tab);
     void watch(const std::shared_ptr<BrowserTab>& tab);
@@ -44,8 +41,9 @@ private:
     void dropReader();
     void refresh();
     void selectTab();
-    [[nodiscard]] bool holdsKeyboard();
+    void fullscreenChanged(bool on);
 
+    BrowserView& view_;
     const std::shared_ptr<BrowserStore> store_;
     WebViewHost host_;
     std::unique_ptr<BrowserNewTabPageView> newTabPage_;
@@ -56,6 +54,7 @@ private:
     bool isReading_ = false;
     FrameRefresh refresh_;
     ScopedConnection tabChanged_;
+    ScopedConnection readerFocused_;
 };
 
 }  // namespace orvu

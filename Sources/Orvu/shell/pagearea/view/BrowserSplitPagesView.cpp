@@ -5,19 +5,19 @@
 
 namespace orvu {
 
-BrowserSplitPagesView::BrowserSplitPagesView(const std::shared_ptr<BrowserStore>& store)
-    : store_(store),
-      first_(store, PagePane::Place::first),
-      second_(store, PagePane::Place::second) {
+BrowserSplitPagesView::BrowserSplitPagesView(BrowserView& view)
+    : view_(view), first_(view, PagePane::Place::first), second_(view, PagePane::Place::second) {
     add_css_class("split-pages");
     first_.set_parent(*this);
     divider_.set_parent(*this);
     second_.set_parent(*this);
     addDrag();
-    divider_.onStepped = [this](int steps) {
+    divider_.connectStepped([this](int steps) {
         split_.step(steps);
         queue_allocate();
-    };
+    });
+    view_.fullscreenTab.connectChanged(
+        sigc::mem_fun(*this, &BrowserSplitPagesView::fullscreenChanged));
 }
 
 void BrowserSplitPagesView::addDrag() {
@@ -60,23 +60,20 @@ bool BrowserSplitPagesView::show(const BrowserStore::TabList& pair) {
 void BrowserSplitPagesView::focusContent() { activePane().content().focusContent(); }
 
 PagePane& BrowserSplitPagesView::activePane() {
-    const auto active = store_->active();
+    const auto active = view_.store().active();
     return active && active == second_.shown() ? second_ : first_;
 }
 
-void BrowserSplitPagesView::setOnFullscreen(const std::function<void(bool)>& slot) {
-    onFullscreen_ = slot;
-    first_.content().setOnFullscreen([this](bool on) { setFullscreenPane(0, on); });
-    second_.content().setOnFullscreen([this](bool on) { setFullscreenPane(1, on); });
-}
-
-void BrowserSplitPagesView::setFullscreenPane(std::size_t index, bool on) {
-    divider_.set_visible(!on);
-    first_.setFullscreen(on && index == 0);
-    second_.setFullscreen(on && index == 1);
-    first_.set_visible(!on || index == 0);
-    second_.set_visible(!on || index == 1);
-    if (onFullscreen_) onFullscreen_(on);
+/// While a page fills the window its pane stands alone, without header and divider.
+void BrowserSplitPagesView::fullscreenChanged() {
+    const auto& tab = view_.fullscreenTab.get();
+    divider_.set_visible(!tab);
+    for (PagePane* const pane : {&first_, &second_}) {
+        const auto shown = pane->shown();
+        const bool fills = tab && shown && shown->id() == *tab;
+        pane->setFullscreen(fills);
+        pane->set_visible(!tab || fills);
+    }
 }
 
 Gtk::SizeRequestMode BrowserSplitPagesView::get_request_mode_vfunc() const {

@@ -7,15 +7,13 @@
 #include <gtkmm/gesturedrag.h>
 #include <gtkmm/widget.h>
 
-#include <functional>
-#include <memory>
-
 namespace orvu {
 
 /// Two tabs side by side, with a divider between them.
 class BrowserSplitPagesView : public Gtk::Widget {
 public:
-    explicit BrowserSplitPagesView(const std::shared_ptr<BrowserStore>& store);
+    /// `view` must outlive this.
+    explicit BrowserSplitPagesView(BrowserView& view);
     ~BrowserSplitPagesView() override;
 
     /// Shows a pair of tabs. True if another page stands in one of the panes now.
@@ -25,8 +23,6 @@ public:
     void focusContent();
     /// What the page of the active tab asks for; nullptr if it asks for nothing.
     [[nodiscard]] Gtk::Widget* question() { return activePane().content().question(); }
-    /// Called with the pane whose page takes the whole screen, and when it gives it back.
-    void setOnFullscreen(const std::function<void(bool)>& slot);
 
 protected:
     [[nodiscard]] Gtk::SizeRequestMode get_request_mode_vfunc() const override;
@@ -39,16 +35,15 @@ private:
     void dragBegan(double x, double y);
     void dragged(double x, double y);
     [[nodiscard]] PagePane& activePane();
-    void setFullscreenPane(std::size_t index, bool on);
+    void fullscreenChanged();
 
-    const std::shared_ptr<BrowserStore> store_;
+    BrowserView& view_;
     BrowserSplitPages split_;
     PagePane first_;
     SplitDivider divider_;
     PagePane second_;
     const Glib::RefPtr<Gtk::GestureDrag> drag_ = Gtk::GestureDrag::create();
     bool dividerFollows_ = false;  ///< the pointer has gone far enough with it
-    std::function<void(bool)> onFullscreen_;
 };
 
 }  // namespace orvu

@@ -8,11 +8,11 @@
 
 namespace orvu {
 
-PagePane::PagePane(std::shared_ptr<BrowserStore> store, Place place)
+PagePane::PagePane(BrowserView& view, Place place)
     : Gtk::Box(Gtk::Orientation::VERTICAL),
-      store_(std::move(store)),
+      store_(view.sharedStore()),
       icon_(store_->favicons(), store_->persistence(), iconSize),
-      content_(store_),
+      content_(view),
       refresh_(*this, [this] { refresh(); }) {
     add_css_class("page-pane");
     addHeader(place);

@@ -19,7 +19,8 @@ public:
     /// The second pane's header ends the pair.
     enum class Place { first, second };
 
-    PagePane(std::shared_ptr<BrowserStore> store, Place place);
+    /// `view` must outlive the pane.
+    PagePane(BrowserView& view, Place place);
 
     /// Shows `tab`, which may be nothing. True if another page stands here now.
     bool show(const std::shared_ptr<BrowserTab>& tab);

@@ -25,8 +25,8 @@ SplitDivider::SplitDivider() {
 
 bool SplitDivider::keyPressed(guint key, guint, Gdk::ModifierType) {
     const int step = key == GDK_KEY_Left ? -1 : key == GDK_KEY_Right ? +1 : 0;
-    if (step == 0 || !onStepped) return false;
-    onStepped(step);
+    if (step == 0) return false;
+    stepped_.emit(step);
     return true;
 }
 

@@ -2,8 +2,6 @@
 
 #include <gtkmm/box.h>
 
-#include <functional>
-
 namespace orvu {
 
 /// The handle between two pages. The widget around it lets it be dragged; it takes the arrow keys.
@@ -12,13 +10,16 @@ public:
     SplitDivider();
     ~SplitDivider() override { handle_.unparent(); }
 
-    /// Called with -1 or +1 for a press of an arrow key.
-    std::function<void(int)> onStepped;
+    /// Calls `slot` with -1 or +1 for a press of an arrow key.
+    sigc::connection connectStepped(const sigc::slot<void(int)>& slot) {
+        return stepped_.connect(slot);
+    }
 
 private:
     bool keyPressed(guint key, guint code, Gdk::ModifierType state);
 
     Gtk::Box handle_;
+    sigc::signal<void(int)> stepped_;
 };
 
 }  // namespace orvu

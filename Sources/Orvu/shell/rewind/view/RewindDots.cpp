@@ -3,6 +3,7 @@
 #include "site/icons/SiteColor.h"
 #include "look/text/OneLine.h"
 #include "look/view/Accessible.h"
+#include "look/view/Keyboard.h"
 #include "look/drawing/view/Drawing.h"
 
 #include <gdk/gdkkeysyms.h>
@@ -84,6 +85,10 @@ void RewindDots::click(double x) {
 }
 
 bool RewindDots::keyPressed(guint key) {
+    if (isReturnKey(key) || key == GDK_KEY_space) {
+        if (const auto visit = rewind_.hovered()) rewind_.choose(*visit);
+        return true;
+    }
     constexpr std::ptrdiff_t all = std::ptrdiff_t{1} << 40;  // more than there can be
     switch (key) {
         case GDK_KEY_Left:
@@ -97,11 +102,6 @@ bool RewindDots::keyPressed(guint key) {
             return true;
         case GDK_KEY_End:
             step(+all);
-            return true;
-        case GDK_KEY_Return:
-        case GDK_KEY_KP_Enter:
-        case GDK_KEY_space:
-            if (const auto visit = rewind_.hovered()) rewind_.choose(*visit);
             return true;
         default:
             return false;

@@ -1,6 +1,7 @@
 #include "shell/rewind/view/RewindPopover.h"
 
 #include "look/view/Accessible.h"
+#include "look/view/Keyboard.h"
 
 #include <gdk/gdkkeysyms.h>
 
@@ -33,7 +34,7 @@ void RewindPopover::open(Keyboard keyboard) {
         set_child(*content_);
         watch(*window);
         popup();
-        if (onChanged) onChanged(true);
+        changed_.emit();
     }
     if (keyboard == Keyboard::comes) content_->focusNewest();
 }
@@ -78,17 +79,12 @@ void RewindPopover::pressed() {
     popdown();
 }
 
-bool RewindPopover::hasKeyboard() {
-    const Gtk::Widget* const focus = window_ ? window_->get_focus() : nullptr;
-    return focus && focus->is_ancestor(*this);
-}
-
 void RewindPopover::ended() {
     if (!isOpen()) return;
-    const bool hadKeyboard = hasKeyboard();
+    const bool hadKeyboard = holdsKeyboard(*this);
     unwatch();
-    if (onChanged) onChanged(false);
-    if (hadKeyboard && onKeyboardLeft) onKeyboardLeft();
+    changed_.emit();
+    if (hadKeyboard) keyboardLeft_.emit();
 }
 
 }  // namespace orvu

@@ -8,7 +8,6 @@
 #include <gtkmm/popover.h>
 #include <gtkmm/window.h>
 
-#include <functional>
 #include <memory>
 
 namespace orvu {
@@ -27,10 +26,14 @@ public:
     void open(Keyboard keyboard);
     [[nodiscard]] bool isOpen() const { return window_ != nullptr; }
 
-    /// Called when it opened or closed.
-    std::function<void(bool open)> onChanged;
-    /// Called when it closed while it had the keyboard.
-    std::function<void()> onKeyboardLeft;
+    /// Calls `slot` when it opened or closed.
+    sigc::connection connectChanged(const sigc::slot<void()>& slot) {
+        return changed_.connect(slot);
+    }
+    /// Calls `slot` when it closed while it had the keyboard.
+    sigc::connection connectKeyboardLeft(const sigc::slot<void()>& slot) {
+        return keyboardLeft_.connect(slot);
+    }
 
 private:
     void watch(Gtk::Window& window);
@@ -38,7 +41,6 @@ private:
     bool keyPressed(guint key);
     void pressed();
     void ended();
-    [[nodiscard]] bool hasKeyboard();
 
     const std::shared_ptr<BrowserStore> store_;
     std::unique_ptr<BrowserRewindView> content_;  ///< of the last opening
@@ -46,6 +48,8 @@ private:
     Glib::RefPtr<Gtk::EventControllerKey> keys_;
     Glib::RefPtr<Gtk::GestureClick> press_;
     ScopedConnection activity_;
+    sigc::signal<void()> changed_;
+    sigc::signal<void()> keyboardLeft_;
 };
 
 }  // namespace orvu

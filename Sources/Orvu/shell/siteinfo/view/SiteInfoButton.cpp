@@ -4,8 +4,6 @@
 #include "look/view/CssClass.h"
 #include "look/view/SymbolImage.h"
 
-#include <utility>
-
 namespace orvu {
 namespace {
 
@@ -13,11 +11,12 @@ constexpr int symbolSize = 11;
 
 }  // namespace
 
-SiteInfoButton::SiteInfoButton(BrowserStore& store, MainLoop& loop, std::function<void()> openNotch)
-    : store_(store),
-      openNotch_(std::move(openNotch)),
-      panel_(store.permissions(), loop, store.persistence()),
-      view_(panel_) {
+SiteInfoButton::SiteInfoButton(BrowserView& window, MainLoop& loop)
+    : window_(window),
+      panel_(window.store().permissions(), loop, window.store().persistence()),
+      view_(panel_),
+      refresh_(*this, [this] { refresh(); }),
+      watch_(window.store(), [this] { refresh_.mark(); }) {
     add_css_class("site-badge");
     set_valign(Gtk::Align::CENTER);
     set_hexpand(false);  // or the panel's rows would widen the badge
@@ -26,6 +25,7 @@ SiteInfoButton::SiteInfoButton(BrowserStore& store, MainLoop& loop, std::functio
     signal_clicked().connect(sigc::mem_fun(*this, &SiteInfoButton::clicked));
     view_.set_parent(*this);
     view_.signal_closed().connect(sigc::mem_fun(*this, &SiteInfoButton::closed));
+    window_.commandOpen.connectChanged(sigc::mem_fun(*this, &SiteInfoButton::notchChanged));
     refresh();
 }
 
@@ -35,7 +35,7 @@ SiteInfoButton::~SiteInfoButton() {
 }
 
 void SiteInfoButton::refresh() {
-    const bool otherTab = panel_.setTab(store_.active());
+    const bool otherTab = panel_.setTab(window_.store().active());
     const SiteSecurity security = panel_.security();
     if (otherTab || security == SiteSecurity::none) view_.popdown();
     if (view_.get_visible()) view_.refresh();
@@ -54,9 +54,13 @@ void SiteInfoButton::size_allocate_vfunc(int width, int height, int baseline) {
     view_.present();
 }
 
+void SiteInfoButton::notchChanged() {
+    if (window_.commandOpen.get()) view_.popdown();
+}
+
 void SiteInfoButton::clicked() {
     refresh();  // what is pressed is the tab as it is now
-    if (panel_.security() == SiteSecurity::none) return openNotch_();
+    if (panel_.security() == SiteSecurity::none) return window_.editAddress("");
     open();
 }
 

@@ -10,11 +10,12 @@
 
 namespace orvu {
 
-BrowserNavButtons::BrowserNavButtons(std::shared_ptr<BrowserStore> store)
-    : store_(std::move(store)),
-      rewind_(store_),
+BrowserNavButtons::BrowserNavButtons(BrowserView& view)
+    : view_(view),
+      store_(view.store()),
+      rewind_(view.sharedStore()),
       refresh_(*this, [this] { refresh(); }),
-      watch_(*store_, [this] { refresh_.mark(); }) {
+      watch_(store_, [this] { refresh_.mark(); }) {
     // Not as the buttons' own actions: these would switch them on whatever the tab can do.
     back_.signal_clicked().connect([this] { activate_action("win.goBack"); });
     forward_.signal_clicked().connect([this] { activate_action("win.goForward"); });
@@ -30,18 +31,16 @@ BrowserNavButtons::BrowserNavButtons(std::shared_ptr<BrowserStore> store)
 
 BrowserNavButtons::~BrowserNavButtons() {
     notify_callbacks();
-    rewind_.onChanged = nullptr;
-    rewind_.onKeyboardLeft = nullptr;
     rewind_.unparent();
 }
 
 void BrowserNavButtons::addRewind() {
     rewind_.set_hexpand(false);  // or its rows would widen the bar's part around it
     rewind_.set_parent(backPlace_);
-    rewind_.onChanged = [this](bool open) {
-        back_.set_has_tooltip(!open);  // it would lie over the time line
-        setAccessibleExpanded(back_, open);
-    };
+    rewind_.connectChanged(sigc::mem_fun(*this, &BrowserNavButtons::rewindChanged));
+    rewind_.connectKeyboardLeft(sigc::mem_fun(view_, &BrowserView::focusPage));
+    view_.connectRewindRequested(
+        sigc::bind(sigc::mem_fun(rewind_, &RewindPopover::open), RewindPopover::Keyboard::comes));
     const auto motion = Gtk::EventControllerMotion::create();
     motion->signal_enter().connect([this](double, double) { pointerCame(); });
     backPlace_.add_controller(motion);
@@ -64,12 +63,18 @@ void BrowserNavButtons::pointerCame() {
 
 bool BrowserNavButtons::keyPressed(guint key) {
     if (key != GDK_KEY_Down && key != GDK_KEY_Menu) return false;
-    openRewind();
+    rewind_.open(RewindPopover::Keyboard::comes);
     return true;
 }
 
+void BrowserNavButtons::rewindChanged() {
+    const bool open = rewind_.isOpen();
+    back_.set_has_tooltip(!open);  // it would lie over the time line
+    setAccessibleExpanded(back_, open);
+}
+
 void BrowserNavButtons::refresh() {
-    const auto tab = store_->active();
+    const auto tab = store_.active();
     set_visible(tab != nullptr);
     if (!tab) return;
     back_.set_sensitive(tab->canGoBack());

@@ -1,14 +1,12 @@
 #pragma once
 
-#include "core/BrowserStore.h"
 #include "look/view/FrameRefresh.h"
 #include "core/ActiveTabWatch.h"
 #include "look/controls/view/BrowserChromeButton.h"
+#include "shell/BrowserView.h"
 #include "shell/rewind/view/RewindPopover.h"
 
 #include <gtkmm/box.h>
-
-#include <memory>
 
 namespace orvu {
 
@@ -16,21 +14,19 @@ namespace orvu {
 /// line of the day.
 class BrowserNavButtons : public Gtk::Box {
 public:
-    explicit BrowserNavButtons(std::shared_ptr<BrowserStore> store);
+    /// `view` must outlive the buttons.
+    explicit BrowserNavButtons(BrowserView& view);
     ~BrowserNavButtons() override;
-
-    /// Shows the time line and gives it the keyboard.
-    void openRewind() { rewind_.open(RewindPopover::Keyboard::comes); }
-    /// Called when the time line had the keyboard and closed.
-    void setOnKeyboardLeft(std::function<void()> slot) { rewind_.onKeyboardLeft = std::move(slot); }
 
 private:
     void addRewind();
     void pointerCame();
     bool keyPressed(guint key);
+    void rewindChanged();
     void refresh();
 
-    const std::shared_ptr<BrowserStore> store_;
+    BrowserView& view_;
+    BrowserStore& store_;
     static constexpr std::string_view backHelp = "Back (⌘[) — hover to rewind";
 
     Gtk::Box backPlace_;  ///< feels the pointer even while the button is off

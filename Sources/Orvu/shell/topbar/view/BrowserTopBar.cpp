@@ -7,17 +7,17 @@
 
 namespace orvu {
 
-BrowserTopBar::BrowserTopBar(const std::shared_ptr<BrowserStore>& store, DownloadStore& downloads)
-    : navigation_(store), downloads_(downloads), shelf_(store), menu_(store) {
+BrowserTopBar::BrowserTopBar(BrowserView& view, DownloadStore& downloads)
+    : navigation_(view),
+      downloads_(downloads),
+      shelf_(view.sharedStore()),
+      menu_(view.sharedStore()) {
     add_css_class("top-bar");
     append(controls_);
     append(navigation_);
     middle_.set_hexpand(true);
     append(middle_);
-    if (store->isPrivate()) addPrivateMark();
-    downloads_.onShown = [this] {
-        if (onRoomChanged) onRoomChanged();
-    };
+    if (view.store().isPrivate()) addPrivateMark();
     append(downloads_);
     append(shelf_);
     append(menu_);

@@ -10,24 +10,22 @@
 #include <gtkmm/image.h>
 #include <gtkmm/label.h>
 
-#include <functional>
-#include <memory>
-
 namespace orvu {
 
 /// The bar at the top of a window: the window's controls, the ways through pages, and the menus.
 /// Its middle is left to the notch, which hangs over it.
 class BrowserTopBar : public Gtk::Box {
 public:
-    /// `downloads` must outlive the bar.
-    BrowserTopBar(const std::shared_ptr<BrowserStore>& store, DownloadStore& downloads);
+    /// Both must outlive the bar.
+    BrowserTopBar(BrowserView& view, DownloadStore& downloads);
 
-    [[nodiscard]] BrowserNavButtons& navigation() { return navigation_; }
     /// How wide what stands in the middle of `window` may be without covering anything here, in
     /// pixels; 0 if there is no room.
     [[nodiscard]] int roomInTheMiddle(const Gtk::Widget& window) const;
-    /// Called when that room changes though the bar keeps its size.
-    std::function<void()> onRoomChanged;
+    /// Calls `slot` when that room changes though the bar keeps its size.
+    sigc::connection connectRoomChanged(const sigc::slot<void()>& slot) {
+        return downloads_.connectShown(slot);
+    }
 
 private:
     void addPrivateMark();

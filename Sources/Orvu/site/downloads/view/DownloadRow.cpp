@@ -77,7 +77,7 @@ void DownloadRow::refreshButton(DownloadItem::State state) {
     const bool has = state == DownloadState::running || state == DownloadState::done;
     const bool loses = !has && button_.has_focus();
     button_.set_visible(has);
-    if (loses && onFocusLost) onFocusLost();
+    if (loses) focusLost_.emit();
     const std::string help =
         platformText(state == DownloadState::running ? "Cancel download" : "Show in Finder");
     if (!has || button_.get_tooltip_text().raw() == help) return;

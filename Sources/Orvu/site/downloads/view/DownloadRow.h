@@ -9,7 +9,6 @@
 #include <gtkmm/label.h>
 #include <gtkmm/progressbar.h>
 
-#include <functional>
 #include <memory>
 #include <string>
 
@@ -23,8 +22,10 @@ public:
 
     [[nodiscard]] const std::shared_ptr<DownloadItem>& item() const { return item_; }
 
-    /// Called when the row's button goes while it has the keyboard.
-    std::function<void()> onFocusLost;
+    /// Calls `slot` when the row's button goes while it has the keyboard.
+    sigc::connection connectFocusLost(const sigc::slot<void()>& slot) {
+        return focusLost_.connect(slot);
+    }
 
 private:
     void refresh();
@@ -40,6 +41,7 @@ private:
     Gtk::Button button_;
     Gtk::Image symbol_;
     std::string spoken_;
+    sigc::signal<void()> focusLost_;
     FrameRefresh refresh_;
 };
 

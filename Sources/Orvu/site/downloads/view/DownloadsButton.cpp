@@ -58,7 +58,7 @@ void DownloadsButton::refresh() {
     list_.refresh();
     if (get_visible() == shown) return;
     set_visible(shown);
-    if (onShown) onShown();
+    shown_.emit();
 }
 
 }  // namespace orvu

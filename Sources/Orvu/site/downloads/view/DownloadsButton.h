@@ -9,8 +9,6 @@
 #include <gtkmm/image.h>
 #include <gtkmm/stack.h>
 
-#include <functional>
-
 namespace orvu {
 
 /// The button of the top bar that tells how far the downloads are and opens their list. It is
@@ -21,8 +19,8 @@ public:
     explicit DownloadsButton(DownloadStore& store);
     ~DownloadsButton() override;
 
-    /// Called after the button came or went.
-    std::function<void()> onShown;
+    /// Calls `slot` after the button came or went.
+    sigc::connection connectShown(const sigc::slot<void()>& slot) { return shown_.connect(slot); }
 
 private:
     void open();
@@ -35,6 +33,7 @@ private:
     Gtk::Image arrow_;
     DownloadRing ring_;
     DownloadsPopover list_;
+    sigc::signal<void()> shown_;
     FrameRefresh refresh_;
 };
 

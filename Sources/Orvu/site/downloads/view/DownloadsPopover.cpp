@@ -55,7 +55,7 @@ void DownloadsPopover::syncRows() {
     });
     for (auto missing = items.size() - rows_.size(); missing > 0; --missing) {
         auto& row = *Gtk::make_managed<DownloadRow>(items[missing - 1]);
-        row.onFocusLost = [this] { clear_.grab_focus(); };
+        row.connectFocusLost([this] { clear_.grab_focus(); });
         list_.prepend(row);
         rows_.insert(rows_.begin(), &row);
     }

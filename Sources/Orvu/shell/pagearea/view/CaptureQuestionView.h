@@ -7,7 +7,6 @@
 #include <gtkmm/image.h>
 #include <gtkmm/label.h>
 
-#include <functional>
 #include <memory>
 #include <optional>
 
@@ -24,14 +23,15 @@ public:
     /// Shows the question of `tab`, if it has one; `tab` may be nothing.
     void show(const std::shared_ptr<BrowserTab>& tab);
 
-    /// The question that had the keyboard has gone.
-    std::function<void()> onKeyboardFree;
+    /// Calls `slot` when the question that had the keyboard has gone.
+    sigc::connection connectKeyboardFree(const sigc::slot<void()>& slot) {
+        return keyboardFree_.connect(slot);
+    }
 
 private:
     void addAnswers();
     void answer(CaptureAnswer answer);
     void draw(const CaptureQuestion& question);
-    [[nodiscard]] bool hasKeyboard() const;
 
     std::weak_ptr<BrowserTab> tab_;
     std::optional<CaptureQuestion> shown_;
@@ -41,6 +41,7 @@ private:
     Gtk::Box answers_;
     Gtk::Button refuse_;
     Gtk::Button allow_;
+    sigc::signal<void()> keyboardFree_;
     sigc::connection arming_;  ///< makes `allow_` sensitive
 };
 

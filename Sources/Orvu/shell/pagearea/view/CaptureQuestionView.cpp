@@ -1,10 +1,10 @@
-#include "site/permissions/view/CaptureQuestionView.h"
+#include "shell/pagearea/view/CaptureQuestionView.h"
 
 #include "look/view/Accessible.h"
+#include "look/view/Keyboard.h"
 #include "look/view/SymbolImage.h"
 
 #include <glibmm/main.h>
-#include <gtkmm/root.h>
 
 namespace orvu {
 namespace {
@@ -57,10 +57,10 @@ void CaptureQuestionView::show(const std::shared_ptr<BrowserTab>& tab) {
     const auto question = tab ? tab->captureQuestion() : std::nullopt;
     if (question == shown_ && !otherTab) return;
     shown_ = question;
-    const bool keyboardGoes = !question && hasKeyboard();
+    const bool keyboardGoes = !question && holdsKeyboard(*this);
     if (question) draw(*question);
     set_visible(question.has_value());
-    if (keyboardGoes && onKeyboardFree) onKeyboardFree();
+    if (keyboardGoes) keyboardFree_.emit();
 }
 
 void CaptureQuestionView::draw(const CaptureQuestion& question) {
@@ -77,12 +77,6 @@ void CaptureQuestionView::draw(const CaptureQuestion& question) {
                                                  },
                                                  *this),
                                              armingTime);
-}
-
-bool CaptureQuestionView::hasKeyboard() const {
-    const auto* const root = get_root();
-    const Gtk::Widget* const focus = root ? root->get_focus() : nullptr;
-    return focus && focus->is_ancestor(const_cast<CaptureQuestionView&>(*this));
 }
 
 void CaptureQuestionView::answer(CaptureAnswer answer) {

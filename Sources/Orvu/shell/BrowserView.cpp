@@ -1,0 +1,49 @@
+#include "shell/BrowserView.h"
+
+#include <utility>
+
+namespace orvu {
+
+BrowserView::BrowserView(std::shared_ptr<BrowserStore> store, Context context, Narrow isNarrow)
+    : narrow(isNarrow == Narrow::yes), store_(std::move(store)), context_(std::move(context)) {}
+
+void BrowserView::switchProfile(const Profile& profile) const {
+    const auto switchTo = context_.switchProfile;  // this view ends in it
+    switchTo(profile);
+}
+
+void BrowserView::editAddress(const std::string& text) {
+    query.set(text);
+    commandOpen.set(true);
+    addressFocusRequested_.emit();
+}
+
+void BrowserView::ask(const std::string& question) {
+    commandOpen.set(false);
+    kestoOpen.set(true);
+    pendingQuestion.set(question);
+}
+
+void BrowserView::openFind() {
+    findOpen.set(true);
+    findFocusRequested_.emit();
+}
+
+void BrowserView::findAgain(FindDirection direction) {
+    if (!findOpen.get()) return openFind();
+    findAgainRequested_.emit(direction);
+}
+
+bool BrowserView::endEditing() {
+    const bool findShows = findOpen.get() && store_->splitTabs().empty();
+    const bool ended = commandOpen.get() || findShows;
+    commandOpen.set(false);
+    findOpen.set(false);
+    if (ended) return true;
+    const auto tab = store_->active();
+    if (!tab || !tab->captureQuestion()) return false;
+    tab->answerCapture(CaptureAnswer::dismiss);
+    return true;
+}
+
+}  // namespace orvu

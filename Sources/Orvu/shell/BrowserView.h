@@ -1,0 +1,113 @@
+#pragma once
+
+#include "core/BrowserStore.h"
+#include "foundation/Observable.h"
+#include "platform/Pasteboard.h"
+#include "platform/Workspace.h"
+#include "shell/BrowserWindow.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace orvu {
+
+/// Which match of a search in the page comes next.
+enum class FindDirection { next, previous };
+
+/// The window of one store, without a widget: the switches that concern more than one of its parts,
+/// and what commands ask of those parts. A switch is set by whoever likes; the parts observe it.
+/// Nothing of it is saved.
+class BrowserView : public sigc::trackable {
+public:
+    static constexpr int wideColumn = 228;   ///< points
+    static constexpr int narrowColumn = 52;  ///< points
+
+    /// What the window stands in. All of it outlives the view.
+    struct Context {
+        BrowserWindow& window;
+        const ProfileStore& profiles;
+        Pasteboard& pasteboard;
+        Workspace& workspace;
+        std::function<void(const Profile&)> switchProfile;
+    };
+    enum class Narrow { no, yes };
+
+    BrowserView(std::shared_ptr<BrowserStore> store, Context context, Narrow narrow);
+    BrowserView(const BrowserView&) = delete;
+    BrowserView& operator=(const BrowserView&) = delete;
+
+    [[nodiscard]] BrowserStore& store() const { return *store_; }
+    [[nodiscard]] const std::shared_ptr<BrowserStore>& sharedStore() const { return store_; }
+    [[nodiscard]] BrowserWindow& window() const { return context_.window; }
+    [[nodiscard]] const ProfileStore& profiles() const { return context_.profiles; }
+    [[nodiscard]] Pasteboard& pasteboard() const { return context_.pasteboard; }
+    [[nodiscard]] Workspace& workspace() const { return context_.workspace; }
+    /// Gives the window a store of another profile, which ends this view.
+    void switchProfile(const Profile& profile) const;
+
+    Observable<bool> commandOpen{false};  ///< the notch is open as a command bar
+    Observable<std::string> query;        ///< the notch's text; outlives its closing
+    Observable<bool> kestoOpen{false};    ///< the assistant's panel shows
+    Observable<bool> findOpen{false};     ///< the search bar; it waits while two pages show
+    Observable<bool> narrow;              ///< the column of tabs shows icons only
+    Observable<std::optional<std::string>> pendingQuestion;  ///< on its way to the panel
+    Observable<bool> askUpdates{false};  ///< the question about automatic updates shows
+    /// The tab of which an element fills the window.
+    Observable<std::optional<Uuid>> fullscreenTab;
+
+    [[nodiscard]] int columnWidth() const { return narrow.get() ? narrowColumn : wideColumn; }
+
+    /// Opens the notch with `text` and gives its field the keyboard, all selected.
+    void editAddress(const std::string& text);
+    /// Closes the notch and hands its question to the assistant's panel.
+    void ask(const std::string& question);
+    /// Opens the search bar and gives it the keyboard.
+    void openFind();
+    /// Goes on from match to match; opens the bar if it is closed.
+    void findAgain(FindDirection direction);
+    /// Closes the notch and the search bar or, if neither showed, dismisses what the page in front
+    /// asks for. False if there was nothing of the kind.
+    bool endEditing();
+
+    // What is asked of parts of the window. A part that isn't there lets it pass.
+    void openRewind() { rewindRequested_.emit(); }
+    /// Gives the keyboard to what the tab in front shows.
+    void focusPage() { pageFocusRequested_.emit(); }
+    /// Moves the keyboard on among the window's areas, or back.
+    void focusNextArea() { areaMoveRequested_.emit(+1); }
+    void focusPreviousArea() { areaMoveRequested_.emit(-1); }
+
+    sigc::connection connectAddressFocusRequested(const sigc::slot<void()>& slot) {
+        return addressFocusRequested_.connect(slot);
+    }
+    sigc::connection connectFindFocusRequested(const sigc::slot<void()>& slot) {
+        return findFocusRequested_.connect(slot);
+    }
+    sigc::connection connectFindAgainRequested(const sigc::slot<void(FindDirection)>& slot) {
+        return findAgainRequested_.connect(slot);
+    }
+    sigc::connection connectRewindRequested(const sigc::slot<void()>& slot) {
+        return rewindRequested_.connect(slot);
+    }
+    sigc::connection connectPageFocusRequested(const sigc::slot<void()>& slot) {
+        return pageFocusRequested_.connect(slot);
+    }
+    /// The slot gets by how many areas the keyboard moves on, negative for back.
+    sigc::connection connectAreaMoveRequested(const sigc::slot<void(int)>& slot) {
+        return areaMoveRequested_.connect(slot);
+    }
+
+private:
+    const std::shared_ptr<BrowserStore> store_;
+    const Context context_;
+    sigc::signal<void()> addressFocusRequested_;
+    sigc::signal<void()> findFocusRequested_;
+    sigc::signal<void(FindDirection)> findAgainRequested_;
+    sigc::signal<void()> rewindRequested_;
+    sigc::signal<void()> pageFocusRequested_;
+    sigc::signal<void(int)> areaMoveRequested_;
+};
+
+}  // namespace orvu

@@ -1,0 +1,464 @@
+#include "shell/menus/Commands.h"
+
+#include "look/text/PlatformText.h"
+#include "shell/BrowserView.h"
+#include "shell/OrvuApp.h"
+#include "shell/column/ColumnItems.h"
+
+#include <algorithm>
+#include <cassert>
+#include <cmath>
+#include <iterator>
+
+namespace orvu {
+namespace {
+
+using Subject = CommandSubject;
+using Commands = std::vector<Command>;
+using KeysOf = Command::KeysOf;
+
+/// How tables and people name one of the few keys whose names have several words.
+std::string keyLabel(std::string_view keys) {
+    std::string label = platformText(keys);
+    std::ranges::replace(label, '_', ' ');
+    return label;
+}
+
+// --- Conditions -------------------------------------------------------------------------------
+
+bool hasAddress(const Subject& subject) { return subject.tab && subject.tab->url(); }
+
+bool hasPage(const Subject& subject) { return subject.tab && !subject.tab->isNewTab(); }
+
+bool isPinned(const Subject& subject) { return subject.tab && subject.tab->isPinned(); }
+
+bool isReading(const Subject& subject) {
+    return subject.tab && subject.store.readerArticle(*subject.tab);
+}
+
+bool isPair(const Subject& subject) { return !subject.store.splitTabs().empty(); }
+
+bool isBesideFront(const Subject& subject) {
+    return hasPage(subject) && subject.store.activeID() != subject.tab->id();
+}
+
+bool isInGroup(const Subject& subject) {
+    return subject.tab && subject.store.groupOf(*subject.tab) != nullptr;
+}
+
+// --- What commands do -------------------------------------------------------------------------
+
+void newEmptyTab(BrowserView& view) {
+    view.store().newTab(std::nullopt, BrowserStore::Select::yes);
+}
+
+void newTab(BrowserView& view) {
+    newEmptyTab(view);
+    view.editAddress("");
+}
+
+void editAddress(BrowserView& view) {
+    const auto tab = view.store().active();
+    view.editAddress(tab && tab->url() ? tab->url()->absoluteString() : "");
+}
+
+void toggleBookmark(BrowserStore& store, BrowserTab& tab) {
+    if (!store.isPrivate()) store.bookmarks().toggle(tab.url(), tab.title());
+}
+
+void toggleGroup(BrowserStore& store, BrowserTab& tab) {
+    if (isInGroup({store, &tab})) {
+        store.removeFromGroup(tab);
+    } else {
+        store.newGroup(tab);
+    }
+}
+
+void duplicate(BrowserStore& store, BrowserTab& tab) {
+    if (store.holds(tab) && tab.url()) store.newTab(tab.url(), BrowserStore::Select::yes);
+}
+
+void copyLink(BrowserView& view) {
+    const auto tab = view.store().active();
+    if (tab && tab->url()) view.pasteboard().setString(tab->url()->absoluteString());
+}
+
+void openInDefaultBrowser(BrowserView& view) {
+    const auto tab = view.store().active();
+    if (tab && tab->url()) view.workspace().open(*tab->url());
+}
+
+void unparkNewest(BrowserView& view) {
+    BrowserStore& store = view.store();
+    if (!store.shelf().empty()) store.unpark(store.shelf().front());
+}
+
+Command::ForWindow selectNeighbour(ColumnStep step) {
+    return [step](BrowserView& view) {
+        if (const auto tab = neighbourTab(view.store(), step)) view.store().select(*tab);
+    };
+}
+
+Command::ForTab onPage(void (WebView::*act)()) {
+    return [act](BrowserStore&, BrowserTab& tab) { (tab.webView().*act)(); };
+}
+
+Command::ForTab zoom(double (*stepped)(double, int), int steps) {
+    return [stepped, steps](BrowserStore&, BrowserTab& tab) {
+        tab.webView().setPageZoom(stepped(tab.webView().pageZoom(), steps));
+    };
+}
+
+Command::ForWindow onWindow(void (BrowserWindow::*act)()) {
+    return [act](BrowserView& view) { (view.window().*act)(); };
+}
+
+Command::ForWindow edit(EditingCommand which) {
+    return [which](BrowserView& view) { view.window().edit(which); };
+}
+
+Command::ForApplication onApplication(void (AppDelegate::*act)()) {
+    return [act](AppDelegate& application) { (application.*act)(); };
+}
+
+template <class Act>
+Command::ForWindow onView(Act act) {
+    return [act](BrowserView& view) { (view.*act)(); };
+}
+
+template <class Act>
+Command::ForWindow onStore(Act act) {
+    return [act](BrowserView& view) { (view.store().*act)(); };
+}
+
+// --- The table --------------------------------------------------------------------------------
+
+Commands addressAndTabs() {
+    return {
+        {.name = "editAddress",
+         .run = Command::ForWindow{editAddress},
+         .keys = {"⌘L"},
+         .help = "open the notch: type an address or a search"},
+        {.name = "newTab",
+         .run = Command::ForWindow{newTab},
+         .title = "New Tab",
+         .keys = {"⌘T"},
+         .help = "a new tab"},
+        {.name = "newEmptyTab",
+         .run = Command::ForWindow{newEmptyTab},
+         .title = "New Tab",
+         .showsKeyOf = "newTab"},
+        {.name = "closeTab",
+         .run = Command::ForTab{[](auto& store, auto& tab) { store.close(tab); }},
+         .title = "Close Tab",
+         .keys = {"⌘W"},
+         .help = "close the tab"},
+        {.name = "reopenClosed",
+         .run = onStore(&BrowserStore::reopenClosed),
+         .title = "Reopen Closed Tab",
+         .keys = {"⇧⌘T"},
+         .help = "bring back the tab that was closed last"},
+        {.name = "selectNextTab",
+         .run = selectNeighbour(ColumnStep::next),
+         .keys = {"⌘Tab", "⌘Page_Down"},
+         .help = "the next tab of the column"},
+        {.name = "selectPreviousTab",
+         .run = selectNeighbour(ColumnStep::previous),
+         .keys = {"⇧⌘Tab", "⌘Page_Up"},
+         // With Shift this key has a name of its own on some displays.
+         .alias = {"⇧⌘ISO_Left_Tab"},
+         .help = "the tab before it"},
+        {.name = "toggleSideBySide",
+         .run = onStore(&BrowserStore::toggleSideBySide),
+         .title = "Side by Side",
+         .titleOn = "Back to One Page",
+         .keys = {"⌥⌘S"},
+         .help = "two tabs side by side, and back to one",
+         .isOn = isPair},
+    };
+}
+
+Commands page() {
+    return {
+        {.name = "goBack",
+         .run = onPage(&WebView::goBack),
+         .keys = {"⌘[", "⌥Left"},
+         .help = "back"},
+        {.name = "goForward",
+         .run = onPage(&WebView::goForward),
+         .keys = {"⌘]", "⌥Right"},
+         .help = "forward"},
+        {.name = "reload",
+         .run = onPage(&WebView::reload),
+         .keys = {"⌘R", "F5"},
+         .help = "load the page anew"},
+        {.name = "stopLoading", .run = onPage(&WebView::stopLoading)},
+        {.name = "rewind",
+         .run = onView(&BrowserView::openRewind),
+         .keys = {"⇧⌘H", "⇧⌘["},
+         .alias = {"⇧⌘{"},
+         .help = "rewind: the pages of today"},
+        {.name = "find",
+         .run = onView(&BrowserView::openFind),
+         .title = "Find in Page…",
+         .keys = {"⌘F"},
+         .help = "find in the page"},
+        {.name = "findNext",
+         .run = Command::ForWindow{[](auto& view) { view.findAgain(FindDirection::next); }},
+         .keys = {"⌘G", "F3"},
+         .help = "the next match"},
+        {.name = "findPrevious",
+         .run = Command::ForWindow{[](auto& view) { view.findAgain(FindDirection::previous); }},
+         .keys = {"⇧⌘G", "⇧F3"},
+         .help = "the match before it"},
+        {.name = "toggleReader",
+         .run = onStore(&BrowserStore::toggleReader),
+         .title = "Reader",
+         .titleOn = "Exit Reader",
+         .keys = {"⇧⌘R"},
+         .help = "the reader: the article alone, and back",
+         .isOn = isReading},
+        {.name = "toggleBookmark",
+         .run = Command::ForTab{toggleBookmark},
+         .keys = {"⌘D"},
+         .help = "set or clear a bookmark"},
+        {.name = "copyLink",
+         .run = Command::ForWindow{copyLink},
+         .title = "Copy Link",
+         .isEnabled = hasAddress},
+        {.name = "openInDefaultBrowser",
+         .run = Command::ForWindow{openInDefaultBrowser},
+         .title = "Open in Default Browser",
+         .isEnabled = hasAddress},
+    };
+}
+
+Commands zooming() {
+    return {
+        {.name = "zoomIn",
+         .run = zoom(&PageZoom::stepped, +1),
+         .keys = {"⌘="},
+         .alias = {"⌘+", "⌘KP_Add"},
+         .help = "zoom in"},
+        {.name = "zoomInFurther",
+         .run = zoom(&PageZoom::steppedFreely, +1),
+         .title = "Zoom In",
+         .showsKeyOf = "zoomIn"},
+        {.name = "zoomOut",
+         .run = zoom(&PageZoom::stepped, -1),
+         .keys = {"⌘-"},
+         .alias = {"⌘KP_Subtract"},
+         .help = "zoom out"},
+        {.name = "zoomOutFurther",
+         .run = zoom(&PageZoom::steppedFreely, -1),
+         .title = "Zoom Out",
+         .showsKeyOf = "zoomOut"},
+        {.name = "actualSize",
+         .run = Command::ForTab{[](auto&, auto& tab) { tab.webView().setPageZoom(1.0); }},
+         .title = "Actual Size",
+         .keys = {"⌘0"},
+         .alias = {"⌘KP_0"},
+         .help = "actual size"},
+    };
+}
+
+Commands arranging() {
+    return {
+        {.name = "openSideBySide",
+         .run = Command::ForTab{[](auto& store, auto& tab) { store.openSideBySide(tab); }},
+         .title = "Open Side by Side",
+         .isEnabled = isBesideFront},
+        {.name = "newGroup",
+         .run = Command::ForTab{[](auto& store, auto& tab) { store.newGroup(tab); }},
+         .title = "Add to New Group"},
+        {.name = "removeFromGroup",
+         .run = Command::ForTab{[](auto& store, auto& tab) { store.removeFromGroup(tab); }},
+         .title = "Remove from Group",
+         .isEnabled = isInGroup},
+        {.name = "toggleGroup", .run = Command::ForTab{toggleGroup}},
+        {.name = "togglePin",
+         .run = Command::ForTab{[](auto& store, auto& tab) { store.togglePin(tab); }},
+         .title = "Pin Tab",
+         .titleOn = "Unpin Tab",
+         .isOn = isPinned},
+        {.name = "park",
+         .run = Command::ForTab{[](auto& store, auto& tab) { store.park(tab); }},
+         .title = "Park on the Shelf",
+         .isEnabled = hasPage},
+        {.name = "unpark", .run = Command::ForWindow{unparkNewest}},
+        {.name = "duplicate",
+         .run = Command::ForTab{duplicate},
+         .title = "Duplicate Tab",
+         .isEnabled = hasPage},
+        {.name = "recolor",
+         .run = Command::ForGroup{[](auto& store, auto& group) { store.recolor(group); }},
+         .title = "Change Colour"},
+        {.name = "ungroup",
+         .run = Command::ForGroup{[](auto& store, auto& group) { store.ungroup(group); }},
+         .title = "Ungroup"},
+        {.name = "closeGroup",
+         .run = Command::ForGroup{[](auto& store, auto& group) { store.closeGroup(group); }},
+         .title = "Close Group"},
+    };
+}
+
+/// The commands of digits: tabs by their place, and profiles.
+Commands numbered() {
+    Commands all;
+    for (int number = 1; number <= 9; ++number) {
+        const std::string digit = std::to_string(number);
+        all.push_back({.name = "selectTab" + digit,
+                       .run = Command::ForWindow{[number](BrowserView& view) {
+                           view.store().selectTab(number);
+                       }},
+                       .keys = {"⌘" + digit}});
+        all.push_back(
+            {.name = "profile" + digit,
+             .run = Command::ForWindow{[place = static_cast<std::size_t>(number - 1)](auto& view) {
+                 if (place >= view.profiles().profiles().size()) return;
+                 const Profile wanted = view.profiles().profiles()[place];
+                 if (wanted.id != view.store().profile().id) view.switchProfile(wanted);
+             }},
+             .keys = {"⌃" + digit}});
+    }
+    return all;
+}
+
+Commands editing() {
+    const auto row = [](const char* name, EditingCommand which, const char* title,
+                        const char* key) {
+        return Command{.name = name,
+                       .run = edit(which),
+                       .title = title,
+                       .keys = {key},
+                       .keysOf = KeysOf::focus};
+    };
+    return {
+        row("undo", EditingCommand::undo, "Undo", "⌘Z"),
+        row("redo", EditingCommand::redo, "Redo", "⇧⌘Z"),
+        row("cut", EditingCommand::cut, "Cut", "⌘X"),
+        row("copy", EditingCommand::copy, "Copy", "⌘C"),
+        row("paste", EditingCommand::paste, "Paste", "⌘V"),
+        row("selectAll", EditingCommand::selectAll, "Select All", "⌘A"),
+    };
+}
+
+Commands windowAndProgram() {
+    return {
+        {.name = "focusNextArea",
+         .run = onView(&BrowserView::focusNextArea),
+         .keys = {"F6"},
+         .help = "the keyboard goes on among address, column, divider, question and page"},
+        {.name = "focusPreviousArea",
+         .run = onView(&BrowserView::focusPreviousArea),
+         .keys = {"⇧F6"},
+         .help = "the same, back"},
+        {.name = "endEditing", .run = Command::ForWindow{[](auto& view) { view.endEditing(); }}},
+        {.name = "newWindow",
+         .run = onApplication(&AppDelegate::newWindow),
+         .title = "New Window",
+         .keys = {"⌘N"},
+         .help = "a new window"},
+        {.name = "newPrivateWindow",
+         .run = onApplication(&AppDelegate::newPrivateWindow),
+         .title = "New Private Window",
+         .keys = {"⇧⌘N"},
+         .help = "a new private window"},
+        {.name = "performClose",
+         .run = onWindow(&BrowserWindow::performClose),
+         .title = "Close Window",
+         .keys = {"⇧⌘W"},
+         .help = "close the window"},
+        {.name = "toggleFullScreen",
+         .run = onWindow(&BrowserWindow::toggleFullScreen),
+         .title = "Enter Full Screen",
+         .keys = {"⌃⌘F"},
+         .help = "full screen, and back"},
+        {.name = "performMiniaturize",
+         .run = onWindow(&BrowserWindow::performMiniaturize),
+         .title = "Minimize",
+         .keys = {"⌘M"},
+         .help = "minimise the window"},
+        {.name = "performZoom", .run = onWindow(&BrowserWindow::performZoom), .title = "Zoom"},
+        {.name = "makeDefaultBrowser",
+         .run = onApplication(&AppDelegate::makeDefaultBrowser),
+         .title = "Make Orvu Your Default Browser"},
+        {.name = "orderFrontStandardAboutPanel",
+         .run = onApplication(&AppDelegate::orderFrontStandardAboutPanel),
+         .title = "About Orvu"},
+        {.name = "terminate",
+         .run = onApplication(&AppDelegate::terminate),
+         .title = "Quit Orvu",
+         .keys = {"⌘Q"},
+         .help = "quit"},
+    };
+}
+
+Commands all() {
+    Commands result;
+    for (auto part : {addressAndTabs(), numbered(), page(), zooming(), arranging(), editing(),
+                      windowAndProgram()}) {
+        std::ranges::move(part, std::back_inserter(result));
+    }
+    return result;
+}
+
+}  // namespace
+
+double PageZoom::stepped(double zoom, int steps) {
+    return std::clamp(steppedFreely(zoom, steps), smallest, largest);
+}
+
+double PageZoom::steppedFreely(double zoom, int steps) {
+    return std::max(std::round((zoom + steps * step) * 10.0) / 10.0, step);
+}
+
+std::string_view Command::shownKey() const {
+    if (!showsKeyOf.empty()) return command(showsKeyOf).shownKey();
+    return keys.empty() ? std::string_view{} : std::string_view{keys.front()};
+}
+
+void Command::runIn(BrowserView& view) const {
+    if (const auto* const act = std::get_if<ForWindow>(&run)) return (*act)(view);
+    const auto* const act = std::get_if<ForTab>(&run);
+    if (!act) return;
+    const auto tab = view.store().active();
+    if (tab) (*act)(view.store(), *tab);
+}
+
+const std::vector<Command>& commands() {
+    static const std::vector<Command> table = all();
+    return table;
+}
+
+const Command* findCommand(std::string_view name) {
+    const auto found = std::ranges::find(commands(), name, &Command::name);
+    return found != commands().end() ? &*found : nullptr;
+}
+
+const Command& command(std::string_view name) {
+    const Command* const found = findCommand(name);
+    assert(found);
+    return *found;
+}
+
+std::string keyTable() {
+    std::string rows;
+    const auto row = [&](const std::string& keys, std::string_view help) {
+        rows.append("| ").append(keys).append(" | ").append(help).append(" |\n");
+    };
+    for (const Command& each : commands()) {
+        if (each.help.empty()) continue;
+        std::string keys;
+        for (const auto& key : each.keys) {
+            keys.append(keys.empty() ? "" : ", ").append(keyLabel(key));
+        }
+        row(keys, each.help);
+    }
+    row(keyLabel("⌘1") + " … " + keyLabel("⌘8") + ", " + keyLabel("⌘9"),
+        "the tab at that place, the last one");
+    row(keyLabel("⌃1") + " … " + keyLabel("⌃9"), "the profile at that place");
+    return rows;
+}
+
+}  // namespace orvu

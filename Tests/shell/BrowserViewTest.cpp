@@ -1,0 +1,153 @@
+#include "shell/BrowserView.h"
+
+#include "support/ViewWorld.h"
+
+namespace orvu {
+namespace {
+
+class BrowserViewTest : public ViewTest {
+protected:
+    /// A camera question of the tab in front.
+    static void askForCamera(BrowserStore& store) {
+        store.active()->requestMediaCapture(
+            {MediaCaptureType::camera, "a.example", [](MediaCaptureRequest::Answer) {}});
+    }
+};
+
+TEST_F(BrowserViewTest, EverySwitchIsOffAtFirst) {
+    const auto view = viewOf(openStoreWith({a}));
+
+    EXPECT_FALSE(view->commandOpen.get());
+    EXPECT_EQ(view->query.get(), "");
+    EXPECT_FALSE(view->kestoOpen.get());
+    EXPECT_FALSE(view->findOpen.get());
+    EXPECT_FALSE(view->narrow.get());
+    EXPECT_EQ(view->pendingQuestion.get(), std::nullopt);
+    EXPECT_FALSE(view->askUpdates.get());
+    EXPECT_EQ(view->fullscreenTab.get(), std::nullopt);
+    EXPECT_TRUE(world.defaults.written.empty());
+}
+
+TEST_F(BrowserViewTest, NarrowColumnIs52PointsWideAndTheOrdinaryOne228) {
+    const auto view = viewOf(openStoreWith({a}));
+
+    EXPECT_EQ(view->columnWidth(), 228);
+    view->narrow.set(true);
+
+    EXPECT_EQ(view->columnWidth(), 52);
+    EXPECT_TRUE(world.defaults.written.empty());
+}
+
+TEST_F(BrowserViewTest, ColumnOfOneWindowLeavesAnothersAlone) {
+    const auto one = viewOf(openStoreWith({a}));
+    const auto other = viewOf(openStoreWith({b}));
+
+    one->narrow.set(true);
+
+    EXPECT_FALSE(other->narrow.get());
+}
+
+TEST_F(BrowserViewTest, EditingTheAddressSetsTheTextBeforeTheNotchOpens) {
+    const auto view = viewOf(openStoreWith({a}));
+    std::string textAtOpening;
+    view->commandOpen.connectChanged([&] { textAtOpening = view->query.get(); });
+
+    view->editAddress("typed");
+
+    EXPECT_TRUE(view->commandOpen.get());
+    EXPECT_EQ(textAtOpening, "typed");
+    EXPECT_EQ(asked, Strings{"edit typed"});
+}
+
+TEST_F(BrowserViewTest, EditingInAnOpenNotchGivesItsFieldTheKeyboardAgain) {
+    const auto view = viewOf(openStoreWith({a}));
+    view->editAddress("typed");
+
+    view->editAddress("typed");
+
+    EXPECT_EQ(asked, (Strings{"edit typed", "edit typed"}));
+}
+
+TEST_F(BrowserViewTest, QuestionClosesTheNotchAndWaitsForThePanel) {
+    const auto view = viewOf(openStoreWith({a}));
+    view->editAddress("why");
+
+    view->ask("why");
+
+    EXPECT_FALSE(view->commandOpen.get());
+    EXPECT_TRUE(view->kestoOpen.get());
+    EXPECT_EQ(view->pendingQuestion.get(), "why");
+}
+
+TEST_F(BrowserViewTest, FindAgainOpensAClosedBarAndGoesOnInAnOpenOne) {
+    const auto view = viewOf(openStoreWith({a}));
+
+    view->findAgain(FindDirection::previous);
+    EXPECT_TRUE(view->findOpen.get());
+    view->findAgain(FindDirection::previous);
+    view->findAgain(FindDirection::next);
+
+    EXPECT_EQ(asked, (Strings{"find", "find previous", "find next"}));
+}
+
+TEST_F(BrowserViewTest, EscapeClosesTheNotchAndTheSearchBarTogether) {
+    const auto view = viewOf(openStoreWith({a}));
+    view->editAddress("typed");
+    view->openFind();
+
+    EXPECT_TRUE(view->endEditing());
+
+    EXPECT_FALSE(view->commandOpen.get());
+    EXPECT_FALSE(view->findOpen.get());
+    EXPECT_EQ(view->query.get(), "typed");
+}
+
+TEST_F(BrowserViewTest, EscapeWithNothingOpenIsThePages) {
+    const auto view = viewOf(openStoreWith({a}));
+
+    EXPECT_FALSE(view->endEditing());
+}
+
+TEST_F(BrowserViewTest, EscapeClosesABarThatWaitsBehindAPairAndIsThePagesAllTheSame) {
+    const std::shared_ptr<BrowserStore> store = openStoreWith({a, b});
+    const auto view = viewOf(store);
+    view->openFind();
+    store->toggleSideBySide();
+
+    EXPECT_FALSE(view->endEditing());
+
+    EXPECT_FALSE(view->findOpen.get());
+}
+
+TEST_F(BrowserViewTest, EscapeDismissesWhatThePageAsksForOnlyWhenNothingElseIsOpen) {
+    const std::shared_ptr<BrowserStore> store = openStoreWith({a});
+    const auto view = viewOf(store);
+    askForCamera(*store);
+    view->openFind();
+
+    EXPECT_TRUE(view->endEditing());
+    EXPECT_TRUE(store->active()->captureQuestion());
+    EXPECT_TRUE(view->endEditing());
+
+    EXPECT_FALSE(store->active()->captureQuestion());
+}
+
+TEST_F(BrowserViewTest, SwitchingTheProfileMayEndTheView) {
+    std::unique_ptr<BrowserView> view;
+    view =
+        std::make_unique<BrowserView>(openStoreWith({a}),
+                                      BrowserView::Context{window, *profiles, pasteboard, workspace,
+                                                           [&](const Profile& profile) {
+                                                               view.reset();
+                                                               asked.push_back(profile.name);
+                                                           }},
+                                      BrowserView::Narrow::yes);
+    EXPECT_TRUE(view->narrow.get());
+
+    view->switchProfile(world.work);
+
+    EXPECT_EQ(asked, Strings{"Work"});
+}
+
+}  // namespace
+}  // namespace orvu
