@@ -9,6 +9,76 @@
 
 namespace orvu {
 
+template <class T>
+class Task;
+
+/// What the tasks of one piece of work in a `TaskScope` share: the one that was started, and all
+/// that are awaited below it. It outlives them.
+struct TaskControl {
+    /// What an awaited thing goes on with, in place of the task: it resumes `waiting` as long as
+    /// the work hasn't ended.
+    std::coroutine_handle<> trampoline;
+    std::coroutine_handle<> waiting;
+    bool hasEnded = false;
+};
+
+/// A task's wait for anything but a task. In work that has ended it isn't entered, and stays
+/// suspended for good.
+template <class Awaitable>
+class TaskWait {
+public:
+    TaskWait(Awaitable& awaited, TaskControl* control) : awaited_(awaited), control_(control) {}
+
+    [[nodiscard]] bool await_ready() const {
+        return !(control_ && control_->hasEnded) && awaited_.await_ready();
+    }
+    bool await_suspend(std::coroutine_handle<> waiter) {
+        if (!control_) return suspend(waiter);
+        if (control_->hasEnded) return true;
+        TaskControl& control = *control_;
+        control.waiting = waiter;
+        // What is awaited may have gone on already, so that this wait is over and gone. The
+        // control is there in any case.
+        return suspend(control.trampoline) || control.hasEnded;
+    }
+    decltype(auto) await_resume() { return awaited_.await_resume(); }
+
+private:
+    bool suspend(std::coroutine_handle<> waiter) {
+        if constexpr (std::is_void_v<decltype(awaited_.await_suspend(waiter))>) {
+            awaited_.await_suspend(waiter);
+            return true;
+        } else {
+            return awaited_.await_suspend(waiter);
+        }
+    }
+
+    Awaitable& awaited_;
+    TaskControl* control_;
+};
+
+/// A task's wait for another one, which becomes part of the same work.
+template <class T>
+class TaskWait<Task<T>> {
+public:
+    TaskWait(Task<T>& awaited, TaskControl* control) : awaited_(awaited), control_(control) {}
+
+    [[nodiscard]] bool await_ready() const {
+        return !(control_ && control_->hasEnded) && awaited_.await_ready();
+    }
+    std::coroutine_handle<> await_suspend(std::coroutine_handle<> waiter) {
+        if (!control_) return awaited_.await_suspend(waiter);
+        if (control_->hasEnded) return std::noop_coroutine();
+        awaited_.handle_.promise().control = control_;
+        return awaited_.await_suspend(waiter);
+    }
+    decltype(auto) await_resume() { return awaited_.await_resume(); }
+
+private:
+    Task<T>& awaited_;
+    TaskControl* control_;
+};
+
 /// What the promise types of all tasks share: it goes on with the awaiter at the end.
 class TaskPromiseBase {
 public:
@@ -16,8 +86,9 @@ public:
         [[nodiscard]] bool await_ready() const noexcept { return false; }
         template <class P>
         std::coroutine_handle<> await_suspend(std::coroutine_handle<P> ended) noexcept {
-            const auto next = ended.promise().continuation;
-            return next ? next : std::noop_coroutine();
+            const TaskPromiseBase& promise = ended.promise();
+            const bool stops = promise.control && promise.control->hasEnded;
+            return promise.continuation && !stops ? promise.continuation : std::noop_coroutine();
         }
         void await_resume() const noexcept {}
     };
@@ -25,8 +96,13 @@ public:
     std::suspend_always initial_suspend() noexcept { return {}; }
     FinalAwaiter final_suspend() noexcept { return {}; }
     [[noreturn]] void unhandled_exception() noexcept { std::terminate(); }
+    template <class Awaitable>
+    TaskWait<std::remove_reference_t<Awaitable>> await_transform(Awaitable&& awaited) noexcept {
+        return {awaited, control};
+    }
 
     std::coroutine_handle<> continuation;
+    TaskControl* control = nullptr;  ///< of the scope's work that it belongs to, if any
 };
 
 template <class T>
@@ -35,7 +111,8 @@ class TaskPromise;
 /// A piece of asynchronous work on the main thread that ends in a `T`. It begins when it is
 /// awaited or started. Dropping a task cancels it at the point where it waits: its locals go,
 /// and every awaited thing takes its callback back. So its owner keeps it as the last member.
-/// A task must not be dropped from within its own run.
+/// A task that was started by hand must not be dropped from within its own run; a `TaskScope`
+/// ends its work from anywhere.
 template <class T>
 class [[nodiscard]] Task {
 public:
@@ -79,6 +156,9 @@ public:
     }
 
 private:
+    friend class TaskScope;
+    friend class TaskWait<Task>;
+
     Handle handle_;
 };
 
