@@ -28,7 +28,7 @@ void columnUpdate(benchmark::State& state) {
     FakeHttpSession http;
     FakeImageCodec codec;
     FakeFileIO files;
-    FaviconStore favicons{http, codec, files, loop, "Favicons"};
+    FaviconStore favicons{http, codec, files, "Favicons"};
     FakeRuleListStore ruleLists;
     SitePermissions permissions{defaults};
     TrackerBlocker trackers{ruleLists};

@@ -129,7 +129,7 @@ private:
     FakeHttpSession http_;
     FakeImageCodec codec_;
     FakeFileIO files_;
-    FaviconStore favicons_{http_, codec_, files_, loop_, "Favicons"};
+    FaviconStore favicons_{http_, codec_, files_, "Favicons"};
     FakeRuleListStore ruleLists_;
     SitePermissions permissions_{defaults_};
     TrackerBlocker trackers_{ruleLists_};

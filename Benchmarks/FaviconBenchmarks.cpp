@@ -27,7 +27,7 @@ void lookUpIcon(benchmark::State& state) {
     FakeHttpSession http;
     FakeImageCodec codec;
     FakeFileIO files;
-    FaviconStore store{http, codec, files, loop, "icons"};
+    FaviconStore store{http, codec, files, "icons"};
     constexpr int sites = 2000;
     for (int i = 0; i < sites; ++i) {
         store.set(FakeImageCodec::image("x"), std::to_string(i) + ".example",

@@ -112,7 +112,7 @@ struct OpenNotch {
     FakeHttpSession http;
     FakeImageCodec codec;
     FakeFileIO files;
-    FaviconStore favicons{http, codec, files, loop, "Favicons"};
+    FaviconStore favicons{http, codec, files, "Favicons"};
     FakeRuleListStore ruleLists;
     SitePermissions permissions{defaults};
     TrackerBlocker trackers{ruleLists};

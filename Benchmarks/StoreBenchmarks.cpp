@@ -36,7 +36,7 @@ struct World {
     FakeHttpSession http;
     FakeImageCodec codec;
     FakeFileIO files;
-    FaviconStore favicons{http, codec, files, loop, "Favicons"};
+    FaviconStore favicons{http, codec, files, "Favicons"};
     FakeRuleListStore ruleLists;
     SitePermissions permissions{defaults};
     TrackerBlocker trackers{ruleLists};

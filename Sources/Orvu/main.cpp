@@ -45,7 +45,7 @@ public:
           engine_(paths_, loop_),
           profiles_(defaults_, [this](const Uuid& id) { engine_.removeDataStore(id); }),
           bookmarks_(defaults_, loop_),
-          favicons_(iconRequests_, images_, files_, loop_, paths_.data / "Favicons"),
+          favicons_(iconRequests_, images_, files_, paths_.data / "Favicons"),
           windows_({defaults_, notifications_, loop_, engine_, bookmarks_, favicons_, permissions_,
                     trackers_, sound_, readerLook_},
                    profiles_, makeWindows(application)),

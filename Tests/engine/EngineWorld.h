@@ -90,7 +90,7 @@ protected:
     SoupHttpSession http{FaviconStore::httpOptions};
     PixbufImageCodec codec{loop};
     LinuxFileIO files{loop};
-    FaviconStore favicons{http, codec, files, loop, folder / "Favicons"};
+    FaviconStore favicons{http, codec, files, folder / "Favicons"};
     SitePermissions permissions{defaults};
     FakeSystemSound sound;
     ReaderLook readerLook{defaults};

@@ -61,7 +61,7 @@ protected:
     FakeHttpSession web;
     FakeImageCodec images;
     FakeFileIO disk;
-    FaviconStore store{web, images, disk, loop, "icons"};
+    FaviconStore store{web, images, disk, "icons"};
     std::unique_ptr<Gtk::Window> window;
 };
 

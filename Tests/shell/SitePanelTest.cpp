@@ -24,7 +24,7 @@ protected:
     [[nodiscard]] FakeWebsiteData& data() { return *world.engine.data.back(); }
     [[nodiscard]] static Strings calls(BrowserTab& tab) { return page(tab).calls; }
 
-    SitePanel panel{world.permissions, world.loop, Persistence::persistent};
+    SitePanel panel{world.permissions, Persistence::persistent};
 };
 
 TEST_F(SitePanelTest, WithoutATabOrAPageThereIsNoSite) {
@@ -93,7 +93,7 @@ TEST_F(SitePanelTest, ABlockEndsWhatThePageCapturesEvenBelowWww) {
 TEST_F(SitePanelTest, WhatIsChosenInAPrivateWindowIsNotWritten) {
     const auto store = openPrivateStore();
     store->open(a, NewTab::no);
-    SitePanel privately{store->permissions(), world.loop, store->persistence()};
+    SitePanel privately{store->permissions(), store->persistence()};
     privately.setTab(store->active());
     world.defaults.written.clear();
 
@@ -192,7 +192,7 @@ TEST_F(SitePanelTest, APageOfAnotherSiteIsNotReloaded) {
 TEST_F(SitePanelTest, ThePanelMayGoWhileDataAreRead) {
     const auto store = openStoreWith({a});
     {
-        SitePanel brief{world.permissions, world.loop, Persistence::persistent};
+        SitePanel brief{world.permissions, Persistence::persistent};
         brief.setTab(store->active());
         brief.clearSiteData();
     }

@@ -31,7 +31,7 @@ protected:
     FakeHttpSession http;
     FakeImageCodec codec;
     FakeFileIO files;
-    FaviconStore store{http, codec, files, loop, "icons"};
+    FaviconStore store{http, codec, files, "icons"};
 
     static constexpr auto host = "a.example";
     static constexpr auto touch = "https://a.example/apple-touch-icon.png";
@@ -311,7 +311,7 @@ TEST_F(FaviconStoreTest, ALoadThatAnOrdinaryWindowAlsoWaitsForIsWritten) {
 
 TEST_F(FaviconStoreTest, TheEndOfTheStoreEndsItsRequests) {
     {
-        FaviconStore leaving{http, codec, files, loop, "other"};
+        FaviconStore leaving{http, codec, files, "other"};
         static_cast<void>(leaving.icon(host, Persistence::persistent));
     }
 

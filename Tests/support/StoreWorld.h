@@ -70,7 +70,7 @@ struct StoreWorld {
     FakeHttpSession http;
     FakeImageCodec codec;
     FakeFileIO files;
-    FaviconStore favicons{http, codec, files, loop, "Favicons"};
+    FaviconStore favicons{http, codec, files, "Favicons"};
     SitePermissions permissions{defaults};
     FakeRuleListStore ruleLists;
     TrackerBlocker trackers{ruleLists};

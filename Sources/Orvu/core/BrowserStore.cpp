@@ -19,15 +19,16 @@ BrowserStore::BrowserStore(const BrowserServices& services, bool isPrivate, Prof
       bookmarks_(services.bookmarks.store(profile_)),
       favicons_(services.favicons),
       permissions_(services.permissions),
-      sound_(services.sound),
       readerLook_(services.readerLook),
       configuration_(services.engine.makeConfiguration(
           isPrivate ? WebsiteDataStore::nonPersistentDataStore()
           : profile_.id == Profile::personalID
               ? WebsiteDataStore::defaultDataStore()
-              : WebsiteDataStore::dataStoreForIdentifier(profile_.id))) {
+              : WebsiteDataStore::dataStoreForIdentifier(profile_.id))),
+      reader_(services.sound) {
     const Operation operation{*this};
     configure(services.trackers);
+    reader_.connectChanged(sigc::mem_fun(*this, &BrowserStore::readerChanged));
     if (!isPrivate_) restore();
     if (tabs_.empty()) newTab(std::nullopt, Select::yes);
     const auto first =
@@ -240,6 +241,16 @@ void BrowserStore::endSideBySide() {
     if (split_.empty()) return;
     const Operation operation{*this};
     split_.clear();
+    changes_.note();
+}
+
+void BrowserStore::toggleReader() {
+    const auto tab = active();
+    if (tab && !tab->isNewTab()) reader_.toggle(tab);
+}
+
+void BrowserStore::readerChanged() {
+    const Operation operation{*this};
     changes_.note();
 }
 

@@ -6,11 +6,11 @@
 #include "core/Records.h"
 #include "core/TabGroup.h"
 #include "core/TrackerBlocker.h"
+#include "core/WindowReader.h"
 #include "foundation/Calendar.h"
 #include "foundation/NotificationCenter.h"
 #include "foundation/Signal.h"
 #include "pagetools/ReaderLook.h"
-#include "platform/KeptTasks.h"
 #include "platform/SystemSound.h"
 #include "profiles/Profiles.h"
 
@@ -51,11 +51,7 @@ public:
     using TabList = std::vector<std::shared_ptr<BrowserTab>>;
     enum class NewTab { no, yes };
     enum class Select { no, yes };
-    /// An article, and the tab in whose place it stands.
-    struct Reader {
-        Uuid tab;
-        std::shared_ptr<const ReaderArticle> article;
-    };
+    using Reader = WindowReader::Shown;
 
     /// How the engine's browser of the same family names its version.
     static constexpr std::string_view safariVersion = "26.0";
@@ -101,9 +97,11 @@ public:
     /// In order of creation.
     [[nodiscard]] const std::vector<TabGroup>& groups() const { return groups_; }
     /// The article of the window's one reader. Its tab may have gone, or gone elsewhere.
-    [[nodiscard]] const std::optional<Reader>& reader() const { return reader_; }
+    [[nodiscard]] const std::optional<Reader>& reader() const { return reader_.shown(); }
     /// The article that stands in the place of a tab's page; null if the page itself is shown.
-    [[nodiscard]] std::shared_ptr<const ReaderArticle> readerArticle(const BrowserTab& tab) const;
+    [[nodiscard]] std::shared_ptr<const ReaderArticle> readerArticle(const BrowserTab& tab) const {
+        return reader_.article(tab);
+    }
 
     /// The tab of that identity; null if the window has none.
     [[nodiscard]] std::shared_ptr<BrowserTab> tab(const Uuid& id) const;
@@ -207,8 +205,7 @@ private:
     void recordVisit(const BrowserTab& tab);
     void openInBackground(const UrlRequest& request);
     void tabTookFocus(const Uuid& id);
-    [[nodiscard]] Task<void> read(Uuid tab, Task<std::optional<ReaderArticle>> reading);
-    void showRead();
+    void readerChanged();
     void rememberClosed(const BrowserTab& tab);
     void pruneGroups();
     void changedGroups();
@@ -222,7 +219,6 @@ private:
     BookmarkStore& bookmarks_;
     FaviconStore& favicons_;
     SitePermissions& permissions_;
-    SystemSound& sound_;
     ReaderLook& readerLook_;
     std::unique_ptr<WebConfiguration> configuration_;
 
@@ -234,12 +230,9 @@ private:
     EncodedVisits encodedVisits_;  ///< always of `visits_`
     std::vector<ClosedTab> closedTabs_;
     std::vector<TabGroup> groups_;
-    std::optional<Reader> reader_;
     bool restoring_ = false;
     ChangeSignal changes_;
-    std::optional<Reader> read_;  ///< come from its page and not shown yet
-    Scheduled showsRead_;
-    KeptTasks reading_{loop_};  // last, so that it ends first
+    WindowReader reader_;  // last, so that what it reads ends first
 };
 
 }  // namespace orvu

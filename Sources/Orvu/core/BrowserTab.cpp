@@ -30,10 +30,7 @@ BrowserTab::BrowserTab(WebConfiguration& configuration, const std::optional<Url>
     if (url) webView_->load(*url);
 }
 
-BrowserTab::~BrowserTab() {
-    webView_->setNavigationDelegate(nullptr);
-    favicons_.tasks().ownerWent();
-}
+BrowserTab::~BrowserTab() { webView_->setNavigationDelegate(nullptr); }
 
 void BrowserTab::setPinned(bool pinned) { update(isPinned_, pinned); }
 
@@ -118,22 +115,19 @@ void BrowserTab::loadFavicon() {
     const auto host = hostOf(url_);
     if (!host || !isWebUrl(*url_)) return;
     if (auto image = favicons_.icon(*host, persistence_)) update(favicon_, std::move(image));
-    if (url_) favicons_.tasks().keep(findFavicon(weak_from_this(), *url_), weak_from_this());
+    if (url_) tasks_.start(findFavicon(*url_));
 }
 
-/// The tab is held only where something is done with it, so that it can go at every wait.
-Task<void> BrowserTab::findFavicon(std::weak_ptr<BrowserTab> tab, Url page) {
-    FaviconStore& favicons = tab.lock()->favicons_;
-    auto links = tab.lock()->webView_->evaluateJavaScript(std::string{PageIcons::script});
+Task<void> BrowserTab::findFavicon(Url page) {
+    auto links = webView_->evaluateJavaScript(std::string{PageIcons::script});
     const auto answer = co_await links;
     const auto candidates = PageIcons::candidates(answer, page);
     for (const Url& candidate : candidates) {
-        const auto image = co_await favicons.fetch(candidate);
+        const auto image = co_await favicons_.fetch(candidate);
         if (!image) continue;
-        const auto self = tab.lock();
-        if (!self) co_return;
-        favicons.set(image, *page.host(), self->persistence_);
-        if (hostOf(self->url_) == page.host()) self->update(self->favicon_, image);
+        const auto self = shared_from_this();  // an observer may close the tab
+        favicons_.set(image, *page.host(), persistence_);
+        if (hostOf(url_) == page.host()) update(favicon_, image);
         co_return;
     }
 }

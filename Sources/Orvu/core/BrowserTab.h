@@ -3,6 +3,7 @@
 #include "foundation/Date.h"
 #include "foundation/async/Task.h"
 #include "foundation/Uuid.h"
+#include "foundation/async/TaskScope.h"
 #include "pagetools/Reader.h"
 #include "platform/MainLoop.h"
 #include "platform/WebConfiguration.h"
@@ -105,7 +106,7 @@ private:
     void mirror(WebViewProperty property);
     void followUrl();
     void loadFavicon();
-    [[nodiscard]] static Task<void> findFavicon(std::weak_ptr<BrowserTab> tab, Url page);
+    [[nodiscard]] Task<void> findFavicon(Url page);
     [[nodiscard]] static Task<std::optional<ReaderArticle>> findArticle(
         std::weak_ptr<BrowserTab> tab);
     template <class T>
@@ -130,6 +131,7 @@ private:
     sigc::signal<void()> changed_;
     std::unique_ptr<WebView> webView_;
     CaptureQuestions captures_;  // after the view: what waits is denied while that still lives
+    TaskScope tasks_;            // last, so that it ends before what its work uses
 };
 
 }  // namespace orvu

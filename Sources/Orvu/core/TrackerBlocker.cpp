@@ -32,8 +32,7 @@ void TrackerBlocker::prepare() {
     auto rules = encodedRules(hosts_);
     if (!rules) return waiting_.clear();
     compiling_ = true;
-    work_ = compile(std::move(*rules));
-    work_.start();
+    tasks_.start(compile(std::move(*rules)));
 }
 
 void TrackerBlocker::install(const std::shared_ptr<UserContentController>& controller) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/async/Task.h"
+#include "foundation/async/TaskScope.h"
 #include "platform/ContentRules.h"
 
 #include <array>
@@ -60,7 +60,7 @@ private:
     ContentRuleListStore::Compiled compiled_;
     std::vector<std::shared_ptr<UserContentController>> waiting_;
     bool compiling_ = false;
-    Task<void> work_;
+    TaskScope tasks_;
 };
 
 }  // namespace orvu

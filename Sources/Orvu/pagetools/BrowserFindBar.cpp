@@ -17,8 +17,8 @@ void BrowserFindBar::find(bool backwards) {
     }
     auto answer = search_(text_, {.backwards = backwards, .wraps = true});
     if (!answer) return;
-    searching_ = await(std::move(*answer));
-    searching_.start();
+    searching_.cancel();
+    searching_.start(await(std::move(*answer)));
 }
 
 Task<void> BrowserFindBar::await(Future<bool> answer) { setFound(co_await answer); }

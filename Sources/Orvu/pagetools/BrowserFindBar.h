@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/async/Task.h"
+#include "foundation/async/TaskScope.h"
 #include "platform/WebView.h"
 
 #include <functional>
@@ -35,7 +35,7 @@ public:
     /// What to say of it; empty for nothing.
     [[nodiscard]] std::string_view status() const;
 
-    /// Calls `slot` after the outcome changed. It must not search from within the call.
+    /// Calls `slot` after the outcome changed.
     sigc::connection connectChanged(const sigc::slot<void()>& slot) {
         return changed_.connect(slot);
     }
@@ -48,7 +48,7 @@ private:
     std::string text_;
     std::optional<bool> found_;
     sigc::signal<void()> changed_;
-    Task<void> searching_;  ///< the last search alone: an earlier one has nothing to say any more
+    TaskScope searching_;  ///< the last search alone: an earlier one has nothing to say any more
 };
 
 }  // namespace orvu

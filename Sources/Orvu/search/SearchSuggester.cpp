@@ -90,8 +90,7 @@ SearchSuggester::SearchSuggester(HttpSession& http, MainLoop& loop, const UserDe
       addressOf_(std::move(addressOf)) {}
 
 void SearchSuggester::update(std::string_view query, Privacy privacy) {
-    task_.cancel();
-    answering_.cancel();
+    tasks_.cancel();
     const auto bang = Bang::parse(query);
     std::string text{trimmed(bang ? bang->query : query, TrimSet::whitespaces)};
     if (privacy == Privacy::privateWindow ||
@@ -103,8 +102,7 @@ void SearchSuggester::update(std::string_view query, Privacy privacy) {
         return show(known->second, std::move(text));
     }
     const auto engine = bang ? Prefs::Engine::google : Prefs::engine(defaults_);
-    task_ = ask(std::move(text), std::move(key), engine);
-    task_.start();
+    tasks_.start(ask(std::move(text), std::move(key), engine));
 }
 
 Task<void> SearchSuggester::ask(std::string query, std::string key, Prefs::Engine engine) {
@@ -116,11 +114,8 @@ Task<void> SearchSuggester::ask(std::string query, std::string key, Prefs::Engin
 
     auto found = parse(response->body);
     std::erase_if(found, [&](const std::string& each) { return lowercased(each) == key; });
-    // Who hears of it may ask anew or end the suggester, and both would end this task.
-    answering_ = loop_.after(std::chrono::milliseconds{0}, [this, query, key, found] {
-        cache_.insert_or_assign(key, found);
-        show(found, query);
-    });
+    cache_.insert_or_assign(std::move(key), found);
+    show(std::move(found), std::move(query));  // last: who hears of it may end the suggester
 }
 
 void SearchSuggester::show(std::vector<std::string> predictions, std::string query) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/async/Task.h"
+#include "foundation/async/TaskScope.h"
 #include "platform/HttpSession.h"
 #include "platform/MainLoop.h"
 #include "profiles/Preferences.h"
@@ -80,8 +80,7 @@ private:
     std::string forQuery_;
     std::unordered_map<std::string, std::vector<std::string>> cache_;  ///< by text in lower case
     sigc::signal<void()> changed_;
-    Scheduled answering_;
-    Task<void> task_;  // last, so that it ends before what it uses
+    TaskScope tasks_;  // last, so that it ends before what it uses
 };
 
 }  // namespace orvu

@@ -21,9 +21,9 @@ bool standsInFileNames(std::string_view character) {
 
 }  // namespace
 
-FaviconStore::FaviconStore(HttpSession& http, ImageCodec& codec, FileIO& files, MainLoop& loop,
+FaviconStore::FaviconStore(HttpSession& http, ImageCodec& codec, FileIO& files,
                            std::filesystem::path folder)
-    : http_(http), codec_(codec), files_(files), folder_(std::move(folder)), tasks_(loop) {
+    : http_(http), codec_(codec), files_(files), folder_(std::move(folder)) {
     files_.makeFolder(folder_);
 }
 
@@ -53,7 +53,7 @@ ImagePointer FaviconStore::icon(std::string_view host, Persistence persistence) 
         Icon& icon = found->second;
         const ImagePointer image = icon.image;
         if (persistence == Persistence::persistent && std::exchange(icon.owesFile, false)) {
-            tasks_.keep(save(key, image), alive_);
+            tasks_.start(save(key, image));
         }
         return image;
     }
@@ -62,7 +62,7 @@ ImagePointer FaviconStore::icon(std::string_view host, Persistence persistence) 
     if (missing_.contains(key)) return nullptr;
     const auto [running, isNew] = loading_.try_emplace(key, persistence);
     if (persistence == Persistence::persistent) running->second = persistence;
-    if (isNew) tasks_.keep(load(key), alive_);
+    if (isNew) tasks_.start(load(key));
     return nullptr;
 }
 
@@ -75,7 +75,7 @@ void FaviconStore::store(const std::string& key, const ImagePointer& image,
                          Persistence persistence) {
     if (persistence == Persistence::persistent) {
         asked_.insert(key);
-        tasks_.keep(save(key, image), alive_);
+        tasks_.start(save(key, image));
         return put(key, {image});
     }
     const auto previous = icons_.find(key);

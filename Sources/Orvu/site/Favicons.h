@@ -2,11 +2,10 @@
 
 #include "foundation/Image.h"
 #include "foundation/Signal.h"
-#include "foundation/async/Task.h"
+#include "foundation/async/TaskScope.h"
 #include "platform/FileIO.h"
 #include "platform/HttpSession.h"
 #include "platform/ImageCodec.h"
-#include "platform/KeptTasks.h"
 #include "site/Persistence.h"
 
 #include <cstddef>
@@ -33,8 +32,7 @@ public:
 
     /// Makes the folder. `http` was made with `httpOptions`. All that is referred to must outlive
     /// the store.
-    FaviconStore(HttpSession& http, ImageCodec& codec, FileIO& files, MainLoop& loop,
-                 std::filesystem::path folder);
+    FaviconStore(HttpSession& http, ImageCodec& codec, FileIO& files, std::filesystem::path folder);
     FaviconStore(const FaviconStore&) = delete;
     FaviconStore& operator=(const FaviconStore&) = delete;
 
@@ -57,9 +55,6 @@ public:
     [[nodiscard]] bool isMissing(std::string_view host) const {
         return missing_.contains(key(host));
     }
-
-    /// Work around icons that runs beside the store's own.
-    [[nodiscard]] KeptTasks& tasks() { return tasks_; }
 
     /// Calls `slot` after the icon of any site changed.
     sigc::connection connectChanged(const sigc::slot<void()>& slot) {
@@ -94,8 +89,7 @@ private:
     std::unordered_set<std::string> asked_;  ///< by windows that are not private
     std::unordered_map<std::string, sigc::signal<void()>> watched_;
     sigc::signal<void()> changed_;
-    const std::shared_ptr<const int> alive_ = std::make_shared<int>();  ///< owns the store's tasks
-    KeptTasks tasks_;  // last, so that it ends before what its work uses
+    TaskScope tasks_;  // last, so that it ends before what its work uses
 };
 
 }  // namespace orvu

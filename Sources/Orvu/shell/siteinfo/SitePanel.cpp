@@ -4,12 +4,10 @@
 
 namespace orvu {
 
-SitePanel::SitePanel(SitePermissions& permissions, MainLoop& loop, Persistence persistence)
+SitePanel::SitePanel(SitePermissions& permissions, Persistence persistence)
     : permissions_(permissions),
-      loop_(loop),
       persistence_(persistence),
-      permissionsChanged_(permissions.connectChanged([this] { changed_.emit(); })),
-      tasks_(loop) {}
+      permissionsChanged_(permissions.connectChanged([this] { changed_.emit(); })) {}
 
 bool SitePanel::setTab(const std::shared_ptr<BrowserTab>& tab) {
     // A previous tab that is gone is another one than nothing.
@@ -47,7 +45,7 @@ void SitePanel::choose(SitePermissions::Choice choice, CaptureKind kind) {
 void SitePanel::clearSiteData() {
     const auto tab = tab_.lock();
     if (!tab || !canClear()) return;
-    tasks_.keep(clear(tab->webView().websiteData(), site(), tab), alive_);
+    tasks_.start(clear(tab->webView().websiteData(), site(), tab));
 }
 
 Task<void> SitePanel::clear(std::shared_ptr<WebsiteData> data, std::string site,
@@ -58,8 +56,7 @@ Task<void> SitePanel::clear(std::shared_ptr<WebsiteData> data, std::string site,
         auto removing = data->remove(names);
         static_cast<void>(co_await removing);
     }
-    // In a turn of its own: who hears of it may end this panel, and with it this very task.
-    finishing_ = loop_.whenIdle([this, site, tab] { finishClearing(site, tab); });
+    finishClearing(site, tab);
 }
 
 void SitePanel::finishClearing(const std::string& site, const std::weak_ptr<BrowserTab>& tab) {

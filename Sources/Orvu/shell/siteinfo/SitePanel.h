@@ -2,7 +2,7 @@
 
 #include "core/BrowserTab.h"
 #include "foundation/Signal.h"
-#include "platform/KeptTasks.h"
+#include "foundation/async/TaskScope.h"
 #include "site/SiteInfo.h"
 
 #include <memory>
@@ -15,9 +15,9 @@ namespace orvu {
 /// What is said about the site of the tab in front, and what a person can do about it.
 class SitePanel {
 public:
-    /// `permissions` and `loop` must outlive this. `persistence` says whether what is chosen here may be
+    /// `permissions` must outlive this. `persistence` says whether what is chosen here may be
     /// written down.
-    SitePanel(SitePermissions& permissions, MainLoop& loop, Persistence persistence);
+    SitePanel(SitePermissions& permissions, Persistence persistence);
     SitePanel(const SitePanel&) = delete;
     SitePanel& operator=(const SitePanel&) = delete;
 
@@ -50,15 +50,12 @@ private:
     void finishClearing(const std::string& site, const std::weak_ptr<BrowserTab>& tab);
 
     SitePermissions& permissions_;
-    MainLoop& loop_;
     const Persistence persistence_;
     std::weak_ptr<BrowserTab> tab_;
     std::optional<std::string> cleared_;  ///< the site whose data were removed last
     sigc::signal<void()> changed_;
     ScopedConnection permissionsChanged_;
-    Scheduled finishing_;
-    const std::shared_ptr<const int> alive_ = std::make_shared<int>();  ///< owns the tasks
-    KeptTasks tasks_;  // last, so that it ends before what its work uses
+    TaskScope tasks_;  // last, so that it ends before what its work uses
 };
 
 }  // namespace orvu

@@ -29,7 +29,7 @@ BrowserWindowContent::BrowserWindowContent(BrowserView& view, DownloadStore& dow
       tabs_(view),
       page_(view),
       scrim_([this] { view_.commandOpen.set(false); }),
-      badge_(view, services.loop),
+      badge_(view),
       notchView_(notch_, view.sharedStore(), services, badge_,
                  [this] { return topBar_.roomInTheMiddle(*this) - 2 * notchMargin; }),
       refresh_(*this, [this] { refresh(); }),

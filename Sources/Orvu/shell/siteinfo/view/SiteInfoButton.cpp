@@ -11,9 +11,9 @@ constexpr int symbolSize = 11;
 
 }  // namespace
 
-SiteInfoButton::SiteInfoButton(BrowserView& window, MainLoop& loop)
+SiteInfoButton::SiteInfoButton(BrowserView& window)
     : window_(window),
-      panel_(window.store().permissions(), loop, window.store().persistence()),
+      panel_(window.store().permissions(), window.store().persistence()),
       view_(panel_),
       refresh_(*this, [this] { refresh(); }),
       watch_(window.store(), [this] { refresh_.mark(); }) {

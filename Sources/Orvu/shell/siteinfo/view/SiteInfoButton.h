@@ -17,8 +17,8 @@ namespace orvu {
 /// site, or, where there is no site, the notch.
 class SiteInfoButton : public Gtk::Button {
 public:
-    /// Both must outlive the button.
-    SiteInfoButton(BrowserView& window, MainLoop& loop);
+    /// `window` must outlive the button.
+    explicit SiteInfoButton(BrowserView& window);
     ~SiteInfoButton() override;
 
 protected:
