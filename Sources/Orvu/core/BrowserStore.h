@@ -2,7 +2,7 @@
 
 #include "core/Bookmarks.h"
 #include "core/BrowserTab.h"
-#include "core/history/EncodedVisits.h"
+#include "core/history/VisitHistory.h"
 #include "core/Records.h"
 #include "core/TabGroup.h"
 #include "core/TrackerBlocker.h"
@@ -58,8 +58,8 @@ public:
     /// Broadcast when visits were added to a stored history.
     static constexpr std::string_view historyImported = "OrvuHistoryImported";
     static constexpr std::size_t closedTabsLimit = 50;
-    static constexpr std::size_t visitsLimit = 5000;
-    static constexpr int visitsDays = 30;
+    static constexpr std::size_t visitsLimit = VisitHistory::limit;
+    static constexpr int visitsDays = VisitHistory::days;
     static constexpr std::size_t groupNameLimit = 40;
 
     /// Restores what the profile's last window left, as far as the setting allows; a private
@@ -91,7 +91,7 @@ public:
     /// Parked tabs, the newest first.
     [[nodiscard]] const std::vector<Parked>& shelf() const { return shelf_; }
     /// The history as this window knows it, oldest first.
-    [[nodiscard]] const std::vector<Visit>& visits() const { return visits_; }
+    [[nodiscard]] const std::vector<Visit>& visits() const { return history_.visits(); }
     /// Oldest first.
     [[nodiscard]] const std::vector<ClosedTab>& closedTabs() const { return closedTabs_; }
     /// In order of creation.
@@ -226,8 +226,7 @@ private:
     std::optional<Uuid> activeID_;
     std::vector<Uuid> split_;
     std::vector<Parked> shelf_;
-    std::vector<Visit> visits_;
-    EncodedVisits encodedVisits_;  ///< always of `visits_`
+    VisitHistory history_;
     std::vector<ClosedTab> closedTabs_;
     std::vector<TabGroup> groups_;
     bool restoring_ = false;
