@@ -1,7 +1,6 @@
 #include "shell/OrvuApp.h"
 
 #include "fakes/FakeBrowserWindow.h"
-#include "fakes/FakeWorkspace.h"
 #include "support/StoreWorld.h"
 
 #include <filesystem>
@@ -21,10 +20,8 @@ protected:
     }
 
     FakeScreen screen;
-    FakeWorkspace workspace;
-    ProfileStore profiles{world.defaults, [](const Uuid&) {}};
-    BrowserWindowController windows{world.services, profiles, screen.factory()};
-    AppDelegate app{world.defaults, workspace, windows};
+    BrowserWindowController windows{world.services, screen.factory()};
+    AppDelegate app{world.services, windows};
 };
 
 TEST_F(OrvuAppTest, LaunchingOpensOneWindowWithTheRestoredTabsAndCountsTheStart) {
@@ -124,7 +121,7 @@ TEST_F(OrvuAppTest, TheMenuMakesOrdinaryAndPrivateWindows) {
 TEST_F(OrvuAppTest, TheMenuAsksTheDesktopToMakeThisTheDefaultBrowser) {
     app.makeDefaultBrowser();
 
-    EXPECT_EQ(workspace.defaultBrowserRequests, 1);
+    EXPECT_EQ(world.workspace.defaultBrowserRequests, 1);
 }
 
 // --- Command-line arguments ---------------------------------------------------------------------

@@ -16,10 +16,8 @@ protected:
 
     /// Makes the body of the tab in front, as the view does when that tab changes.
     void makeBody() {
-        body = std::make_unique<AddressNotchBody>(
-            notch, store, store->active(), snapshot,
-            NotchServices{engineHttp, world.loop, world.defaults,
-                          Locale{Locale::Environment{.lang = "en_GB.UTF-8"}}, Calendar{"UTC"}});
+        body = std::make_unique<AddressNotchBody>(notch, store, store->active(), snapshot,
+                                                  world.services);
     }
     /// The text becomes `text`, with the caret behind it.
     void type(const std::string& text) {
@@ -45,7 +43,7 @@ protected:
         return result;
     }
 
-    FakeHttpSession engineHttp;
+    FakeHttpSession& engineHttp = world.suggestionRequests;
     std::shared_ptr<BrowserStore> store = openStore();
     AddressNotch notch;
     NotchSnapshot snapshot;

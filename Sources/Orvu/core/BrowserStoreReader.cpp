@@ -27,7 +27,7 @@ void BrowserStore::toggleReader() {
 Task<void> BrowserStore::read(Uuid tab, Task<std::optional<ReaderArticle>> reading) {
     auto article = co_await reading;
     if (!article) {
-        sound_.beep();
+        services_.platform().sound.beep();
         co_return;
     }
     read_ = Reader{tab, std::make_shared<const ReaderArticle>(std::move(*article))};

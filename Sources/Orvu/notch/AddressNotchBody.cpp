@@ -10,14 +10,14 @@ namespace orvu {
 
 AddressNotchBody::AddressNotchBody(AddressNotch& notch, std::shared_ptr<BrowserStore> store,
                                    std::shared_ptr<BrowserTab> tab, NotchSnapshot& snapshot,
-                                   NotchServices services)
+                                   AppServices& services)
     : notch_(notch),
       store_(std::move(store)),
       tab_(std::move(tab)),
       snapshot_(snapshot),
-      services_(std::move(services)),
-      suggester_(services_.suggestions, services_.loop, services_.defaults,
-                 services_.locale.preferredLanguages()),
+      services_(services),
+      suggester_(services.platform().suggestionRequests, services.platform().loop,
+                 services.platform().defaults, services.platform().locale.preferredLanguages()),
       candidates_(NotchSnapshot{}, {}) {
     notch_.connectChanged(sigc::mem_fun(*this, &AddressNotchBody::notchChanged));
     suggester_.connectChanged(changed_.make_slot());
@@ -159,15 +159,16 @@ void AddressNotchBody::compute() {
     query_ = query();
     // Before the first edit the text is not the user's, and answers are those to another one.
     const auto predictions = isEdited_ ? suggester_.predictions() : std::vector<std::string>{};
+    const Platform& platform = services_.platform();
     candidates_ = NotchCandidates{
         snapshot_,
         {.query = query_,
          .predictions = predictions,
-         .engine = Prefs::engine(services_.defaults),
-         .suggestionsOn = Prefs::boolean(services_.defaults, "searchSuggestions", true),
+         .engine = Prefs::engine(platform.defaults),
+         .suggestionsOn = Prefs::boolean(platform.defaults, "searchSuggestions", true),
          .isPrivate = store_->isPrivate(),
-         .shortTime = [this](Date date) {
-             return services_.locale.shortTime(date, services_.calendar);
+         .shortTime = [&platform](Date date) {
+             return platform.locale.shortTime(date, platform.calendar);
          }}};
     const auto& bang = candidates_.bang();
     correction_ = isEdited_ ? suggester_.correction(bang ? bang->query : query_) : std::nullopt;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/Workspace.h"
 #include "shell/BrowserWindowController.h"
 
 #include <filesystem>
@@ -13,8 +12,8 @@ namespace orvu {
 /// The program as the desktop sees it: it starts, is handed addresses, and is asked for windows.
 class AppDelegate {
 public:
-    /// All arguments must outlive the delegate.
-    AppDelegate(UserDefaults& defaults, Workspace& workspace, BrowserWindowController& windows);
+    /// Both must outlive the delegate.
+    AppDelegate(AppServices& services, BrowserWindowController& windows);
 
     /// Addresses that came before launch had finished.
     [[nodiscard]] const std::vector<Url>& pendingURLs() const { return pendingURLs_; }
@@ -36,8 +35,7 @@ public:
     void makeDefaultBrowser();
 
 private:
-    UserDefaults& defaults_;
-    Workspace& workspace_;
+    AppServices& services_;
     BrowserWindowController& windows_;
     std::vector<Url> pendingURLs_;
     bool launched_ = false;

@@ -45,11 +45,11 @@ GskRoundedRect hanging(double x, double y, double width, double height, double r
 }  // namespace
 
 AddressNotchView::AddressNotchView(AddressNotch& notch, std::shared_ptr<BrowserStore> store,
-                                   NotchServices services)
+                                   AppServices& services)
     : notch_(notch),
       store_(std::move(store)),
-      services_(std::move(services)),
-      resting_(*store_, services_.loop,
+      services_(services),
+      resting_(*store_, services.platform().loop,
                [this](const std::string& address) { notch_.open(address); }),
       bar_(notch_, *store_),
       open_(*this, Motion::open, 0, [this](double) { step(); }),

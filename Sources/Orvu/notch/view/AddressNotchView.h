@@ -21,9 +21,9 @@ public:
     static constexpr int openWidth = 780;
     static constexpr int restingWidth = 560;
 
-    /// `notch` and what `services` holds must outlive the view.
+    /// `notch` and `services` must outlive the view.
     AddressNotchView(AddressNotch& notch, std::shared_ptr<BrowserStore> store,
-                     NotchServices services);
+                     AppServices& services);
     ~AddressNotchView() override;
 
     [[nodiscard]] bool hasKeyboard() const;
@@ -72,7 +72,7 @@ private:
 
     AddressNotch& notch_;
     const std::shared_ptr<BrowserStore> store_;
-    const NotchServices services_;
+    AppServices& services_;
     NotchSnapshot snapshot_;
     std::unique_ptr<AddressNotchBody> body_;  ///< of the tab in front
     ScopedConnection bodyChanged_;

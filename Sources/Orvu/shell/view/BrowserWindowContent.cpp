@@ -20,12 +20,11 @@ std::unique_ptr<BrowserFrame> makeFrame(const BrowserStore& store) {
 }  // namespace
 
 BrowserWindowContent::BrowserWindowContent(const std::shared_ptr<BrowserStore>& store,
-                                           NarrowColumn& narrow, DownloadStore& downloads,
-                                           const NotchServices& services)
+                                           NarrowColumn& narrow, AppServices& services)
     : store_(store),
       frame_(makeFrame(*store)),
-      topBar_(store, downloads),
-      tabs_({store, narrow}),
+      topBar_(store, services.downloads()),
+      tabs_(store, narrow),
       page_(store),
       scrim_([this] { notch_.close(); }),
       notchView_(notch_, store, services),

@@ -21,9 +21,9 @@ namespace orvu {
 /// page area, with the notch over them, all of one store.
 class BrowserWindowContent : public Gtk::Overlay {
 public:
-    /// `narrow` is the window's; it, `downloads` and what `services` holds outlive the view.
+    /// `narrow` is the window's; it and `services` outlive the view.
     BrowserWindowContent(const std::shared_ptr<BrowserStore>& store, NarrowColumn& narrow,
-                         DownloadStore& downloads, const NotchServices& services);
+                         AppServices& services);
     ~BrowserWindowContent() override;
 
     /// Gives the keyboard to the tab in front.

@@ -15,12 +15,14 @@
 
 namespace orvu {
 
-BrowserWindowView::BrowserWindowView(WindowEnvironment environment,
+BrowserWindowView::BrowserWindowView(Gtk::Application& application, AppServices& services,
+                                     BrowserWindowController& windows,
                                      const BrowserWindowTraits& traits,
                                      std::function<void()> closed)
-    : environment_(std::move(environment)),
+    : services_(services),
+      windows_(windows),
       closed_(std::move(closed)),
-      narrow_(environment_.defaults) {
+      narrow_(services.platform().defaults) {
     window_.set_title(std::string{traits.title});
     window_.add_css_class("orvu");
     if (traits.isPrivate) window_.add_css_class("private");
@@ -30,7 +32,7 @@ BrowserWindowView::BrowserWindowView(WindowEnvironment environment,
                              WindowPlacement::contentSize.height);
     window_.set_size_request(WindowPlacement::minimumSize.width,
                              WindowPlacement::minimumSize.height);
-    environment_.application.add_window(window_);
+    application.add_window(window_);
     addCommands();
     addWindowActions();
     window_.signal_close_request().connect(sigc::mem_fun(*this, &BrowserWindowView::closeRequested),
@@ -46,9 +48,7 @@ void BrowserWindowView::setContent(const std::shared_ptr<BrowserStore>& store) {
     window_.unset_child();
     content_.reset();
     store_ = store;
-    content_ = std::make_unique<BrowserWindowContent>(
-        store, narrow_, environment_.downloads,
-        NotchServices{environment_.suggestions, environment_.loop, environment_.defaults});
+    content_ = std::make_unique<BrowserWindowContent>(store, narrow_, services_);
     window_.set_child(*content_);
     content_->focusContent();
     for (std::size_t look = 0; look < ProfileLook::all.size(); ++look) {
@@ -89,11 +89,11 @@ void BrowserWindowView::moveFocus(int areas) {
 }
 
 void BrowserWindowView::switchProfile(const Profile& profile) {
-    environment_.switchProfile(*store_, profile);
+    windows_.switchProfile(*store_, profile);
 }
 
 void BrowserWindowView::addCommands() {
-    for (const WindowCommand& command : windowCommands(environment_.profiles)) {
+    for (const WindowCommand& command : windowCommands(services_.profiles())) {
         window_.add_action(command.name, [this, run = command.run] { run(*this); });
         for (const auto& keys : command.keys) addShortcut(keys, "win." + command.name);
     }
@@ -146,7 +146,7 @@ void BrowserWindowView::addShortcut(const std::string& keys, const std::string& 
 }
 
 void BrowserWindowView::rememberFrame() {
-    const auto stored = environment_.defaults.string("OrvuWindow");
+    const auto stored = services_.platform().defaults.string("OrvuWindow");
     const auto frame = stored ? WindowFrame::parse(*stored) : std::nullopt;
     if (frame) {
         window_.set_default_size(frame->size.width, frame->size.height);
@@ -161,7 +161,8 @@ void BrowserWindowView::rememberFrame() {
 
 void BrowserWindowView::frameChanged() {
     // An edge that is dragged changes the size with every frame.
-    savesFrame_ = environment_.loop.after(std::chrono::milliseconds{250}, [this] { saveFrame(); });
+    savesFrame_ =
+        services_.platform().loop.after(std::chrono::milliseconds{250}, [this] { saveFrame(); });
 }
 
 void BrowserWindowView::saveFrame() {
@@ -170,15 +171,15 @@ void BrowserWindowView::saveFrame() {
     int height = 0;
     window_.get_default_size(width, height);
     if (width <= 0 || height <= 0) return;
-    environment_.defaults.setString("OrvuWindow",
-                                    WindowFrame{{width, height}, window_.is_maximized()}.string());
+    services_.platform().defaults.setString(
+        "OrvuWindow", WindowFrame{{width, height}, window_.is_maximized()}.string());
 }
 
 bool BrowserWindowView::closeRequested() {
     if (remembersFrame_) saveFrame();
     window_.set_visible(false);
     // The window's own signal is still on the stack; it goes in a turn of its own.
-    closes_ = environment_.loop.after(std::chrono::milliseconds{0}, closed_);
+    closes_ = services_.platform().loop.after(std::chrono::milliseconds{0}, closed_);
     return true;
 }
 

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "platform/MainLoop.h"
-#include "platform/UserDefaults.h"
-#include "shell/BrowserWindow.h"
+#include "shell/BrowserWindowController.h"
 #include "shell/menus/WindowCommands.h"
 #include "shell/view/BrowserWindowContent.h"
 
@@ -15,23 +13,12 @@
 
 namespace orvu {
 
-/// What windows need of the program around them. All of it outlives them.
-struct WindowEnvironment {
-    Gtk::Application& application;
-    UserDefaults& defaults;
-    MainLoop& loop;
-    Pasteboard& pasteboard;
-    Workspace& workspace;
-    const ProfileStore& profiles;
-    DownloadStore& downloads;
-    HttpSession& suggestions;
-    std::function<void(const BrowserStore&, const Profile&)> switchProfile;
-};
-
 /// A browser window: the top bar, the list of tabs and the page.
 class BrowserWindowView : public BrowserWindow, public WindowCommandTarget, public sigc::trackable {
 public:
-    BrowserWindowView(WindowEnvironment environment, const BrowserWindowTraits& traits,
+    /// `services` and `windows`, to which it belongs, must outlive the window.
+    BrowserWindowView(Gtk::Application& application, AppServices& services,
+                      BrowserWindowController& windows, const BrowserWindowTraits& traits,
                       std::function<void()> closed);
     ~BrowserWindowView() override;
 
@@ -52,8 +39,8 @@ public:
     void openFind() override { content_->openFind(); }
     void findAgain(bool backwards) override { content_->findAgain(backwards); }
     void openRewind() override { content_->openRewind(); }
-    [[nodiscard]] Pasteboard& pasteboard() override { return environment_.pasteboard; }
-    [[nodiscard]] Workspace& workspace() override { return environment_.workspace; }
+    [[nodiscard]] Pasteboard& pasteboard() override { return services_.platform().pasteboard; }
+    [[nodiscard]] Workspace& workspace() override { return services_.platform().workspace; }
 
 private:
     void addCommands();
@@ -64,7 +51,8 @@ private:
     void frameChanged();
     bool closeRequested();
 
-    const WindowEnvironment environment_;
+    AppServices& services_;
+    BrowserWindowController& windows_;
     const std::function<void()> closed_;
     Gtk::ApplicationWindow window_;
     Gtk::Box invisibleTitlebar_;

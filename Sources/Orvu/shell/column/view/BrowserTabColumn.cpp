@@ -8,10 +8,10 @@
 
 namespace orvu {
 
-BrowserTabColumn::BrowserTabColumn(ColumnEnvironment environment)
+BrowserTabColumn::BrowserTabColumn(std::shared_ptr<BrowserStore> store, NarrowColumn& narrow)
     : Gtk::Box(Gtk::Orientation::VERTICAL),
-      store_(std::move(environment.store)),
-      narrow_(environment.narrow),
+      store_(std::move(store)),
+      narrow_(narrow),
       menu_(*this),
       tiles_(*store_, menu_),
       list_(*store_, menu_),

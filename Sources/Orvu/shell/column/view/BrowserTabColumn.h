@@ -17,17 +17,12 @@
 
 namespace orvu {
 
-/// What the column of tabs shows and obeys.
-struct ColumnEnvironment {
-    std::shared_ptr<BrowserStore> store;
-    NarrowColumn& narrow;  ///< the window's; outlives the column
-};
-
 /// The left column of a window: a button for new tabs, the pinned tabs, the list of groups and
 /// tabs, and the switch between titles and icons.
 class BrowserTabColumn : public Gtk::Box {
 public:
-    explicit BrowserTabColumn(ColumnEnvironment environment);
+    /// `narrow` is the window's; it outlives the column.
+    BrowserTabColumn(std::shared_ptr<BrowserStore> store, NarrowColumn& narrow);
 
     /// Whether the keyboard is to stay in the column although another tab came to the front,
     /// because a key closed a tab there. Answers once for each change.
