@@ -1,12 +1,5 @@
-#include "fakes/FakeUserDefaults.h"
-#include "fakes/FakeFileIO.h"
-#include "fakes/FakeHttpSession.h"
-#include "fakes/FakeImageCodec.h"
-#include "fakes/FakeRuleListStore.h"
-#include "fakes/FakeSystemSound.h"
-#include "fakes/FakeWebEngine.h"
-#include "fakes/VirtualMainLoop.h"
 #include "shell/column/ListEdits.h"
+#include "support/FakeDesktop.h"
 
 #include <benchmark/benchmark.h>
 
@@ -20,24 +13,9 @@ namespace {
 /// What the column decides before it touches a widget when one tab of `state.range(0)` closes,
 /// the tabs being in ten groups and in none.
 void columnUpdate(benchmark::State& state) {
-    FakeUserDefaults defaults;
-    VirtualMainLoop loop;
-    FakeWebEngine engine;
-    NotificationCenter notifications;
-    BookmarkStores bookmarks{defaults, loop};
-    FakeHttpSession http;
-    FakeImageCodec codec;
-    FakeFileIO files;
-    FaviconStore favicons{http, codec, files, "Favicons"};
-    FakeRuleListStore ruleLists;
-    SitePermissions permissions{defaults};
-    TrackerBlocker trackers{ruleLists};
-    FakeSystemSound sound;
-    ReaderLook readerLook{defaults};
-    BrowserStore store{{defaults, notifications, loop, engine, bookmarks, favicons, permissions,
-                        trackers, sound, readerLook},
-                       true,
-                       Profile::personal()};
+    FakeDesktop desktop;
+    AppServices services{desktop.platform()};
+    BrowserStore store{services, true, Profile::personal()};
     while (std::ssize(store.tabs()) < state.range(0)) {
         auto& tab = store.newTab(std::nullopt, BrowserStore::Select::no);
         const auto count = store.tabs().size();

@@ -1,15 +1,10 @@
 // Measures what it costs to draw the column of tabs anew when one tab opens or closes among few
 // and among many: real widgets, pages that do nothing. Benchmarks/column-update runs it.
-#include "fakes/FakeUserDefaults.h"
-#include "fakes/FakeFileIO.h"
-#include "fakes/FakeHttpSession.h"
-#include "fakes/FakeImageCodec.h"
-#include "fakes/FakeRuleListStore.h"
-#include "fakes/FakeSystemSound.h"
-#include "fakes/FakeWebEngine.h"
-#include "fakes/VirtualMainLoop.h"
 #include "look/view/Style.h"
 #include "shell/column/view/BrowserTabColumn.h"
+#include "fakes/FakeBrowserWindow.h"
+#include "shell/column/view/GroupColorRules.h"
+#include "support/FakeDesktop.h"
 
 #include <glibmm/main.h>
 #include <gtkmm/application.h>
@@ -80,7 +75,7 @@ public:
     explicit Bench(std::size_t tabs) {
         const auto url = Url::parse("https://www.garden.example/");
         while (store_->tabs().size() < tabs) store_->newTab(url, BrowserStore::Select::no);
-        column_ = std::make_unique<BrowserTabColumn>(ColumnEnvironment{store_, narrow_});
+        column_ = std::make_unique<BrowserTabColumn>(view_);
         window_.add_css_class("orvu");
         window_.set_default_size(1280, 820);
         window_.set_child(box_);
@@ -121,32 +116,21 @@ private:
         return frames.spent;
     }
 
-    FakeUserDefaults defaults_;
-    NotificationCenter notifications_;
-    VirtualMainLoop loop_;
-    FakeWebEngine engine_;
-    BookmarkStores bookmarks_{defaults_, loop_};
-    FakeHttpSession http_;
-    FakeImageCodec codec_;
-    FakeFileIO files_;
-    FaviconStore favicons_{http_, codec_, files_, "Favicons"};
-    FakeRuleListStore ruleLists_;
-    SitePermissions permissions_{defaults_};
-    TrackerBlocker trackers_{ruleLists_};
-    FakeSystemSound sound_;
-    ReaderLook readerLook_{defaults_};
-    std::shared_ptr<BrowserStore> store_ = std::make_shared<BrowserStore>(
-        BrowserServices{defaults_, notifications_, loop_, engine_, bookmarks_, favicons_,
-                        permissions_, trackers_, sound_, readerLook_},
-        false, Profile::personal());
-    NarrowColumn narrow_{defaults_};
+    FakeDesktop desktop_;
+    AppServices services_{desktop_.platform()};
+    std::shared_ptr<BrowserStore> store_ =
+        std::make_shared<BrowserStore>(services_, false, Profile::personal());
+    FakeScreen screen_;
+    FakeBrowserWindow browserWindow_{screen_, {}, [] {}};
+    BrowserView view_{store_, services_, browserWindow_, [](const Profile&) {},
+                      BrowserView::Narrow::no};
     Gtk::Window window_;
     Gtk::Box box_;
     std::unique_ptr<BrowserTabColumn> column_;
 };
 
 void measure() {
-    installStyle();
+    installStyle({groupColorRules()});
     constexpr std::array<std::size_t, 3> sizes{10, 40, 500};  // 40 are more than the window shows
     std::array<Costs, 3> costs;
     for (std::size_t i = 0; i < sizes.size(); ++i) {

@@ -1,20 +1,12 @@
 #include "CallTimes.h"
 #include "FullProfile.h"
 
-#include "fakes/FakeFileIO.h"
-#include "fakes/FakeHttpSession.h"
-#include "fakes/FakeImageCodec.h"
-#include "fakes/FakeRuleListStore.h"
-#include "fakes/FakeSystemSound.h"
-#include "fakes/FakeUserDefaults.h"
-#include "fakes/FakeWebEngine.h"
-#include "fakes/VirtualMainLoop.h"
-#include "support/OwnNotch.h"
-
 #include "foundation/text/Text.h"
 #include "notch/AddressNotchBody.h"
 #include "notch/candidates/NotchCandidates.h"
 #include "notch/candidates/NotchSnapshot.h"
+#include "support/OwnNotch.h"
+#include "support/FakeDesktop.h"
 
 #include <benchmark/benchmark.h>
 
@@ -104,44 +96,28 @@ void keystroke(benchmark::State& state, const std::vector<std::string>& queries)
 
 /// A window with the full profile whose notch is open, as the program makes it.
 struct OpenNotch {
-    FakeUserDefaults defaults;
-    VirtualMainLoop loop;
-    FakeWebEngine engine;
-    NotificationCenter notifications;
-    BookmarkStores bookmarks{defaults, loop};
-    FakeHttpSession http;
-    FakeImageCodec codec;
-    FakeFileIO files;
-    FaviconStore favicons{http, codec, files, "Favicons"};
-    FakeRuleListStore ruleLists;
-    SitePermissions permissions{defaults};
-    TrackerBlocker trackers{ruleLists};
-    FakeSystemSound sound;
-    ReaderLook readerLook{defaults};
-    FakeHttpSession suggestions;
+    FakeDesktop desktop;
+    AppServices services{desktop.platform()};
     OwnNotch notch;
     NotchSnapshot snapshot;
     std::shared_ptr<BrowserStore> store;
     std::unique_ptr<AddressNotchBody> body;
 
     OpenNotch() {
-        FullProfile{20251121, loop.now()}.store(defaults);
-        store = std::make_shared<BrowserStore>(
-            BrowserServices{defaults, notifications, loop, engine, bookmarks, favicons, permissions,
-                            trackers, sound, readerLook},
-            false, Profile::personal());
-        body = std::make_unique<AddressNotchBody>(notch, store, store->active(), snapshot,
-                                                  NotchServices{suggestions, loop, defaults});
+        FullProfile{20251121, desktop.loop.now()}.store(desktop.defaults);
+        store = std::make_shared<BrowserStore>(services, false, Profile::personal());
+        body = std::make_unique<AddressNotchBody>(notch, store, store->active(), snapshot, services,
+                                                  services.makeSuggestions());
         notch.open("");
         body->setCaretAtEnd(true);
     }
     /// Lets the engine suggest something for the text, which it takes to be misspelt.
     void suggest(const std::string& text, const std::string& answer) {
         notch.setQuery(text);
-        loop.advance(SearchSuggester::debounce);
-        const auto asked = suggestions.open();
-        if (!asked.empty()) suggestions.answer(asked.front(), 200, answer);
-        loop.advance({});
+        desktop.loop.advance(SearchSuggester::debounce);
+        const auto asked = desktop.suggestionRequests.open();
+        if (!asked.empty()) desktop.suggestionRequests.answer(asked.front(), 200, answer);
+        desktop.loop.advance({});
         body->refresh();
     }
 };

@@ -3,15 +3,9 @@
 
 #include "core/AddressResolution.h"
 #include "core/BrowserStore.h"
-#include "fakes/FakeFileIO.h"
-#include "fakes/FakeHttpSession.h"
-#include "fakes/FakeImageCodec.h"
-#include "fakes/FakeRuleListStore.h"
-#include "fakes/FakeSystemSound.h"
-#include "fakes/FakeWebEngine.h"
-#include "fakes/VirtualMainLoop.h"
 #include "platform/TemporaryFolder.h"
 #include "platform/linux/defaults/SqliteUserDefaults.h"
+#include "support/FakeDesktop.h"
 
 #include <benchmark/benchmark.h>
 
@@ -28,28 +22,14 @@ namespace {
 struct World {
     TemporaryFolder folder;
     SqliteUserDefaults defaults{folder.path() / "UserDefaults.sqlite"};
-    VirtualMainLoop loop;
-    FakeWebEngine engine;
-    NotificationCenter notifications;
+    FakeDesktop desktop;
+    VirtualMainLoop& loop = desktop.loop;
     FullProfile profile{20251121, loop.now()};
-    BookmarkStores bookmarks{defaults, loop};
-    FakeHttpSession http;
-    FakeImageCodec codec;
-    FakeFileIO files;
-    FaviconStore favicons{http, codec, files, "Favicons"};
-    FakeRuleListStore ruleLists;
-    SitePermissions permissions{defaults};
-    TrackerBlocker trackers{ruleLists};
-    FakeSystemSound sound;
-    ReaderLook readerLook{defaults};
+    AppServices services{desktop.platform(defaults)};
 
     World() { profile.store(defaults); }
-    [[nodiscard]] BrowserServices services() {
-        return {defaults, notifications, loop,     engine, bookmarks,
-                favicons, permissions,   trackers, sound,  readerLook};
-    }
     [[nodiscard]] std::unique_ptr<BrowserStore> open() {
-        return std::make_unique<BrowserStore>(services(), false, Profile::personal());
+        return std::make_unique<BrowserStore>(services, false, Profile::personal());
     }
 };
 
@@ -67,17 +47,11 @@ void openStore(benchmark::State& state) {
     World world;
     CallTimes times;
     for (auto _ : state) {
-        std::unique_ptr<BookmarkStores> bookmarks;
+        // Of its own each time: services keep the bookmarks that they once read.
+        AppServices services{world.desktop.platform(world.defaults)};
         std::unique_ptr<BrowserStore> store;
         times.measure(state, [&] {
-            bookmarks = std::make_unique<BookmarkStores>(world.defaults, world.loop);
-            auto services = world.services();
-            store = std::make_unique<BrowserStore>(
-                BrowserServices{services.defaults, services.notifications, services.loop,
-                                services.engine, *bookmarks, services.favicons,
-                                services.permissions, services.trackers, services.sound,
-                                services.readerLook},
-                false, Profile::personal());
+            store = std::make_unique<BrowserStore>(services, false, Profile::personal());
         });
         if (store->visits().size() != FullProfile::visitCount ||
             store->tabs().size() != FullProfile::tabCount) {
@@ -128,7 +102,7 @@ void importVisits(benchmark::State& state) {
         int taken = 0;
         times.measure(state, [&] {
             taken = BrowserStore::importVisits(visits, Profile::personal(), world.defaults,
-                                               world.notifications);
+                                               world.services.notifications());
         });
         if (taken != std::ssize(visits)) state.SkipWithError("visits were not taken");
     }
@@ -137,7 +111,7 @@ void importVisits(benchmark::State& state) {
 
 void bookmarksMatching(benchmark::State& state) {
     World world;
-    const auto& store = world.bookmarks.store(Profile::personal());
+    const auto& store = world.services.bookmarks().store(Profile::personal());
     constexpr std::array queries{"g", "garden", "museum no such page", "Öffnung"};
     CallTimes times;
     std::size_t next = 0;

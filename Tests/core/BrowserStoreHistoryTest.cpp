@@ -223,7 +223,7 @@ TEST_F(BrowserStoreHistoryTest, OldVisitsStayStoredUntilTheNextWrite) {
 }
 
 TEST_F(BrowserStoreHistoryTest, ThirtyDaysFollowTheCalendarOverAChangeOfTheClocks) {
-    world.services.calendar = Calendar{"Europe/Berlin"};
+    world.calendar = Calendar{"Europe/Berlin"};
     world.loop.setNow(Date::fromUnixSeconds(1762686000));       // 2025-11-09 12:00, winter time
     const Date summerNoon = Date::fromUnixSeconds(1760090400);  // 2025-10-10 12:00, summer time
     world.storeRecords<Visit>("browserVisits",

@@ -72,7 +72,7 @@ protected:
         EXPECT_TRUE(waitFor([&] { return opened.captureQuestion() == wanted; }));
     }
     void choose(Choice choice, Kind kind, const std::string& host = "127.0.0.1") {
-        permissions.set(choice, kind, host, Persistence::persistent);
+        services().permissions().set(choice, kind, host, Persistence::persistent);
     }
 
     GtkWindow* const window = GTK_WINDOW(gtk_window_new());
@@ -114,7 +114,7 @@ TEST_F(CaptureTest, ForEachKindOfRequestThePersonIsAskedUnderThePagesHost) {
     opened.answerCapture(CaptureAnswer::refuse);
 
     expectLog(opened, "got video NotAllowedError ");
-    EXPECT_TRUE(permissions.choices().empty());
+    EXPECT_TRUE(services().permissions().choices().empty());
 }
 
 TEST_F(CaptureTest, ADismissedPageMayAskAgainAtOnce) {

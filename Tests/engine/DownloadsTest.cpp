@@ -1,7 +1,4 @@
 #include "engine/EngineWorld.h"
-#include "fakes/FakeWorkspace.h"
-#include "platform/linux/files/LinuxDownloadFolder.h"
-#include "site/Downloads.h"
 
 #include <fstream>
 #include <iterator>
@@ -14,12 +11,6 @@ using State = DownloadItem::State;
 /// Real downloads into a folder of the test.
 class DownloadsTest : public EngineTest {
 protected:
-    DownloadsTest() {
-        engine.onDownload = [this](std::unique_ptr<Download> download) {
-            downloads.add(std::move(download));
-        };
-    }
-
     [[nodiscard]] std::unique_ptr<BrowserStore> open(bool isPrivate = false) {
         return std::make_unique<BrowserStore>(services(), isPrivate, Profile::personal());
     }
@@ -82,10 +73,8 @@ protected:
         return answer;
     }
 
-    std::filesystem::path path = folder / "Downloads";
-    LinuxDownloadFolder downloadFolder{path};
-    FakeWorkspace workspace;
-    DownloadStore downloads{downloadFolder, workspace};
+    std::filesystem::path path = downloadFolder.path();
+    DownloadStore& downloads = services().downloads();
 
 private:
     int pages_ = 0;
@@ -311,7 +300,7 @@ TEST_F(DownloadsTest, TheEndOfItsTabDoesNotStopIt) {
 TEST_F(DownloadsTest, TheEndOfTheStoreEndsWhatRuns) {
     server.serve("/file", endless("head", "stream.bin"));
     const auto store = open();
-    auto brief = std::make_unique<DownloadStore>(downloadFolder, workspace);
+    auto brief = std::make_unique<DownloadStore>(downloadFolder, fakes.workspace);
     engine.onDownload = [&](std::unique_ptr<Download> download) {
         brief->add(std::move(download));
     };

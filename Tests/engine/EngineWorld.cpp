@@ -62,11 +62,32 @@ bool descendsFrom(int process, int ancestor) {
 
 }  // namespace
 
-EngineTest::EngineTest()
-    : folder(temporaryFolder()),
-      engine({folder / "config", folder / "data", folder / "cache"}, loop) {}
+EngineTest::EngineTest() : folder(temporaryFolder()) {}
 
 EngineTest::~EngineTest() = default;
+
+AppServices& EngineTest::services() {
+    if (!services_) services_.emplace(platform());
+    return *services_;
+}
+
+Platform EngineTest::platform() {
+    return {.defaults = defaults,
+            .loop = loop,
+            .engine = engine,
+            .ruleLists = ruleLists,
+            .iconRequests = iconRequests,
+            .suggestionRequests = fakes.suggestionRequests,
+            .images = images,
+            .files = files,
+            .downloadFolder = downloadFolder,
+            .workspace = fakes.workspace,
+            .pasteboard = fakes.pasteboard,
+            .sound = fakes.sound,
+            .paths = paths,
+            .locale = fakes.locale,
+            .calendar = fakes.calendar};
+}
 
 bool EngineTest::waitFor(const std::function<bool()>& condition) {
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds{20};

@@ -2,21 +2,22 @@
 
 #include "core/BrowserStore.h"
 #include "engine/LoopbackServer.h"
-#include "fakes/FakeSystemSound.h"
-#include "fakes/FakeUserDefaults.h"
 #include "platform/linux/GlibMainLoop.h"
+#include "platform/linux/files/LinuxDownloadFolder.h"
 #include "platform/linux/files/LinuxFileIO.h"
 #include "platform/linux/web/OrvuWebView.h"
 #include "platform/linux/PixbufImageCodec.h"
 #include "platform/linux/SoupHttpSession.h"
 #include "platform/linux/web/WebKitContentRules.h"
 #include "platform/linux/web/WebKitEngine.h"
+#include "support/FakeDesktop.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -73,27 +74,26 @@ protected:
     [[nodiscard]] static ScriptResult evaluate(WebView& view, const std::string& script);
     /// The engine's page processes that this process started.
     [[nodiscard]] static std::vector<int> pageProcesses();
-    [[nodiscard]] BrowserServices services() {
-        return {defaults,    notifications, loop,  engine,     bookmarks,      favicons,
-                permissions, trackers,      sound, readerLook, Calendar{"UTC"}};
-    }
+    /// What windows share, made when it is first wanted.
+    [[nodiscard]] AppServices& services();
 
     std::filesystem::path folder;
+    SystemPaths paths{folder / "config", folder / "data", folder / "cache"};
     LoopbackServer server;
+    FakeDesktop fakes;  ///< what is left of a desktop beside the real parts below
+    FakeUserDefaults& defaults = fakes.defaults;
     GlibMainLoop loop;
-    FakeUserDefaults defaults;
-    NotificationCenter notifications;
-    BookmarkStores bookmarks{defaults, loop};
-    WebKitEngine engine;
+    WebKitEngine engine{paths, loop};
     WebKitRuleListStore ruleLists{folder / "ContentRules"};
-    TrackerBlocker trackers{ruleLists};
-    SoupHttpSession http{FaviconStore::httpOptions};
-    PixbufImageCodec codec{loop};
+    SoupHttpSession iconRequests{FaviconStore::httpOptions};
+    PixbufImageCodec images{loop};
     LinuxFileIO files{loop};
-    FaviconStore favicons{http, codec, files, folder / "Favicons"};
-    SitePermissions permissions{defaults};
-    FakeSystemSound sound;
-    ReaderLook readerLook{defaults};
+    LinuxDownloadFolder downloadFolder{folder / "Downloads"};
+
+private:
+    [[nodiscard]] Platform platform();
+
+    std::optional<AppServices> services_;  // last, so that it ends before what it uses
 };
 
 }  // namespace orvu

@@ -35,7 +35,7 @@ protected:
         return task.result();
     }
 
-    const std::filesystem::path iconFile = folder / "Favicons" / "127.0.0.1.png";
+    const std::filesystem::path iconFile = folder / "data" / "Favicons" / "127.0.0.1.png";
 };
 
 TEST_F(FaviconTest, TheLargestDeclaredIconIsTakenAndWritten) {
@@ -91,7 +91,7 @@ TEST_F(FaviconTest, APrivateTabShowsItsIconAndLeavesNoFile) {
     EXPECT_EQ(widthOfIcon(openPage(store)), 32);
     settle();
 
-    EXPECT_TRUE(std::filesystem::is_empty(folder / "Favicons"));
+    EXPECT_TRUE(std::filesystem::is_empty(folder / "data" / "Favicons"));
 }
 
 TEST_F(FaviconTest, ATabMayCloseWhileItsIconIsAwaited) {
@@ -113,8 +113,8 @@ TEST_F(FaviconTest, CookiesAreNeitherKeptNorSent) {
                              "x", "text/plain", 200, {{"Set-Cookie", "a=b; Max-Age=999"}}});
     server.serve("/again", LoopbackServer::Answer{"y", "text/plain"});
 
-    EXPECT_EQ(fetched(http, url("/set"))->body, "x");
-    EXPECT_EQ(fetched(http, url("/again"))->body, "y");
+    EXPECT_EQ(fetched(iconRequests, url("/set"))->body, "x");
+    EXPECT_EQ(fetched(iconRequests, url("/again"))->body, "y");
 
     EXPECT_EQ(server.header("/again", "Cookie"), "");
 }
@@ -125,7 +125,7 @@ TEST_F(FaviconTest, PasswordsInAddressesAreNotSent) {
     auto address = url("/locked").absoluteString();
     address.insert(7, "user:password@");
 
-    EXPECT_EQ(fetched(http, *Url::parse(address))->status, 401);
+    EXPECT_EQ(fetched(iconRequests, *Url::parse(address))->status, 401);
 
     EXPECT_EQ(server.header("/locked", "Authorization"), "");
     EXPECT_EQ(server.requests("/locked"), 1);
@@ -138,10 +138,10 @@ TEST_F(FaviconTest, RedirectsAreFollowedAndLoopsFail) {
     server.serve("/file", LoopbackServer::Answer{
                               "", "text/plain", 302, {{"Location", "file:///etc/hostname"}}});
 
-    EXPECT_EQ(fetched(http, url("/from")),
+    EXPECT_EQ(fetched(iconRequests, url("/from")),
               (HttpResponse{200, "there", url("/to").absoluteString()}));
-    const auto loops = fetched(http, url("/loop"));
-    const auto file = fetched(http, url("/file"));
+    const auto loops = fetched(iconRequests, url("/loop"));
+    const auto file = fetched(iconRequests, url("/file"));
 
     EXPECT_TRUE(!loops || loops->status != 200);
     EXPECT_LT(server.requests("/loop"), 50);
@@ -153,9 +153,9 @@ TEST_F(FaviconTest, ABodyThatReachesTheLimitIsAFailure) {
     server.serve("/over", LoopbackServer::Answer{std::string(1'000'000, 'x'), "text/plain"});
     server.serve("/far-over", LoopbackServer::Answer{std::string(40'000'000, 'x'), "text/plain"});
 
-    EXPECT_EQ(fetched(http, url("/most"))->body.size(), 999'999U);
-    EXPECT_EQ(fetched(http, url("/over")), std::nullopt);
-    EXPECT_EQ(fetched(http, url("/far-over")), std::nullopt);
+    EXPECT_EQ(fetched(iconRequests, url("/most"))->body.size(), 999'999U);
+    EXPECT_EQ(fetched(iconRequests, url("/over")), std::nullopt);
+    EXPECT_EQ(fetched(iconRequests, url("/far-over")), std::nullopt);
 }
 
 TEST_F(FaviconTest, ASilentServerIsAFailureWhenTheTimeIsUp) {
@@ -167,7 +167,7 @@ TEST_F(FaviconTest, ASilentServerIsAFailureWhenTheTimeIsUp) {
 
 TEST_F(FaviconTest, AddressesThatAreNotOfTheWebFailAtOnce) {
     for (const auto* each : {"file:///etc/hostname", "data:text/plain,x", "about:blank", "x"}) {
-        EXPECT_EQ(fetched(http, *Url::parse(each)), std::nullopt) << each;
+        EXPECT_EQ(fetched(iconRequests, *Url::parse(each)), std::nullopt) << each;
     }
 }
 

@@ -79,8 +79,9 @@ protected:
 
     std::unique_ptr<WebConfiguration> configuration =
         engine.makeConfiguration(WebsiteDataStore::nonPersistentDataStore());
-    std::shared_ptr<BrowserTab> page = std::make_shared<BrowserTab>(
-        *configuration, std::nullopt, loop, favicons, permissions, Persistence::ephemeral);
+    std::shared_ptr<BrowserTab> page =
+        std::make_shared<BrowserTab>(*configuration, std::nullopt, loop, services().favicons(),
+                                     services().permissions(), Persistence::ephemeral);
     int visits = 0;
 };
 

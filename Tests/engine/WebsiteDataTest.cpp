@@ -142,7 +142,7 @@ TEST_F(WebsiteDataTest, ThePanelClearsItsSiteAndLoadsThePageAnew) {
     keep(*window, "localhost");
     store.open(server.url("/tell", "localhost"), BrowserStore::NewTab::no);
     ASSERT_TRUE(waitFor([&] { return store.visits().size() == 1; }));
-    SitePanel panel{permissions, store.persistence()};
+    SitePanel panel{services().permissions(), store.persistence()};
     panel.setTab(store.active());
 
     panel.clearSiteData();

@@ -48,7 +48,7 @@ protected:
             if (random.below(3) == 0) store->newTab(std::nullopt, Select::yes);
             if (random.below(4) == 0) store->bookmarks().toggle(anySite(), title);
         }
-        makeBody();
+        makeBody(world.services.makeSuggestions());
         show();
     }
 
@@ -56,7 +56,7 @@ protected:
     void draw() {
         if (body->tab() != store->active()) {
             body.reset();
-            makeBody();
+            makeBody(world.services.makeSuggestions());
             body->setCaretAtEnd(true);
         }
         body->refresh();
@@ -237,11 +237,11 @@ protected:
         }
     }
     void answerAny() {
-        const Strings open = engineHttp.open();
+        const Strings open = world.suggestionRequests.open();
         if (open.empty()) return;
         const std::string& request = open[random.below(open.size())];
         if (random.below(5) == 0) {
-            engineHttp.fail(request);
+            world.suggestionRequests.fail(request);
             return;
         }
         JsonWriter answer;
@@ -250,7 +250,7 @@ protected:
             answer.value(offers[random.below(offers.size())]);
         }
         answer.endArray().endArray();
-        engineHttp.answer(request, 200, *std::move(answer).finish());
+        world.suggestionRequests.answer(request, 200, *std::move(answer).finish());
     }
 
     void checkItCanBeLeft() {

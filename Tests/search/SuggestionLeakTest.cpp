@@ -55,8 +55,7 @@ Leak leakOf(const PrivateTexts& kind, Pace pace) {
         leak.begun += sent.empty() ? 0 : 1;
         leak.whole += sent.contains(text) ? 1 : 0;
         leak.beginnings += sent.size();
-        for (const auto& each : sent)
-            leak.longest = std::max(leak.longest, characterCount(each));
+        for (const auto& each : sent) leak.longest = std::max(leak.longest, characterCount(each));
     }
     return leak;
 }
@@ -67,8 +66,8 @@ std::string row(const PrivateTexts& kind) {
     const Leak usual = leakOf(kind, Pace::typing);
     std::string result = "| " + kind.kind;
     for (const std::size_t number :
-         {kind.texts.size(), worst.begun, worst.beginnings, worst.longest, worst.whole,
-          usual.begun, usual.beginnings, usual.longest, usual.whole}) {
+         {kind.texts.size(), worst.begun, worst.beginnings, worst.longest, worst.whole, usual.begun,
+          usual.beginnings, usual.longest, usual.whole}) {
         result += " | " + std::to_string(number);
     }
     return result + " |";

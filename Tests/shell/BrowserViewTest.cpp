@@ -134,14 +134,12 @@ TEST_F(BrowserViewTest, EscapeDismissesWhatThePageAsksForOnlyWhenNothingElseIsOp
 
 TEST_F(BrowserViewTest, SwitchingTheProfileMayEndTheView) {
     std::unique_ptr<BrowserView> view;
-    view =
-        std::make_unique<BrowserView>(openStoreWith({a}),
-                                      BrowserView::Context{window, *profiles, pasteboard, workspace,
-                                                           [&](const Profile& profile) {
-                                                               view.reset();
-                                                               asked.push_back(profile.name);
-                                                           }},
-                                      BrowserView::Narrow::yes);
+    const auto end = [&](const Profile& profile) {
+        view.reset();
+        asked.push_back(profile.name);
+    };
+    view = std::make_unique<BrowserView>(openStoreWith({a}), *services, window, end,
+                                         BrowserView::Narrow::yes);
     EXPECT_TRUE(view->narrow.get());
 
     view->switchProfile(world.work);

@@ -21,16 +21,15 @@ protected:
     }
     [[nodiscard]] BrowserWindowController& controller() {
         if (!controller_) {
-            profiles_ = std::make_unique<ProfileStore>(world.defaults, [](const Uuid&) {});
-            controller_ = std::make_unique<BrowserWindowController>(world.services, *profiles_,
-                                                                    screen.factory());
+            services_ = std::make_unique<AppServices>(world.platform());
+            controller_ = std::make_unique<BrowserWindowController>(*services_, screen.factory());
         }
         return *controller_;
     }
     /// The program ends and starts anew with what is stored.
     void restart() {
         controller_.reset();
-        profiles_.reset();
+        services_.reset();
     }
     [[nodiscard]] BrowserStore& storeAt(std::size_t index) {
         return *controller().windows().at(index).store;
@@ -39,7 +38,7 @@ protected:
     FakeScreen screen;
 
 private:
-    std::unique_ptr<ProfileStore> profiles_;
+    std::unique_ptr<AppServices> services_;
     std::unique_ptr<BrowserWindowController> controller_;
 };
 

@@ -254,7 +254,7 @@ TEST_F(CommandsTest, ControlAndADigitSwitchToThatProfileUnlessItIsTheWindowsOwn)
 
 TEST_F(CommandsTest, TheDigitsOfProfilesFollowTheListAsItStands) {
     const auto view = viewOf(openStoreWith({a}));
-    profiles->remove(world.work);
+    services->profiles().remove(world.work);
 
     for (const auto& command : commands()) {
         if (command.name.starts_with("profile")) command.runIn(*view);

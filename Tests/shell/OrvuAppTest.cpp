@@ -1,7 +1,6 @@
 #include "shell/OrvuApp.h"
 
 #include "fakes/FakeBrowserWindow.h"
-#include "fakes/FakeWorkspace.h"
 #include "support/StoreWorld.h"
 
 #include <filesystem>
@@ -31,11 +30,9 @@ protected:
     }
 
     FakeScreen screen;
-    FakeWorkspace workspace;
-    ProfileStore profiles{world.defaults, [](const Uuid&) {}};
-    BrowserWindowController windows{world.services, profiles, screen.factory()};
+    BrowserWindowController windows{world.services, screen.factory()};
     FakeApplicationHost host;
-    AppDelegate app{world.defaults, workspace, windows, host};
+    AppDelegate app{world.services, windows, host};
 };
 
 TEST_F(OrvuAppTest, LaunchingOpensOneWindowWithTheRestoredTabsAndCountsTheStart) {
@@ -135,7 +132,7 @@ TEST_F(OrvuAppTest, TheMenuMakesOrdinaryAndPrivateWindows) {
 TEST_F(OrvuAppTest, TheMenuAsksTheDesktopToMakeThisTheDefaultBrowser) {
     app.makeDefaultBrowser();
 
-    EXPECT_EQ(workspace.defaultBrowserRequests, 1);
+    EXPECT_EQ(world.workspace.defaultBrowserRequests, 1);
 }
 
 // --- Command-line arguments ---------------------------------------------------------------------

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "fakes/FakeSuggestions.h"
 #include "notch/AddressNotchBody.h"
 #include "support/OwnNotch.h"
 #include "support/StoreWorld.h"
@@ -10,35 +11,25 @@
 
 namespace orvu {
 
-/// A store, its notch, and a search engine that answers when a test says so.
+/// A store and its notch, with predictions that come when a test says so.
 class NotchBodyTest : public StoreTest {
 protected:
     using Entry = AddressNotchBody::Entry;
 
     /// Makes the body of the tab in front, as the view does when that tab changes.
     void makeBody() {
-        body = std::make_unique<AddressNotchBody>(
-            notch, store, store->active(), snapshot,
-            NotchServices{engineHttp, world.loop, world.defaults,
-                          Locale{Locale::Environment{.lang = "en_GB.UTF-8"}}, Calendar{"UTC"}});
+        auto made = std::make_unique<FakeSuggestions>();
+        suggestions = made.get();
+        makeBody(std::move(made));
+    }
+    void makeBody(std::unique_ptr<Suggestions> ofBody) {
+        body = std::make_unique<AddressNotchBody>(notch, store, store->active(), snapshot,
+                                                  world.services, std::move(ofBody));
     }
     /// The text becomes `text`, with the caret behind it.
     void type(const std::string& text) {
         notch.setQuery(text);
         body->setCaretAtEnd(true);
-    }
-    /// Lets the engine answer the open request for `text`, after the pause.
-    bool suggest(const std::string& text, const Strings& predictions) {
-        world.loop.advance(SearchSuggester::debounce);
-        JsonWriter writer;
-        writer.beginArray().value(text).beginArray();
-        for (const auto& each : predictions) writer.value(each);
-        writer.endArray().endArray();
-        const auto address = Prefs::suggestURL(Prefs::engine(world.defaults), text);
-        const bool asked =
-            engineHttp.answer(address->absoluteString(), 200, *std::move(writer).finish());
-        world.loop.advance({});
-        return asked;
     }
     [[nodiscard]] Strings titles() const {
         Strings result;
@@ -46,11 +37,11 @@ protected:
         return result;
     }
 
-    FakeHttpSession engineHttp;
     std::shared_ptr<BrowserStore> store = openStore();
     OwnNotch notch;
     NotchSnapshot snapshot;
     std::unique_ptr<AddressNotchBody> body;
+    FakeSuggestions* suggestions = nullptr;  ///< of the body that `makeBody` made last
 };
 
 }  // namespace orvu

@@ -1,14 +1,7 @@
 #pragma once
 
 #include "core/BrowserStore.h"
-#include "fakes/FakeFileIO.h"
-#include "fakes/FakeHttpSession.h"
-#include "fakes/FakeImageCodec.h"
-#include "fakes/FakeRuleListStore.h"
-#include "fakes/FakeSystemSound.h"
-#include "fakes/FakeUserDefaults.h"
-#include "fakes/FakeWebEngine.h"
-#include "fakes/VirtualMainLoop.h"
+#include "support/FakeDesktop.h"
 
 #include <gtest/gtest.h>
 
@@ -61,24 +54,13 @@ private:
 };
 
 /// All that browser stores stand on, in memory, with a clock that stands still.
-struct StoreWorld {
-    FakeUserDefaults defaults;
-    NotificationCenter notifications;
-    VirtualMainLoop loop;
-    FakeWebEngine engine;
-    BookmarkStores bookmarks{defaults, loop};
-    FakeHttpSession http;
-    FakeImageCodec codec;
-    FakeFileIO files;
-    FaviconStore favicons{http, codec, files, "Favicons"};
-    SitePermissions permissions{defaults};
-    FakeRuleListStore ruleLists;
-    TrackerBlocker trackers{ruleLists};
-    FakeSystemSound sound;
-    ReaderLook readerLook{defaults};
-    BrowserServices services{defaults,  notifications, loop,           engine,
-                             bookmarks, favicons,      permissions,    trackers,
-                             sound,     readerLook,    Calendar{"UTC"}};
+struct StoreWorld : FakeDesktop {
+    AppServices services{platform()};
+    NotificationCenter& notifications = services.notifications();
+    BookmarkStores& bookmarks = services.bookmarks();
+    FakeHttpSession& http = iconRequests;
+    FaviconStore& favicons = services.favicons();
+    SitePermissions& permissions = services.permissions();
     Profile work{*Uuid::parse("11111111-2222-3333-4444-555555555555"), "Work", "bag", 1};
 
     /// The data stored under `key`; empty if there are none.

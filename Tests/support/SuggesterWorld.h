@@ -1,10 +1,8 @@
 #pragma once
 
-#include "fakes/FakeHttpSession.h"
-#include "fakes/FakeUserDefaults.h"
-#include "fakes/VirtualMainLoop.h"
 #include "foundation/json/Json.h"
 #include "search/SearchSuggester.h"
+#include "support/FakeDesktop.h"
 
 #include <memory>
 #include <string>
@@ -14,7 +12,7 @@
 namespace orvu {
 
 /// A suggester and all that it needs, on fakes.
-struct SuggesterWorld {
+struct SuggesterWorld : FakeDesktop {
     using Privacy = SearchSuggester::Privacy;
 
     SuggesterWorld() {
@@ -32,8 +30,8 @@ struct SuggesterWorld {
     }
     /// Answers the request for `text`, in the form that all engines have. False if there is none.
     bool answer(const std::string& text, const std::vector<std::string>& offered,
-                Prefs::Engine engine = Prefs::Engine::google) {
-        return answerWith(address(text, engine), body(text, offered));
+                Prefs::Engine asked = Prefs::Engine::google) {
+        return answerWith(address(text, asked), body(text, offered));
     }
     bool answerWith(const std::string& url, const std::string& bytes, int status = 200) {
         const bool wasOpen = http.answer(url, status, bytes);
@@ -47,8 +45,8 @@ struct SuggesterWorld {
     }
 
     [[nodiscard]] static std::string address(std::string_view text,
-                                             Prefs::Engine engine = Prefs::Engine::google) {
-        return Prefs::suggestURL(engine, text)->absoluteString();
+                                             Prefs::Engine asked = Prefs::Engine::google) {
+        return Prefs::suggestURL(asked, text)->absoluteString();
     }
     [[nodiscard]] static std::string body(std::string_view text,
                                           const std::vector<std::string>& offered) {
@@ -62,9 +60,7 @@ struct SuggesterWorld {
         return suggester->predictions();
     }
 
-    VirtualMainLoop loop;
-    FakeHttpSession http;
-    FakeUserDefaults defaults;
+    FakeHttpSession& http = suggestionRequests;
     int changes = 0;  ///< how many signals went out
     std::unique_ptr<SearchSuggester> suggester = std::make_unique<SearchSuggester>(
         http, loop, defaults, std::vector<std::string>{"de-DE", "en", "fr", "it"});

@@ -1,8 +1,6 @@
 #pragma once
 
 #include "fakes/FakeBrowserWindow.h"
-#include "fakes/FakePasteboard.h"
-#include "fakes/FakeWorkspace.h"
 #include "shell/BrowserView.h"
 #include "support/StoreWorld.h"
 
@@ -16,16 +14,14 @@ class ViewTest : public StoreTest {
 protected:
     ViewTest() {
         world.storeRecords<Profile>("orvuProfiles", {Profile::personal(), world.work});
-        profiles = std::make_unique<ProfileStore>(world.defaults, [](const Uuid&) {});
+        services = std::make_unique<AppServices>(world.platform());
     }
 
     /// A view that writes down in `asked` what is asked of the window's parts.
     [[nodiscard]] std::unique_ptr<BrowserView> viewOf(std::shared_ptr<BrowserStore> store) {
         auto view = std::make_unique<BrowserView>(
-            std::move(store),
-            BrowserView::Context{
-                window, *profiles, pasteboard, workspace,
-                [this](const Profile& profile) { asked.push_back("switch " + profile.name); }},
+            std::move(store), *services, window,
+            [this](const Profile& profile) { asked.push_back("switch " + profile.name); },
             BrowserView::Narrow::no);
         view->connectAddressFocusRequested(
             [this, shown = view.get()] { asked.push_back("edit " + shown->query.get()); });
@@ -42,9 +38,9 @@ protected:
 
     FakeScreen screen;
     FakeBrowserWindow window{screen, {}, [] {}};
-    FakePasteboard pasteboard;
-    FakeWorkspace workspace;
-    std::unique_ptr<ProfileStore> profiles;
+    FakePasteboard& pasteboard = world.pasteboard;
+    FakeWorkspace& workspace = world.workspace;
+    std::unique_ptr<AppServices> services;  ///< of a program with two profiles
     Strings asked;
 };
 

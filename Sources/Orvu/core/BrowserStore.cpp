@@ -9,25 +9,22 @@
 
 namespace orvu {
 
-BrowserStore::BrowserStore(const BrowserServices& services, bool isPrivate, Profile profile)
-    : defaults_(services.defaults),
-      notifications_(services.notifications),
-      loop_(services.loop),
-      calendar_(services.calendar),
+BrowserStore::BrowserStore(AppServices& services, bool isPrivate, Profile profile)
+    : services_(services),
+      defaults_(services.platform().defaults),
+      loop_(services.platform().loop),
+      calendar_(services.platform().calendar),
       isPrivate_(isPrivate),
       profile_(std::move(profile)),
-      bookmarks_(services.bookmarks.store(profile_)),
-      favicons_(services.favicons),
-      permissions_(services.permissions),
-      readerLook_(services.readerLook),
-      configuration_(services.engine.makeConfiguration(
+      bookmarks_(services.bookmarks().store(profile_)),
+      configuration_(services.platform().engine.makeConfiguration(
           isPrivate ? WebsiteDataStore::nonPersistentDataStore()
           : profile_.id == Profile::personalID
               ? WebsiteDataStore::defaultDataStore()
               : WebsiteDataStore::dataStoreForIdentifier(profile_.id))),
-      reader_(services.sound) {
+      reader_(services.platform().sound) {
     const Operation operation{*this};
-    configure(services.trackers);
+    configure();
     reader_.connectChanged(sigc::mem_fun(*this, &BrowserStore::readerChanged));
     if (!isPrivate_) restore();
     if (tabs_.empty()) newTab(std::nullopt, Select::yes);
@@ -35,10 +32,11 @@ BrowserStore::BrowserStore(const BrowserServices& services, bool isPrivate, Prof
         std::ranges::find_if(tabs_, [](const auto& tab) { return !tab->isPinned(); });
     activeID_ = (first != tabs_.end() ? *first : tabs_.front())->id();
     if (isPrivate_) return;
-    notifications_.addObserver(
+    services.notifications().addObserver(
         Prefs::clearHistory,
         sigc::bind(sigc::mem_fun(*this, &BrowserStore::clearHistory), std::optional<Date>{}));
-    notifications_.addObserver(historyImported, sigc::mem_fun(*this, &BrowserStore::reloadVisits));
+    services.notifications().addObserver(historyImported,
+                                         sigc::mem_fun(*this, &BrowserStore::reloadVisits));
 }
 
 BrowserStore::~BrowserStore() {
@@ -47,12 +45,12 @@ BrowserStore::~BrowserStore() {
     notify_callbacks();
 }
 
-void BrowserStore::configure(TrackerBlocker& trackers) {
+void BrowserStore::configure() {
     configuration_->setElementFullscreenEnabled(true);
     configuration_->setApplicationNameForUserAgent("Version/" + std::string{safariVersion} +
                                                    " Safari/605.1.15");
     if (Prefs::boolean(defaults_, "blockTrackers", true)) {
-        trackers.install(configuration_->userContentController());
+        services_.trackers().install(configuration_->userContentController());
     }
 }
 
@@ -134,8 +132,8 @@ void BrowserStore::open(std::string_view text, NewTab inNewTab) {
 
 BrowserTab& BrowserStore::newTab(const std::optional<Url>& url, Select select) {
     const Operation operation{*this};
-    const auto tab = std::make_shared<BrowserTab>(*configuration_, url, loop_, favicons_,
-                                                  permissions_, persistence());
+    const auto tab = std::make_shared<BrowserTab>(*configuration_, url, loop_, favicons(),
+                                                  permissions(), persistence());
     tab->onVisit = sigc::mem_fun(*this, &BrowserStore::recordVisit);
     tab->onDownload = sigc::mem_fun(*this, &BrowserStore::saveSession);
     tab->onOpenInNewTab = sigc::mem_fun(*this, &BrowserStore::openInBackground);

@@ -1,18 +1,12 @@
 #pragma once
 
-#include "core/Bookmarks.h"
+#include "core/AppServices.h"
 #include "core/BrowserTab.h"
 #include "core/history/VisitHistory.h"
 #include "core/Records.h"
 #include "core/TabGroup.h"
-#include "core/TrackerBlocker.h"
 #include "core/WindowReader.h"
-#include "foundation/Calendar.h"
-#include "foundation/NotificationCenter.h"
 #include "foundation/Signal.h"
-#include "pagetools/ReaderLook.h"
-#include "platform/SystemSound.h"
-#include "profiles/Profiles.h"
 
 #include <memory>
 #include <optional>
@@ -21,21 +15,6 @@
 #include <vector>
 
 namespace orvu {
-
-/// What every store needs of the world. All of it outlives the stores.
-struct BrowserServices {
-    UserDefaults& defaults;
-    NotificationCenter& notifications;
-    MainLoop& loop;
-    WebEngine& engine;
-    BookmarkStores& bookmarks;
-    FaviconStore& favicons;
-    SitePermissions& permissions;
-    TrackerBlocker& trackers;
-    SystemSound& sound;
-    ReaderLook& readerLook;
-    Calendar calendar = Calendar::current();
-};
 
 /// The state of one browser window: its tabs, which of them is in front, the side-by-side pair,
 /// the shelf, the groups, and the history that it records. Every change is made by an operation
@@ -63,8 +42,8 @@ public:
     static constexpr std::size_t groupNameLimit = 40;
 
     /// Restores what the profile's last window left, as far as the setting allows; a private
-    /// window starts empty.
-    BrowserStore(const BrowserServices& services, bool isPrivate, Profile profile);
+    /// window starts empty. `services` must outlive the store.
+    BrowserStore(AppServices& services, bool isPrivate, Profile profile);
     ~BrowserStore();
     BrowserStore(const BrowserStore&) = delete;
     BrowserStore& operator=(const BrowserStore&) = delete;
@@ -74,11 +53,11 @@ public:
     [[nodiscard]] const Profile& profile() const { return profile_; }
     [[nodiscard]] BookmarkStore& bookmarks() const { return bookmarks_; }
     /// The icons of sites, to be asked with `persistence`.
-    [[nodiscard]] FaviconStore& favicons() const { return favicons_; }
+    [[nodiscard]] FaviconStore& favicons() const { return services_.favicons(); }
     /// What sites may do, to be asked with `persistence`.
-    [[nodiscard]] SitePermissions& permissions() const { return permissions_; }
+    [[nodiscard]] SitePermissions& permissions() const { return services_.permissions(); }
     /// How articles look, in this window as in all others.
-    [[nodiscard]] ReaderLook& readerLook() const { return readerLook_; }
+    [[nodiscard]] ReaderLook& readerLook() const { return services_.readerLook(); }
     /// Whether what this window meets may leave a trace on the disk.
     [[nodiscard]] Persistence persistence() const {
         return isPrivate_ ? Persistence::ephemeral : Persistence::persistent;
@@ -186,7 +165,7 @@ private:
         UserDefaults::Batch batch;  // last, so that it ends first
     };
 
-    void configure(TrackerBlocker& trackers);
+    void configure();
     void restore();
     void restoreTabs();
     void reloadVisits();
@@ -210,16 +189,13 @@ private:
     void pruneGroups();
     void changedGroups();
 
+    AppServices& services_;
     UserDefaults& defaults_;
-    NotificationCenter& notifications_;
     MainLoop& loop_;
-    const Calendar calendar_;
+    const Calendar& calendar_;
     const bool isPrivate_;
     const Profile profile_;
     BookmarkStore& bookmarks_;
-    FaviconStore& favicons_;
-    SitePermissions& permissions_;
-    ReaderLook& readerLook_;
     std::unique_ptr<WebConfiguration> configuration_;
 
     TabList tabs_;

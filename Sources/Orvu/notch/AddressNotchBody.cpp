@@ -10,17 +10,16 @@ namespace orvu {
 
 AddressNotchBody::AddressNotchBody(AddressNotch& notch, std::shared_ptr<BrowserStore> store,
                                    std::shared_ptr<BrowserTab> tab, NotchSnapshot& snapshot,
-                                   NotchServices services)
+                                   AppServices& services, std::unique_ptr<Suggestions> suggestions)
     : notch_(notch),
       store_(std::move(store)),
       tab_(std::move(tab)),
       snapshot_(snapshot),
-      services_(std::move(services)),
-      suggester_(services_.suggestions, services_.loop, services_.defaults,
-                 services_.locale.preferredLanguages()),
+      services_(services),
+      suggestions_(std::move(suggestions)),
       candidates_(NotchSnapshot{}, {}) {
     notch_.connectChanged(sigc::mem_fun(*this, &AddressNotchBody::notchChanged));
-    suggester_.connectChanged(changed_.make_slot());
+    suggestions_->connectChanged(changed_.make_slot());
     catchUp();
 }
 
@@ -130,8 +129,8 @@ bool AddressNotchBody::catchUp() {
 void AddressNotchBody::edited() {
     isEdited_ = true;
     selection_ = noSelection;
-    suggester_.update(query(), store_->isPrivate() ? SearchSuggester::Privacy::privateWindow
-                                                   : SearchSuggester::Privacy::ordinary);
+    suggestions_->update(query(), store_->isPrivate() ? Suggestions::Privacy::privateWindow
+                                                      : Suggestions::Privacy::ordinary);
     compute();
 }
 
@@ -155,19 +154,20 @@ void AddressNotchBody::keepSelection(const std::string& id) {
 void AddressNotchBody::compute() {
     query_ = query();
     // Before the first edit the text is not the user's, and answers are those to another one.
-    const auto predictions = isEdited_ ? suggester_.predictions() : std::vector<std::string>{};
+    const auto predictions = isEdited_ ? suggestions_->predictions() : std::vector<std::string>{};
+    const Platform& platform = services_.platform();
     candidates_ = NotchCandidates{
         snapshot_,
         {.query = query_,
          .predictions = predictions,
-         .engine = Prefs::engine(services_.defaults),
-         .suggestionsOn = Prefs::boolean(services_.defaults, "searchSuggestions", true),
+         .engine = Prefs::engine(platform.defaults),
+         .suggestionsOn = Prefs::boolean(platform.defaults, "searchSuggestions", true),
          .isPrivate = store_->isPrivate(),
-         .shortTime = [this](Date date) {
-             return services_.locale.shortTime(date, services_.calendar);
+         .shortTime = [&platform](Date date) {
+             return platform.locale.shortTime(date, platform.calendar);
          }}};
     const auto& bang = candidates_.bang();
-    correction_ = isEdited_ ? suggester_.correction(bang ? bang->query : query_) : std::nullopt;
+    correction_ = isEdited_ ? suggestions_->correction(bang ? bang->query : query_) : std::nullopt;
     if (correction_ && correction_->empty()) correction_.reset();
 }
 

@@ -1,11 +1,10 @@
 #pragma once
 
 #include "core/BrowserStore.h"
-#include "foundation/text/Locale.h"
 #include "notch/AddressNotch.h"
 #include "notch/candidates/NotchCandidates.h"
 #include "notch/candidates/NotchSnapshot.h"
-#include "search/SearchSuggester.h"
+#include "search/Suggestions.h"
 
 #include <functional>
 #include <memory>
@@ -15,15 +14,6 @@
 #include <vector>
 
 namespace orvu {
-
-/// What notches need of the program around them. All of it outlives them.
-struct NotchServices {
-    HttpSession& suggestions;
-    MainLoop& loop;
-    const UserDefaults& defaults;
-    Locale locale = Locale::current();
-    Calendar calendar = Calendar::current();
-};
 
 /// The keys that the notch's field does not leave to the text.
 enum class NotchKey { enter, commandEnter, escape, tab, rightArrow, downArrow, upArrow };
@@ -39,11 +29,11 @@ public:
     static constexpr double ear = 14;
     static constexpr int noSelection = -1;
 
-    /// `notch`, `snapshot` and what `services` holds must outlive this. The snapshot is the
-    /// window's: it serves one body after another.
+    /// `notch`, `snapshot` and `services` must outlive this. The snapshot is the window's: it serves
+    /// one body after another.
     AddressNotchBody(AddressNotch& notch, std::shared_ptr<BrowserStore> store,
                      std::shared_ptr<BrowserTab> tab, NotchSnapshot& snapshot,
-                     NotchServices services);
+                     AppServices& services, std::unique_ptr<Suggestions> suggestions);
     AddressNotchBody(const AddressNotchBody&) = delete;
     AddressNotchBody& operator=(const AddressNotchBody&) = delete;
 
@@ -101,8 +91,8 @@ private:
     const std::shared_ptr<BrowserStore> store_;
     const std::shared_ptr<BrowserTab> tab_;
     NotchSnapshot& snapshot_;
-    const NotchServices services_;
-    SearchSuggester suggester_;
+    AppServices& services_;
+    const std::unique_ptr<Suggestions> suggestions_;
     std::string query_;  ///< the text that all below belongs to
     bool wasOpen_ = false;
     bool isEdited_ = false;  ///< since the notch opened

@@ -4,6 +4,7 @@
 #include "platform/HttpSession.h"
 #include "platform/MainLoop.h"
 #include "profiles/Preferences.h"
+#include "search/Suggestions.h"
 
 #include <sigc++/sigc++.h>
 
@@ -18,15 +19,10 @@
 
 namespace orvu {
 
-/// Asks the search engine what a person may be about to type. It never makes its caller wait: who
-/// tells it of a change of the text hears of the answer later, or of nothing if there is none.
-/// Some texts are never sent, see `SuggestionGate`.
-class SearchSuggester {
+/// Asks the search engine what a person may be about to type. Some texts are never sent, see
+/// `SuggestionGate`.
+class SearchSuggester : public Suggestions {
 public:
-    enum class Privacy {
-        ordinary,
-        privateWindow,  ///< nothing is sent, and nothing shown that was sent before
-    };
     /// Where an engine tells its suggestions for a text.
     using AddressOf = std::function<std::optional<Url>(Prefs::Engine, std::string_view)>;
 
@@ -47,18 +43,13 @@ public:
     SearchSuggester(const SearchSuggester&) = delete;
     SearchSuggester& operator=(const SearchSuggester&) = delete;
 
-    [[nodiscard]] const std::vector<std::string>& predictions() const { return predictions_; }
-    /// The text that the predictions belong to, without its bang. It may lag behind the field.
-    [[nodiscard]] const std::string& forQuery() const { return forQuery_; }
-    /// What a person probably meant who typed `query`. Nothing if that can't be said.
-    [[nodiscard]] std::optional<std::string> correction(std::string_view query) const;
-
-    /// Tells the whole text of the field after each change. What is shown stays until there is
-    /// something new.
-    void update(std::string_view query, Privacy privacy);
-
-    /// Calls `slot` once after each change. It may call `update`, or end the suggester.
-    sigc::connection connectChanged(const sigc::slot<void()>& slot) {
+    [[nodiscard]] const std::vector<std::string>& predictions() const override {
+        return predictions_;
+    }
+    [[nodiscard]] const std::string& forQuery() const override { return forQuery_; }
+    [[nodiscard]] std::optional<std::string> correction(std::string_view query) const override;
+    void update(std::string_view query, Privacy privacy) override;
+    sigc::connection connectChanged(const sigc::slot<void()>& slot) override {
         return changed_.connect(slot);
     }
 

@@ -4,11 +4,16 @@
 
 namespace orvu {
 
-BrowserView::BrowserView(std::shared_ptr<BrowserStore> store, Context context, Narrow isNarrow)
-    : narrow(isNarrow == Narrow::yes), store_(std::move(store)), context_(std::move(context)) {}
+BrowserView::BrowserView(std::shared_ptr<BrowserStore> store, AppServices& services,
+                         BrowserWindow& window, SwitchProfile switchProfile, Narrow isNarrow)
+    : narrow(isNarrow == Narrow::yes),
+      store_(std::move(store)),
+      services_(services),
+      window_(window),
+      switchProfile_(std::move(switchProfile)) {}
 
 void BrowserView::switchProfile(const Profile& profile) const {
-    const auto switchTo = context_.switchProfile;  // this view ends in it
+    const auto switchTo = switchProfile_;  // this view ends in it
     switchTo(profile);
 }
 

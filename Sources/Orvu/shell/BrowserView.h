@@ -1,9 +1,8 @@
 #pragma once
 
+#include "core/AppServices.h"
 #include "core/BrowserStore.h"
 #include "foundation/Observable.h"
-#include "platform/Pasteboard.h"
-#include "platform/Workspace.h"
 #include "shell/BrowserWindow.h"
 
 #include <functional>
@@ -24,26 +23,20 @@ public:
     static constexpr int wideColumn = 228;   ///< points
     static constexpr int narrowColumn = 52;  ///< points
 
-    /// What the window stands in. All of it outlives the view.
-    struct Context {
-        BrowserWindow& window;
-        const ProfileStore& profiles;
-        Pasteboard& pasteboard;
-        Workspace& workspace;
-        std::function<void(const Profile&)> switchProfile;
-    };
+    using SwitchProfile = std::function<void(const Profile&)>;
     enum class Narrow { no, yes };
 
-    BrowserView(std::shared_ptr<BrowserStore> store, Context context, Narrow narrow);
+    /// `services` and `window` must outlive the view. `switchProfile` gives the window a store of
+    /// another profile, and thus another view.
+    BrowserView(std::shared_ptr<BrowserStore> store, AppServices& services, BrowserWindow& window,
+                SwitchProfile switchProfile, Narrow narrow);
     BrowserView(const BrowserView&) = delete;
     BrowserView& operator=(const BrowserView&) = delete;
 
     [[nodiscard]] BrowserStore& store() const { return *store_; }
     [[nodiscard]] const std::shared_ptr<BrowserStore>& sharedStore() const { return store_; }
-    [[nodiscard]] BrowserWindow& window() const { return context_.window; }
-    [[nodiscard]] const ProfileStore& profiles() const { return context_.profiles; }
-    [[nodiscard]] Pasteboard& pasteboard() const { return context_.pasteboard; }
-    [[nodiscard]] Workspace& workspace() const { return context_.workspace; }
+    [[nodiscard]] BrowserWindow& window() const { return window_; }
+    [[nodiscard]] AppServices& services() const { return services_; }
     /// Gives the window a store of another profile, which ends this view.
     void switchProfile(const Profile& profile) const;
 
@@ -101,7 +94,9 @@ public:
 
 private:
     const std::shared_ptr<BrowserStore> store_;
-    const Context context_;
+    AppServices& services_;
+    BrowserWindow& window_;
+    const SwitchProfile switchProfile_;
     sigc::signal<void()> addressFocusRequested_;
     sigc::signal<void()> findFocusRequested_;
     sigc::signal<void(FindDirection)> findAgainRequested_;

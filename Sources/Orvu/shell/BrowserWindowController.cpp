@@ -6,10 +6,9 @@
 
 namespace orvu {
 
-BrowserWindowController::BrowserWindowController(BrowserServices services,
-                                                 const ProfileStore& profiles,
+BrowserWindowController::BrowserWindowController(AppServices& services,
                                                  BrowserWindowFactory makeWindow)
-    : services_(std::move(services)), profiles_(profiles), makeWindow_(std::move(makeWindow)) {}
+    : services_(services), makeWindow_(std::move(makeWindow)) {}
 
 std::shared_ptr<BrowserStore> BrowserWindowController::frontStore() const {
     const auto key =
@@ -70,7 +69,7 @@ void BrowserWindowController::switchProfile(const BrowserStore& store, const Pro
     // The window's views refer to the previous store until they are exchanged.
     const auto previous = std::exchange(found->store, next);
     found->window->setContent(next);
-    services_.defaults.setString("lastProfile", wanted.id.string());
+    services_.platform().defaults.setString("lastProfile", wanted.id.string());
 }
 
 void BrowserWindowController::presentNewest() {
@@ -78,8 +77,8 @@ void BrowserWindowController::presentNewest() {
 }
 
 Profile BrowserWindowController::lastProfile() const {
-    const auto stored = services_.defaults.string("lastProfile");
-    return profiles_.profile(stored ? Uuid::parse(*stored) : std::nullopt);
+    const auto stored = services_.platform().defaults.string("lastProfile");
+    return services_.profiles().profile(stored ? Uuid::parse(*stored) : std::nullopt);
 }
 
 const BrowserWindowController::Entry* BrowserWindowController::newestVisible() const {

@@ -19,9 +19,8 @@ public:
         std::shared_ptr<BrowserStore> store;
     };
 
-    /// `services` and `profiles` must outlive the controller.
-    BrowserWindowController(BrowserServices services, const ProfileStore& profiles,
-                            BrowserWindowFactory makeWindow);
+    /// `services` must outlive the controller.
+    BrowserWindowController(AppServices& services, BrowserWindowFactory makeWindow);
 
     /// Open windows, the oldest first.
     [[nodiscard]] const std::vector<Entry>& windows() const { return windows_; }
@@ -47,8 +46,7 @@ private:
     void place(BrowserWindow& window, Private isPrivate) const;
     void windowWillClose(const BrowserWindow* window);
 
-    const BrowserServices services_;
-    const ProfileStore& profiles_;
+    AppServices& services_;
     const BrowserWindowFactory makeWindow_;
     std::vector<Entry> windows_;
 };

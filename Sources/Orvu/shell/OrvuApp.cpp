@@ -19,17 +19,18 @@ std::optional<Url> fileUrl(const std::filesystem::path& file) {
 
 }  // namespace
 
-AppDelegate::AppDelegate(UserDefaults& defaults, Workspace& workspace,
-                         BrowserWindowController& windows, ApplicationHost& host)
-    : defaults_(defaults), workspace_(workspace), windows_(windows), host_(host) {}
+AppDelegate::AppDelegate(AppServices& services, BrowserWindowController& windows,
+                         ApplicationHost& host)
+    : services_(services), windows_(windows), host_(host) {}
 
 void AppDelegate::applicationDidFinishLaunching() {
     launched_ = true;
     windows_.newWindow(BrowserWindowController::Private::no, std::nullopt,
                        std::exchange(pendingURLs_, {}));
-    const auto count = std::max<std::int64_t>(0, defaults_.integer("launchCount").value_or(0));
-    defaults_.setInteger("launchCount",
-                         count < std::numeric_limits<std::int64_t>::max() ? count + 1 : count);
+    UserDefaults& defaults = services_.platform().defaults;
+    const auto count = std::max<std::int64_t>(0, defaults.integer("launchCount").value_or(0));
+    defaults.setInteger("launchCount",
+                        count < std::numeric_limits<std::int64_t>::max() ? count + 1 : count);
 }
 
 void AppDelegate::open(const std::vector<Url>& urls) {
@@ -50,7 +51,7 @@ void AppDelegate::newPrivateWindow() {
     windows_.newWindow(BrowserWindowController::Private::yes, std::nullopt, {});
 }
 
-void AppDelegate::makeDefaultBrowser() { workspace_.makeDefaultBrowser(); }
+void AppDelegate::makeDefaultBrowser() { services_.platform().workspace.makeDefaultBrowser(); }
 
 std::optional<Url> urlFromArgument(std::string_view argument,
                                    const std::filesystem::path& workingFolder,

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/Workspace.h"
 #include "shell/BrowserWindowController.h"
 
 #include <filesystem>
@@ -24,8 +23,7 @@ public:
 class AppDelegate {
 public:
     /// All arguments must outlive the delegate.
-    AppDelegate(UserDefaults& defaults, Workspace& workspace, BrowserWindowController& windows,
-                ApplicationHost& host);
+    AppDelegate(AppServices& services, BrowserWindowController& windows, ApplicationHost& host);
 
     /// Addresses that came before launch had finished.
     [[nodiscard]] const std::vector<Url>& pendingURLs() const { return pendingURLs_; }
@@ -49,8 +47,7 @@ public:
     void terminate() { host_.terminate(); }
 
 private:
-    UserDefaults& defaults_;
-    Workspace& workspace_;
+    AppServices& services_;
     BrowserWindowController& windows_;
     ApplicationHost& host_;
     std::vector<Url> pendingURLs_;

@@ -46,11 +46,11 @@ GskRoundedRect hanging(double x, double y, double width, double height, double r
 }  // namespace
 
 AddressNotchView::AddressNotchView(AddressNotch& notch, std::shared_ptr<BrowserStore> store,
-                                   NotchServices services, Gtk::Widget& badge,
+                                   AppServices& services, Gtk::Widget& badge,
                                    std::function<int()> restingRoom)
     : notch_(notch),
       store_(std::move(store)),
-      services_(std::move(services)),
+      services_(services),
       restingRoom_(std::move(restingRoom)),
       resting_(*store_, badge, [this](const std::string& address) { notch_.open(address); }),
       bar_(notch_, *store_),
@@ -125,7 +125,8 @@ void AddressNotchView::followTab() {
     bodyChanged_ = {};
     auto previous = std::move(body_);
     if (tab) {
-        body_ = std::make_unique<AddressNotchBody>(notch_, store_, tab, snapshot_, services_);
+        body_ = std::make_unique<AddressNotchBody>(notch_, store_, tab, snapshot_, services_,
+                                                   services_.makeSuggestions());
         bodyChanged_ = body_->connectChanged([this] { refresh_.mark(); });
         bar_.setBody(*body_);
         if (isOpen_ && previous) bar_.focusField();

@@ -21,11 +21,11 @@ public:
     static constexpr int openWidth = 780;
     static constexpr int restingWidth = 560;
 
-    /// `notch`, `badge` and what `services` holds must outlive the view. `badge` stands at the head
+    /// `notch`, `badge` and `services` must outlive the view. `badge` stands at the head
     /// of the closed notch. `restingRoom` gives how wide that may be, in pixels, in the room that
     /// the bar below leaves it.
     AddressNotchView(AddressNotch& notch, std::shared_ptr<BrowserStore> store,
-                     NotchServices services, Gtk::Widget& badge, std::function<int()> restingRoom);
+                     AppServices& services, Gtk::Widget& badge, std::function<int()> restingRoom);
     ~AddressNotchView() override;
 
     /// Gives the open notch's field the keyboard, with all its text selected.
@@ -74,7 +74,7 @@ private:
 
     AddressNotch& notch_;
     const std::shared_ptr<BrowserStore> store_;
-    const NotchServices services_;
+    AppServices& services_;
     const std::function<int()> restingRoom_;
     NotchSnapshot snapshot_;
     std::unique_ptr<AddressNotchBody> body_;  ///< of the tab in front

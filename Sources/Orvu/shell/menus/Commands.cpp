@@ -80,12 +80,13 @@ void duplicate(BrowserStore& store, BrowserTab& tab) {
 
 void copyLink(BrowserView& view) {
     const auto tab = view.store().active();
-    if (tab && tab->url()) view.pasteboard().setString(tab->url()->absoluteString());
+    if (tab && tab->url())
+        view.services().platform().pasteboard.setString(tab->url()->absoluteString());
 }
 
 void openInDefaultBrowser(BrowserView& view) {
     const auto tab = view.store().active();
-    if (tab && tab->url()) view.workspace().open(*tab->url());
+    if (tab && tab->url()) view.services().platform().workspace.open(*tab->url());
 }
 
 void unparkNewest(BrowserView& view) {
@@ -315,8 +316,9 @@ Commands numbered() {
         all.push_back(
             {.name = "profile" + digit,
              .run = Command::ForWindow{[place = static_cast<std::size_t>(number - 1)](auto& view) {
-                 if (place >= view.profiles().profiles().size()) return;
-                 const Profile wanted = view.profiles().profiles()[place];
+                 const auto& profiles = view.services().profiles().profiles();
+                 if (place >= profiles.size()) return;
+                 const Profile wanted = profiles[place];
                  if (wanted.id != view.store().profile().id) view.switchProfile(wanted);
              }},
              .keys = {"⌃" + digit}});

@@ -20,17 +20,16 @@ std::unique_ptr<BrowserFrame> makeFrame(const BrowserStore& store) {
 
 }  // namespace
 
-BrowserWindowContent::BrowserWindowContent(BrowserView& view, DownloadStore& downloads,
-                                           const NotchServices& services)
+BrowserWindowContent::BrowserWindowContent(BrowserView& view)
     : view_(view),
       notch_(view.commandOpen, view.query),
       frame_(makeFrame(view.store())),
-      topBar_(view, downloads),
+      topBar_(view),
       tabs_(view),
       page_(view),
       scrim_([this] { view_.commandOpen.set(false); }),
       badge_(view),
-      notchView_(notch_, view.sharedStore(), services, badge_,
+      notchView_(notch_, view.sharedStore(), view.services(), badge_,
                  [this] { return topBar_.roomInTheMiddle(*this) - 2 * notchMargin; }),
       refresh_(*this, [this] { refresh(); }),
       watch_(view.store(), [this] { refresh_.mark(); }) {

@@ -23,9 +23,8 @@ namespace orvu {
 /// page area, with the notch over them.
 class BrowserWindowContent : public Gtk::Overlay {
 public:
-    /// `view`, `downloads` and what `services` holds outlive the content.
-    BrowserWindowContent(BrowserView& view, DownloadStore& downloads,
-                         const NotchServices& services);
+    /// `view` must outlive the content.
+    explicit BrowserWindowContent(BrowserView& view);
     ~BrowserWindowContent() override;
 
 private:

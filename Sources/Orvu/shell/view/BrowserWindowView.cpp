@@ -15,10 +15,11 @@
 
 namespace orvu {
 
-BrowserWindowView::BrowserWindowView(WindowEnvironment environment,
+BrowserWindowView::BrowserWindowView(Gtk::Application& application, AppServices& services,
+                                     BrowserWindowController& windows,
                                      const BrowserWindowTraits& traits,
                                      std::function<void()> closed)
-    : environment_(std::move(environment)), closed_(std::move(closed)) {
+    : services_(services), windows_(windows), closed_(std::move(closed)) {
     window_.set_title(std::string{traits.title});
     window_.add_css_class("orvu");
     if (traits.isPrivate) window_.add_css_class("private");
@@ -28,7 +29,7 @@ BrowserWindowView::BrowserWindowView(WindowEnvironment environment,
                              WindowPlacement::contentSize.height);
     window_.set_size_request(WindowPlacement::minimumSize.width,
                              WindowPlacement::minimumSize.height);
-    environment_.application.add_window(window_);
+    application.add_window(window_);
     addCommands();
     addEscape();
     window_.signal_close_request().connect(sigc::mem_fun(*this, &BrowserWindowView::closeRequested),
@@ -44,19 +45,13 @@ void BrowserWindowView::setContent(const std::shared_ptr<BrowserStore>& store) {
     window_.unset_child();
     content_.reset();
     // What the person made of the column stays with the window.
-    const bool narrow =
-        view_ ? view_->narrow.get() : Prefs::boolean(environment_.defaults, "narrowTabs", false);
+    const bool narrow = view_ ? view_->narrow.get()
+                              : Prefs::boolean(services_.platform().defaults, "narrowTabs", false);
     view_ = std::make_unique<BrowserView>(
-        store,
-        BrowserView::Context{*this, environment_.profiles, environment_.pasteboard,
-                             environment_.workspace,
-                             [this](const Profile& profile) {
-                                 environment_.switchProfile(view_->store(), profile);
-                             }},
+        store, services_, *this,
+        [this](const Profile& profile) { windows_.switchProfile(view_->store(), profile); },
         narrow ? BrowserView::Narrow::yes : BrowserView::Narrow::no);
-    content_ = std::make_unique<BrowserWindowContent>(
-        *view_, environment_.downloads,
-        NotchServices{environment_.suggestions, environment_.loop, environment_.defaults});
+    content_ = std::make_unique<BrowserWindowContent>(*view_);
     window_.set_child(*content_);
     view_->focusPage();
     showLook(*store);
@@ -141,7 +136,7 @@ void BrowserWindowView::addShortcut(const std::string& keys, const std::string& 
 }
 
 void BrowserWindowView::rememberFrame() {
-    const auto stored = environment_.defaults.string("OrvuWindow");
+    const auto stored = services_.platform().defaults.string("OrvuWindow");
     const auto frame = stored ? WindowFrame::parse(*stored) : std::nullopt;
     if (frame) {
         window_.set_default_size(frame->size.width, frame->size.height);
@@ -156,7 +151,8 @@ void BrowserWindowView::rememberFrame() {
 
 void BrowserWindowView::frameChanged() {
     // An edge that is dragged changes the size with every frame.
-    savesFrame_ = environment_.loop.after(std::chrono::milliseconds{250}, [this] { saveFrame(); });
+    savesFrame_ =
+        services_.platform().loop.after(std::chrono::milliseconds{250}, [this] { saveFrame(); });
 }
 
 void BrowserWindowView::saveFrame() {
@@ -165,15 +161,15 @@ void BrowserWindowView::saveFrame() {
     int height = 0;
     window_.get_default_size(width, height);
     if (width <= 0 || height <= 0) return;
-    environment_.defaults.setString("OrvuWindow",
-                                    WindowFrame{{width, height}, window_.is_maximized()}.string());
+    services_.platform().defaults.setString(
+        "OrvuWindow", WindowFrame{{width, height}, window_.is_maximized()}.string());
 }
 
 bool BrowserWindowView::closeRequested() {
     if (remembersFrame_) saveFrame();
     window_.set_visible(false);
     // The window's own signal is still on the stack; it goes in a turn of its own.
-    closes_ = environment_.loop.after(std::chrono::milliseconds{0}, closed_);
+    closes_ = services_.platform().loop.after(std::chrono::milliseconds{0}, closed_);
     return true;
 }
 

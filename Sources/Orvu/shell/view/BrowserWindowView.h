@@ -1,9 +1,7 @@
 #pragma once
 
-#include "platform/MainLoop.h"
-#include "platform/UserDefaults.h"
 #include "platform/linux/web/EditingCommands.h"
-#include "shell/BrowserWindow.h"
+#include "shell/BrowserWindowController.h"
 #include "shell/view/BrowserWindowContent.h"
 
 #include <gtkmm/application.h>
@@ -15,24 +13,13 @@
 
 namespace orvu {
 
-/// What windows need of the program around them. All of it outlives them.
-struct WindowEnvironment {
-    Gtk::Application& application;
-    UserDefaults& defaults;
-    MainLoop& loop;
-    Pasteboard& pasteboard;
-    Workspace& workspace;
-    const ProfileStore& profiles;
-    DownloadStore& downloads;
-    HttpSession& suggestions;
-    std::function<void(const BrowserStore&, const Profile&)> switchProfile;
-};
-
 /// A browser window on this desktop: its frame, its keys and its place; what lies in it shows one
 /// `BrowserView`.
 class BrowserWindowView : public BrowserWindow, public sigc::trackable {
 public:
-    BrowserWindowView(WindowEnvironment environment, const BrowserWindowTraits& traits,
+    /// `services` and `windows`, to which it belongs, must outlive the window.
+    BrowserWindowView(Gtk::Application& application, AppServices& services,
+                      BrowserWindowController& windows, const BrowserWindowTraits& traits,
                       std::function<void()> closed);
     ~BrowserWindowView() override;
 
@@ -59,7 +46,8 @@ private:
     void frameChanged();
     bool closeRequested();
 
-    const WindowEnvironment environment_;
+    AppServices& services_;
+    BrowserWindowController& windows_;
     const std::function<void()> closed_;
     Gtk::ApplicationWindow window_;
     Gtk::Box invisibleTitlebar_;

@@ -7,9 +7,9 @@
 
 namespace orvu {
 
-BrowserTopBar::BrowserTopBar(BrowserView& view, DownloadStore& downloads)
+BrowserTopBar::BrowserTopBar(BrowserView& view)
     : navigation_(view),
-      downloads_(downloads),
+      downloads_(view.services().downloads()),
       shelf_(view.sharedStore()),
       menu_(view.sharedStore()) {
     add_css_class("top-bar");

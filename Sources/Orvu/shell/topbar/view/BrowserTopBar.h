@@ -16,8 +16,8 @@ namespace orvu {
 /// Its middle is left to the notch, which hangs over it.
 class BrowserTopBar : public Gtk::Box {
 public:
-    /// Both must outlive the bar.
-    BrowserTopBar(BrowserView& view, DownloadStore& downloads);
+    /// `view` must outlive the bar.
+    explicit BrowserTopBar(BrowserView& view);
 
     /// How wide what stands in the middle of `window` may be without covering anything here, in
     /// pixels; 0 if there is no room.

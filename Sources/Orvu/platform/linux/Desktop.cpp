@@ -1,0 +1,36 @@
+#include "platform/linux/Desktop.h"
+
+namespace orvu {
+
+Desktop::Desktop(const HttpOptions& iconRequests, const HttpOptions& suggestionRequests)
+    : iconRequests_(iconRequests), suggestionRequests_(suggestionRequests) {}
+
+Platform Desktop::platform() {
+    return {.defaults = defaults_,
+            .loop = loop_,
+            .engine = engine_,
+            .ruleLists = ruleLists_,
+            .iconRequests = iconRequests_,
+            .suggestionRequests = suggestionRequests_,
+            .images = images_,
+            .files = files_,
+            .downloadFolder = downloadFolder_,
+            .workspace = workspace_,
+            .pasteboard = pasteboard_,
+            .sound = sound_,
+            .paths = paths_,
+            .locale = locale_,
+            .calendar = calendar_};
+}
+
+void Desktop::removeOrphans(const std::vector<Uuid>& profiles) {
+    static_cast<void>(tidying_.run<bool>(
+        [folder = downloadFolder_.path()] {
+            LinuxDownloadFolder::removeLeftovers(folder);
+            return true;
+        },
+        false));
+    engine_.removeDataStoresExcept(profiles);
+}
+
+}  // namespace orvu

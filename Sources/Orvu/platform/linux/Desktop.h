@@ -1,0 +1,57 @@
+#pragma once
+
+#include "platform/Platform.h"
+#include "platform/linux/GlibMainLoop.h"
+#include "platform/linux/PixbufImageCodec.h"
+#include "platform/linux/SoupHttpSession.h"
+#include "platform/linux/Worker.h"
+#include "platform/linux/defaults/SqliteUserDefaults.h"
+#include "platform/linux/desktop/GdkPasteboard.h"
+#include "platform/linux/desktop/GdkSystemSound.h"
+#include "platform/linux/desktop/LinuxWorkspace.h"
+#include "platform/linux/files/LinuxDownloadFolder.h"
+#include "platform/linux/files/LinuxFileIO.h"
+#include "platform/linux/files/LinuxSystemPaths.h"
+#include "platform/linux/web/WebKitContentRules.h"
+#include "platform/linux/web/WebKitEngine.h"
+
+#include <vector>
+
+namespace orvu {
+
+/// This desktop as the program sees it: makes the whole seam, once in a process.
+class Desktop {
+public:
+    /// What the two kinds of requests have in common.
+    Desktop(const HttpOptions& iconRequests, const HttpOptions& suggestionRequests);
+    Desktop(const Desktop&) = delete;
+    Desktop& operator=(const Desktop&) = delete;
+
+    /// All that it refers to lives as long as the desktop.
+    [[nodiscard]] Platform platform();
+
+    /// Removes what is left of earlier runs: the website data of profiles that are not in
+    /// `profiles`, of which the engine writes some again after a removal, and what a killed
+    /// program left of its downloads.
+    void removeOrphans(const std::vector<Uuid>& profiles);
+
+private:
+    const SystemPaths paths_ = linuxSystemPaths();
+    const Locale locale_ = Locale::current();
+    const Calendar calendar_ = Calendar::current();
+    GlibMainLoop loop_;
+    SqliteUserDefaults defaults_{paths_.configuration / "UserDefaults.sqlite"};
+    WebKitEngine engine_{paths_, loop_};
+    WebKitRuleListStore ruleLists_{paths_.caches / "ContentRules"};
+    SoupHttpSession iconRequests_;
+    SoupHttpSession suggestionRequests_;
+    PixbufImageCodec images_{loop_};
+    LinuxFileIO files_{loop_};
+    LinuxDownloadFolder downloadFolder_{downloadsFolder()};
+    LinuxWorkspace workspace_;
+    GdkPasteboard pasteboard_;
+    GdkSystemSound sound_;
+    Worker tidying_{loop_, Worker::AtEnd::forget, {}};
+};
+
+}  // namespace orvu
