@@ -1,7 +1,7 @@
 """Each part of the window has a name that tells a person what it is."""
 
 from harness import articles
-from harness.case import BACK, FORWARD, RELOAD, BrowserTest
+from harness.case import BACK, FORWARD, PRIVATE, RELOAD, BrowserTest
 from harness.wait import until_equal
 
 CONTROLS = {"push button", "toggle button", "text", "entry", "list item", "list", "check box",
@@ -20,8 +20,8 @@ class AccessibilityTest(BrowserTest):
             self.assertEqual(self.nameless(), [])
 
     def open_two(self):
-        self.app.start()
-        self.open(self.server.page("/one", "Page one"), self.server.page("/two", "Page two"))
+        self.start_and_open(self.server.page("/one", "Page one"),
+                            self.server.page("/two", "Page two"))
 
     def test_everything_has_a_name_in_the_ordinary_window(self):
         self.open_two()
@@ -55,8 +55,7 @@ class AccessibilityTest(BrowserTest):
         self.check_names("pair")
 
     def test_everything_has_a_name_in_the_reader(self):
-        self.app.start()
-        self.open(articles.serve(self.server, "/story", articles.STORY))
+        self.start_and_open(articles.serve(self.server, "/story", articles.STORY))
 
         self.app.action("toggleReader")
         self.windows.press("push button", "Text size and theme")
@@ -67,15 +66,14 @@ class AccessibilityTest(BrowserTest):
     def test_everything_has_a_name_in_a_private_window(self):
         self.app.start()
 
-        self.app.app_action("newPrivateWindow")
+        self.open_private_window()
 
-        self.windows.find("list", "Tabs", "Orvu — Private")
+        self.windows.find("list", "Tabs", PRIVATE)
         self.check_names("private window")
 
     def test_everything_has_a_name_in_the_menus(self):
         self.open_two()
-        self.windows.nodes("push button", "More")[-1].press()
-        self.windows.find("menu item", "Actual Size")
+        self.open_more_menu()
         self.check_names("more menu")
         self.hands.press("Escape")
         self.app.action("park")
@@ -83,14 +81,14 @@ class AccessibilityTest(BrowserTest):
         self.windows.find_named("Park This Tab on the Shelf")
         self.check_names("shelf menu")
         self.hands.press("Escape")
-        self.hands.click(button=3, at=self.windows.find("list item", "Page one").middle)
+        self.click_on("list item", "Page one", button=3)
         self.windows.find_named("Duplicate Tab")
         self.check_names("menu of a tab")
 
     def test_everything_has_a_name_in_the_panel_of_a_site(self):
         self.open_two()
 
-        self.hands.click(at=self.windows.find("push button", "Site info").middle)
+        self.click_on("push button", "Site info")
 
         self.windows.find("push button", "Clear Cookies and Site Data")
         self.check_names("panel of a site")
@@ -139,8 +137,7 @@ class AccessibilityTest(BrowserTest):
     def test_back_and_forward_say_whether_they_lead_anywhere(self):
         target = self.server.page("/target")
         page = self.server.link_page("/links", "/target")
-        self.app.start()
-        self.open(page)
+        self.start_and_open(page)
         self.assertFalse(self.windows.find("push button", BACK).is_sensitive)
         self.hands.click()
         self.wait_for_visit(target)

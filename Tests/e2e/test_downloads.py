@@ -3,15 +3,13 @@
 import gi
 
 gi.require_version("Gio", "2.0")
-from gi.repository import Gio, GLib  # noqa: E402
+from gi.repository import Gio  # noqa: E402
 
 from harness import process
-from harness.case import BrowserTest
-from harness.downloads import BUTTON, MEGABYTE, Downloads, Payload, digest_of
-from harness.notch import Notch
+from harness.bus import Bus, turn
+from harness.case import PRIVATE
+from harness.downloads import BUTTON, MEGABYTE, DownloadTest, Payload, digest_of
 from harness.wait import until, until_equal
-
-PRIVATE = "Orvu — Private"
 
 
 class FileManager:
@@ -23,45 +21,31 @@ class FileManager:
 
     def __init__(self, address):
         self.shown = []
-        self._bus = Gio.DBusConnection.new_for_address_sync(
-            address, Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
-            | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION, None, None)
+        self._bus = Bus(address)
         node = Gio.DBusNodeInfo.new_for_xml(self.INTERFACE)
-        self._bus.register_object("/org/freedesktop/FileManager1", node.interfaces[0],
-                                  self._called, None, None)
-        self._bus.call_sync("org.freedesktop.DBus", "/org/freedesktop/DBus",
-                            "org.freedesktop.DBus", "RequestName",
-                            GLib.Variant("(su)", (self.NAME, 0)), None,
-                            Gio.DBusCallFlags.NONE, -1, None)
+        self._bus.connection.register_object("/org/freedesktop/FileManager1", node.interfaces[0],
+                                             self._called, None, None)
+        self._bus.take_name(self.NAME)
 
     def _called(self, _bus, _sender, _path, _interface, _method, arguments, invocation):
         self.shown += arguments.unpack()[0]
         invocation.return_value(None)
 
     def wait_for(self, *uris):
-        context = GLib.MainContext.default()
-
         def shown():
-            while context.pending():
-                context.iteration(False)
+            turn()
             return self.shown
         until_equal(shown, list(uris), "the files shown")
 
     def stop(self):
-        self._bus.close_sync(None)
+        self._bus.close()
 
 
-class DownloadsTest(BrowserTest):
-    def setUp(self):
-        super().setUp()
-        self.downloads = Downloads(self)
-        self.folder = self.downloads.folder
-
+class DownloadsTest(DownloadTest):
     def start_with_link(self, href, attributes=""):
         """A program that shows a page which is one large link; gives the page's address."""
         page = self.server.link_page("/links", href, attributes)
-        self.app.start()
-        self.open(page)
+        self.start_and_open(page)
         return page
 
     def test_an_attachment_is_saved_byte_for_byte_and_the_page_stays(self):
@@ -124,8 +108,7 @@ class DownloadsTest(BrowserTest):
         self.app.quit()
 
         other = self.server.page("/other")
-        self.app.start()
-        self.open(other)
+        self.start_and_open(other)
 
         self.assertEqual(self.server.asked("/file"), 1)
         self.assertEqual(self.downloads.files(), ["once.bin"])
@@ -220,8 +203,7 @@ class DownloadsTest(BrowserTest):
         payload = Payload(4 * MEGABYTE)
         url, stream = self.downloads.serve_halting("/file", payload, "slow.bin")
         self.app.start()
-        self.app.app_action("newPrivateWindow")
-        Notch(self.windows, self.hands, PRIVATE).go_to(url)
+        self.open_private_window().go_to(url)
         self.downloads.wait_for_half("slow.bin", PRIVATE)
 
         self.app.action("performClose", window=2)
@@ -274,14 +256,13 @@ class DownloadsTest(BrowserTest):
     def test_the_list_is_worked_with_the_keyboard_alone(self):
         url, _ = self.downloads.serve_halting("/file", Payload(4 * MEGABYTE), "slow.bin")
         self.app.start(url)
-        button = self.windows.find("push button", BUTTON)
-        self.hands.click(at=button.middle)
+        self.click_on("push button", BUTTON)
         self.downloads.wait_for_half("slow.bin")
-        until_equal(self.focused, ["Cancel download"], "what has the keyboard")
+        self.wait_for_focus("Cancel download")
 
         self.hands.go_on("Return")
         self.downloads.wait_for_rows("slow.bin, Cancelled")
-        until_equal(self.focused, ["Clear Finished"], "what has the keyboard")
+        self.wait_for_focus("Clear Finished")
         self.hands.go_on("Escape")
         until(lambda: not self.downloads.rows(), "the list to close")
         self.assertTrue(self.downloads.is_shown())
@@ -291,20 +272,15 @@ class DownloadsTest(BrowserTest):
         self.windows.find("push button", BUTTON)
         self.hands.take()
 
-        def reached():
-            if self.focused() == [BUTTON]:
-                return True
-            self.hands.go_on("Tab")
-            return False
         self.hands.go_on("F6", "Escape")
-        until(reached, "the button to have the keyboard", self.focused)
+        self.go_by_key_to(BUTTON)
         self.hands.go_on("Return")
 
         until_equal(self.downloads.rows, ["file.bin, Done"], "the rows of the list")
-        until_equal(self.focused, ["Show in Files"], "what has the keyboard")
+        self.wait_for_focus("Show in Files")
         self.hands.go_on("Escape")
         until(lambda: not self.downloads.rows(), "the list to close")
-        until_equal(self.focused, [BUTTON], "what has the keyboard")
+        self.wait_for_focus(BUTTON)
 
     def test_the_bar_of_a_row_tells_its_value(self):
         _, stream = self.downloads.serve_halting("/file", Payload(4 * MEGABYTE), "slow.bin")
@@ -317,14 +293,10 @@ class DownloadsTest(BrowserTest):
         self.assertLessEqual(bar.value, 0.5)
         stream.go_on()
 
-    def focused(self):
-        return [node.name for node in self.windows.focused() if node.role == "push button"]
-
     def test_the_notch_makes_room_for_the_button(self):
         url = self.downloads.serve("/file", Payload(1000), "file.bin")
         self.app.start()
-        self.hands.resize(900, 560)
-        until(lambda: self.hands.size()[0] <= 900, "the narrow window", self.hands.size)
+        self.hands.shrink()
         self.app.start_again(url)
         until(self.downloads.is_shown, "the button")
 
@@ -402,7 +374,5 @@ class DownloadsTest(BrowserTest):
 
     def resident(self):
         """The memory, in bytes, of the program and of the process that fetches."""
-        processes = {"orvu": self.app.pid}
-        processes |= {name: pid for pid, name in process.descendants(self.app.pid).items()
-                      if name == "WebKitNetworkPr"}
+        processes = {"orvu": self.app.pid, "fetcher": self.app.fetcher()}
         return {name: process.resident(pid) for name, pid in processes.items()}

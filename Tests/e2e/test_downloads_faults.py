@@ -5,20 +5,11 @@ import resource
 import shutil
 import signal
 
-from harness import process
-from harness.case import BrowserTest
-from harness.downloads import MEGABYTE, Downloads, Payload, digest_of
+from harness.downloads import MEGABYTE, DownloadTest, Payload, digest_of
 from harness.wait import until, until_equal
 
-FETCHER = "WebKitNetworkPr"  # as the kernel cuts it
 
-
-class DownloadFaultsTest(BrowserTest):
-    def setUp(self):
-        super().setUp()
-        self.downloads = Downloads(self)
-        self.folder = self.downloads.folder
-
+class DownloadFaultsTest(DownloadTest):
     def start_halting(self, size=4 * MEGABYTE, name="slow.bin", **options):
         """A program whose one download stands at its half; gives the stream."""
         _, stream = self.downloads.serve_halting("/file", Payload(size), name)
@@ -28,12 +19,6 @@ class DownloadFaultsTest(BrowserTest):
         self.hands.click()
         self.downloads.wait_for_half(name)
         return stream
-
-    def fetcher(self):
-        """The process that fetches and writes."""
-        found = [pid for pid, name in process.descendants(self.app.pid).items() if name == FETCHER]
-        self.assertEqual(len(found), 1)
-        return found[0]
 
     def check_still_works(self):
         """The program lives and can download."""
@@ -62,8 +47,7 @@ class DownloadFaultsTest(BrowserTest):
 
     def test_a_link_that_the_server_does_not_know_is_a_failure(self):
         page = self.server.link_page("/links", "/missing", "download='a.bin'")
-        self.app.start()
-        self.open(page)
+        self.start_and_open(page)
 
         self.hands.click()
 
@@ -75,7 +59,7 @@ class DownloadFaultsTest(BrowserTest):
         # Past the limit the kernel refuses to write, as it does on a full disk.
         stream = self.start_halting(restores_signals=False)
         limit = 3 * MEGABYTE
-        resource.prlimit(self.fetcher(), resource.RLIMIT_FSIZE, (limit, limit))
+        resource.prlimit(self.app.fetcher(), resource.RLIMIT_FSIZE, (limit, limit))
 
         stream.go_on()
 
@@ -86,7 +70,7 @@ class DownloadFaultsTest(BrowserTest):
     def test_the_end_of_the_fetching_process_is_a_failure_that_leaves_nothing(self):
         self.start_halting()
 
-        os.kill(self.fetcher(), signal.SIGKILL)
+        os.kill(self.app.fetcher(), signal.SIGKILL)
 
         self.downloads.wait_for_rows("slow.bin, Couldn't finish")
         self.downloads.wait_for_files()

@@ -1,16 +1,14 @@
 """Pictures of the list of downloads."""
 
-from harness.case import BrowserTest
-from harness.downloads import MEGABYTE, Downloads, Payload
-
-PRIVATE = "Orvu — Private"
+from harness.case import PRIVATE
+from harness.downloads import MEGABYTE, DownloadTest, Payload
 
 
-class DownloadPicturesTest(BrowserTest):
+class DownloadPicturesTest(DownloadTest):
     display_traits = {"manager": "mutter"}
 
     def test_pictures_of_the_list(self):
-        downloads = Downloads(self)
+        downloads = self.downloads
         running, _ = downloads.serve_halting("/run", Payload(4 * MEGABYTE), "Holiday pictures.zip")
         broken, stream = downloads.serve_halting("/cut", Payload(4 * MEGABYTE), "talk.mp4")
         self.app.start(downloads.serve("/done", Payload(9000), "Annual report 2026.pdf"))

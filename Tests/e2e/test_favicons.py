@@ -7,8 +7,6 @@ import zlib
 from harness.case import BrowserTest
 from harness.wait import until, until_equal
 
-PRIVATE = "Orvu — Private"
-
 
 def png(side):
     """A PNG of one colour."""
@@ -73,20 +71,13 @@ class FaviconsTest(BrowserTest):
         self.app.start_again(url + "?again")
         self.server.wait_for("/twice.png", times=2)
 
-        self.assertEqual([request.headers.get("Cookie") for request in self.server.requests
-                          if request.path == "/twice.png"], [None, None])
+        self.assertEqual(self.server.cookies_for("/twice.png"), [None, None])
 
     def test_a_private_window_leaves_no_icon(self):
         self.app.start()
         url = self.page_with_icon("private")
-        self.app.app_action("newPrivateWindow")
-        until_equal(self.app.windows, [1, 2], "the windows")
-        self.app.action("editAddress", window=2)
-        self.hands.type(url, title=PRIVATE)
-        self.hands.press("Return", title=PRIVATE)
+        self.open_privately(url, "private")
         self.server.wait_for("/private.png")
-        until(lambda: "private" in self.windows.tabs(PRIVATE), "the private tab",
-              lambda: self.windows.tabs(PRIVATE))
 
         # An icon that is asked for later has reached the disk: so would have the private one.
         self.open(self.page_with_icon("ordinary"))

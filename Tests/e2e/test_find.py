@@ -2,6 +2,7 @@
 
 from harness import articles
 from harness.case import BrowserTest
+from harness.server import TELLS_KEYS
 from harness.wait import until, until_equal
 
 FIELD = "Find in page"
@@ -11,7 +12,6 @@ document.addEventListener('selectionchange', () => {
     if (!selection.rangeCount || selection.isCollapsed) return;
     fetch('/report/at-' + selection.getRangeAt(0).startContainer.parentElement.id);
 });
-addEventListener('keydown', event => fetch('/report/key-' + event.key));
 addEventListener('scroll', () => fetch('/report/scrolled'), {once: true});
 """
 FISH = ("<p id=one>One fish</p><p id=two>two FISH</p><div style='height:3000px'></div>"
@@ -20,12 +20,15 @@ FISH = ("<p id=one>One fish</p><p id=two>two FISH</p><div style='height:3000px'>
 
 class FindTest(BrowserTest):
     def start(self):
-        self.server.script_page("/fish", SAYS_WHERE, FISH)
-        self.app.start()
-        self.open(self.server.url("/fish"))
-        self.app.action("selectTab1")
-        self.app.action("closeTab")
+        self.server.script_page("/fish", SAYS_WHERE + TELLS_KEYS, FISH)
+        self.start_with_only(self.server.url("/fish"))
         self.wait_for_selected("fish")
+
+    def start_in_reader(self, html):
+        """Starts with the article of a page; gives its text."""
+        self.start_and_open(articles.serve(self.server, "/story", html))
+        self.app.action("toggleReader")
+        return self.windows.find("text", articles.TITLE)
 
     def fields(self):
         return self.windows.nodes("text", FIELD)
@@ -39,7 +42,7 @@ class FindTest(BrowserTest):
               "the field to have the keyboard", lambda: self.windows.nodes())
 
     def wait_until_closed(self):
-        until(lambda: not self.fields(), "the bar to close", self.fields)
+        self.windows.wait_until_gone("text", FIELD)
 
     def wait_for_status(self, *wanted):
         until_equal(self.status, list(wanted), "what the bar says")
@@ -50,8 +53,7 @@ class FindTest(BrowserTest):
 
     def places(self):
         """The paragraphs that stood out, in order."""
-        return [each.removeprefix("at-") for each in self.server.reports()
-                if each.startswith("at-")]
+        return self.server.reports("at-")
 
     def wait_for_place(self, place):
         until(lambda: self.places()[-1:] == [place], f"a match in {place!r}", self.places)
@@ -89,12 +91,12 @@ class FindTest(BrowserTest):
         self.hands.type_on("fish")
         self.wait_for_place("one")
 
-        self.hands.click(at=self.windows.find("push button", "Next match").middle)
+        self.click_on("push button", "Next match")
         self.wait_for_place("two")
-        self.hands.click(at=self.windows.find("push button", "Previous match").middle)
+        self.click_on("push button", "Previous match")
         self.wait_for_place("one")
         self.wait_for_field()
-        self.hands.click(at=self.windows.find("push button", "Close find").middle)
+        self.click_on("push button", "Close find")
         self.wait_until_closed()
 
     def test_no_match_is_said_and_each_change_searches_again(self):
@@ -160,7 +162,7 @@ class FindTest(BrowserTest):
 
     def test_the_menu_opens_it(self):
         self.start()
-        self.hands.click(at=self.windows.find("push button", "More").middle)
+        self.click_on("push button", "More")
         until(lambda: self.windows.nodes(None, "Find in Page…"), "the menu's item")
         self.hands.go_on("Escape")
 
@@ -207,11 +209,7 @@ class FindTest(BrowserTest):
         self.wait_for_status("No matches")
 
     def test_over_the_reader_it_searches_the_article_and_goes_round(self):
-        menu = "<nav>Harbour weather</nav>"
-        self.app.start()
-        self.open(articles.serve(self.server, "/story", menu + articles.STORY))
-        self.app.action("toggleReader")
-        text = self.windows.find("text", "The lamp on the island")
+        text = self.start_in_reader("<nav>Harbour weather</nav>" + articles.STORY)
         self.open_bar()
 
         self.hands.type_on("weather")
@@ -228,10 +226,7 @@ class FindTest(BrowserTest):
         self.assertEqual(text.selected_range(), first)
 
     def test_over_the_reader_the_matches_follow_one_another(self):
-        self.app.start()
-        self.open(articles.serve(self.server, "/story", articles.STORY))
-        self.app.action("toggleReader")
-        text = self.windows.find("text", "The lamp on the island")
+        text = self.start_in_reader(articles.STORY)
         self.open_bar()
         self.hands.type_on("nobody")
         self.wait_for_status("Found")

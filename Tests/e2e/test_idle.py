@@ -30,8 +30,7 @@ class IdleTest(BrowserTest):
         self.assertLessEqual(self.turns() - before, ALLOWED, what)
 
     def test_page_at_rest_wakes_nobody(self):
-        self.app.start()
-        self.open(self.server.page("/still"))
+        self.start_and_open(self.server.page("/still"))
 
         self.check_rests("turns with a still page in a window that is seen")
 

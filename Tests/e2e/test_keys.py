@@ -1,6 +1,6 @@
 """Keys reach the window even over a page that keeps every key for itself."""
 
-from harness.case import BrowserTest
+from harness.case import PRIVATE, BrowserTest
 from harness.wait import until, until_equal
 
 SWALLOW = """
@@ -19,10 +19,7 @@ class KeysTest(BrowserTest):
     def start_with(self, *names):
         """Starts with one greedy page for each name, and the focus in the last one."""
         self.urls = [self.server.script_page(f"/{name}", SWALLOW) for name in names]
-        self.app.start()
-        self.open(*self.urls)
-        self.app.action("selectTab1")
-        self.app.action("closeTab")
+        self.start_with_only(*self.urls)
         self.app.action("selectTab9")
         self.wait_for_session(*self.urls)
         self.hands.click()
@@ -30,9 +27,7 @@ class KeysTest(BrowserTest):
         self.server.wait_for_report("key-x")
 
     def widths(self, name):
-        begin = f"{name}-width-"
-        return [int(each.removeprefix(begin)) for each in self.server.reports()
-                if each.startswith(begin)]
+        return [int(each) for each in self.server.reports(f"{name}-width-")]
 
     def test_zoom_keys_make_the_page_larger_and_smaller(self):
         self.start_with("greedy")
@@ -48,8 +43,8 @@ class KeysTest(BrowserTest):
         until(lambda: abs(self.widths("greedy")[-1] - plain / 0.9) <= 1, "a tenth smaller",
               lambda: self.widths("greedy"))
 
-        self.assertEqual([each for each in self.server.reports() if each.startswith("key-")
-                          and each not in ("key-x", "key-Control")], [])
+        self.assertEqual([key for key in self.server.reports("key-")
+                          if key not in ("x", "Control")], [])
 
     def test_digits_select_tabs(self):
         self.start_with("a", "b", "c")
@@ -84,6 +79,6 @@ class KeysTest(BrowserTest):
         self.hands.press("ctrl+t")
         self.wait_for_tabs("a", "New tab")
         self.hands.press("ctrl+shift+n")
-        until_equal(self.windows.titles, ["Orvu", "Orvu — Private"], "the windows")
-        self.hands.press("ctrl+shift+w", title="Orvu — Private")
+        until_equal(self.windows.titles, ["Orvu", PRIVATE], "the windows")
+        self.hands.press("ctrl+shift+w", title=PRIVATE)
         until_equal(self.windows.titles, ["Orvu"], "the windows")

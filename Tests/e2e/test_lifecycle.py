@@ -4,7 +4,7 @@ import configparser
 import os
 
 from harness.app import ID
-from harness.case import BrowserTest
+from harness.case import PRIVATE, BrowserTest
 from harness.process import descendants
 from harness.wait import until, until_equal
 
@@ -12,8 +12,7 @@ from harness.wait import until, until_equal
 class LifecycleTest(BrowserTest):
     def test_closing_the_last_tab_leaves_an_empty_one(self):
         page = self.server.page("/page")
-        self.app.start()
-        self.open(page)
+        self.start_and_open(page)
 
         self.app.action("closeTab")
         self.wait_for_tabs("New tab")
@@ -25,8 +24,7 @@ class LifecycleTest(BrowserTest):
 
     def test_closing_the_last_window_leaves_the_program(self):
         page = self.server.page("/page")
-        self.app.start()
-        self.open(page)
+        self.start_and_open(page)
 
         self.app.action("performClose")
         until_equal(self.app.windows, [], "the windows")
@@ -45,7 +43,7 @@ class LifecycleTest(BrowserTest):
         self.app.app_action("newWindow")
         self.app.app_action("newPrivateWindow")
 
-        until_equal(self.windows.titles, ["Orvu", "Orvu", "Orvu — Private"], "the windows")
+        until_equal(self.windows.titles, ["Orvu", "Orvu", PRIVATE], "the windows")
         self.picture("three-windows")
 
     def test_window_that_opens_alone_keeps_its_size(self):
@@ -64,11 +62,10 @@ class LifecycleTest(BrowserTest):
 
     def test_private_window_keeps_no_size(self):
         self.app.start()
-        self.app.app_action("newPrivateWindow")
-        until_equal(lambda: len(self.app.windows()), 2, "the number of windows")
+        self.open_private_window()
         before = self.saved.value("OrvuWindow")
 
-        self.hands.resize(1000, 700, title="Orvu — Private")
+        self.hands.resize(1000, 700, title=PRIVATE)
         self.app.quit()
 
         self.assertEqual(self.saved.value("OrvuWindow"), before)
@@ -77,8 +74,7 @@ class LifecycleTest(BrowserTest):
         other = self.server.page("/other")
         page = self.server.page("/film", body="<script>document.onclick = () => "
                                 "document.documentElement.requestFullscreen()</script>")
-        self.app.start()
-        self.open(other, page)
+        self.start_and_open(other, page)
 
         for leave in ("selectTab2", "closeTab"):
             self.app.action("selectTab3")
@@ -91,8 +87,7 @@ class LifecycleTest(BrowserTest):
 
     def test_nothing_is_left_running_after_the_end(self):
         page = self.server.page("/page")
-        self.app.start()
-        self.open(page)
+        self.start_and_open(page)
         below = descendants(self.app.pid)
         self.assertNotEqual(below, {})
 

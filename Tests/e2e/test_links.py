@@ -1,6 +1,6 @@
 """Addresses from other programs."""
 
-from harness.case import BrowserTest
+from harness.case import PRIVATE, BrowserTest
 from harness.wait import until, until_equal
 
 
@@ -18,8 +18,7 @@ class LinksTest(BrowserTest):
 
     def test_address_opens_in_the_running_window(self):
         first, second = self.server.pages("/first", "/second")
-        self.app.start()
-        self.open(first)
+        self.start_and_open(first)
 
         self.app.start_again(second + "?query=1#fragment")
 
@@ -47,9 +46,9 @@ class LinksTest(BrowserTest):
         self.app.start_again(page)
 
         self.wait_for_visit(page)
-        until_equal(self.windows.titles, ["Orvu", "Orvu — Private"], "the windows")
+        until_equal(self.windows.titles, ["Orvu", PRIVATE], "the windows")
         self.wait_for_tabs("New tab", "page", window="Orvu")
-        self.assertEqual(self.windows.tabs("Orvu — Private"), ["New tab"])
+        self.assertEqual(self.windows.tabs(PRIVATE), ["New tab"])
 
     def test_files_from_other_programs_do_nothing(self):
         file = self.home.folder / "page.html"

@@ -1,27 +1,24 @@
 """Clicks in pages, answers of servers, and what of it becomes tabs and visits."""
 
-from harness.case import RELOAD, BrowserTest
+from harness.case import BrowserTest
 
 
 class NavigationTest(BrowserTest):
-    def start_at(self, url):
-        self.app.start()
-        self.open(url)
-
     def check_stays_beside(self, page, new):
         """The page stays in front; the new one stands in a tab behind it."""
         self.wait_for_visit(self.server.url(new))
         self.assertEqual(self.saved.session(), [page, self.server.url(new)])
         self.wait_for_selected(page.rsplit("/", 1)[-1])
 
-    def settle(self):
-        """Waits until the page in front is not loading."""
-        self.windows.find("push button", RELOAD)
-
-    def test_click_follows_a_link_in_its_tab(self):
+    def start_at_link(self):
+        """Starts at a page that is one large link to /target; gives its address."""
         self.server.page("/target")
         page = self.server.link_page("/links", "/target")
-        self.start_at(page)
+        self.start_and_open(page)
+        return page
+
+    def test_click_follows_a_link_in_its_tab(self):
+        self.start_at_link()
 
         self.hands.click()
 
@@ -29,18 +26,14 @@ class NavigationTest(BrowserTest):
         self.assertEqual(self.saved.session(), [self.server.url("/target")])
 
     def test_control_click_opens_a_tab_behind(self):
-        self.server.page("/target")
-        page = self.server.link_page("/links", "/target")
-        self.start_at(page)
+        page = self.start_at_link()
 
         self.hands.click(holding="ctrl")
 
         self.check_stays_beside(page, "/target")
 
     def test_middle_click_opens_a_tab_behind(self):
-        self.server.page("/target")
-        page = self.server.link_page("/links", "/target")
-        self.start_at(page)
+        page = self.start_at_link()
 
         self.hands.click(button=2)
 
@@ -53,7 +46,7 @@ class NavigationTest(BrowserTest):
             "height:50%'>x</a>" for href, target, place in
             [("/one", "_blank", "top"), ("/two", "named", "bottom")])
         page = self.server.page("/links", body=halves)
-        self.start_at(page)
+        self.start_and_open(page)
 
         self.hands.click(at=(760, 200))
         self.hands.click(at=(760, 700))
@@ -67,7 +60,7 @@ class NavigationTest(BrowserTest):
         page = self.server.script_page(
             "/scripted", "onclick = () => { const first = window.open('/one');"
             "const second = window.open('/two'); fetch(`/report/${first}-${second}`) }")
-        self.start_at(page)
+        self.start_and_open(page)
 
         self.hands.click()
 
@@ -88,11 +81,11 @@ class NavigationTest(BrowserTest):
     def test_attachment_leaves_the_page_where_it_is(self):
         self.server.attachment("/file", "notes.html")
         page = self.server.link_page("/links", "/file")
-        self.start_at(page)
+        self.start_and_open(page)
 
         self.hands.click()
         self.server.wait_for("/file")
-        self.settle()
+        self.wait_until_loaded()
         self.app.action("newTab")
 
         self.assertEqual(self.saved.session(), [page])
@@ -101,11 +94,11 @@ class NavigationTest(BrowserTest):
     def test_failed_load_leaves_the_former_page(self):
         self.server.dropped("/dropped")
         page = self.server.link_page("/links", "/dropped")
-        self.start_at(page)
+        self.start_and_open(page)
 
         self.hands.click()
         self.server.wait_for("/dropped")
-        self.settle()
+        self.wait_until_loaded()
         self.app.action("reload")
 
         self.server.wait_for("/links", times=2)
@@ -121,7 +114,7 @@ class NavigationTest(BrowserTest):
         self.server.wait_for("/slow")
 
         self.windows.press("push button", "Stop")
-        self.settle()
+        self.wait_until_loaded()
         gate.set()
 
         self.open(other)
@@ -143,7 +136,7 @@ class NavigationTest(BrowserTest):
         page = self.server.script_page(
             "/document", "onclick = () => { history.pushState({}, '', '/pushed');"
             "fetch('/report/pushed') }")
-        self.start_at(page)
+        self.start_and_open(page)
 
         self.hands.click()
         self.server.wait_for_report("pushed")
@@ -155,18 +148,16 @@ class NavigationTest(BrowserTest):
 
     def test_reload_asks_again_and_is_no_visit(self):
         page = self.server.page("/page")
-        self.start_at(page)
+        self.start_and_open(page)
 
         self.app.action("reload")
 
         self.server.wait_for("/page", times=2)
-        self.settle()
+        self.wait_until_loaded()
         self.assertEqual(self.saved.visited(), [page])
 
     def test_back_and_forward_are_visits(self):
-        target = self.server.page("/target")
-        page = self.server.link_page("/links", "/target")
-        self.start_at(page)
+        page, target = self.start_at_link(), self.server.url("/target")
         self.hands.click()
         self.wait_for_visit(target)
 

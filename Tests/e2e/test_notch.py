@@ -2,7 +2,9 @@
 
 from harness.case import BrowserTest
 from harness.notch import ADDRESS, EMPTY, FIELD
-from harness.wait import until, until_equal
+from harness.server import TELLS_CLICKS, TELLS_KEYS
+from harness.suggestions import results_page
+from harness.wait import until
 
 ASK = "Ask Kesto “{}”"
 
@@ -10,8 +12,7 @@ ASK = "Ask Kesto “{}”"
 class OpeningTest(BrowserTest):
     def start_at(self, *paths):
         self.pages = self.server.pages(*paths)
-        self.app.start()
-        self.open(*self.pages)
+        self.start_and_open(*self.pages)
 
     def check_replaces_address(self):
         """The whole address is selected, so that the first letter takes its place."""
@@ -85,12 +86,11 @@ class OpeningTest(BrowserTest):
         self.start_at("/page")
         self.notch.write("half a thought")
         first, last = "Search “half a thought”", "GitHub"
-        focus = lambda: [node.name for node in self.windows.focused()]  # noqa: E731
 
         for key, name in [("Tab", first), ("shift+Tab", FIELD), ("shift+Tab", last),
                           ("Tab", FIELD)]:
             self.hands.go_on(key)
-            until_equal(focus, [name], "what has the keyboard")
+            self.wait_for_focus(name)
 
     def test_area_key_leaves_the_open_notch_and_closes_it(self):
         self.start_at("/page")
@@ -99,8 +99,7 @@ class OpeningTest(BrowserTest):
         self.hands.go_on("F6")
 
         self.notch.wait_until_closed()
-        until_equal(lambda: [node.name for node in self.windows.focused()], ["New tab"],
-                    "what has the keyboard")
+        self.wait_for_focus("New tab")
 
     def test_control_t_opens_it_empty_in_a_new_tab(self):
         self.start_at("/page")
@@ -126,10 +125,7 @@ class OpeningTest(BrowserTest):
         self.assertEqual(self.server.asked("/page"), 1)
 
     def test_escape_gives_the_keyboard_back_to_the_page(self):
-        page = self.server.script_page(
-            "/listening", "onkeydown = event => fetch(`/report/${event.key}`)")
-        self.app.start()
-        self.open(page)
+        self.start_and_open(self.server.script_page("/listening", TELLS_KEYS))
         self.hands.click()
         self.notch.write("x")
         self.hands.go_on("Escape")
@@ -137,21 +133,19 @@ class OpeningTest(BrowserTest):
 
         self.hands.go_on("k")
 
-        self.server.wait_for_report("k")
-        self.assertEqual([key for key in self.server.reports() if key != "Control"], ["k"])
+        self.server.wait_for_report("key-k")
+        self.assertEqual([key for key in self.server.reports("key-") if key != "Control"], ["k"])
 
     def test_click_beside_closes_it_and_does_not_reach_the_page(self):
-        page = self.server.script_page("/clicked", "onclick = () => fetch('/report/clicked')")
-        self.app.start()
-        self.open(page)
+        self.start_and_open(self.server.script_page("/clicked", TELLS_CLICKS))
         self.notch.open()
 
         self.hands.click(at=(640, 790))
 
         self.notch.wait_until_closed()
         self.hands.click(at=(640, 790))
-        self.server.wait_for_report("clicked")
-        self.assertEqual(self.server.reports(), ["clicked"])
+        self.server.wait_for_report("click")
+        self.assertEqual(self.server.reports(), ["click"])
 
     def test_double_click_left_of_the_resting_row_goes_to_the_bar(self):
         self.check_bar_is_hit_beside(-70)
@@ -191,8 +185,7 @@ class KeysTest(BrowserTest):
 
     def setUp(self):
         super().setUp()
-        self.google = self.proxy.site("www.google.com")
-        self.google.page("/search", "Results")
+        self.google = results_page(self.proxy)
         self.example = self.proxy.site("example.org")
         self.example.page("/", "Example")
         self.app.start()

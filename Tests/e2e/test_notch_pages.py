@@ -2,12 +2,10 @@
 
 import json
 
-from harness.case import BrowserTest
-from harness.notch import Notch
-from harness.suggestions import Suggestions
+from harness.case import PRIVATE, BrowserTest
+from harness.suggestions import Suggestions, results_page
 from harness.wait import until, until_equal
 
-PRIVATE = "Orvu — Private"
 
 SWALLOW = """
 for (const kind of ['keydown', 'keypress', 'keyup', 'beforeinput'])
@@ -42,10 +40,9 @@ class PagesTest(BrowserTest):
     trusts_test_authority = True
 
     def test_page_that_swallows_all_keys_cannot_keep_it_from_opening(self):
-        self.proxy.site("www.google.com").page("/search", "Results")
+        results_page(self.proxy)
         page = self.server.script_page("/greedy", SWALLOW)
-        self.app.start()
-        self.open(page)
+        self.start_and_open(page)
         self.server.wait_for_report("ready")
         self.hands.click()
 
@@ -61,8 +58,7 @@ class PagesTest(BrowserTest):
         page = self.server.script_page(
             "/grabbing", "setInterval(() => document.querySelector('input').focus(), 20);"
             "oninput = () => fetch('/report/typed')", body="<input>")
-        self.app.start()
-        self.open(page)
+        self.start_and_open(page)
 
         self.notch.write("mine alone")
 
@@ -82,11 +78,7 @@ class PagesTest(BrowserTest):
         self.notch.wait_for_text("half a thought")
 
     def test_smallest_window_shows_all_of_it(self):
-        self.app.start()
-        self.open(*(self.server.url(path, f"{path[1:]}.localhost")
-                    for path in self.titled_pages()))
-        self.hands.resize(900, 560)
-        until(lambda: self.hands.size()[0] < 950, "the small window", self.hands.size)
+        self.start_small_with_pages()
 
         self.notch.write("b")
         until(lambda: len(self.notch.rows()) >= 5, "the candidates", self.notch.rows)
@@ -103,11 +95,7 @@ class PagesTest(BrowserTest):
 
     def test_smallest_window_brings_the_chosen_candidate_into_view(self):
         Suggestions(self.proxy).suggest("b", *(f"b{number}" for number in range(6)))
-        self.app.start()
-        self.open(*(self.server.url(path, f"{path[1:]}.localhost")
-                    for path in self.titled_pages()))
-        self.hands.resize(900, 560)
-        until(lambda: self.hands.size()[0] < 950, "the small window", self.hands.size)
+        self.start_small_with_pages()
         self.notch.write("b")
         until(lambda: len(self.notch.rows()) == 11, "the candidates", self.notch.rows)
 
@@ -121,10 +109,13 @@ class PagesTest(BrowserTest):
         _, top, _, high = self.windows.find("list item", row).box
         return top >= 0 and top + high <= 560
 
-    def titled_pages(self):
-        for name in ("bees", "bread", "books", "birds"):
+    def start_small_with_pages(self):
+        """Starts in the smallest window with pages whose titles have something in common."""
+        names = ("bees", "bread", "books", "birds")
+        for name in names:
             self.server.page(f"/{name}", f"All about {name}")
-        return ["/bees", "/bread", "/books", "/birds"]
+        self.start_and_open(*(self.server.url(f"/{name}", f"{name}.localhost") for name in names))
+        self.hands.shrink()
 
     def test_private_window_has_a_notch_of_its_own(self):
         page = self.server.page("/page", "A page")
@@ -132,9 +123,7 @@ class PagesTest(BrowserTest):
         self.notch.write("in the ordinary window")
         self.hands.go_on("Escape")
         self.notch.wait_until_closed()
-        self.app.app_action("newPrivateWindow")
-        until_equal(self.app.windows, [1, 2], "the windows")
-        notch = Notch(self.windows, self.hands, PRIVATE)
+        notch = self.open_private_window()
 
         notch.go_to(page)
         notch.wait_for_address(page)
@@ -152,8 +141,7 @@ class PagesTest(BrowserTest):
         self.assertEqual([name for name in self.notch.buttons() if "ookmark" in name], [])
         self.open(page)
 
-        self.windows.press("push button", "Bookmark this page")
-        self.windows.find("push button", "Remove bookmark")
+        self.bookmark_page()
         self.assertEqual(self.saved.bookmarks(), [page])
         self.windows.press("push button", "Remove bookmark")
         self.windows.find("push button", "Bookmark this page")

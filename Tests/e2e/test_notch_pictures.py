@@ -1,11 +1,9 @@
 """Pictures of the notch in each of its states. A person looks at them."""
 
-from harness.notch import Notch
+from harness.case import PRIVATE
 from harness.pictures import PictureTest
 from harness.suggestions import Suggestions
-from harness.wait import until, until_equal
-
-PRIVATE = "Orvu — Private"
+from harness.wait import until
 
 
 class NotchPicturesTest(PictureTest):
@@ -26,8 +24,7 @@ class NotchPicturesTest(PictureTest):
     def test_at_rest(self):
         self.start_with("docs", "bees")
         self.shoot("notch-rest")
-        self.windows.press("push button", "Bookmark this page")
-        self.windows.find("push button", "Remove bookmark")
+        self.bookmark_page()
         self.shoot("notch-rest-bookmarked")
         self.hands.hover(self.notch.resting().middle)
         self.shoot("notch-rest-hovered", rest=False)
@@ -56,8 +53,7 @@ class NotchPicturesTest(PictureTest):
     def test_candidates(self):
         self.start_with("bees", "docs", "bread", "weather")
         self.select(1)
-        self.windows.press("push button", "Bookmark this page")
-        self.windows.find("push button", "Remove bookmark")
+        self.bookmark_page()
         self.select(4)
         self.write("be", "bee sting")
         self.shoot("notch-candidates")
@@ -93,9 +89,7 @@ class NotchPicturesTest(PictureTest):
         self.shoot("notch-did-you-mean")
 
     def test_suggestions_off(self):
-        self.app.start()
-        self.app.quit()
-        self.saved.put({"searchSuggestions": False})
+        self.save_beforehand({"searchSuggestions": False})
         self.start_with("docs")
         self.write("be")
         self.shoot("notch-suggestions-off")
@@ -108,9 +102,7 @@ class NotchPicturesTest(PictureTest):
 
     def test_private_window(self):
         self.start_with("docs", "bees")
-        self.app.app_action("newPrivateWindow")
-        until_equal(self.app.windows, [1, 2], "the windows")
+        notch = self.open_private_window()
         self.shoot("notch-private-rest", PRIVATE)
-        notch = Notch(self.windows, self.hands, PRIVATE)
         notch.write("be")
         self.shoot("notch-private", PRIVATE)

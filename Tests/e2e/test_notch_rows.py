@@ -3,6 +3,7 @@
 import re
 
 from harness.case import BrowserTest
+from harness.suggestions import results_page
 from harness.wait import until, until_equal
 
 TAB, BOOKMARK, SEARCHED = "Switch to tab", "Bookmark", "Searched before"
@@ -15,8 +16,7 @@ class RowsTest(BrowserTest):
         """Opens a page of each host, with its title; gives their addresses."""
         urls = [self.server.url(self.path(host, title), f"{host}.localhost")
                 for host, title in sites.items()]
-        self.app.start()
-        self.open(*urls)
+        self.start_and_open(*urls)
         return urls
 
     def path(self, host, title):
@@ -27,6 +27,13 @@ class RowsTest(BrowserTest):
         self.notch.choose(name)
         self.hands.go_on("Return")
         self.notch.wait_until_closed()
+
+    def close_bees(self):
+        """Closes the first of two pages, which leaves the second in front."""
+        self.app.action("selectTab2")
+        self.app.action("closeTab")
+        self.wait_for_tabs("New tab", "Departures")
+        self.wait_for_selected("Departures")
 
     def row(self, pattern):
         """The one candidate whose name is like that."""
@@ -51,7 +58,7 @@ class RowsTest(BrowserTest):
         name = f"On bees, bees.localhost, {TAB}"
         self.notch.wait_for_row(name)
 
-        self.hands.click(at=self.windows.find("list item", name).middle)
+        self.click_on("list item", name)
 
         self.wait_for_selected("On bees")
         self.notch.wait_until_closed()
@@ -67,12 +74,9 @@ class RowsTest(BrowserTest):
     def test_bookmark_loads_in_the_tab_in_front(self):
         bees, trains = self.start_at(bees="On bees", trains="Departures")
         self.app.action("selectTab2")
-        self.windows.press("push button", "Bookmark this page")
-        self.windows.find("push button", "Remove bookmark")
+        self.bookmark_page()
         self.assertEqual(self.saved.bookmarks(), [bees])
-        self.app.action("closeTab")
-        self.wait_for_tabs("New tab", "Departures")
-        self.wait_for_selected("Departures")
+        self.close_bees()
         self.notch.write("on be")
 
         self.go_down_to(f"On bees, bees.localhost, {BOOKMARK}")
@@ -83,10 +87,7 @@ class RowsTest(BrowserTest):
 
     def test_visit_loads_in_the_tab_in_front(self):
         bees, trains = self.start_at(bees="On bees", trains="Departures")
-        self.app.action("selectTab2")
-        self.app.action("closeTab")
-        self.wait_for_tabs("New tab", "Departures")
-        self.wait_for_selected("Departures")
+        self.close_bees()
         self.notch.write("on be")
 
         self.go_down_to(self.row(r"On bees, bees\.localhost, \d+:\d\d.*"))
@@ -96,8 +97,7 @@ class RowsTest(BrowserTest):
         self.assertEqual(self.saved.visited(), [bees, trains, bees])
 
     def test_past_search_is_searched_again(self):
-        google = self.proxy.site("www.google.com")
-        google.page("/search", "Results")
+        google = results_page(self.proxy)
         self.app.start()
         self.notch.go_to("knife sharpening")
         self.wait_for_visit("https://www.google.com/search?q=knife%20sharpening")
@@ -110,7 +110,7 @@ class RowsTest(BrowserTest):
         self.assertEqual(google.requests_for("/search")[0].query, [("q", "knife sharpening")])
 
     def test_past_search_behind_a_bang_goes_to_the_site_of_the_bang(self):
-        self.proxy.site("www.google.com").page("/search", "Results")
+        results_page(self.proxy)
         wikipedia = self.proxy.site("en.wikipedia.org")
         wikipedia.page("/w/index.php", "Wikipedia")
         self.app.start()
@@ -143,8 +143,7 @@ class RowsTest(BrowserTest):
     def test_sections_stand_in_their_order_with_a_heading_each(self):
         bees, _ = self.start_at(bees="On bees", trains="Departures")
         self.app.action("selectTab2")
-        self.windows.press("push button", "Bookmark this page")
-        self.windows.find("push button", "Remove bookmark")
+        self.bookmark_page()
         self.app.action("selectTab3")
         self.wait_for_selected("Departures")
 

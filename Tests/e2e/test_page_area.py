@@ -1,10 +1,10 @@
 """The page area: one card or two, the new tab page, and the menu at the end of the bar."""
 
-from harness.case import BrowserTest
+from harness.case import PRIVATE, BrowserTest
+from harness.notch import FIELD
 from harness.wait import until, until_equal
 
 DIVIDER = "Resize the two pages"
-PROMPT = "Search, type a site, or ask Kesto"
 
 # Tells of each click, of its life, and of its width.
 TELL = """
@@ -19,8 +19,7 @@ tell();
 class PairTest(BrowserTest):
     def start_pair(self):
         self.pages = [self.server.script_page(f"/{name}", TELL) for name in ("left", "right")]
-        self.app.start()
-        self.open(*self.pages)
+        self.start_and_open(*self.pages)
         self.app.action("selectTab2")
         self.wait_for_selected("left")
         self.app.action("toggleSideBySide")
@@ -41,7 +40,7 @@ class PairTest(BrowserTest):
 
         self.windows.find("push button", "Close side by side")
         self.app.action("toggleSideBySide")
-        until(lambda: not self.windows.nodes("separator", DIVIDER), "one page")
+        self.windows.wait_until_gone("separator", DIVIDER)
 
         self.assertEqual([self.server.asked("/left"), self.server.asked("/right")], [1, 1])
 
@@ -82,7 +81,7 @@ class PairTest(BrowserTest):
         self.wait_for_divider(middle + 120, "120 points to the right")
 
         self.windows.press("push button", "Close side by side")
-        until(lambda: not self.windows.nodes("separator", DIVIDER), "one page")
+        self.windows.wait_until_gone("separator", DIVIDER)
         self.app.action("toggleSideBySide")
 
         self.wait_for_divider(middle, "in the middle")
@@ -131,13 +130,13 @@ class PairTest(BrowserTest):
 
         self.app.action("closeTab")
 
-        until(lambda: not self.windows.nodes("separator", DIVIDER), "one page")
+        self.windows.wait_until_gone("separator", DIVIDER)
         self.wait_for_selected("right")
         self.assertEqual(self.server.asked("/right"), 1)
 
     def test_narrow_window_keeps_both_pages_usable(self):
         self.start_pair()
-        self.hands.resize(900, 560)
+        self.hands.shrink()
         until(lambda: self.divider_x() < 640, "the narrow window", self.divider_x)
         x, y = self.divider().middle
 
@@ -149,25 +148,23 @@ class PairTest(BrowserTest):
 
 class NewTabPageTest(BrowserTest):
     def field(self):
-        return self.windows.find("text", PROMPT)
+        return self.windows.find("text", FIELD)
 
     def test_field_takes_what_is_typed_and_opens_it_in_its_tab(self):
         page = self.server.page("/typed", "Typed")
         self.app.start()
-        until(lambda: self.field().is_focused, "the keyboard in the field",
-              self.windows.focused)
+        self.wait_for_focus(FIELD)
 
         self.hands.type(page)
         self.hands.press("Return")
 
         self.wait_for_visit(page)
         self.wait_for_tabs("Typed")
-        until(lambda: not self.windows.nodes("text", PROMPT), "the page alone")
+        self.windows.wait_until_gone("text", FIELD)
 
     def test_empty_field_leads_nowhere(self):
         self.app.start()
-        until(lambda: self.field().is_focused, "the keyboard in the field",
-              self.windows.focused)
+        self.wait_for_focus(FIELD)
 
         self.hands.press("Return")
         self.hands.press("ctrl+t")
@@ -177,8 +174,7 @@ class NewTabPageTest(BrowserTest):
 
     def test_text_of_one_empty_tab_is_not_that_of_another(self):
         self.app.start()
-        until(lambda: self.field().is_focused, "the keyboard in the field",
-              self.windows.focused)
+        self.wait_for_focus(FIELD)
         self.hands.type("half")
         until_equal(lambda: self.field().text(), "half", "the field")
 
@@ -189,8 +185,7 @@ class NewTabPageTest(BrowserTest):
     def test_sites_visited_last_lead_back(self):
         page = self.server.page("/site", "Site")
         other = self.server.url("/site", "other.localhost")
-        self.app.start()
-        self.open(other, page)
+        self.start_and_open(other, page)
         self.app.action("newEmptyTab")
 
         self.windows.press("push button", "other.localhost")
@@ -200,31 +195,24 @@ class NewTabPageTest(BrowserTest):
 
     def test_private_window_shows_no_sites_of_others(self):
         page = self.server.page("/site", "Site")
-        self.app.start()
-        self.open(page)
+        self.start_and_open(page)
         self.app.action("newEmptyTab")
         self.windows.find("push button", "127.0.0.1", "Orvu")
 
-        self.app.app_action("newPrivateWindow")
+        self.open_private_window()
 
-        self.windows.find("text", PROMPT, "Orvu — Private")
-        self.assertEqual(self.windows.nodes("push button", "127.0.0.1", "Orvu — Private"), [])
+        self.windows.find("text", FIELD, PRIVATE)
+        self.assertEqual(self.windows.nodes("push button", "127.0.0.1", PRIVATE), [])
 
 
 class MenuTest(BrowserTest):
-    def open_menu(self):
-        self.windows.find("push button", "More")
-        self.windows.nodes("push button", "More")[-1].press()
-        self.windows.find("menu item", "Actual Size")
-
     def items(self):
         return [node.name for node in self.windows.nodes("menu item")]
 
     def test_menu_has_its_items_and_the_main_menu(self):
-        self.app.start()
-        self.open(self.server.page("/page"))
+        self.start_and_open(self.server.page("/page"))
 
-        self.open_menu()
+        self.open_more_menu()
 
         items = self.items()
         wanted = ["New Tab", "New Private Window", "Reopen Closed Tab", "Side by Side", "Reader",
@@ -236,7 +224,7 @@ class MenuTest(BrowserTest):
     def test_empty_tab_has_no_link_to_copy(self):
         self.app.start()
 
-        self.open_menu()
+        self.open_more_menu()
 
         self.assertNotIn("Copy Link", self.items())
 
@@ -244,7 +232,7 @@ class MenuTest(BrowserTest):
         self.app.start()
         page = self.server.script_page("/wide", TELL)
         self.open(page)
-        widths = lambda: [int(each.split("-")[-1]) for each in self.server.reports()]  # noqa: E731
+        widths = lambda: [int(each) for each in self.server.reports("wide-width-")]  # noqa: E731
         plain = until(widths, "the page's width")[-1]
 
         for _ in range(7):
@@ -254,8 +242,7 @@ class MenuTest(BrowserTest):
 
     def test_link_is_copied_and_can_be_pasted(self):
         page = self.server.page("/copied")
-        self.app.start()
-        self.open(page)
+        self.start_and_open(page)
 
         self.app.action("copyLink")
         self.app.action("newTab")
@@ -275,9 +262,7 @@ class BarTest(BrowserTest):
               self.hands.size)
 
     def test_double_click_on_the_bar_gives_the_screen_back(self):
-        self.app.start()
-        self.app.quit()
-        self.saved.put({"OrvuWindow": "1000 700 maximized"})
+        self.save_beforehand({"OrvuWindow": "1000 700 maximized"})
         self.app.start()
         until(lambda: self.hands.size()[0] > 1000, "a window that fills the screen",
               self.hands.size)
@@ -287,8 +272,7 @@ class BarTest(BrowserTest):
         until_equal(self.hands.size, (1000, 700), "the window's size")
 
     def test_key_moves_among_address_column_and_page(self):
-        self.app.start()
-        self.open(self.server.page("/page"))
+        self.start_and_open(self.server.page("/page"))
 
         self.hands.press("F6")
         self.notch.wait_until_open()

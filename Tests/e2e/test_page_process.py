@@ -1,21 +1,17 @@
 """The processes that hold pages: their sudden end, and their end with their tabs."""
 
-from harness.case import RELOAD, BrowserTest
+from harness.case import BrowserTest
 from harness.wait import until, until_equal
 
 
 class PageProcessTest(BrowserTest):
-    def settle(self):
-        self.windows.find("push button", RELOAD)
-
     def test_page_comes_back_once_after_its_process_was_killed(self):
         page, other = self.server.pages("/page", "/other")
-        self.app.start()
-        self.open(page)
+        self.start_and_open(page)
 
         self.app.kill_page_processes()
         self.server.wait_for("/page", times=2)
-        self.settle()
+        self.wait_until_loaded()
         until(self.app.page_processes, "a new page process")
 
         killed = self.app.page_processes()
@@ -33,8 +29,7 @@ class PageProcessTest(BrowserTest):
 
     def test_closed_and_parked_tabs_leave_no_process(self):
         urls = self.server.pages("/a", "/b", "/c")
-        self.app.start()
-        self.open(*urls)
+        self.start_and_open(*urls)
         count = lambda: len(self.app.page_processes())
         until_equal(count, 3, "the number of page processes")
 

@@ -1,11 +1,10 @@
 """Pages that ask for the camera and the microphone."""
 
 from harness.case import BrowserTest
-from harness.notch import Notch
-from harness.site import ALLOW, REFUSE, Site, capture_page
+from harness.server import TELLS_KEYS
+from harness.site import ALLOW, REFUSE, capture_page
 from harness.wait import until, until_equal
 
-PRIVATE = "Orvu — Private"
 KEPT = "orvuSitePermissions"
 CAMERA = "“127.0.0.1” wants to use your camera"
 BOTH = "“127.0.0.1” wants to use your camera and microphone"
@@ -14,17 +13,12 @@ BOTH = "“127.0.0.1” wants to use your camera and microphone"
 class PermissionsTest(BrowserTest):
     has_test_devices = True
 
-    def setUp(self):
-        super().setUp()
-        self.site = Site(self.windows, self.hands)
-
     def url(self, name, wants="camera", host="127.0.0.1"):
         return self.server.url(capture_page(self.server, name, wants), host)
 
     def open_asking(self, name, wants="camera"):
         """Starts the program with a page that asks."""
-        self.app.start()
-        self.open(self.url(name, wants))
+        self.start_and_open(self.url(name, wants))
         self.site.wait_for_question(BOTH if wants == "both" else CAMERA)
 
     def choose(self, kind, choice):
@@ -35,8 +29,7 @@ class PermissionsTest(BrowserTest):
 
     def reports(self, name):
         """What that page told, sorted."""
-        return sorted(each.removeprefix(f"{name}-") for each in self.server.reports()
-                      if each.startswith(f"{name}-"))
+        return sorted(self.server.reports(f"{name}-"))
 
     def wait_for(self, name, *reports):
         until_equal(lambda: self.reports(name), sorted(reports), f"what {name} reports")
@@ -78,22 +71,19 @@ class PermissionsTest(BrowserTest):
         self.windows.find("push button", ALLOW)
         until(lambda: self.windows.find("push button", ALLOW).is_sensitive, "a button that wakes")
         self.hands.press("shift+F6")
-        until_equal(self.focused, [REFUSE], "what has the keyboard")
+        self.wait_for_focus(REFUSE)
         self.hands.go_on("Tab")
-        until_equal(self.focused, [ALLOW], "what has the keyboard")
+        self.wait_for_focus(ALLOW)
 
         self.hands.go_on("Return")
 
         self.wait_for("call", "got-video")
 
-    def focused(self):
-        return [node.name for node in self.windows.focused() if node.role == "push button"]
-
     def test_the_question_leaves_the_keyboard_with_the_page(self):
         self.app.start()
         name = capture_page(self.server, "form")
-        self.server.script_page("/typing", "onkeydown = e => fetch('/report/key-' + e.key);"
-                                f"document.querySelector('iframe').src = '{name}'",
+        self.server.script_page("/typing", TELLS_KEYS
+                                + f"document.querySelector('iframe').src = '{name}'",
                                 "<iframe allow='camera'></iframe>")
         self.open(self.server.url("/typing"))
         self.site.wait_for_question(CAMERA)
@@ -122,8 +112,7 @@ class PermissionsTest(BrowserTest):
         self.wait_for("call", "got-video")
 
     def test_the_question_stands_over_its_own_page_of_a_pair(self):
-        self.app.start()
-        self.open(self.server.page("/quiet"), self.url("call"))
+        self.start_and_open(self.server.page("/quiet"), self.url("call"))
         self.site.wait_for_question(CAMERA)
 
         self.app.action("toggleSideBySide")
@@ -136,8 +125,7 @@ class PermissionsTest(BrowserTest):
     # The choices.
 
     def test_an_allowed_site_is_not_asked_about(self):
-        self.app.start()
-        self.open(self.server.page("/page"))
+        self.start_and_open(self.server.page("/page"))
         self.choose("Camera", "Allow")
 
         self.open(self.url("call"))
@@ -146,15 +134,13 @@ class PermissionsTest(BrowserTest):
         self.assertEqual(self.site.questions(), [])
 
     def test_a_blocked_site_is_denied_also_after_a_restart_and_asks_again_after_ask(self):
-        self.app.start()
-        self.open(self.server.page("/page"))
+        self.start_and_open(self.server.page("/page"))
         self.choose("Camera", "Block")
         self.open(self.url("call"))
         self.wait_for("call", "NotAllowedError")
         self.app.quit()
 
-        self.app.start()
-        self.open(self.url("again"))
+        self.start_and_open(self.url("again"))
         self.wait_for("again", "NotAllowedError")
         self.assertEqual(self.site.questions(), [])
         self.choose("Camera", "Ask")
@@ -163,8 +149,7 @@ class PermissionsTest(BrowserTest):
         self.site.wait_for_question(CAMERA)
 
     def test_one_blocked_kind_denies_both(self):
-        self.app.start()
-        self.open(self.server.page("/page"))
+        self.start_and_open(self.server.page("/page"))
         self.choose("Microphone", "Block")
         self.choose("Camera", "Allow")
 
@@ -176,7 +161,7 @@ class PermissionsTest(BrowserTest):
         self.open_asking("one", "both")
         self.site.answer(ALLOW)
         self.wait_for("one", "got-audio", "got-video")
-        private = self.open_private_window(self.url("two"))
+        private = self.open_private_site(self.url("two"))
         private.wait_for_question(CAMERA)
         private.answer(ALLOW)
         self.wait_for("two", "got-video")
@@ -189,7 +174,7 @@ class PermissionsTest(BrowserTest):
 
     def test_a_choice_of_a_private_window_leaves_others_alone(self):
         self.open_asking("one")
-        private = self.open_private_window(self.url("two"))
+        private = self.open_private_site(self.url("two"))
         private.wait_for_question(CAMERA)
 
         private.open()
@@ -199,12 +184,6 @@ class PermissionsTest(BrowserTest):
         self.assertEqual(self.reports("one"), [])
         self.assertEqual(self.site.questions(), [CAMERA])
         self.assertIsNone(self.saved.document(KEPT))
-
-    def open_private_window(self, url):
-        self.app.app_action("newPrivateWindow")
-        until_equal(self.app.windows, [1, 2], "the windows")
-        Notch(self.windows, self.hands, PRIVATE).go_to(url)
-        return Site(self.windows, self.hands, PRIVATE)
 
     def test_a_choice_made_while_a_page_asks_answers_it(self):
         self.open_asking("call")

@@ -1,10 +1,8 @@
 """Pictures of the badge, of the site's panel and of a page's question. A person looks at them."""
 
+from harness.case import PRIVATE
 from harness.pictures import PictureTest
-from harness.site import INFO, SEARCH, Site, capture_page
-from harness.wait import until_equal
-
-PRIVATE = "Orvu — Private"
+from harness.site import INFO, SEARCH, capture_page
 
 
 class PermissionsPicturesTest(PictureTest):
@@ -13,18 +11,9 @@ class PermissionsPicturesTest(PictureTest):
 
     def setUp(self):
         super().setUp()
-        self.site = Site(self.windows, self.hands)
         shop = self.proxy.site("www.shop.example")
         shop.page("/", "A shop")
         self.secure = shop.url("/")
-
-    def open_privately(self, url):
-        self.app.app_action("newPrivateWindow")
-        until_equal(self.app.windows, [1, 2], "the windows")
-        self.app.action("editAddress", window=2)
-        self.hands.type(url, title=PRIVATE)
-        self.hands.press("Return", title=PRIVATE)
-        return Site(self.windows, self.hands, PRIVATE)
 
     def test_badge_and_panel(self):
         self.start_with("docs")
@@ -48,7 +37,7 @@ class PermissionsPicturesTest(PictureTest):
 
     def test_private_window(self):
         self.start_with("docs")
-        site = self.open_privately(self.secure)
+        site = self.open_private_site(self.secure)
         site.wait_for_badge(INFO)
         site.open()
         self.shoot("site-panel-private", PRIVATE, rest=False)
@@ -63,6 +52,6 @@ class PermissionsPicturesTest(PictureTest):
 
     def test_question_in_a_private_window(self):
         self.start_with("docs")
-        site = self.open_privately(self.server.url(capture_page(self.server, "call")))
+        site = self.open_private_site(self.server.url(capture_page(self.server, "call")))
         site.wait_for_question("“127.0.0.1” wants to use your camera")
         self.shoot("question-private", PRIVATE)

@@ -1,6 +1,7 @@
 """Pictures of the window in each of its states, from the real program with real pages. A person
 looks at them; what is asserted is that each was made and that something is on it."""
 
+from harness.case import PRIVATE
 from harness.pictures import PictureTest
 
 
@@ -50,26 +51,20 @@ class PicturesTest(PictureTest):
 
     def test_private_window(self):
         self.start_with("docs", "bees")
-        self.app.app_action("newPrivateWindow")
-        self.shoot("private-new-tab", "Orvu — Private", beside=60)
-        self.hands.press("ctrl+l", title="Orvu — Private")
-        self.hands.type(self.urls["forum"], title="Orvu — Private")
-        self.hands.press("Return", title="Orvu — Private")
-        self.wait_for_tabs("How do you keep your knives sharp?", window="Orvu — Private")
-        self.shoot("private", "Orvu — Private")
+        self.open_private_window()
+        self.shoot("private-new-tab", PRIVATE, beside=60)
+        self.type_address(self.urls["forum"], PRIVATE)
+        self.wait_for_tabs("How do you keep your knives sharp?", window=PRIVATE)
+        self.shoot("private", PRIVATE)
 
     def test_menus(self):
         self.start_with_groups()
-        self.windows.nodes("push button", "More")[-1].press()
-        self.windows.find("menu item", "Actual Size")
+        self.open_more_menu()
         self.shoot("more-menu")
         self.hands.press("Escape")
         self.app.action("park")
-        self.windows.press("push button", self.shelf().name)
+        self.windows.find_named("Shelf").press()
         self.shoot("shelf-menu")
-
-    def shelf(self):
-        return self.windows.find_named("Shelf")
 
     def test_context_menu_and_hover(self):
         self.start_with_groups()

@@ -1,22 +1,14 @@
 """Profiles keep their tabs, history and sign-ins apart."""
 
-import json
-
 from harness.case import BrowserTest
+from harness.saved import TWO_PROFILES, WORK
 from harness.wait import until_equal
-
-PERSONAL = "00000000-0000-0000-0000-00000000F00D"
-WORK = "11111111-2222-4333-8444-555555555555"
 
 
 class ProfilesTest(BrowserTest):
     def setUp(self):
         super().setUp()
-        self.app.start()
-        self.app.quit()
-        self.saved.put({"orvuProfiles": json.dumps([
-            {"id": PERSONAL, "name": "Personal", "icon": "person.fill", "color": 10},
-            {"id": WORK, "name": "Work", "icon": "briefcase.fill", "color": 1}]).encode()})
+        self.save_beforehand(TWO_PROFILES)
 
     def work_session(self):
         return [tab["url"] for tab in self.saved.document(f"browserSession.{WORK}") or []]
@@ -61,15 +53,11 @@ class ProfilesTest(BrowserTest):
         self.app.start_again(asked)
         self.server.wait_for("/asked")
 
-        self.assertEqual(self.cookies_sent_to("/asked"), [None])
+        self.assertEqual(self.server.cookies_for("/asked"), [None])
         self.hands.press("alt+1")
         self.app.start_again(asked)
         self.wait_for_visit(asked)
-        self.assertEqual(self.cookies_sent_to("/asked"), [None, "taste=vanilla"])
-
-    def cookies_sent_to(self, path):
-        return [request.headers.get("Cookie") for request in self.server.requests
-                if request.path == path]
+        self.assertEqual(self.server.cookies_for("/asked"), [None, "taste=vanilla"])
 
     def test_ninth_place_without_a_profile_does_nothing(self):
         page = self.server.page("/page")

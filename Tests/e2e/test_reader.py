@@ -4,13 +4,13 @@ import subprocess
 import tempfile
 
 from harness import articles
-from harness.case import BrowserTest
+from harness.articles import TITLE
+from harness.case import PRIVATE, BrowserTest
+from harness.server import TELLS_KEYS
 from harness.wait import until, until_equal
 
-TITLE = "The lamp on the island"
 SMALLER, LARGER = "Smaller text", "Larger text"
 OPENER, EXIT = "Text size and theme", "Exit Reader"
-PRIVATE = "Orvu — Private"
 # Tells of each click and each key that reaches the page, and goes elsewhere when it is told to.
 TELL = """<script>fetch('/go').then(answer => { if (answer.ok) location = '/elsewhere' });
 for (const each of ['click', 'keydown', 'wheel'])
@@ -23,10 +23,7 @@ class ReaderTest(BrowserTest):
         self.story = articles.serve(self.server, "/story", articles.STORY + TELL)
         self.go = self.server.gate()
         self.server.answers["/go"] = self.answer_go
-        self.app.start()
-        self.open(self.story)
-        self.app.action("selectTab1")
-        self.app.action("closeTab")
+        self.start_with_only(self.story)
         self.wait_for_selected("Harbour Post")
 
     def answer_go(self, handler):
@@ -46,6 +43,13 @@ class ReaderTest(BrowserTest):
     def read(self, window=1):
         self.app.action("toggleReader", window)
         return self.wait_for_reader()
+
+    def exits(self):
+        """The ways out of the reader: that of the notch, and that of the reader's own bar."""
+        return sorted(self.windows.nodes("push button", EXIT), key=lambda node: node.box[1])
+
+    def exit_of_bar(self):
+        return self.exits()[-1]
 
     def press(self, *names, window=None):
         for name in names:
@@ -67,8 +71,7 @@ class ComingAndGoingTest(ReaderTest):
 
         self.hands.press("ctrl+shift+r")
         self.wait_for_reader()
-        until(lambda: TITLE in [node.name for node in self.windows.focused()],
-              "the keyboard in the article", self.windows.focused)
+        until(lambda: TITLE in self.focus(), "the keyboard in the article", self.focus)
         self.hands.press("ctrl+shift+r")
 
         self.wait_for_page()
@@ -85,16 +88,15 @@ class ComingAndGoingTest(ReaderTest):
 
         self.press("Reader")
         self.wait_for_reader()
-        until(lambda: not self.windows.nodes("push button", "Reader"), "the button's other name")
-        notch = [node for node in self.windows.nodes("push button", EXIT) if node.box[1] < 60]
-        notch[0].press()
+        self.windows.wait_until_gone("push button", "Reader")
+        self.exits()[0].press()
 
         self.wait_for_page()
 
     def test_empty_tab_has_no_button_and_no_reader(self):
         self.open_story()
         self.app.action("newEmptyTab")
-        until(lambda: not self.windows.nodes("push button", "Reader"), "the notch without it")
+        self.windows.wait_until_gone("push button", "Reader")
 
         self.app.action("toggleReader")
 
@@ -104,7 +106,7 @@ class ComingAndGoingTest(ReaderTest):
         self.open_story()
         self.read()
 
-        [node for node in self.windows.nodes("push button", EXIT) if node.box[1] > 60][0].press()
+        self.exit_of_bar().press()
 
         self.wait_for_page()
 
@@ -121,8 +123,7 @@ class ComingAndGoingTest(ReaderTest):
         self.assertEqual(len(self.windows.nodes("document text", TITLE)), 1)
 
     def test_page_without_an_article_stays(self):
-        self.app.start()
-        self.open(self.server.page("/short"))
+        self.start_and_open(self.server.page("/short"))
 
         self.app.action("toggleReader")
         self.hands.press("ctrl+shift+r")
@@ -174,22 +175,21 @@ class ComingAndGoingTest(ReaderTest):
         self.wait_for_selected("Harbour Post")
         self.app.action("selectTab2")
         self.wait_for_selected("other")
-        [node for node in self.windows.nodes("push button", EXIT) if node.box[1] > 60][0].press()
+        self.exit_of_bar().press()
 
         self.wait_for_page()
         self.wait_for_selected("Harbour Post")
 
     def test_end_of_an_article_beside_leaves_the_keyboard_where_it_is(self):
         self.open_story()
-        self.open(self.server.script_page("/typing", "addEventListener('keydown', event => "
-                                          "fetch('/report/' + event.key))"))
+        self.open(self.server.script_page("/typing", TELLS_KEYS))
         self.app.action("toggleSideBySide")
         self.app.action("selectTab1")
         self.read()
         self.app.action("selectTab2")
         self.wait_for_selected("typing")
         self.hands.go_on("a")
-        self.server.wait_for_report("a")
+        self.server.wait_for_report("key-a")
 
         # The page below the article goes elsewhere by itself.
         self.server.page("/elsewhere")
@@ -197,7 +197,7 @@ class ComingAndGoingTest(ReaderTest):
         self.wait_for_page()
         self.hands.go_on("b")
 
-        self.server.wait_for_report("b")
+        self.server.wait_for_report("key-b")
         self.wait_for_selected("typing")
 
     def test_parked_tab_takes_its_article_along(self):
@@ -216,12 +216,7 @@ class ComingAndGoingTest(ReaderTest):
     def test_private_window_leaves_no_article_behind(self):
         self.app.start()
         story = articles.serve(self.server, "/story", articles.STORY)
-        self.app.app_action("newPrivateWindow")
-        until_equal(self.app.windows, [1, 2], "the windows")
-        self.app.action("editAddress", window=2)
-        self.hands.type(story, title=PRIVATE)
-        self.hands.press("Return", title=PRIVATE)
-        until(lambda: "Harbour Post" in self.windows.tabs(PRIVATE), "the private tab")
+        self.open_privately(story, "Harbour Post")
 
         self.app.action("toggleReader", window=2)
         self.wait_for_reader(PRIVATE)
@@ -229,9 +224,7 @@ class ComingAndGoingTest(ReaderTest):
         until_equal(self.app.windows, [1], "the windows")
         self.app.quit()
 
-        found = [file for file in self.home.folder.rglob("*")
-                 if file.is_file() and b"lamp on the island" in file.read_bytes()]
-        self.assertEqual(found, [])
+        self.assertEqual(self.home.files_with("lamp on the island"), [])
 
 
 class LookTest(ReaderTest):
@@ -283,12 +276,7 @@ class LookTest(ReaderTest):
     def test_second_window_follows(self):
         self.open_story()
         self.read()
-        self.app.app_action("newPrivateWindow")
-        until_equal(self.app.windows, [1, 2], "the windows")
-        self.app.action("editAddress", window=2)
-        self.hands.type(self.story, title=PRIVATE)
-        self.hands.press("Return", title=PRIVATE)
-        until(lambda: "Harbour Post" in self.windows.tabs(PRIVATE), "the private tab")
+        self.open_privately(self.story, "Harbour Post")
         self.app.action("toggleReader", window=2)
         self.wait_for_reader(PRIVATE)
         self.press(OPENER, window=PRIVATE)
@@ -308,7 +296,7 @@ class LookTest(ReaderTest):
             self.windows.find("push button", name)
         self.press(OPENER)
 
-        until(lambda: not self.windows.nodes("push button", LARGER), "the short bar")
+        self.windows.wait_until_gone("push button", LARGER)
 
     def test_keyboard_reaches_the_bar(self):
         self.open_story()
@@ -331,8 +319,7 @@ class TextTest(ReaderTest):
     def look(self):
         """What the reader's text and its bar show, once nothing moves."""
         window = self.hands.window()
-        bar = [node for node in self.windows.nodes("push button", EXIT) if node.box[1] > 60][0]
-        left, top, width, height = bar.box
+        left, top, width, height = self.exit_of_bar().box
         frame = 4  # around the window of a plain manager
         seen = []
         with tempfile.NamedTemporaryFile(suffix=".png") as file:
@@ -355,8 +342,7 @@ class TextTest(ReaderTest):
 
     def test_keys_scroll_the_text_under_the_bar(self):
         self.story = articles.serve(self.server, "/story", articles.long_story(60, 400))
-        self.app.start()
-        self.open(self.story)
+        self.start_and_open(self.story)
         self.hands.press("ctrl+shift+r")
         self.wait_for_reader(title="A long one")
         start, bar = self.look()

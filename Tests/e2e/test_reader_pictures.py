@@ -1,8 +1,9 @@
 """Pictures of the reader in its themes, sizes and widths. A person looks at them."""
 
 from harness import articles
+from harness.case import PRIVATE
 from harness.pictures import PictureTest
-from harness.wait import until, until_equal
+from harness.wait import until_equal
 
 
 class ReaderPicturesTest(PictureTest):
@@ -60,14 +61,8 @@ class ReaderPicturesTest(PictureTest):
         self.shoot("reader-pane-900x560")
 
     def test_private_window(self):
-        private = "Orvu — Private"
         self.start_with("bees")
-        self.app.app_action("newPrivateWindow")
-        self.hands.press("ctrl+l", title=private)
-        self.hands.type(self.urls["story"], title=private)
-        self.hands.press("Return", title=private)
-        self.wait_for_tabs("Harbour Post", window=private)
-        self.hands.press("ctrl+shift+r", title=private)
-        until(lambda: self.windows.nodes("push button", "Text size and theme", private),
-              "the reader")
-        self.shoot("reader-private", private)
+        self.open_privately(self.urls["story"], "Harbour Post")
+        self.hands.press("ctrl+shift+r", title=PRIVATE)
+        self.windows.find("push button", "Text size and theme", PRIVATE)
+        self.shoot("reader-private", PRIVATE)

@@ -4,10 +4,10 @@ import json
 import time
 import uuid
 
-from harness.case import BACK, BrowserTest
+from harness.case import BACK, PRIVATE, BrowserTest
+from harness.server import TELLS_CLICKS, TELLS_KEYS
 from harness.wait import until, until_equal
 
-PRIVATE = "Orvu — Private"
 LATEST = "Latest visits"
 DOTS = "Visits of today"
 APPLE_EPOCH = 978307200  # seconds from 1970 to 2001
@@ -16,10 +16,7 @@ APPLE_EPOCH = 978307200  # seconds from 1970 to 2001
 class RewindTest(BrowserTest):
     def start_with(self, *names):
         self.urls = self.server.pages(*(f"/{name}" for name in names))
-        self.app.start()
-        self.open(*self.urls)
-        self.app.action("selectTab1")
-        self.app.action("closeTab")
+        self.start_with_only(*self.urls)
         self.app.action("selectTab9")
         self.wait_for_selected(names[-1])
 
@@ -27,10 +24,13 @@ class RewindTest(BrowserTest):
         return bool(self.windows.nodes("list", LATEST, window))
 
     def wait_until_open(self):
-        until(self.is_open, "the time line", lambda: self.windows.nodes())
+        self.windows.find("list", LATEST, "Orvu")
 
     def wait_until_closed(self):
-        until(lambda: not self.is_open(), "the time line to close")
+        self.windows.wait_until_gone("list", LATEST, "Orvu")
+
+    def wait_for_newest(self):
+        until(lambda: self.rows()[0].is_focused, "the newest visit to have the keyboard")
 
     def rows(self):
         return [item for rows in self.windows.nodes("list", LATEST) for item in rows.walk()
@@ -70,9 +70,7 @@ class RewindTest(BrowserTest):
         self.assertEqual(self.titles(), ["f", "e", "d", "c", "b"])
 
     def test_it_takes_neither_pointer_nor_keyboard(self):
-        typed = "addEventListener('keydown', event => fetch('/report/key-' + event.key))"
-        clicked = "addEventListener('click', () => fetch('/report/click'))"
-        self.server.script_page("/typed", f"{typed};{clicked}")
+        self.server.script_page("/typed", TELLS_KEYS + TELLS_CLICKS)
         self.start_with("a", "b")
         self.open(self.server.url("/typed"))
         self.hands.click()
@@ -112,7 +110,7 @@ class RewindTest(BrowserTest):
         self.hover_back()
         self.wait_until_open()
 
-        self.hands.click(at=self.windows.find("push button", BACK).middle)
+        self.click_on("push button", BACK)
 
         self.wait_for_selected("link")
         self.wait_until_closed()
@@ -154,7 +152,7 @@ class RewindTest(BrowserTest):
 
         self.hands.press("ctrl+shift+h")
         self.wait_until_open()
-        until(lambda: self.rows()[0].is_focused, "the newest visit to have the keyboard")
+        self.wait_for_newest()
         self.hands.go_on("Tab", "Return")
 
         self.wait_for_selected("b")
@@ -164,7 +162,7 @@ class RewindTest(BrowserTest):
         self.start_with("a", "b", "c")
         self.hands.press("ctrl+shift+bracketleft")
         self.wait_until_open()
-        until(lambda: self.rows()[0].is_focused, "the newest visit to have the keyboard")
+        self.wait_for_newest()
 
         self.hands.go_on("shift+Tab")
         until(lambda: self.windows.find("slider", DOTS).is_focused, "the dots' keyboard")
@@ -174,13 +172,12 @@ class RewindTest(BrowserTest):
         self.wait_until_closed()
 
     def test_escape_gives_the_keyboard_back_to_the_page(self):
-        self.server.script_page(
-            "/typed", "addEventListener('keydown', event => fetch('/report/key-' + event.key))")
+        self.server.script_page("/typed", TELLS_KEYS)
         self.start_with("a")
         self.open(self.server.url("/typed"))
         self.app.action("rewind")
         self.wait_until_open()
-        until(lambda: self.rows()[0].is_focused, "the newest visit to have the keyboard")
+        self.wait_for_newest()
 
         self.hands.go_on("Escape")
         self.wait_until_closed()
@@ -208,8 +205,7 @@ class RewindTest(BrowserTest):
 
     def test_a_private_window_and_a_day_without_visits_have_none(self):
         self.start_with("a")
-        self.app.app_action("newPrivateWindow")
-        until_equal(self.app.windows, [1, 2], "the windows")
+        self.open_private_window()
         back = self.windows.find("push button", BACK, PRIVATE)
         self.hands.hover(back.middle, title=PRIVATE)
 

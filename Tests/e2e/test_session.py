@@ -8,9 +8,7 @@ class SessionTest(BrowserTest):
     def start_with(self, *names):
         """Starts with one tab for each name and no other."""
         self.urls = {name: self.server.page(f"/{name}", f"Page {name}") for name in names}
-        self.app.start()
-        self.open(*self.urls.values())
-        self.do("selectTab1", "closeTab")
+        self.start_with_only(*self.urls.values())
         self.wait_for_session(*self.urls.values())
 
     def do(self, *actions):

@@ -1,27 +1,15 @@
 """The badge at the head of the notch and the panel that it opens."""
 
-import json
-
 from harness.case import BrowserTest
-from harness.notch import Notch
-from harness.site import CLEAR, CLEARED, INFO, SEARCH, Site
+from harness.saved import TWO_PROFILES
+from harness.site import CLEAR, CLEARED, INFO, SEARCH
 from harness.wait import until, until_equal
 
-PRIVATE = "Orvu — Private"
 KEPT = "orvuSitePermissions"
-PROFILES = json.dumps([
-    {"id": "00000000-0000-0000-0000-00000000F00D", "name": "Personal", "icon": "person.fill",
-     "color": 10},
-    {"id": "11111111-2222-4333-8444-555555555555", "name": "Work", "icon": "briefcase.fill",
-     "color": 1}]).encode()
 
 
 class SiteInfoTest(BrowserTest):
     trusts_test_authority = True
-
-    def setUp(self):
-        super().setUp()
-        self.site = Site(self.windows, self.hands)
 
     def open_secure(self, host="www.shop.example"):
         shop = self.proxy.site(host)
@@ -46,54 +34,40 @@ class SiteInfoTest(BrowserTest):
         self.assertFalse(self.site.is_open())
 
     def test_a_click_on_the_badge_of_a_page_opens_the_panel_and_not_the_notch(self):
-        self.app.start()
-        self.open(self.server.page("/page"))
+        self.start_and_open(self.server.page("/page"))
 
         self.site.open()
 
         self.assertFalse(self.notch.is_open())
 
     def test_the_badge_is_reached_and_the_panel_closed_by_key(self):
-        self.app.start()
-        self.open(self.server.page("/page"))
+        self.start_and_open(self.server.page("/page"))
         self.notch.resting()
         self.hands.press("F6")  # from the page to the bar: the open notch
         self.notch.wait_until_open()
         self.hands.go_on("Escape")
         self.notch.wait_until_closed()
-        self.focus_badge()
+        self.hands.press("shift+F6")
+        self.go_by_key_to(INFO, "shift+Tab")
 
         self.hands.go_on("Return")
         self.site.wait_until_open()
-        until_equal(self.focused, ["Camera: Ask"], "what has the keyboard")
+        self.wait_for_focus("Camera: Ask")
         self.hands.go_on("Tab")
-        until_equal(self.focused, ["Camera: Allow"], "what has the keyboard")
+        self.wait_for_focus("Camera: Allow")
         self.hands.go_on("space")
         self.site.wait_for_choice("Camera", "Allow")
         self.hands.go_on("Escape")
 
         self.site.wait_until_closed()
-        until_equal(self.focused, [INFO], "what has the keyboard")
+        self.wait_for_focus(INFO)
         self.hands.go_on("space")
         self.site.wait_until_open()
-
-    def focused(self):
-        return [node.name for node in self.windows.focused() if node.role == "push button"]
-
-    def focus_badge(self):
-        """Goes through the window by key until the badge has the keyboard."""
-        self.hands.press("shift+F6")
-        for _ in range(30):
-            if self.focused() == [INFO]:
-                return
-            self.hands.go_on("shift+Tab")
-        self.fail(f"the badge is not reached by key; the keyboard is at {self.windows.focused()}")
 
     # The panel.
 
     def test_the_panel_of_a_page_over_http(self):
-        self.app.start()
-        self.open(self.server.page("/page"))
+        self.start_and_open(self.server.page("/page"))
 
         self.site.open()
 
@@ -125,26 +99,20 @@ class SiteInfoTest(BrowserTest):
                                                      "shop.example|microphone": "allow"})
 
     def test_choices_survive_a_restart(self):
-        self.app.start()
-        self.open(self.server.page("/page"))
+        self.start_and_open(self.server.page("/page"))
         self.site.open()
         self.site.choose("Camera", "Block")
         self.app.quit()
 
-        self.app.start()
-        self.open(self.server.page("/again"))
+        self.start_and_open(self.server.page("/again"))
         self.site.open()
 
         self.site.wait_for_choice("Camera", "Block")
 
     def test_a_choice_of_a_private_window_is_not_written_and_counts_there(self):
         page = self.server.page("/page", "Page")
-        self.app.start()
-        self.open(page)
-        self.app.app_action("newPrivateWindow")
-        until_equal(self.app.windows, [1, 2], "the windows")
-        Notch(self.windows, self.hands, PRIVATE).go_to(page)
-        private = Site(self.windows, self.hands, PRIVATE)
+        self.start_and_open(page)
+        private = self.open_private_site(page)
         private.open()
 
         private.choose("Camera", "Block")
@@ -157,8 +125,7 @@ class SiteInfoTest(BrowserTest):
         self.assertEqual(self.site.chosen("Camera"), ["Ask"])
 
     def test_the_panel_follows_its_tab_and_closes_with_it(self):
-        self.app.start()
-        self.open(*self.server.pages("/one"))
+        self.start_and_open(*self.server.pages("/one"))
         self.open_secure()
         self.site.open()
 
@@ -169,8 +136,7 @@ class SiteInfoTest(BrowserTest):
         self.site.wait_until_closed()
 
     def test_the_panel_makes_way_for_the_notch(self):
-        self.app.start()
-        self.open(self.server.page("/page"))
+        self.start_and_open(self.server.page("/page"))
         self.site.open()
 
         self.app.action("editAddress")
@@ -187,34 +153,28 @@ class SiteInfoTest(BrowserTest):
                          [("Set-Cookie", f"kept={path[1:]}; Max-Age=86400")])
         return self.server.url(path, host)
 
-    def cookies(self, path):
-        return [request.headers.get("Cookie") for request in self.server.requests_for(path)]
-
     def test_clearing_removes_what_this_site_stored_and_loads_the_page_anew(self):
         here = self.cookie_page("/here", "127.0.0.1")
         other = self.cookie_page("/other", "localhost")
-        self.app.start()
-        self.open(other, here)
+        self.start_and_open(other, here)
         self.server.wait_for_report("here-none")
 
         self.clear()
 
         self.server.wait_for("/here", times=2)
-        until_equal(lambda: self.cookies("/here"), [None, None], "the cookies that were sent")
+        until_equal(lambda: self.server.cookies_for("/here"), [None, None],
+                    "the cookies that were sent")
         until(lambda: self.server.reports().count("here-none") == 2, "an empty storage",
               self.server.reports)
         self.app.start_again(other)
         self.server.wait_for("/other", times=2)
-        self.assertEqual(self.cookies("/other"), [None, "kept=other"])
+        self.assertEqual(self.server.cookies_for("/other"), [None, "kept=other"])
         self.server.wait_for_report("other-value")
 
     def test_profiles_share_choices_but_not_what_is_cleared(self):
         page = self.cookie_page("/page", "127.0.0.1")
-        self.app.start()
-        self.app.quit()
-        self.saved.put({"orvuProfiles": PROFILES})
-        self.app.start()
-        self.open(page)
+        self.save_beforehand(TWO_PROFILES)
+        self.start_and_open(page)
         self.hands.press("alt+2")
         self.wait_for_tabs("New tab")
         self.notch.go_to(page)
@@ -231,14 +191,13 @@ class SiteInfoTest(BrowserTest):
         self.site.open()
 
         self.site.wait_for_choice("Camera", "Block")
-        self.assertEqual(self.cookies("/page"), [None, None, None, "kept=page"])
+        self.assertEqual(self.server.cookies_for("/page"), [None, None, None, "kept=page"])
 
     def test_a_page_without_a_host_can_clear_nothing(self):
         page = self.home.folder / "page.html"
         page.write_text("<title>File</title>")
         kept = self.cookie_page("/kept", "127.0.0.1")
-        self.app.start()
-        self.open(kept)
+        self.start_and_open(kept)
         self.notch.go_to(page.as_uri())
         self.notch.wait_for_address(page.as_uri())
 

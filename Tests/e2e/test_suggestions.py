@@ -1,10 +1,8 @@
 """Suggestions from search engines: what is shown, and what is never sent."""
 
 from harness.case import BrowserTest
-from harness.suggestions import Suggestions
+from harness.suggestions import Suggestions, results_page
 from harness.wait import until, until_equal
-
-PRIVATE = "Orvu — Private"
 
 
 class SuggestionsTest(BrowserTest):
@@ -13,14 +11,11 @@ class SuggestionsTest(BrowserTest):
     def setUp(self):
         super().setUp()
         self.service = Suggestions(self.proxy)
-        self.google = self.proxy.site("www.google.com")
-        self.google.page("/search", "Results")
+        self.google = results_page(self.proxy)
 
     def start_with(self, **settings):
         """Starts with settings that were chosen before."""
-        self.app.start()
-        self.app.quit()
-        self.saved.put(settings)
+        self.save_beforehand(settings)
         self.app.start()
 
     def test_suggestions_stand_in_the_order_of_the_engine(self):
@@ -200,9 +195,7 @@ class SuggestionsTest(BrowserTest):
     def test_private_window_asks_for_nothing_and_has_no_footer(self):
         self.service.suggest("exam", "example")
         self.app.start()
-        self.app.app_action("newPrivateWindow")
-        until_equal(self.app.windows, [1, 2], "the windows")
-        notch = type(self.notch)(self.windows, self.hands, PRIVATE)
+        notch = self.open_private_window()
 
         notch.write("exam")
         notch.wait_for_button("Ask Kesto “exam”")
@@ -223,8 +216,7 @@ class FastTypingTest(BrowserTest):
              "zebra"] * 3
 
     def test_fast_typing_and_return_go_where_was_typed(self):
-        google = self.proxy.site("www.google.com")
-        google.page("/search", "Results")
+        google = results_page(self.proxy)
         service = Suggestions(self.proxy)
         for word in self.WORDS:
             for end in range(1, len(word) + 1):

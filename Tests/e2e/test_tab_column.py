@@ -20,10 +20,7 @@ class ColumnTest(BrowserTest):
     def start_with(self, *names):
         """Starts with one page for each name and no other; the last one is in front."""
         self.urls = [self.server.page(f"/{name}", name) for name in names]
-        self.app.start()
-        self.open(*self.urls)
-        self.app.action("selectTab1")
-        self.app.action("closeTab")
+        self.start_with_only(*self.urls)
         self.app.action("selectTab9")
         self.wait_for_selected(names[-1])
         self.wait_for_tabs(*names)
@@ -41,44 +38,39 @@ class ColumnTest(BrowserTest):
     def row(self, title):
         return self.windows.find("push button", title)
 
-    def focus(self):
-        return [node.name for node in self.windows.focused()]
-
-    def wait_for_focus(self, name):
-        until_equal(self.focus, [name], "what has the keyboard")
-
     def focus_list(self, first):
         """Leads the keyboard from the address into the list, whose Tab stop is `first`."""
         self.app.action("editAddress")
         self.notch.wait_until_open()
         self.hands.press("F6")
         self.wait_for_focus("New tab")
-        for _ in range(6):
-            former = self.focus()
-            if former == [first]:
-                return
-            self.hands.go_on("Tab")
-            until(lambda was=former: self.focus() not in ([], was), "the keyboard to move on")
-        self.wait_for_focus(first)
+        self.go_by_key_to(first, most=6)
 
     def menu_lines(self):
         return [item.name for item in self.windows.nodes("menu item")]
 
     def open_menu(self, title):
         """Opens the context menu of a row or a tile with the pointer."""
-        self.hands.click(button=3, at=self.row(title).middle)
+        self.click_on("push button", title, button=3)
         self.windows.find("menu item", "Close Tab")
 
     def rename_by_key(self, former, name, end="Return"):
         self.open_field(former)
-        self.hands.go_on("ctrl+a")
-        self.hands.type_on(name)
+        self.replace_text(name)
         self.hands.go_on(end)
         until_equal(lambda: self.windows.nodes("text", "Group name"), [], "the fields for a name")
 
+    def replace_text(self, text):
+        self.hands.go_on("ctrl+a")
+        self.hands.type_on(text)
+
+    def choose_for_group(self, name, item):
+        """Presses an item of a group's context menu."""
+        self.hands.click(button=3, at=self.header(name).middle)
+        self.windows.press("menu item", item)
+
     def open_field(self, former):
-        self.hands.click(button=3, at=self.header(former).middle)
-        self.windows.press("menu item", "Rename…")
+        self.choose_for_group(former, "Rename…")
         self.wait_for_focus("Group name")
 
     # Tabs.
@@ -93,7 +85,7 @@ class ColumnTest(BrowserTest):
     def test_close_button_of_a_row_under_the_pointer_closes_its_tab(self):
         self.start_with("one", "two", "three")
 
-        self.hands.point(self.row("one").middle)
+        self.hands.hover(self.row("one").middle)
         self.hands.click(at=self.row("Close one").middle)
 
         self.wait_for_tabs("two", "three")
@@ -146,7 +138,7 @@ class ColumnTest(BrowserTest):
         self.windows.press("menu item", "Pin Tab")
         until_equal(self.windows.pinned_tabs, ["one"], "the tiles")
         until_equal(self.saved.pinned, self.urls[:1], "the saved pins")
-        self.hands.click(button=3, at=self.windows.find("list item", "one").middle)
+        self.click_on("list item", "one", button=3)
         self.windows.press("menu item", "Unpin Tab")
 
         until_equal(self.windows.pinned_tabs, [], "the tiles")
@@ -195,10 +187,9 @@ class ColumnTest(BrowserTest):
         self.start_with("one", "two")
         self.group(1, "Bees")
 
-        self.hands.click_twice(self.header("Bees").middle)
+        self.hands.double_click(self.header("Bees").middle)
         self.wait_for_focus("Group name")
-        self.hands.go_on("ctrl+a")
-        self.hands.type_on("Maps")
+        self.replace_text("Maps")
         self.hands.go_on("Return")
 
         self.header("Maps")
@@ -209,8 +200,7 @@ class ColumnTest(BrowserTest):
         self.group(1, "Bees")
 
         self.open_field("Bees")
-        self.hands.go_on("ctrl+a")
-        self.hands.type_on("Maps")
+        self.replace_text("Maps")
         self.hands.go_on("ctrl+l")
 
         self.header("Maps")
@@ -252,11 +242,9 @@ class ColumnTest(BrowserTest):
         self.group(1, "Bees")
         self.group(2, "Maps")
 
-        self.hands.click(button=3, at=self.header("Bees").middle)
-        self.windows.press("menu item", "Ungroup")
+        self.choose_for_group("Bees", "Ungroup")
         until_equal(self.saved.grouped, {"Maps": self.urls[1:2]}, "the saved groups")
-        self.hands.click(button=3, at=self.header("Maps").middle)
-        self.windows.press("menu item", "Close Group")
+        self.choose_for_group("Maps", "Close Group")
 
         self.wait_for_tabs("one", "three")
 
@@ -306,9 +294,7 @@ class ColumnTest(BrowserTest):
         until(lambda: len(self.windows.nodes("push button", "Narrow tabs")) == 2, "two columns")
 
     def test_new_window_starts_as_the_setting_says(self):
-        self.app.start()
-        self.app.quit()
-        self.saved.put({"narrowTabs": 1})
+        self.save_beforehand({"narrowTabs": 1})
         self.app.start()
 
         self.windows.find("push button", "Show tab titles")
@@ -356,7 +342,7 @@ class ColumnTest(BrowserTest):
     def test_five_hundred_tabs_are_reached_by_key(self):
         self.start_with("first")
         self.focus_list("first")
-        rows = self.windows.list_of_tabs()
+        rows = self.windows.find("list", "Tabs")
         first = rows.child(0)
         top = first.box[1]
         for _ in range(499):

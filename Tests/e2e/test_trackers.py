@@ -1,10 +1,9 @@
 """Well-known trackers are blocked where other sites ask for them."""
 
-from harness.case import BrowserTest
-from harness.wait import until, until_equal
+from harness.case import PRIVATE, BrowserTest
+from harness.wait import until
 
 LISTED = "www.google-analytics.com"
-PRIVATE = "Orvu — Private"
 
 
 def asking(url):
@@ -43,21 +42,16 @@ class TrackersTest(BrowserTest):
 
     def test_private_windows_are_protected_as_well(self):
         self.app.start()
-        self.app.app_action("newPrivateWindow")
-        until_equal(self.app.windows, [1, 2], "the windows")
+        self.open_private_window()
         url = self.server.script_page("/hidden", asking(self.tracker.url("/collect")))
 
-        self.app.action("editAddress", window=2)
-        self.hands.type(url, title=PRIVATE)
-        self.hands.press("Return", title=PRIVATE)
+        self.type_address(url, PRIVATE)
 
         self.server.wait_for_report("done-hidden")
         self.assertEqual(self.tracker.requests, [])
 
     def test_switched_off_it_holds_for_windows_opened_afterwards(self):
-        self.app.start()
-        self.app.quit()
-        self.saved.put({"blockTrackers": 0})
+        self.save_beforehand({"blockTrackers": 0})
         self.app.start()
 
         self.visit_asking_page("unprotected")

@@ -7,11 +7,6 @@ BESIDE = {"wikipedia.org", "youtube.com", "maps.apple.com", "github.com", "googl
           "suggestqueries.google.com", "ac.ecosia.org"}
 
 class TypedTextTest(BrowserTest):
-    def type_address(self, text):
-        self.app.action("editAddress")
-        self.hands.type(text)
-        self.hands.press("Return")
-
     def check_leads_to(self, text, host, address):
         """Typed text asks the host for its page, and the tab then has the address."""
         self.app.start()
@@ -42,8 +37,7 @@ class TypedTextTest(BrowserTest):
 
     def test_address_of_the_page_stands_in_the_field(self):
         page = self.server.page("/shown")
-        self.app.start()
-        self.open(page)
+        self.start_and_open(page)
 
         self.app.action("editAddress")
 
@@ -61,8 +55,6 @@ class TypedTextTest(BrowserTest):
                             "https://en.wikipedia.org/w/index.php?search=cats%20%26%20dogs")
 
     def test_words_are_searched_with_the_chosen_engine(self):
-        self.app.start()
-        self.app.quit()
-        self.saved.put({"searchEngine": "ecosia"})
+        self.save_beforehand({"searchEngine": "ecosia"})
 
         self.check_leads_to("word", "www.ecosia.org", "https://www.ecosia.org/search?q=word")

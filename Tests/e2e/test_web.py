@@ -1,19 +1,14 @@
 """Hosts of the outside world, played on loopback and reached over https."""
 
 from harness.case import BrowserTest
+from harness.suggestions import results_page
 
 
 class WebTest(BrowserTest):
     trusts_test_authority = True
 
-    def type_address(self, text):
-        self.app.action("editAddress")
-        self.hands.type(text)
-        self.hands.press("Return")
-
     def test_typed_words_load_a_page_of_results(self):
-        google = self.proxy.site("www.google.com")
-        google.page("/search", "What was found")
+        google = results_page(self.proxy, "What was found")
         self.app.start()
 
         self.type_address("two words")
@@ -32,11 +27,9 @@ class DistrustTest(BrowserTest):
         impostor.page("/")
         self.app.start()
 
-        self.app.action("editAddress")
-        self.hands.type("example.org")
-        self.hands.press("Return")
+        self.type_address("example.org")
         self.proxy.wait_for("CONNECT example.org:443")
-        self.windows.find("push button", "Reload (Ctrl+R)")
+        self.wait_until_loaded()
 
         self.assertEqual(impostor.requests, [])
         self.assertEqual(self.saved.visits(), [])

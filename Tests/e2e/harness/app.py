@@ -10,17 +10,19 @@ import tempfile
 
 import gi
 
-gi.require_version("Gio", "2.0")
-from gi.repository import Gio, GLib  # noqa: E402
+gi.require_version("GLib", "2.0")
+from gi.repository import GLib  # noqa: E402
 
 from . import process
+from .bus import Bus
 from .saved import Saved
 from .wait import DEADLINE, until
 
 ID = "app.orvu.Orvu"
 PATH = "/app/orvu/Orvu"
 WINDOWS = PATH + "/window"
-PAGE_PROCESS = "WebKitWebProces"  # as the kernel cuts it
+# As the kernel cuts them.
+PAGE_PROCESS, FETCHER = "WebKitWebProces", "WebKitNetworkPr"
 
 
 def program():
@@ -47,6 +49,16 @@ class Home:
                 "XDG_DATA_HOME": str(self.data), "XDG_CACHE_HOME": str(self.cache),
                 "XDG_RUNTIME_DIR": str(self.runtime)}
 
+    def files_with(self, text):
+        """The files, and folders by their names, in which a text stands in some encoding."""
+        forms = [text.encode(encoding) for encoding in ("utf-8", "utf-16-le", "utf-16-be")]
+        names = []
+        for file in self.folder.rglob("*"):
+            content = str(file).encode() + (file.read_bytes() if file.is_file() else b"")
+            if any(form in content for form in forms):
+                names.append(str(file.relative_to(self.folder)))
+        return names
+
     def remove(self):
         shutil.rmtree(self.folder, ignore_errors=True)
 
@@ -60,10 +72,7 @@ class App:
         self._errors = None
         self._environment = os.environ | display.environment() | home.environment() \
             | proxy.environment() | dict(extra_environment)
-        self._bus = Gio.DBusConnection.new_for_address_sync(
-            display.bus_address,
-            Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
-            | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION, None, None)
+        self._bus = Bus(display.bus_address)
 
     @property
     def pid(self):
@@ -75,7 +84,7 @@ class App:
         """Starts the program; comes back when its first window takes actions. A Python program
         ignores some signals, such as that of a file that becomes too large; the program does the
         same unless they are restored for it."""
-        until(lambda: not self._is_on_bus(), "the former program to leave the bus")
+        until(lambda: not self._bus.has_name(ID), "the former program to leave the bus")
         self._close_errors()
         self._errors = tempfile.TemporaryFile()
         self.process = process.spawn([program(), *arguments], env=self._environment,
@@ -94,6 +103,14 @@ class App:
         if second.returncode != 0:
             raise AssertionError(f"a second start with {[each[:80] for each in arguments]} ended "
                                  f"with {second.returncode}: {second.stderr!r}")
+
+    def hand_over(self, *arguments):
+        """What a second start tells the program before it ends, without the time that it takes."""
+        words = [GLib.Variant.new_bytestring(os.fsencode(each)) for each in (program(), *arguments)]
+        status = self._bus.call(ID, PATH, "org.gtk.Application", "CommandLine", "(oaaya{sv})",
+                                PATH, words, {"cwd": GLib.Variant.new_bytestring(os.getcwdb())})
+        if status != 0:
+            raise AssertionError(f"{arguments} handed over were answered with {status}")
 
     def is_running(self):
         return self.process is not None and self.process.poll() is None
@@ -133,7 +150,7 @@ class App:
         if self.process is not None:
             process.stop(self.process)
         self._close_errors()
-        self._bus.close_sync(None)
+        self._bus.close()
 
     def _close_errors(self):
         if self._errors is not None:
@@ -149,39 +166,36 @@ class App:
         """Runs an action of a window; it has run when this comes back."""
         self._activate(f"{WINDOWS}/{window}", name)
 
-    def actions(self, window=1):
-        answer = self._call(f"{WINDOWS}/{window}", "org.gtk.Actions", "List", None)
-        return answer.unpack()[0]
-
     def windows(self):
         """The numbers of the open windows."""
-        if not self._is_on_bus():
+        if not self._bus.has_name(ID):
             return []
         try:
-            answer = self._call(WINDOWS, "org.freedesktop.DBus.Introspectable", "Introspect", None)
+            answer = self._bus.call(ID, WINDOWS, "org.freedesktop.DBus.Introspectable",
+                                    "Introspect")
         except GLib.Error:
             return []
-        return sorted(int(each) for each in re.findall(r'<node name="(\d+)"', answer.unpack()[0]))
+        return sorted(int(each) for each in re.findall(r'<node name="(\d+)"', answer))
 
     def _activate(self, path, name):
-        self._call(path, "org.gtk.Actions", "Activate",
-                   GLib.Variant("(sava{sv})", (name, [], {})))
+        self._bus.call(ID, path, "org.gtk.Actions", "Activate", "(sava{sv})", name, [], {})
 
-    def _call(self, path, interface, method, arguments, name=ID):
-        return self._bus.call_sync(name, path, interface, method, arguments, None,
-                                   Gio.DBusCallFlags.NO_AUTO_START, int(DEADLINE * 1000), None)
-
-    def _is_on_bus(self):
-        answer = self._call("/org/freedesktop/DBus", "org.freedesktop.DBus", "NameHasOwner",
-                            GLib.Variant("(s)", (ID,)), "org.freedesktop.DBus")
-        return answer.unpack()[0]
+    def accessibility_address(self):
+        """The bus on which assistive programs find the windows, once the program has it made."""
+        return self._bus.call("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress")
 
     # Processes of pages.
 
     def page_processes(self):
         """The ids of the processes that hold pages."""
-        below = process.descendants(self.pid)
-        return sorted(pid for pid, name in below.items() if name == PAGE_PROCESS)
+        return self._below(PAGE_PROCESS)
+
+    def fetcher(self):
+        """The process that fetches and writes for all pages."""
+        found = self._below(FETCHER)
+        if len(found) != 1:
+            raise AssertionError(f"{len(found)} processes fetch")
+        return found[0]
 
     def kill_page_processes(self):
         for pid in self.page_processes():
@@ -189,3 +203,6 @@ class App:
                 os.kill(pid, signal.SIGKILL)
             except ProcessLookupError:
                 pass  # it left by itself
+
+    def _below(self, name):
+        return sorted(pid for pid, its in process.descendants(self.pid).items() if its == name)

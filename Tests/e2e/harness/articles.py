@@ -3,8 +3,9 @@
 SENTENCE = ("The keeper of the lighthouse wrote down the wind at every change of the watch, and "
             "beside it what he had seen of the sea. ")
 
+TITLE = "The lamp on the island"
 STORY = f"""<!doctype html><html lang=en><meta charset=utf-8><title>Harbour Post</title>
-<h1>The lamp on the island</h1><article><p>{SENTENCE * 3}</p><h2>What the log tells</h2>
+<h1>{TITLE}</h1><article><p>{SENTENCE * 3}</p><h2>What the log tells</h2>
 <p>{SENTENCE * 2}</p><ul><li>Oil for forty nights, and a second wick in the tin box under the
 stairs, where it stays dry in every kind of weather that comes over the island in a year</li>
 <li>Bread</li></ul><blockquote>Nobody lives here who does not like his own company, and nobody

@@ -13,8 +13,10 @@ from .keys import Hands
 from .notch import Notch
 from .proxy import Proxy
 from .server import Server
+from .site import Site
 from .wait import until, until_equal
 
+PRIVATE = "Orvu — Private"
 # The names of the buttons in the top bar.
 BACK, FORWARD, RELOAD = "Back (Ctrl+[) — hover to rewind", "Forward (Ctrl+])", "Reload (Ctrl+R)"
 
@@ -53,8 +55,10 @@ class BrowserTest(unittest.TestCase):
         self.addCleanup(self._leave_picture)
         self.saved = self.home.saved
         self.windows = Windows(self.app)
+        self.addCleanup(self.windows.close)
         self.hands = Hands(self.app)
         self.notch = Notch(self.windows, self.hands)
+        self.site = Site(self.windows, self.hands)
 
     def run(self, result=None):
         self._result = result
@@ -67,21 +71,80 @@ class BrowserTest(unittest.TestCase):
     def _leave_picture(self):
         broken = self._result.failures + self._result.errors if self._result else []
         if any(test is self for test, _ in broken):
-            self.picture(f"failed-{self.id().rsplit('.', 1)[-1]}")
+            self.picture(f"failed-{self.id()}")
             print(f"\nThe program wrote:\n{self.app.errors()}")
 
-    # What many scenarios do.
+    # Ways to begin.
+
+    def save_beforehand(self, values):
+        """Leaves saved values, as a former run of the program would have."""
+        self.app.start()
+        self.app.quit()
+        self.saved.put(values)
+
+    def start_and_open(self, *urls):
+        """Starts the program with pages in tabs behind the empty one of every new window."""
+        self.app.start()
+        self.open(*urls)
+
+    def start_with_only(self, *urls):
+        """Starts the program with one tab for each page and no other; the first is in front."""
+        self.start_and_open(*urls)
+        self.app.action("selectTab1")
+        self.app.action("closeTab")
+
+    # Pages.
 
     def open(self, *urls):
         """Opens pages in tabs of the ordinary window, each when the former one has come."""
         for url in urls:
-            self.app.start_again(url)
-            self.wait_for_visit(url)
+            self._open(url)
+
+    def _open(self, url):
+        before = self.saved.visited().count(url)
+        self.app.hand_over(url)
+        # Not the last visit: tabs of a former run may still be loading, too.
+        until(lambda: self.saved.visited().count(url) > before, f"a visit to {url}",
+              self.saved.visited)
+
+    def open_private_window(self):
+        """Opens one as the second window; gives its notch."""
+        self.app.app_action("newPrivateWindow")
+        until_equal(self.app.windows, [1, 2], "the windows")
+        return Notch(self.windows, self.hands, PRIVATE)
+
+    def open_private_site(self, url):
+        """Opens a page in a new private window, the second one; gives what that shows of its
+        site."""
+        self.open_private_window().go_to(url)
+        return Site(self.windows, self.hands, PRIVATE)
+
+    def open_privately(self, url, title):
+        """Opens a page of that title in a new private window, the second one."""
+        self.open_private_window()
+        self.type_address(url, PRIVATE)
+        self.wait_for_tabs(title, window=PRIVATE)
+
+    def type_address(self, text, title="Orvu"):
+        """Enters a text in the window of that title, the first one or the private second one."""
+        self.app.action("editAddress", window=2 if title == PRIVATE else 1)
+        self.hands.type(text, title=title)
+        self.hands.press("Return", title=title)
+
+    def wait_until_loaded(self):
+        """Waits until the page in front is not loading."""
+        self.windows.find("push button", RELOAD)
 
     def wait_for_visit(self, url):
         """Waits until a visit to `url` is the last one saved."""
         until(lambda: self.saved.visited()[-1:] == [url], f"{url} as the last visit",
               self.saved.visited)
+
+    def bookmark_page(self):
+        self.windows.press("push button", "Bookmark this page")
+        self.windows.find("push button", "Remove bookmark")
+
+    # Tabs.
 
     def wait_for_session(self, *urls):
         until_equal(self.saved.session, list(urls), "the saved tabs")
@@ -91,3 +154,35 @@ class BrowserTest(unittest.TestCase):
 
     def wait_for_selected(self, title, window=None):
         until_equal(lambda: self.windows.selected_tabs(window), [title], "the tab in front")
+
+    # Controls.
+
+    def click_on(self, role, name, button=1):
+        """Clicks with the pointer on a thing of the ordinary window."""
+        self.hands.click(button, at=self.windows.find(role, name).middle)
+
+    def open_more_menu(self):
+        self.windows.find("push button", "More")
+        self.windows.nodes("push button", "More")[-1].press()
+        self.windows.find("menu item", "Actual Size")
+
+    def focus(self):
+        """The names of what has the keyboard."""
+        return [node.name for node in self.windows.focused()]
+
+    def wait_for_focus(self, name):
+        until_equal(self.focus, [name], "what has the keyboard")
+
+    def go_by_key_to(self, name, key="Tab", most=30):
+        """Presses a key until something has the keyboard."""
+        for _ in range(most):
+            if self.focus() == [name]:
+                return
+            former = self.windows.focused()
+            self.hands.go_on(key)
+            until(lambda was=former: self._has_moved(was), f"the keyboard to leave {former}")
+        self.wait_for_focus(name)
+
+    def _has_moved(self, former):
+        now = self.windows.focused()
+        return now and not any(each.is_same(was) for each in now for was in former)

@@ -3,30 +3,43 @@
 import atexit
 import hashlib
 import os
+import pathlib
 import shutil
 import subprocess
 import tempfile
 
-from . import process
+from . import process, x11
 from .wait import until
 
 WIDTH, HEIGHT = 1920, 1200
 MANAGERS = {"openbox": ["openbox"], "mutter": ["mutter", "--x11"]}
+SOCKETS = pathlib.Path("/tmp/.X11-unix")
+QUIET = {"stdin": subprocess.DEVNULL, "stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL}
 
 
-def _announced(arguments, **options):
-    """Starts a program that writes a line to a descriptor given by "{fd}"; gives both."""
+def _announced(*arguments):
+    """Starts a program that writes a line to a descriptor given by "{fd}"; gives both. The line is
+    empty if it ended instead."""
     reader, writer = os.pipe()
     try:
         started = process.spawn([each.replace("{fd}", str(writer)) for each in arguments],
-                                pass_fds=[writer], **options)
+                                pass_fds=[writer], **QUIET)
     finally:
         os.close(writer)
     with os.fdopen(reader) as lines:
-        line = lines.readline().strip()
-    if not line:
-        raise AssertionError(f"{arguments[0]} did not start, status {started.poll()}")
-    return started, line
+        return started, lines.readline().strip()
+
+
+def _x_server(size):
+    """Starts a server on a number that no other one has; gives both."""
+    for _ in range(5):
+        server, number = _announced("Xvfb", "-displayfd", "{fd}", "-screen", "0",
+                                    f"{size[0]}x{size[1]}x24", "-noreset", "-nolisten", "tcp")
+        # A server that had the number before and ends just now may take the new one's socket away.
+        if number and (SOCKETS / f"X{number}").exists():
+            return server, number
+        process.stop(server)
+    raise AssertionError("no display could be made")
 
 
 class Display:
@@ -41,28 +54,32 @@ class Display:
         if key not in cls._shared:
             cls._shared[key] = cls(*key)
             atexit.register(cls._shared[key].stop)
+        # The tools of this process itself talk to the display and to the bus as well.
+        os.environ.update(cls._shared[key].environment())
         return cls._shared[key]
 
     def __init__(self, manager, size):
         self._folder = tempfile.mkdtemp(prefix="orvu-display-")
-        quiet = {"stdin": subprocess.DEVNULL, "stdout": subprocess.DEVNULL,
-                 "stderr": subprocess.DEVNULL}
-        self._server, number = _announced(
-            ["Xvfb", "-displayfd", "{fd}", "-screen", "0", f"{size[0]}x{size[1]}x24", "-noreset",
-             "-nolisten", "tcp"], **quiet)
+        self._server, number = _x_server(size)
         self.name = f":{number}"
-        # This process itself talks to the display and to the bus as well.
-        os.environ.update(self._environment())
-        self._bus, self.bus_address = _announced(
-            ["dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address={fd}"],
-            **quiet)
-        os.environ["DBUS_SESSION_BUS_ADDRESS"] = self.bus_address
-        self._manager = process.spawn(MANAGERS[manager], **quiet)
-        until(self._is_managed, "the window manager")
+        self.bus_address = ""
+        os.environ.update(self.environment())
+        self._bus, self.bus_address = _announced("dbus-daemon", "--session", "--nofork",
+                                                 "--nopidfile", "--print-address={fd}")
+        if not self.bus_address:
+            raise AssertionError(f"no session bus, status {self._bus.wait()}")
+        os.environ.update(self.environment())
+        self._manager = process.spawn(MANAGERS[manager], **QUIET)
+        # The first one of all, which may have to read its libraries from the disk.
+        until(lambda: "window id" in x11.property_of("root", "_NET_SUPPORTING_WM_CHECK"),
+              "the window manager", deadline=60)
 
     def environment(self):
         """What a program needs to run on this display."""
-        return self._environment() | {"DBUS_SESSION_BUS_ADDRESS": self.bus_address}
+        return {"DISPLAY": self.name, "GDK_BACKEND": "x11", "GSK_RENDERER": "cairo",
+                "LIBGL_ALWAYS_SOFTWARE": "1", "XDG_RUNTIME_DIR": self._folder,
+                "HOME": self._folder, "LANG": "C.UTF-8", "TZ": "UTC",
+                "DBUS_SESSION_BUS_ADDRESS": self.bus_address}
 
     def picture(self, file):
         """Writes a picture of the whole display."""
@@ -70,11 +87,8 @@ class Display:
 
     def picture_of(self, window, file, beside=0):
         """Writes a picture of one window, its shadow included, and of so many points around."""
-        answer = subprocess.run(["xdotool", "getwindowgeometry", "--shell", window],
-                                capture_output=True, text=True, check=True)
-        at = dict(line.split("=", 1) for line in answer.stdout.split())
-        crop = (f"{int(at['WIDTH']) + 2 * beside}x{int(at['HEIGHT']) + 2 * beside}"
-                f"+{int(at['X']) - beside}+{int(at['Y']) - beside}")
+        left, top, width, height = x11.geometry(window)
+        crop = f"{width + 2 * beside}x{height + 2 * beside}+{left - beside}+{top - beside}"
         subprocess.run(["import", "-silent", "-window", "root", "-crop", crop, "+repage",
                         str(file)], check=True)
 
@@ -88,14 +102,3 @@ class Display:
         for each in (self._manager, self._bus, self._server):
             process.stop(each)
         shutil.rmtree(self._folder, ignore_errors=True)
-
-    def _environment(self):
-        return {"DISPLAY": self.name, "GDK_BACKEND": "x11", "GSK_RENDERER": "cairo",
-                "LIBGL_ALWAYS_SOFTWARE": "1", "XDG_RUNTIME_DIR": self._folder,
-                "HOME": self._folder, "LANG": "C.UTF-8", "TZ": "UTC"}
-
-    @staticmethod
-    def _is_managed():
-        answer = subprocess.run(["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"],
-                                capture_output=True, text=True, check=False)
-        return "window id" in answer.stdout

@@ -5,6 +5,7 @@ import random
 import re
 import threading
 
+from .case import BrowserTest
 from .wait import until, until_equal
 
 BUTTON = "Downloads"
@@ -176,3 +177,12 @@ class Downloads:
     def wait_for_row(self, row, window=None):
         self.open(window)
         until(lambda: row in self.rows(window), f"a row {row!r}", lambda: self.rows(window))
+
+
+class DownloadTest(BrowserTest):
+    """A browser with what it downloads."""
+
+    def setUp(self):
+        super().setUp()
+        self.downloads = Downloads(self)
+        self.folder = self.downloads.folder

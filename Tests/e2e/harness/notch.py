@@ -39,7 +39,7 @@ class Notch:
     def fields(self):
         """The field, as long as the notch is open. The one of an empty tab is called like it,
         but doesn't stand at the window's edge."""
-        return [node for node in self._nodes("text", FIELD) if node.box[1] < LOWEST_FIELD]
+        return [node for node in self._nodes("text", FIELD) if node.is_above(LOWEST_FIELD)]
 
     def is_open(self):
         return bool(self.fields())

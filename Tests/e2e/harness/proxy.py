@@ -5,6 +5,7 @@ import socketserver
 import threading
 
 from .authority import Authority
+from .loopback import Listening
 from .server import Handler, Pages
 from .wait import until
 
@@ -63,21 +64,14 @@ class Proxy:
         self._asked = []
         self._sites = {}
         self._lock = threading.Lock()
-        self._server = _Listener(("127.0.0.1", 0), _Connection)
-        self._server.owner = self
-        self.port = self._server.server_address[1]
-        self._thread = threading.Thread(target=self._server.serve_forever, args=(0.05,),
-                                        daemon=True)
-        self._thread.start()
+        self._listening = Listening(_Listener, _Connection, self)
 
     def stop(self):
         self.release()
-        self._server.shutdown()
-        self._server.server_close()
-        self._thread.join()
+        self._listening.stop()
 
     def environment(self):
-        address = f"http://127.0.0.1:{self.port}"
+        address = f"http://127.0.0.1:{self._listening.port}"
         return {"http_proxy": address, "https_proxy": address, "all_proxy": address,
                 "no_proxy": "127.0.0.1,localhost,.localhost"}
 

@@ -5,6 +5,14 @@ import sqlite3
 from contextlib import closing
 
 
+WORK = "11111111-2222-4333-8444-555555555555"
+# The values of a person with two profiles.
+TWO_PROFILES = {"orvuProfiles": json.dumps([
+    {"id": "00000000-0000-0000-0000-00000000F00D", "name": "Personal", "icon": "person.fill",
+     "color": 10},
+    {"id": WORK, "name": "Work", "icon": "briefcase.fill", "color": 1}]).encode()}
+
+
 class Saved:
     """The user defaults of one home. Reading never changes them."""
 

@@ -4,7 +4,12 @@ import http.server
 import threading
 from urllib.parse import parse_qsl, urlsplit
 
+from .loopback import Listening
 from .wait import until
+
+# Scripts that tell what reaches a page.
+TELLS_KEYS = "addEventListener('keydown', event => fetch('/report/key-' + event.key));"
+TELLS_CLICKS = "addEventListener('click', () => fetch('/report/click'));"
 
 
 class Request:
@@ -149,15 +154,20 @@ class Pages:
         with self.lock:
             return [request for request in self.requests if request.path == path]
 
+    def cookies_for(self, path):
+        """The cookies that came with each request for a path; nothing for one without."""
+        return [request.headers.get("Cookie") for request in self.requests_for(path)]
+
     def asked_paths(self):
         with self.lock:
             return [request.path for request in self.requests]
 
-    def reports(self):
-        """What pages told, oldest first."""
+    def reports(self, beginning=""):
+        """What follows that beginning in what pages told, oldest first."""
+        beginning = f"/report/{beginning}"
         with self.lock:
-            return [request.target.removeprefix("/report/") for request in self.requests
-                    if request.path.startswith("/report/")]
+            return [request.target.removeprefix(beginning) for request in self.requests
+                    if request.target.startswith(beginning)]
 
     def forget(self):
         """Drops the record of the requests so far."""
@@ -178,7 +188,7 @@ class _Listener(http.server.ThreadingHTTPServer):
     request_queue_size = 128
 
     def finish_request(self, request, client_address):
-        Handler(request, client_address, self.pages)
+        Handler(request, client_address, self.owner)
 
 
 class Server(Pages):
@@ -186,18 +196,11 @@ class Server(Pages):
 
     def __init__(self):
         super().__init__()
-        self._listener = _Listener(("127.0.0.1", 0), Handler)
-        self._listener.pages = self
-        self.port = self._listener.server_address[1]
-        self._thread = threading.Thread(target=self._listener.serve_forever, args=(0.05,),
-                                        daemon=True)
-        self._thread.start()
+        self._listening = Listening(_Listener, Handler, self)
 
     def stop(self):
         self.open_gates()
-        self._listener.shutdown()
-        self._listener.server_close()
-        self._thread.join()
+        self._listening.stop()
 
     def url(self, path, host="127.0.0.1"):
-        return f"http://{host}:{self.port}{path}"
+        return f"http://{host}:{self._listening.port}{path}"

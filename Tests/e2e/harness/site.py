@@ -44,7 +44,7 @@ class Site:
 
     def badges(self):
         return [node for node in self._nodes("push button")
-                if node.name in (INFO, SEARCH) and node.box[1] < HEAD]
+                if node.name in (INFO, SEARCH) and node.is_above(HEAD)]
 
     def wait_for_badge(self, name):
         until(lambda: [node.name for node in self.badges()] == [name], f"the badge {name!r}",

@@ -13,6 +13,13 @@ SERVICES = {
 }
 
 
+def results_page(proxy, title="Results"):
+    """The site of the first search engine, with a page of what it found."""
+    site = proxy.site("www.google.com")
+    site.page("/search", title)
+    return site
+
+
 class Suggestions:
     """The service of one engine. What it answers is said for each text; for another text it has
     no suggestion."""
