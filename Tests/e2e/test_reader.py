@@ -335,10 +335,10 @@ class TextTest(ReaderTest):
             until(same, "the reader to come to rest", pause=0.1)
         return seen[-1]
 
-    def other_look(self, former):
+    def other_look(self, previous):
         """What is shown if it is no longer the same text."""
         seen = self.look()
-        return seen if seen[0] != former else None
+        return seen if seen[0] != previous else None
 
     def test_keys_scroll_the_text_under_the_bar(self):
         self.story = articles.serve(self.server, "/story", articles.long_story(60, 400))
@@ -346,13 +346,13 @@ class TextTest(ReaderTest):
         self.hands.press("ctrl+shift+r")
         self.wait_for_reader(title="A long one")
         start, bar = self.look()
-        former = start
+        previous = start
         for key in ("Down", "Page_Down", "space", "End", "Up", "Page_Up", "shift+space"):
             self.hands.go_on(key)
-            text, bar_now = until(lambda other=former: self.other_look(other),
+            text, bar_now = until(lambda other=previous: self.other_look(other),
                                   f"another part of the text after {key}")
             self.assertEqual(bar_now, bar, key)
-            former = text
+            previous = text
 
         self.hands.go_on("Home")
 

@@ -91,7 +91,7 @@ class SuggestionsTest(BrowserTest):
         self.check_nothing_was_sent()
 
     def check_nothing_was_sent(self):
-        """Sends a later request of the same kind, by which the former would have come."""
+        """Sends a later request of the same kind, by which the previous would have come."""
         self.hands.go_on("Return")
         self.wait_for_visit("https://www.google.com/search?q=exam")
         self.assertEqual(self.service.asked(), [])

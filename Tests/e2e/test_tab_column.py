@@ -54,8 +54,8 @@ class ColumnTest(BrowserTest):
         self.click_on("push button", title, button=3)
         self.windows.find("menu item", "Close Tab")
 
-    def rename_by_key(self, former, name, end="Return"):
-        self.open_field(former)
+    def rename_by_key(self, previous, name, end="Return"):
+        self.open_field(previous)
         self.replace_text(name)
         self.hands.go_on(end)
         until_equal(lambda: self.windows.nodes("text", "Group name"), [], "the fields for a name")
@@ -69,8 +69,8 @@ class ColumnTest(BrowserTest):
         self.hands.click(button=3, at=self.header(name).middle)
         self.windows.press("menu item", item)
 
-    def open_field(self, former):
-        self.choose_for_group(former, "Rename…")
+    def open_field(self, previous):
+        self.choose_for_group(previous, "Rename…")
         self.wait_for_focus("Group name")
 
     # Tabs.

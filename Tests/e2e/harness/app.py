@@ -84,7 +84,7 @@ class App:
         """Starts the program; comes back when its first window takes actions. A Python program
         ignores some signals, such as that of a file that becomes too large; the program does the
         same unless they are restored for it."""
-        until(lambda: not self._bus.has_name(ID), "the former program to leave the bus")
+        until(lambda: not self._bus.has_name(ID), "the previous program to leave the bus")
         self._close_errors()
         self._errors = tempfile.TemporaryFile()
         self.process = process.spawn([program(), *arguments], env=self._environment,

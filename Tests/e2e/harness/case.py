@@ -77,7 +77,7 @@ class BrowserTest(unittest.TestCase):
     # Ways to begin.
 
     def save_beforehand(self, values):
-        """Leaves saved values, as a former run of the program would have."""
+        """Leaves saved values, as a previous run of the program would have."""
         self.app.start()
         self.app.quit()
         self.saved.put(values)
@@ -96,14 +96,14 @@ class BrowserTest(unittest.TestCase):
     # Pages.
 
     def open(self, *urls):
-        """Opens pages in tabs of the ordinary window, each when the former one has come."""
+        """Opens pages in tabs of the ordinary window, each when the previous one has come."""
         for url in urls:
             self._open(url)
 
     def _open(self, url):
         before = self.saved.visited().count(url)
         self.app.hand_over(url)
-        # Not the last visit: tabs of a former run may still be loading, too.
+        # Not the last visit: tabs of a previous run may still be loading, too.
         until(lambda: self.saved.visited().count(url) > before, f"a visit to {url}",
               self.saved.visited)
 
@@ -178,11 +178,11 @@ class BrowserTest(unittest.TestCase):
         for _ in range(most):
             if self.focus() == [name]:
                 return
-            former = self.windows.focused()
+            previous = self.windows.focused()
             self.hands.go_on(key)
-            until(lambda was=former: self._has_moved(was), f"the keyboard to leave {former}")
+            until(lambda was=previous: self._has_moved(was), f"the keyboard to leave {previous}")
         self.wait_for_focus(name)
 
-    def _has_moved(self, former):
+    def _has_moved(self, previous):
         now = self.windows.focused()
-        return now and not any(each.is_same(was) for each in now for was in former)
+        return now and not any(each.is_same(was) for each in now for was in previous)

@@ -30,12 +30,12 @@ class PictureTest(BrowserTest):
 
     def settle(self):
         """Waits until the display has shown the same picture twice."""
-        former = []
+        previous = []
 
         def same():
             now = self.display.digest()
-            former.append(now)
-            return len(former) > 1 and former[-2] == now
+            previous.append(now)
+            return len(previous) > 1 and previous[-2] == now
         until(same, "the display to come to rest", pause=0.25)
 
     def assert_drawn(self, file):
