@@ -5,6 +5,7 @@
 #include "notch/AddressNotchBody.h"
 #include "notch/candidates/NotchCandidates.h"
 #include "notch/candidates/NotchSnapshot.h"
+#include "search/SearchSuggester.h"
 #include "support/OwnNotch.h"
 #include "support/FakeDesktop.h"
 

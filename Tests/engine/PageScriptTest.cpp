@@ -102,7 +102,7 @@ TEST_F(PageScriptTest, AnElementTakesTheWholeScreenAndGivesItBack) {
     gtk_window_set_default_size(GTK_WINDOW(window), 600, 400);
     gtk_window_present(GTK_WINDOW(window));
     std::vector<bool> heard;
-    page.onFullscreen = [&](bool on) { heard.push_back(on); };
+    page.connectFullscreen([&](bool on) { heard.push_back(on); });
 
     ASSERT_TRUE(
         waitFor([&] { return evaluate(*view, "document.visibilityState").text == "visible"; }));
