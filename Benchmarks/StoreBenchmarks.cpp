@@ -39,7 +39,8 @@ void resolve(benchmark::State& state) {
                                 "how do garden snails sleep", "!w garden snail"};
     std::size_t next = 0;
     for (auto _ : state) {
-        benchmark::DoNotOptimize(resolveAddress(inputs.at(next++ % inputs.size()), world.defaults));
+        benchmark::DoNotOptimize(
+            resolveAddress(inputs.at(next++ % inputs.size()), world.services.settings()));
     }
 }
 

@@ -43,10 +43,11 @@ void measureDistance(benchmark::State& state, const std::string& a, const std::s
 /// One key: the text before it is called off, and the text behind it is judged and waits.
 void updateSuggestions(benchmark::State& state, const std::string& text) {
     const TemporaryFolder folder;
-    const SqliteUserDefaults defaults{folder.path() / "UserDefaults.sqlite"};
+    SqliteUserDefaults defaults{folder.path() / "UserDefaults.sqlite"};
+    const Settings settings{defaults};
     VirtualMainLoop loop;
     FakeHttpSession http;
-    SearchSuggester suggester{http, loop, defaults, {"en"}};
+    SearchSuggester suggester{http, loop, settings, {"en"}};
     for (auto _ : state) suggester.update(text, SearchSuggester::Privacy::ordinary);
     if (loop.pendingTimers() != 1) state.SkipWithError("the text is held back");
 }

@@ -33,7 +33,7 @@ public:
                                                   [this] { removeOrphans(); })) {}
 
     [[nodiscard]] AppDelegate& delegate() override { return delegate_; }
-    [[nodiscard]] UserDefaults& defaults() override { return services_.platform().defaults; }
+    [[nodiscard]] const Settings& settings() override { return services_.settings(); }
 
 private:
     void removeOrphans() {

@@ -12,7 +12,7 @@ class ResolveAddressTest : public testing::Test {
 protected:
     /// The address that `text` leads to, or "nothing".
     std::string resolved(std::string_view text) const {
-        const auto url = resolveAddress(text, defaults);
+        const auto url = resolveAddress(text, settings);
         return url ? url->absoluteString() : "nothing";
     }
     /// The address of a search whose text is already escaped.
@@ -21,6 +21,7 @@ protected:
     }
 
     FakeUserDefaults defaults;
+    Settings settings{defaults};
 };
 
 TEST_F(ResolveAddressTest, BlankTextGivesNothing) {
@@ -157,7 +158,7 @@ TEST_F(ResolveAddressTest, TextThatIsNotBlankAlwaysLeadsSomewhere) {
     for (int i = 0; i < 5000; ++i) {
         const auto text = joined({"x", random.below(4) == 0 ? random.bytes(12) : random.text(12)});
 
-        const auto url = resolveAddress(text, defaults);
+        const auto url = resolveAddress(text, settings);
 
         ASSERT_TRUE(url) << testing::PrintToString(text);
         EXPECT_EQ(Url::parse(url->absoluteString()), url);

@@ -52,8 +52,9 @@ protected:
     const std::string google = path(Prefs::Engine::google);
     SoupHttpSession requests{SearchSuggester::httpOptions};
     int changes = 0;
+    Settings settings{defaults};
     SearchSuggester suggester{
-        requests, loop, defaults, Texts{"de-AT", "de", "en", "fr"},
+        requests, loop, settings, Texts{"de-AT", "de", "en", "fr"},
         [this](Prefs::Engine asked, std::string_view text) {
             const auto real = Prefs::suggestURL(asked, text);
             const auto query = real->query().value_or("");

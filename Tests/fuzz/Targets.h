@@ -48,8 +48,8 @@ inline std::string jsonRecords(std::string_view input) {
 }
 
 inline std::string resolve(std::string_view input) {
-    const FakeUserDefaults defaults;
-    const auto url = resolveAddress(input, defaults);
+    FakeUserDefaults defaults;
+    const auto url = resolveAddress(input, Settings{defaults});
     const bool blank = trimmed(input, TrimSet::whitespacesAndNewlines).empty();
     if (!url) return blank ? "" : "typed text leads nowhere";
     if (blank) return "blank text leads somewhere";

@@ -89,7 +89,7 @@ protected:
         } else {
             EXPECT_EQ(title, "Search “" + typed + "”");
         }
-        return typed.empty() ? "does nothing" : goes(resolveAddress(body->query(), world.defaults));
+        return typed.empty() ? "does nothing" : goes(resolveAddress(body->query(), settings));
     }
     [[nodiscard]] std::string promiseOf(const Entry& entry) const {
         const auto bang = Bang::parse(body->query());
@@ -98,7 +98,7 @@ protected:
         switch (entry.id.front()) {
             case 'r':
             case 'p':
-                return goes(resolveAddress(prefix + entry.typed + entry.rest, world.defaults));
+                return goes(resolveAddress(prefix + entry.typed + entry.rest, settings));
             case 't':
                 return "shows tab " + identifier;
             default: {

@@ -11,7 +11,8 @@ namespace {
 class ReaderLookTest : public testing::Test {
 protected:
     FakeUserDefaults defaults;
-    ReaderLook look{defaults};
+    Settings settings{defaults};
+    ReaderLook look{settings};
     ChangeCounter changes{look};
 };
 

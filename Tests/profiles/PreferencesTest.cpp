@@ -2,6 +2,7 @@
 
 #include "fakes/FakeUserDefaults.h"
 #include "foundation/RandomText.h"
+#include "profiles/Settings.h"
 
 #include <gtest/gtest.h>
 
@@ -11,11 +12,12 @@ namespace {
 class PrefsTest : public testing::Test {
 protected:
     std::string searched(std::string_view query) const {
-        const auto url = Prefs::searchURL(defaults, query);
+        const auto url = Prefs::searchURL(settings.searchEngine.get(), query);
         return url ? url->absoluteString() : "";
     }
 
     FakeUserDefaults defaults;
+    Settings settings{defaults};
 };
 
 TEST_F(PrefsTest, AStoredFalseWinsOverADefaultOfTrue) {
@@ -69,30 +71,30 @@ TEST_F(PrefsTest, EachStoredEngineIsReadAndHasItsFacts) {
     for (const auto& facts : Prefs::engines) {
         defaults.setString("searchEngine", facts.rawValue);
 
-        EXPECT_EQ(Prefs::engine(defaults), facts.engine);
+        EXPECT_EQ(settings.searchEngine.get(), facts.engine);
         EXPECT_EQ(Prefs::facts(facts.engine).rawValue, facts.rawValue);
     }
 }
 
 TEST_F(PrefsTest, AnUnsetEngineIsGoogle) {
-    EXPECT_EQ(Prefs::engine(defaults), Prefs::Engine::google);
+    EXPECT_EQ(settings.searchEngine.get(), Prefs::Engine::google);
 }
 
 TEST_F(PrefsTest, AnEngineThatIsNotInTheTableIsGoogle) {
     for (const std::string_view unknown : {"", "Google", "DuckDuckGo", "yahoo", "bing ", "\xFF"}) {
         defaults.setString("searchEngine", unknown);
 
-        EXPECT_EQ(Prefs::engine(defaults), Prefs::Engine::google) << unknown;
+        EXPECT_EQ(settings.searchEngine.get(), Prefs::Engine::google) << unknown;
         EXPECT_EQ(searched("x"), "https://www.google.com/search?q=x");
     }
 }
 
 TEST_F(PrefsTest, AnEngineStoredInAnotherTypeIsGoogle) {
     defaults.setInteger("searchEngine", 2);
-    EXPECT_EQ(Prefs::engine(defaults), Prefs::Engine::google);
+    EXPECT_EQ(settings.searchEngine.get(), Prefs::Engine::google);
 
     defaults.setData("searchEngine", "bing");
-    EXPECT_EQ(Prefs::engine(defaults), Prefs::Engine::google);
+    EXPECT_EQ(settings.searchEngine.get(), Prefs::Engine::google);
 }
 
 TEST_F(PrefsTest, EachEngineSearchesAtItsOwnAddress) {
@@ -123,7 +125,7 @@ TEST_F(PrefsTest, EveryTextHasASearchAddressThatGivesItBack) {
     for (int i = 0; i < 2000; ++i) {
         const auto text = random.text(12);
 
-        const auto url = Prefs::searchURL(defaults, text);
+        const auto url = Prefs::searchURL(settings.searchEngine.get(), text);
 
         ASSERT_TRUE(url) << testing::PrintToString(text);
         EXPECT_EQ(percentDecoded(url->query().value()), "q=" + text);
@@ -234,7 +236,7 @@ TEST_F(PrefsTest, EverySearchReadsBackFromItsOwnAddressButForPlusSigns) {
         const auto& facts = Prefs::engines[random.below(Prefs::engines.size())];
         defaults.setString("searchEngine", facts.rawValue);
 
-        const auto page = Prefs::searchQuery(Prefs::searchURL(defaults, text));
+        const auto page = Prefs::searchQuery(Prefs::searchURL(settings.searchEngine.get(), text));
 
         std::ranges::replace(text, '+', ' ');
         if (text.empty()) {

@@ -85,7 +85,7 @@ TEST_F(CorrectionTest, OneEditIsAllowedForEachFourCharacters) {
             EXPECT_EQ(offered, edits <= length / 4 ? Correction{meant} : Correction{})
                 << length << " characters, " << edits << " edits";
             suggester =
-                std::make_unique<SearchSuggester>(http, loop, defaults, std::vector<std::string>{});
+                std::make_unique<SearchSuggester>(http, loop, settings, std::vector<std::string>{});
         }
     }
 }

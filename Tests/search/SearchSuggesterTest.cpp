@@ -50,7 +50,7 @@ TEST_F(SearchSuggesterTest, TheFirstThreeLanguagesAreTold) {
 }
 
 TEST_F(SearchSuggesterTest, WithoutLanguagesNoneAreTold) {
-    SearchSuggester plain{http, loop, defaults, {}};
+    SearchSuggester plain{http, loop, settings, {}};
 
     plain.update("otters", Privacy::ordinary);
     pause();
@@ -280,7 +280,7 @@ TEST_F(SearchSuggesterTest, WithTheSettingOffNothingIsSentOrShown) {
 }
 
 TEST_F(SearchSuggesterTest, ATextWithoutAnAddressIsNotSent) {
-    SearchSuggester lost{http, loop, defaults, {}, [](Prefs::Engine, std::string_view) {
+    SearchSuggester lost{http, loop, settings, {}, [](Prefs::Engine, std::string_view) {
                              return std::optional<Url>{};
                          }};
 

@@ -146,7 +146,7 @@ protected:
     ~UrlFromArgumentTest() override { std::filesystem::remove_all(folder_); }
 
     [[nodiscard]] std::string read(std::string_view argument) const {
-        const auto result = urlFromArgument(argument, folder_, defaults_);
+        const auto result = urlFromArgument(argument, folder_, settings_);
         return result ? result->absoluteString() : "nothing";
     }
     [[nodiscard]] std::string inFolder(std::string_view rest) const {
@@ -155,6 +155,7 @@ protected:
 
 private:
     FakeUserDefaults defaults_;
+    Settings settings_{defaults_};
     const std::filesystem::path folder_ =
         std::filesystem::temp_directory_path() / ("orvu" + Uuid::random().string());
 };

@@ -38,6 +38,7 @@ protected:
     }
 
     std::shared_ptr<BrowserStore> store = openStore();
+    const Settings& settings = world.services.settings();
     OwnNotch notch;
     NotchSnapshot snapshot;
     std::unique_ptr<AddressNotchBody> body;

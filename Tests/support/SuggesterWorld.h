@@ -60,10 +60,11 @@ struct SuggesterWorld : FakeDesktop {
         return suggester->predictions();
     }
 
+    Settings settings{defaults};
     FakeHttpSession& http = suggestionRequests;
     int changes = 0;  ///< how many signals went out
     std::unique_ptr<SearchSuggester> suggester = std::make_unique<SearchSuggester>(
-        http, loop, defaults, std::vector<std::string>{"de-DE", "en", "fr", "it"});
+        http, loop, settings, std::vector<std::string>{"de-DE", "en", "fr", "it"});
 };
 
 }  // namespace orvu

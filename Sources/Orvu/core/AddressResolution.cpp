@@ -1,7 +1,6 @@
 #include "core/AddressResolution.h"
 
 #include "foundation/text/Text.h"
-#include "profiles/Preferences.h"
 #include "search/Bang.h"
 
 #include <algorithm>
@@ -28,7 +27,7 @@ std::optional<Url> siteUrl(std::string_view text) {
 
 }  // namespace
 
-std::optional<Url> resolveAddress(std::string_view text, const UserDefaults& defaults) {
+std::optional<Url> resolveAddress(std::string_view text, const Settings& settings) {
     const auto typed = trimmed(text, TrimSet::whitespacesAndNewlines);
     if (typed.empty()) return std::nullopt;
     if (const auto bang = Bang::parse(typed); bang && !bang->query.empty()) {
@@ -36,7 +35,7 @@ std::optional<Url> resolveAddress(std::string_view text, const UserDefaults& def
     }
     if (auto url = fullUrl(typed)) return url;
     if (auto url = siteUrl(typed)) return url;
-    return Prefs::searchURL(defaults, typed);
+    return Prefs::searchURL(settings.searchEngine.get(), typed);
 }
 
 }  // namespace orvu

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "foundation/Url.h"
-#include "platform/UserDefaults.h"
+#include "profiles/Settings.h"
 
 #include <optional>
 #include <string_view>
@@ -9,9 +9,8 @@
 namespace orvu {
 
 /// Turns what a person typed into an address: a bang and its search, a full address, a bare site
-/// or a search with the engine chosen in `defaults`, the first that fits. Nothing for blank text,
+/// or a search with the engine chosen in `settings`, the first that fits. Nothing for blank text,
 /// and for a bang or a search whose address can't be made.
-[[nodiscard]] std::optional<Url> resolveAddress(std::string_view text,
-                                                const UserDefaults& defaults);
+[[nodiscard]] std::optional<Url> resolveAddress(std::string_view text, const Settings& settings);
 
 }  // namespace orvu

@@ -1,6 +1,5 @@
 #include "core/AppServices.h"
 
-#include "profiles/Preferences.h"
 #include "search/SearchSuggester.h"
 
 #include <memory>
@@ -10,6 +9,7 @@ namespace orvu {
 
 AppServices::AppServices(const Platform& platform)
     : platform_(platform),
+      settings_(platform.defaults),
       profiles_(platform.defaults,
                 [&engine = platform.engine](const Uuid& id) { engine.removeDataStore(id); }),
       bookmarks_(platform.defaults, platform.loop),
@@ -17,19 +17,18 @@ AppServices::AppServices(const Platform& platform)
                 platform.paths.data / "Favicons"),
       permissions_(platform.defaults),
       trackers_(platform.ruleLists),
-      readerLook_(platform.defaults),
+      readerLook_(settings_),
       downloads_(platform.downloadFolder, platform.workspace) {
     platform.engine.onDownload = [this](std::unique_ptr<Download> download) {
         downloads_.add(std::move(download));
     };
     // Long before the first page asks for anything.
-    if (Prefs::boolean(platform.defaults, "blockTrackers", true)) trackers_.prepare();
+    if (settings_.blockTrackers.get()) trackers_.prepare();
 }
 
 std::unique_ptr<Suggestions> AppServices::makeSuggestions() {
     return std::make_unique<SearchSuggester>(platform_.suggestionRequests, platform_.loop,
-                                             platform_.defaults,
-                                             platform_.locale.preferredLanguages());
+                                             settings_, platform_.locale.preferredLanguages());
 }
 
 AppServices::~AppServices() { platform_.engine.onDownload = nullptr; }

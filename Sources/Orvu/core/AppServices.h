@@ -7,6 +7,7 @@
 #include "platform/Platform.h"
 #include "profiles/Profiles.h"
 #include "search/Suggestions.h"
+#include "profiles/Settings.h"
 #include "site/Downloads.h"
 #include "site/Favicons.h"
 #include "site/permissions/SitePermissions.h"
@@ -26,6 +27,7 @@ public:
     ~AppServices();
 
     [[nodiscard]] const Platform& platform() const { return platform_; }
+    [[nodiscard]] Settings& settings() { return settings_; }
     [[nodiscard]] NotificationCenter& notifications() { return notifications_; }
     [[nodiscard]] ProfileStore& profiles() { return profiles_; }
     [[nodiscard]] BookmarkStores& bookmarks() { return bookmarks_; }
@@ -39,6 +41,7 @@ public:
 
 private:
     const Platform platform_;
+    Settings settings_;
     NotificationCenter notifications_;
     ProfileStore profiles_;
     BookmarkStores bookmarks_;

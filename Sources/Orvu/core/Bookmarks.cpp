@@ -86,8 +86,8 @@ void BookmarkStore::saveAndEmit() {
 BookmarkStore& BookmarkStores::store(const Profile& profile) {
     auto& store = stores_[profile.id];
     if (!store) {
-        store =
-            std::make_unique<BookmarkStore>(defaults_, clock_, scopedKey("orvuBookmarks", profile));
+        store = std::make_unique<BookmarkStore>(
+            defaults_, clock_, scopedKey(SettingsKeys::orvuBookmarks.name, profile));
     }
     return *store;
 }

@@ -49,7 +49,7 @@ void BrowserStore::configure() {
     configuration_->setElementFullscreenEnabled(true);
     configuration_->setApplicationNameForUserAgent("Version/" + std::string{safariVersion} +
                                                    " Safari/605.1.15");
-    if (Prefs::boolean(defaults_, "blockTrackers", true)) {
+    if (services_.settings().blockTrackers.get()) {
         services_.trackers().install(configuration_->userContentController());
     }
 }
@@ -120,7 +120,7 @@ void BrowserStore::selectTab(int number) {
 }
 
 void BrowserStore::open(std::string_view text, NewTab inNewTab) {
-    const auto url = resolveAddress(text, defaults_);
+    const auto url = resolveAddress(text, services_.settings());
     if (!url) return;
     const auto front = active();
     if (inNewTab == NewTab::no && front) {
@@ -192,7 +192,7 @@ void BrowserStore::park(const BrowserTab& tab) {
     if (!holds(tab) || !tab.url()) return;
     const Operation operation{*this};
     shelf_.insert(shelf_.begin(), {Uuid::random(), *tab.url(), tab.title()});
-    save(shelf_, "browserShelf");
+    save(shelf_, SettingsKeys::browserShelf);
     close(tab);
 }
 
@@ -200,7 +200,7 @@ void BrowserStore::unpark(const Parked& parked) {
     const Operation operation{*this};
     const Parked wanted = parked;  // the argument may stand on the shelf
     std::erase_if(shelf_, [&](const Parked& each) { return each.id == wanted.id; });
-    save(shelf_, "browserShelf");
+    save(shelf_, SettingsKeys::browserShelf);
     newTab(wanted.url, Select::yes);
 }
 

@@ -171,9 +171,9 @@ private:
     void reloadVisits();
 
     template <class Record>
-    [[nodiscard]] std::optional<std::vector<Record>> load(std::string_view key) const;
+    [[nodiscard]] std::optional<std::vector<Record>> load(const SettingKey& key) const;
     template <class Record>
-    void save(const std::vector<Record>& records, std::string_view key);
+    void save(const std::vector<Record>& records, const SettingKey& key);
     void saveVisits();
     void saveSession();
 

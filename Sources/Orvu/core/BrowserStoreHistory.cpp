@@ -1,5 +1,4 @@
 #include "core/BrowserStore.h"
-#include "profiles/Preferences.h"
 
 #include <string>
 #include <utility>
@@ -7,33 +6,34 @@
 namespace orvu {
 
 template <class Record>
-std::optional<std::vector<Record>> BrowserStore::load(std::string_view key) const {
-    const auto stored = defaults_.data(scopedKey(key, profile_));
+std::optional<std::vector<Record>> BrowserStore::load(const SettingKey& key) const {
+    const auto stored = defaults_.data(scopedKey(key.name, profile_));
     return stored ? decodeRecords<Record>(*stored) : std::nullopt;
 }
 
 template <class Record>
-void BrowserStore::save(const std::vector<Record>& records, std::string_view key) {
+void BrowserStore::save(const std::vector<Record>& records, const SettingKey& key) {
     if (isPrivate_) return;
     if (const auto text = encodeRecords(records)) {
-        defaults_.setData(scopedKey(key, profile_), *text);
+        defaults_.setData(scopedKey(key.name, profile_), *text);
     }
 }
-template void BrowserStore::save(const std::vector<Parked>& records, std::string_view key);
+template void BrowserStore::save(const std::vector<Parked>& records, const SettingKey& key);
 
 void BrowserStore::restore() {
-    shelf_ = load<Parked>("browserShelf").value_or(std::vector<Parked>{});
-    auto visits = load<Visit>("browserVisits").value_or(std::vector<Visit>{});
+    shelf_ = load<Parked>(SettingsKeys::browserShelf).value_or(std::vector<Parked>{});
+    auto visits = load<Visit>(SettingsKeys::browserVisits).value_or(std::vector<Visit>{});
     const Date cutoff =
         calendar_.addingDays(-visitsDays, loop_.now()).value_or(Date::distantPast());
     std::erase_if(visits, [&](const Visit& visit) { return visit.date < cutoff; });
     history_.assign(std::move(visits));
-    if (Prefs::boolean(defaults_, "restoreTabs", true)) restoreTabs();
+    if (services_.settings().restoreTabs.get()) restoreTabs();
 }
 
 void BrowserStore::restoreTabs() {
-    groups_ = load<TabGroup>("browserGroups").value_or(std::vector<TabGroup>{});
-    const auto saved = load<SavedTab>("browserSession").value_or(std::vector<SavedTab>{});
+    groups_ = load<TabGroup>(SettingsKeys::browserGroups).value_or(std::vector<TabGroup>{});
+    const auto saved =
+        load<SavedTab>(SettingsKeys::browserSession).value_or(std::vector<SavedTab>{});
     // Half a session must never be what a sudden end leaves behind: it is saved when it is whole.
     restoring_ = true;
     for (const auto& record : saved) {
@@ -52,8 +52,8 @@ void BrowserStore::saveSession() {
     for (const auto& tab : tabs_) {
         if (tab->url()) session.push_back({*tab->url(), tab->isPinned(), tab->groupID()});
     }
-    save(session, "browserSession");
-    save(groups_, "browserGroups");
+    save(session, SettingsKeys::browserSession);
+    save(groups_, SettingsKeys::browserGroups);
 }
 
 void BrowserStore::recordVisit(const BrowserTab& tab) {
@@ -88,11 +88,12 @@ void BrowserStore::removeVisit(const Visit& visit) {
 }
 
 void BrowserStore::saveVisits() {
-    if (!isPrivate_) defaults_.setData(scopedKey("browserVisits", profile_), history_.encoded());
+    if (isPrivate_) return;
+    defaults_.setData(scopedKey(SettingsKeys::browserVisits.name, profile_), history_.encoded());
 }
 
 void BrowserStore::reloadVisits() {
-    auto stored = load<Visit>("browserVisits");
+    auto stored = load<Visit>(SettingsKeys::browserVisits);
     if (!stored) return;
     const Operation operation{*this};
     if (history_.assign(std::move(*stored))) changes_.note();
@@ -100,7 +101,7 @@ void BrowserStore::reloadVisits() {
 
 int BrowserStore::importVisits(const std::vector<Visit>& visits, const Profile& profile,
                                UserDefaults& defaults, NotificationCenter& notifications) {
-    const std::string key = scopedKey("browserVisits", profile);
+    const std::string key = scopedKey(SettingsKeys::browserVisits.name, profile);
     const auto stored = defaults.data(key);
     int newOnes = 0;
     const auto all = VisitHistory::merged(

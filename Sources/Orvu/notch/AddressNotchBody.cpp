@@ -1,7 +1,6 @@
 #include "notch/AddressNotchBody.h"
 
 #include "foundation/text/Text.h"
-#include "profiles/Preferences.h"
 
 #include <algorithm>
 #include <utility>
@@ -156,16 +155,16 @@ void AddressNotchBody::compute() {
     // Before the first edit the text is not the user's, and answers are those to another one.
     const auto predictions = isEdited_ ? suggestions_->predictions() : std::vector<std::string>{};
     const Platform& platform = services_.platform();
-    candidates_ = NotchCandidates{
-        snapshot_,
-        {.query = query_,
-         .predictions = predictions,
-         .engine = Prefs::engine(platform.defaults),
-         .suggestionsOn = Prefs::boolean(platform.defaults, "searchSuggestions", true),
-         .isPrivate = store_->isPrivate(),
-         .shortTime = [&platform](Date date) {
-             return platform.locale.shortTime(date, platform.calendar);
-         }}};
+    const Settings& settings = services_.settings();
+    candidates_ = NotchCandidates{snapshot_,
+                                  {.query = query_,
+                                   .predictions = predictions,
+                                   .engine = settings.searchEngine.get(),
+                                   .suggestionsOn = settings.searchSuggestions.get(),
+                                   .isPrivate = store_->isPrivate(),
+                                   .shortTime = [&platform](Date date) {
+                                       return platform.locale.shortTime(date, platform.calendar);
+                                   }}};
     const auto& bang = candidates_.bang();
     correction_ = isEdited_ ? suggestions_->correction(bang ? bang->query : query_) : std::nullopt;
     if (correction_ && correction_->empty()) correction_.reset();

@@ -1,25 +1,22 @@
 #pragma once
 
-#include "pagetools/ReaderTheme.h"
-#include "platform/UserDefaults.h"
-
-#include <sigc++/sigc++.h>
+#include "foundation/Signal.h"
+#include "profiles/Settings.h"
 
 namespace orvu {
 
-/// How the readers of all windows look: settings, written with each change.
+/// How the readers of all windows look: two settings, the limits of one and the signals of both.
 class ReaderLook {
 public:
     static constexpr double smallest = 14;
     static constexpr double largest = 26;
-    static constexpr double usual = 18;
 
-    /// `defaults` must outlive this.
-    explicit ReaderLook(UserDefaults& defaults) : defaults_(defaults) {}
+    /// `settings` must outlive this.
+    explicit ReaderLook(Settings& settings);
 
     /// The size of the text in points, as stored: it may lie outside of the two limits.
-    [[nodiscard]] double size() const;
-    [[nodiscard]] ReaderTheme theme() const;
+    [[nodiscard]] double size() const { return settings_.readerSize.get(); }
+    [[nodiscard]] ReaderTheme theme() const { return settings_.readerTheme.get(); }
 
     /// One point smaller or larger, and in any case within the limits afterwards.
     void smaller() { setSize(size() - 1); }
@@ -34,8 +31,10 @@ public:
 private:
     void setSize(double size);
 
-    UserDefaults& defaults_;
+    Settings& settings_;
     sigc::signal<void()> changed_;
+    ScopedConnection sizeChanged_;
+    ScopedConnection themeChanged_;
 };
 
 }  // namespace orvu

@@ -10,7 +10,7 @@
 
 namespace orvu {
 
-/// Reading of settings with their defaults.
+/// What settings mean. `Settings` has the settings themselves.
 class Prefs {
 public:
     /// The web search services, in the order in which a person is offered them.
@@ -52,12 +52,9 @@ public:
     /// `fallback` if the key has no value; otherwise the stored value read as a boolean.
     [[nodiscard]] static bool boolean(const UserDefaults& defaults, std::string_view key,
                                       bool fallback);
-    /// The chosen engine; Google if none or an unknown one is stored.
-    [[nodiscard]] static Engine engine(const UserDefaults& defaults);
     [[nodiscard]] static const EngineFacts& facts(Engine engine);
-    /// Where the chosen engine searches for `query`.
-    [[nodiscard]] static std::optional<Url> searchURL(const UserDefaults& defaults,
-                                                      std::string_view query);
+    /// Where `engine` searches for `query`.
+    [[nodiscard]] static std::optional<Url> searchURL(Engine engine, std::string_view query);
     /// Where `engine` tells what people search for whose search begins with `text`.
     [[nodiscard]] static std::optional<Url> suggestURL(Engine engine, std::string_view text);
     /// Reads the search back out of the address of a results page. Nothing for all other

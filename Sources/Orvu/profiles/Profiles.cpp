@@ -1,7 +1,6 @@
 #include "profiles/Profiles.h"
 
 #include "profiles/ProfileLook.h"
-#include "profiles/SettingsKeys.h"
 
 #include <algorithm>
 

@@ -3,6 +3,7 @@
 #include "foundation/json/Json.h"
 #include "foundation/Signal.h"
 #include "platform/UserDefaults.h"
+#include "profiles/SettingsKeys.h"
 
 #include <cstdint>
 #include <functional>
@@ -37,7 +38,7 @@ struct Profile {
 /// The list of profiles, in order of creation. Never empty.
 class ProfileStore {
 public:
-    static constexpr std::string_view key = "orvuProfiles";
+    static constexpr std::string_view key = SettingsKeys::orvuProfiles.name;
     /// Deletes the website data of a profile.
     using RemoveWebsiteData = std::function<void(const Uuid&)>;
 

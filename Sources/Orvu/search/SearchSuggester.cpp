@@ -80,12 +80,12 @@ HttpSession::Headers headersFor(const std::vector<std::string>& preferredLanguag
 
 }  // namespace
 
-SearchSuggester::SearchSuggester(HttpSession& http, MainLoop& loop, const UserDefaults& defaults,
+SearchSuggester::SearchSuggester(HttpSession& http, MainLoop& loop, const Settings& settings,
                                  const std::vector<std::string>& preferredLanguages,
                                  AddressOf addressOf)
     : http_(http),
       loop_(loop),
-      defaults_(defaults),
+      settings_(settings),
       headers_(headersFor(preferredLanguages)),
       addressOf_(std::move(addressOf)) {}
 
@@ -93,15 +93,15 @@ void SearchSuggester::update(std::string_view query, Privacy privacy) {
     tasks_.cancel();
     const auto bang = Bang::parse(query);
     std::string text{trimmed(bang ? bang->query : query, TrimSet::whitespaces)};
-    if (privacy == Privacy::privateWindow ||
-        !Prefs::boolean(defaults_, "searchSuggestions", true) || !SuggestionGate::lets(text)) {
+    if (privacy == Privacy::privateWindow || !settings_.searchSuggestions.get() ||
+        !SuggestionGate::lets(text)) {
         return show({}, std::move(text));
     }
     std::string key = lowercased(text);
     if (const auto known = cache_.find(key); known != cache_.end()) {
         return show(known->second, std::move(text));
     }
-    const auto engine = bang ? Prefs::Engine::google : Prefs::engine(defaults_);
+    const auto engine = bang ? Prefs::Engine::google : settings_.searchEngine.get();
     tasks_.start(ask(std::move(text), std::move(key), engine));
 }
 

@@ -3,7 +3,7 @@
 #include "foundation/async/TaskScope.h"
 #include "platform/HttpSession.h"
 #include "platform/MainLoop.h"
-#include "profiles/Preferences.h"
+#include "profiles/Settings.h"
 #include "search/Suggestions.h"
 
 #include <sigc++/sigc++.h>
@@ -37,7 +37,7 @@ public:
 
     /// `http` was made with `httpOptions`. `preferredLanguages` are tags of BCP 47, of which the
     /// first few are told to the engine. All that is referred to must outlive the suggester.
-    SearchSuggester(HttpSession& http, MainLoop& loop, const UserDefaults& defaults,
+    SearchSuggester(HttpSession& http, MainLoop& loop, const Settings& settings,
                     const std::vector<std::string>& preferredLanguages,
                     AddressOf addressOf = &Prefs::suggestURL);
     SearchSuggester(const SearchSuggester&) = delete;
@@ -64,7 +64,7 @@ private:
 
     HttpSession& http_;
     MainLoop& loop_;
-    const UserDefaults& defaults_;
+    const Settings& settings_;
     const HttpSession::Headers headers_;
     const AddressOf addressOf_;
     std::vector<std::string> predictions_;

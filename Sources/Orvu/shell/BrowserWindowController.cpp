@@ -69,7 +69,7 @@ void BrowserWindowController::switchProfile(const BrowserStore& store, const Pro
     // The window's views refer to the previous store until they are exchanged.
     const auto previous = std::exchange(found->store, next);
     found->window->setContent(next);
-    services_.platform().defaults.setString("lastProfile", wanted.id.string());
+    services_.settings().lastProfile.set(wanted.id.string());
 }
 
 void BrowserWindowController::presentNewest() {
@@ -77,8 +77,7 @@ void BrowserWindowController::presentNewest() {
 }
 
 Profile BrowserWindowController::lastProfile() const {
-    const auto stored = services_.platform().defaults.string("lastProfile");
-    return services_.profiles().profile(stored ? Uuid::parse(*stored) : std::nullopt);
+    return services_.profiles().profile(Uuid::parse(services_.settings().lastProfile.get()));
 }
 
 const BrowserWindowController::Entry* BrowserWindowController::newestVisible() const {

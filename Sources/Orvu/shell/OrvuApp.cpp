@@ -27,10 +27,9 @@ void AppDelegate::applicationDidFinishLaunching() {
     launched_ = true;
     windows_.newWindow(BrowserWindowController::Private::no, std::nullopt,
                        std::exchange(pendingURLs_, {}));
-    UserDefaults& defaults = services_.platform().defaults;
-    const auto count = std::max<std::int64_t>(0, defaults.integer("launchCount").value_or(0));
-    defaults.setInteger("launchCount",
-                        count < std::numeric_limits<std::int64_t>::max() ? count + 1 : count);
+    auto& launches = services_.settings().launchCount;
+    const auto count = std::max<std::int64_t>(0, launches.get());
+    launches.set(count < std::numeric_limits<std::int64_t>::max() ? count + 1 : count);
 }
 
 void AppDelegate::open(const std::vector<Url>& urls) {
@@ -55,7 +54,7 @@ void AppDelegate::makeDefaultBrowser() { services_.platform().workspace.makeDefa
 
 std::optional<Url> urlFromArgument(std::string_view argument,
                                    const std::filesystem::path& workingFolder,
-                                   const UserDefaults& defaults) {
+                                   const Settings& settings) {
     const auto text = trimmed(argument, TrimSet::whitespacesAndNewlines);
     if (text.empty()) return std::nullopt;
     auto url = Url::parse(text);
@@ -64,7 +63,7 @@ std::optional<Url> urlFromArgument(std::string_view argument,
     std::error_code error;
     const auto file = (workingFolder / std::filesystem::path{argument}).lexically_normal();
     if (std::filesystem::exists(file, error) && !error) return fileUrl(file);
-    return resolveAddress(text, defaults);
+    return resolveAddress(text, settings);
 }
 
 }  // namespace orvu

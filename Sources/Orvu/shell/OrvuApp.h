@@ -58,6 +58,6 @@ private:
 /// below `workingFolder`, or what the text leads to when it is typed. Nothing for blank text.
 [[nodiscard]] std::optional<Url> urlFromArgument(std::string_view argument,
                                                  const std::filesystem::path& workingFolder,
-                                                 const UserDefaults& defaults);
+                                                 const Settings& settings);
 
 }  // namespace orvu

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "pagetools/ReaderText.h"
-#include "pagetools/ReaderTheme.h"
+#include "profiles/ReaderTheme.h"
 #include "platform/WebView.h"
 
 #include <glibmm/extraclassinit.h>

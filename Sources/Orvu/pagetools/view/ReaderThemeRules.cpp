@@ -1,7 +1,7 @@
 #include "pagetools/view/ReaderThemeRules.h"
 
 #include "look/drawing/view/Drawing.h"
-#include "pagetools/ReaderTheme.h"
+#include "profiles/ReaderTheme.h"
 
 namespace orvu {
 

@@ -2,7 +2,6 @@
 
 #include "platform/linux/desktop/X11Placement.h"
 #include "profiles/ProfileLook.h"
-#include "profiles/Preferences.h"
 #include "shell/menus/Commands.h"
 #include "shell/menus/KeySigns.h"
 
@@ -45,8 +44,7 @@ void BrowserWindowView::setContent(const std::shared_ptr<BrowserStore>& store) {
     window_.unset_child();
     content_.reset();
     // What the person made of the column stays with the window.
-    const bool narrow = view_ ? view_->narrow.get()
-                              : Prefs::boolean(services_.platform().defaults, "narrowTabs", false);
+    const bool narrow = view_ ? view_->narrow.get() : services_.settings().narrowTabs.get();
     view_ = std::make_unique<BrowserView>(
         store, services_, *this,
         [this](const Profile& profile) { windows_.switchProfile(view_->store(), profile); },
@@ -136,9 +134,7 @@ void BrowserWindowView::addShortcut(const std::string& keys, const std::string& 
 }
 
 void BrowserWindowView::rememberFrame() {
-    const auto stored = services_.platform().defaults.string("OrvuWindow");
-    const auto frame = stored ? WindowFrame::parse(*stored) : std::nullopt;
-    if (frame) {
+    if (const auto frame = WindowFrame::parse(services_.settings().orvuWindow.get())) {
         window_.set_default_size(frame->size.width, frame->size.height);
         if (frame->maximized) window_.maximize();
     }
@@ -161,8 +157,8 @@ void BrowserWindowView::saveFrame() {
     int height = 0;
     window_.get_default_size(width, height);
     if (width <= 0 || height <= 0) return;
-    services_.platform().defaults.setString(
-        "OrvuWindow", WindowFrame{{width, height}, window_.is_maximized()}.string());
+    services_.settings().orvuWindow.set(
+        WindowFrame{{width, height}, window_.is_maximized()}.string());
 }
 
 bool BrowserWindowView::closeRequested() {

@@ -20,13 +20,13 @@ constexpr const char* noSandbox =
 
 /// What a start of the program was given to open.
 std::vector<Url> urlsOf(const Glib::RefPtr<Gio::ApplicationCommandLine>& commandLine,
-                        const UserDefaults& defaults) {
+                        const Settings& settings) {
     int count = 0;
     char** const arguments = commandLine->get_arguments(count);
     std::vector<Url> urls;
     for (int i = 1; i < count; ++i) {
         const std::filesystem::path folder{std::string{commandLine->get_cwd()}};
-        if (const auto url = urlFromArgument(arguments[i], folder, defaults)) urls.push_back(*url);
+        if (const auto url = urlFromArgument(arguments[i], folder, settings)) urls.push_back(*url);
     }
     g_strfreev(arguments);
     return urls;
@@ -62,7 +62,7 @@ int OrvuApplication::on_command_line(const Glib::RefPtr<Gio::ApplicationCommandL
         return 1;
     }
     AppDelegate& delegate = world_->delegate();
-    const auto urls = urlsOf(commandLine, world_->defaults());
+    const auto urls = urlsOf(commandLine, world_->settings());
     if (!delegate.launched()) {
         delegate.open(urls);
         delegate.applicationDidFinishLaunching();

@@ -17,7 +17,7 @@ class AppWorld {
 public:
     virtual ~AppWorld() = default;
     [[nodiscard]] virtual AppDelegate& delegate() = 0;
-    [[nodiscard]] virtual UserDefaults& defaults() = 0;
+    [[nodiscard]] virtual const Settings& settings() = 0;
 };
 
 /// The program on this desktop's message bus: one process, which is handed the arguments of

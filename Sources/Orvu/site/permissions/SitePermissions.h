@@ -3,6 +3,7 @@
 #include "foundation/Signal.h"
 #include "platform/MediaCapture.h"
 #include "platform/UserDefaults.h"
+#include "profiles/SettingsKeys.h"
 #include "site/Persistence.h"
 
 #include <array>
@@ -24,7 +25,7 @@ public:
     using Kind = CaptureKind;
     using Choices = std::map<std::string, Choice, std::less<>>;
 
-    static constexpr std::string_view key = "orvuSitePermissions";
+    static constexpr std::string_view key = SettingsKeys::orvuSitePermissions.name;
     static constexpr std::array allChoices{Choice::ask, Choice::allow, Choice::block};
     static constexpr std::array allKinds{Kind::camera, Kind::microphone};
 
