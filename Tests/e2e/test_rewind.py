@@ -45,6 +45,14 @@ class RewindTest(BrowserTest):
     def click(self, node, right):
         """Clicks on something in the time line, so far from its left end."""
         content = self.windows.find("panel", "Rewind today")
+        boxes = []
+
+        def stands():
+            """It has just opened, and may still be on its way to its place."""
+            boxes.append((content.box, node.box))
+            return boxes[-1] if boxes[-2:-1] == boxes[-1:] else None
+
+        until(stands, "the time line to stand still", lambda: boxes[-1:])
         left, top, _, height = node.box
         self.hands.click_in_popover(content, (left - content.box[0] + right,
                                               top - content.box[1] + height // 2))
