@@ -94,7 +94,7 @@ void SearchSuggester::update(std::string_view query, Privacy privacy) {
     const auto bang = Bang::parse(query);
     std::string text{trimmed(bang ? bang->query : query, TrimSet::whitespaces)};
     if (privacy == Privacy::privateWindow || !settings_.searchSuggestions.get() ||
-        !SuggestionGate::lets(text)) {
+        !SuggestionGate::allows(text)) {
         return show({}, std::move(text));
     }
     std::string key = lowercased(text);

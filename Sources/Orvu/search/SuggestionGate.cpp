@@ -21,7 +21,7 @@ bool holdsLongNumber(std::string_view text) {
 
 }  // namespace
 
-bool SuggestionGate::lets(std::string_view query) {
+bool SuggestionGate::allows(std::string_view query) {
     if (query.empty() || query.size() > maxBytes) return false;
     if (firstCharacters(query, maxQueryLength).size() < query.size()) return false;
     return !looksLikeSite(query) && !holdsMailAddress(query) && !holdsLongNumber(query);

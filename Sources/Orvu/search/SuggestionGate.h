@@ -15,7 +15,7 @@ public:
 
     /// Whether `query`, which is trimmed, may be sent. Never if it is empty or too long, holds an
     /// e-mail address or a long number such as that of a card, or is an address of the web.
-    [[nodiscard]] static bool lets(std::string_view query);
+    [[nodiscard]] static bool allows(std::string_view query);
 };
 
 }  // namespace orvu
