@@ -1,4 +1,6 @@
 #include "engine/EngineWorld.h"
+
+#include "ProjectPaths.h"
 #include "foundation/json/Json.h"
 
 #include <algorithm>
@@ -87,7 +89,7 @@ protected:
 
 TEST_F(ReaderTest, EveryPageOfTheCorpusGivesItsArticle) {
     std::vector<std::filesystem::path> pages;
-    for (const auto& entry : std::filesystem::directory_iterator{ORVU_READER_CORPUS}) {
+    for (const auto& entry : std::filesystem::directory_iterator{ProjectPaths::readerCorpus}) {
         if (entry.path().extension() != ".json") pages.push_back(entry.path());
     }
     std::ranges::sort(pages);
@@ -109,7 +111,7 @@ TEST_F(ReaderTest, EveryPageOfTheCorpusGivesItsArticle) {
 }
 
 TEST_F(ReaderTest, PageInWhichNoScriptRunsAtAllHasNoArticle) {
-    const auto file = std::filesystem::path{ORVU_READER_CORPUS} / "news.html";
+    const auto file = std::filesystem::path{ProjectPaths::readerCorpus} / "news.html";
     server.serve("/boxed",
                  LoopbackServer::Answer{
                      contents(file), "text/html", 200, {{"Content-Security-Policy", "sandbox"}}});
@@ -118,7 +120,7 @@ TEST_F(ReaderTest, PageInWhichNoScriptRunsAtAllHasNoArticle) {
 }
 
 TEST_F(ReaderTest, ReadingLeavesThePageAsItIs) {
-    server.serve("/page", contents(std::filesystem::path{ORVU_READER_CORPUS} / "wiki.html"));
+    server.serve("/page", contents(std::filesystem::path{ProjectPaths::readerCorpus} / "wiki.html"));
     const auto markup = [&] {
         return evaluate(page->webView(), "document.documentElement.outerHTML + scrollY").text;
     };
@@ -134,7 +136,7 @@ TEST_F(ReaderTest, ReadingLeavesThePageAsItIs) {
 }
 
 TEST_F(ReaderTest, TabMayGoWhileItsPageIsRead) {
-    server.serve("/page", contents(std::filesystem::path{ORVU_READER_CORPUS} / "wiki.html"));
+    server.serve("/page", contents(std::filesystem::path{ProjectPaths::readerCorpus} / "wiki.html"));
     EXPECT_TRUE(articleAt("/page"));
     auto task = page->readerArticle();
     task.start();

@@ -66,7 +66,7 @@ protected:
 };
 
 TEST_F(SiteIconTest, WithoutAnIconALetterStandsOnTheSitesColour) {
-    SiteIcon icon{store, Persistence::persistent, side};
+    SiteIcon icon{{store, Persistence::persistent}, side};
     icon.setHost("gnu.org");
 
     EXPECT_EQ(pixel(icon, side / 2, 2), opaque(SiteColor::of("gnu.org")));
@@ -77,7 +77,7 @@ TEST_F(SiteIconTest, WithoutAnIconALetterStandsOnTheSitesColour) {
 }
 
 TEST_F(SiteIconTest, AnIconTakesTheLettersPlaceWhenItComes) {
-    SiteIcon icon{store, Persistence::persistent, side};
+    SiteIcon icon{{store, Persistence::persistent}, side};
     icon.setHost("gnu.org");
     static_cast<void>(drawn(icon));
 
@@ -91,8 +91,8 @@ TEST_F(SiteIconTest, AnIconTakesTheLettersPlaceWhenItComes) {
 
 TEST_F(SiteIconTest, ACircleLeavesMoreOfTheCornerFree) {
     store.set(plain(200), "gnu.org", Persistence::persistent);
-    SiteIcon square{store, Persistence::persistent, side};
-    SiteIcon circle{store, Persistence::persistent, side, SiteIcon::Shape::circle};
+    SiteIcon square{{store, Persistence::persistent}, side};
+    SiteIcon circle{{store, Persistence::persistent}, side, SiteIcon::Shape::circle};
     square.setHost("gnu.org");
     circle.setHost("gnu.org");
 
@@ -101,7 +101,7 @@ TEST_F(SiteIconTest, ACircleLeavesMoreOfTheCornerFree) {
 }
 
 TEST_F(SiteIconTest, AnEmptyHostAsksForNothingAndAHostOnce) {
-    SiteIcon icon{store, Persistence::persistent, side};
+    SiteIcon icon{{store, Persistence::persistent}, side};
     icon.setHost("");
     EXPECT_EQ(pixel(icon, side / 2, 2), opaque(SiteColor::of("")));
     EXPECT_TRUE(disk.reads.empty());
@@ -113,7 +113,7 @@ TEST_F(SiteIconTest, AnEmptyHostAsksForNothingAndAHostOnce) {
 }
 
 TEST_F(SiteIconTest, ABadgePrefersTheTabsOwnIconAndDoesNotAskThen) {
-    BrowserSiteBadge badge{store, Persistence::persistent, side};
+    BrowserSiteBadge badge{{store, Persistence::persistent}, side};
     badge.set("gnu.org", plain(90));
     EXPECT_EQ(pixel(badge, side / 2, side / 2), (Pixel{90, 0, 0, 255}));
     EXPECT_TRUE(disk.reads.empty());

@@ -42,6 +42,14 @@ std::optional<std::int64_t> readInteger(std::string_view json) {
     return document ? document->root().integer() : std::nullopt;
 }
 
+/// The texts of the list that is a document; nothing as `JsonValue::texts` says.
+std::optional<std::vector<std::string>> readTexts(std::string_view json) {
+    const auto document = JsonDocument::parse(json);
+    const auto texts = document ? document->root().texts() : std::nullopt;
+    if (!texts) return std::nullopt;
+    return std::vector<std::string>{texts->begin(), texts->end()};
+}
+
 TEST(JsonWriterTest, WritesCompactDocuments) {
     JsonWriter writer;
     writer.beginArray().beginObject().key("a").value(std::int64_t{1});
@@ -49,6 +57,19 @@ TEST(JsonWriterTest, WritesCompactDocuments) {
     writer.value(false).value("x").value(0.5).endArray();
 
     EXPECT_EQ(std::move(writer).finish(), R"([{"a":1,"b":[],"c":true},false,"x",0.5])");
+}
+
+TEST(JsonValueTest, ReadsAListOfTextsWhole) {
+    EXPECT_EQ(readTexts(R"([])"), std::vector<std::string>{});
+    EXPECT_EQ(readTexts(R"(["a","","é"])"), (std::vector<std::string>{"a", "", "é"}));
+}
+
+TEST(JsonValueTest, AListWithAnythingButTextsIsNoListOfTexts) {
+    EXPECT_EQ(readTexts(R"(["a",1])"), std::nullopt);
+    EXPECT_EQ(readTexts(R"(["a",null])"), std::nullopt);
+    EXPECT_EQ(readTexts(R"([["a"]])"), std::nullopt);
+    EXPECT_EQ(readTexts(R"("a")"), std::nullopt);
+    EXPECT_EQ(readTexts(R"({"a":"b"})"), std::nullopt);
 }
 
 TEST(JsonWriterTest, EscapesQuotesBackslashesAndControlCharacters) {

@@ -1,3 +1,4 @@
+#include "ProjectPaths.h"
 #include "fuzz/Targets.h"
 
 #include <gtest/gtest.h>
@@ -18,7 +19,7 @@ struct Replay {
 /// The files of a target's corpus, sorted by name.
 std::vector<std::filesystem::path> corpus(const std::string& name) {
     std::vector<std::filesystem::path> files;
-    const std::filesystem::path folder{ORVU_FUZZ_CORPUS};
+    const std::filesystem::path folder{ProjectPaths::fuzzCorpus};
     for (const auto& entry : std::filesystem::directory_iterator{folder / name}) {
         files.push_back(entry.path());
     }

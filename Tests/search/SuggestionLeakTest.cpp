@@ -1,3 +1,4 @@
+#include "ProjectPaths.h"
 #include "foundation/text/Text.h"
 #include "support/PlainSuggestionGate.h"
 #include "support/PrivateTexts.h"
@@ -123,7 +124,7 @@ TEST_F(SuggestionLeakTest, NothingIsSentInPrivateWindowsOrWithTheSettingOff) {
 }
 
 TEST_F(SuggestionLeakTest, WhatSlipsThroughBeforeTheGateClosesIsWhatTheDocumentationSays) {
-    std::ifstream file{ORVU_SUGGESTION_DOCS};
+    std::ifstream file{ProjectPaths::suggestionDocs};
     const std::string page{std::istreambuf_iterator<char>{file}, {}};
 
     for (const auto& kind : kinds) {

@@ -1,5 +1,6 @@
 #include "shell/menus/Commands.h"
 
+#include "ProjectPaths.h"
 #include "shell/menus/BrowserMenu.h"
 #include "shell/menus/KeySigns.h"
 #include "shell/menus/MainMenu.h"
@@ -109,7 +110,7 @@ TEST_F(CommandsTest, EveryActionThatTheSourcesNameIsACommand) {
     const std::regex action{R"re("(app|win)\.(\w+)")re"};
     std::size_t count = 0;
 
-    for (const auto& file : filesBelow(ORVU_SOURCES, {".cpp", ".h"})) {
+    for (const auto& file : filesBelow(ProjectPaths::sources, {".cpp", ".h"})) {
         const std::string text = contentOf(file);
         for (std::sregex_iterator match{text.begin(), text.end(), action}, end; match != end;
              ++match) {
@@ -124,7 +125,7 @@ TEST_F(CommandsTest, EveryActionThatTheSourcesNameIsACommand) {
 }
 
 TEST_F(CommandsTest, TheReadmeHasTheListOfKeysAsItStandsHere) {
-    EXPECT_TRUE(contentOf(ORVU_README).contains(keyTable())) << keyTable();
+    EXPECT_TRUE(contentOf(ProjectPaths::readme).contains(keyTable())) << keyTable();
 }
 
 // --- What the commands do ---------------------------------------------------------------------

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ProjectPaths.h"
+
 #include <fstream>
 #include <string>
 #include <utility>
@@ -9,7 +11,7 @@ namespace orvu {
 
 /// The rows of data/symbols.csv: symbol and icon.
 inline std::vector<std::pair<std::string, std::string>> symbolTable() {
-    std::ifstream file{ORVU_SYMBOLS};
+    std::ifstream file{ProjectPaths::symbols};
     std::vector<std::pair<std::string, std::string>> rows;
     std::string line;
     std::getline(file, line);  // the columns' names

@@ -1,6 +1,8 @@
 #include "core/Bookmarks.h"
 
+#include "core/Records.h"
 #include "foundation/text/Text.h"
+#include "platform/StoredRecords.h"
 
 #include <algorithm>
 #include <unordered_set>
@@ -8,37 +10,28 @@
 namespace orvu {
 
 std::optional<BookmarkStore::Bookmark> BookmarkStore::Bookmark::decode(const JsonValue& value) {
-    auto id = value.field("id").and_then(&JsonValue::uuid);
-    auto url = value.field("url").and_then(&JsonValue::url);
-    const auto title = value.field("title").and_then(&JsonValue::text);
-    const auto date = value.field("date").and_then(&JsonValue::date);
-    if (!id || !url || !title || !date) return std::nullopt;
-    return Bookmark{*id, std::move(*url), std::string{*title}, *date};
+    return decodeDatedPage<Bookmark>(value);
 }
 
-void BookmarkStore::Bookmark::encode(JsonWriter& writer) const {
-    writer.beginObject().key("id").value(id).key("url").value(url);
-    writer.key("title").value(title).key("date").value(date).endObject();
-}
+void BookmarkStore::Bookmark::encode(JsonWriter& writer) const { encodeDatedPage(writer, *this); }
 
 BookmarkStore::BookmarkStore(UserDefaults& defaults, const MainLoop& clock, std::string key)
-    : defaults_(defaults), clock_(clock), key_(std::move(key)) {
-    if (const auto stored = defaults_.data(key_)) {
-        items_ = decodeRecords<Bookmark>(*stored).value_or(std::vector<Bookmark>{});
-    }
-}
+    : defaults_(defaults),
+      clock_(clock),
+      key_(std::move(key)),
+      items_(readRecords<Bookmark>(defaults_, key_).value_or(std::vector<Bookmark>{})) {}
 
 bool BookmarkStore::contains(const std::optional<Url>& url) const {
     return url && std::ranges::find(items_, *url, &Bookmark::url) != items_.end();
 }
 
 std::vector<BookmarkStore::Bookmark> BookmarkStore::matching(std::string_view query) const {
-    const std::string wanted = lowercased(query);
-    if (wanted.empty()) return items_;
+    const std::string searched = lowercased(query);
+    if (searched.empty()) return items_;
     std::vector<Bookmark> result;
     std::ranges::copy_if(items_, std::back_inserter(result), [&](const Bookmark& item) {
-        return containsCharacters(lowercased(item.title), wanted) ||
-               lowercased(item.url.absoluteString()).contains(wanted);
+        return containsCharacters(lowercased(item.title), searched) ||
+               lowercased(item.url.absoluteString()).contains(searched);
     });
     return result;
 }
@@ -79,7 +72,7 @@ sigc::connection BookmarkStore::connectChanged(const sigc::slot<void()>& slot) {
 }
 
 void BookmarkStore::saveAndEmit() {
-    if (const auto text = encodeRecords(items_)) defaults_.setData(key_, *text);
+    writeRecords(defaults_, key_, items_);
     changed_.emit();
 }
 

@@ -113,9 +113,9 @@ void BrowserStore::selectTab(int number) {
     const int place = number == 9 ? count : number;
     if (place < 1 || place > count) return;
     const Operation operation{*this};
-    const Uuid& wanted = list[static_cast<std::size_t>(place - 1)]->id();
-    if (activeID_ == wanted) return;
-    activeID_ = wanted;  // the pair stays: a number is a look elsewhere, not a choice
+    const Uuid& target = list[static_cast<std::size_t>(place - 1)]->id();
+    if (activeID_ == target) return;
+    activeID_ = target;  // the pair stays: a number is a look elsewhere, not a choice
     changes_.note();
 }
 
@@ -132,7 +132,7 @@ void BrowserStore::open(std::string_view text, NewTab inNewTab) {
 
 BrowserTab& BrowserStore::newTab(const std::optional<Url>& url, Select select) {
     const Operation operation{*this};
-    const auto tab = std::make_shared<BrowserTab>(*configuration_, url, loop_, favicons(),
+    const auto tab = std::make_shared<BrowserTab>(*configuration_, url, loop_, services_.favicons(),
                                                   permissions(), persistence());
     tab->onVisit = sigc::mem_fun(*this, &BrowserStore::recordVisit);
     tab->onDownload = sigc::mem_fun(*this, &BrowserStore::saveSession);
@@ -198,10 +198,10 @@ void BrowserStore::park(const BrowserTab& tab) {
 
 void BrowserStore::unpark(const Parked& parked) {
     const Operation operation{*this};
-    const Parked wanted = parked;  // the argument may stand on the shelf
-    std::erase_if(shelf_, [&](const Parked& each) { return each.id == wanted.id; });
+    const Parked target = parked;  // the argument may stand on the shelf
+    std::erase_if(shelf_, [&](const Parked& each) { return each.id == target.id; });
     save(shelf_, SettingsKeys::browserShelf);
-    newTab(wanted.url, Select::yes);
+    newTab(target.url, Select::yes);
 }
 
 void BrowserStore::togglePin(BrowserTab& tab) {

@@ -7,6 +7,7 @@
 #include "core/TabGroup.h"
 #include "core/WindowReader.h"
 #include "foundation/Signal.h"
+#include "site/icons/SiteIcons.h"
 
 #include <memory>
 #include <optional>
@@ -52,8 +53,8 @@ public:
     [[nodiscard]] bool isPrivate() const { return isPrivate_; }
     [[nodiscard]] const Profile& profile() const { return profile_; }
     [[nodiscard]] BookmarkStore& bookmarks() const { return bookmarks_; }
-    /// The icons of sites, to be asked with `persistence`.
-    [[nodiscard]] FaviconStore& favicons() const { return services_.favicons(); }
+    /// The icons of sites, as this window may ask for them.
+    [[nodiscard]] SiteIcons icons() const { return {services_.favicons(), persistence()}; }
     /// What sites may do, to be asked with `persistence`.
     [[nodiscard]] SitePermissions& permissions() const { return services_.permissions(); }
     /// How articles look, in this window as in all others.

@@ -48,8 +48,8 @@ void BrowserStore::rename(const TabGroup& group, std::string_view name) {
     TabGroup* const found = findGroup(group);
     if (!found) return;
     const Operation operation{*this};
-    const auto wanted = trimmed(name, TrimSet::whitespaces);
-    if (!wanted.empty()) found->name = std::string{firstCharacters(wanted, groupNameLimit)};
+    const auto newName = trimmed(name, TrimSet::whitespaces);
+    if (!newName.empty()) found->name = std::string{firstCharacters(newName, groupNameLimit)};
     changedGroups();
 }
 

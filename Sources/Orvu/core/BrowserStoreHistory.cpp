@@ -1,5 +1,7 @@
 #include "core/BrowserStore.h"
 
+#include "platform/StoredRecords.h"
+
 #include <string>
 #include <utility>
 
@@ -7,16 +9,12 @@ namespace orvu {
 
 template <class Record>
 std::optional<std::vector<Record>> BrowserStore::load(const SettingKey& key) const {
-    const auto stored = defaults_.data(scopedKey(key.name, profile_));
-    return stored ? decodeRecords<Record>(*stored) : std::nullopt;
+    return readRecords<Record>(defaults_, scopedKey(key.name, profile_));
 }
 
 template <class Record>
 void BrowserStore::save(const std::vector<Record>& records, const SettingKey& key) {
-    if (isPrivate_) return;
-    if (const auto text = encodeRecords(records)) {
-        defaults_.setData(scopedKey(key.name, profile_), *text);
-    }
+    if (!isPrivate_) writeRecords(defaults_, scopedKey(key.name, profile_), records);
 }
 template void BrowserStore::save(const std::vector<Parked>& records, const SettingKey& key);
 
@@ -102,13 +100,11 @@ void BrowserStore::reloadVisits() {
 int BrowserStore::importVisits(const std::vector<Visit>& visits, const Profile& profile,
                                UserDefaults& defaults, NotificationCenter& notifications) {
     const std::string key = scopedKey(SettingsKeys::browserVisits.name, profile);
-    const auto stored = defaults.data(key);
     int newOnes = 0;
     const auto all = VisitHistory::merged(
-        (stored ? decodeRecords<Visit>(*stored) : std::nullopt).value_or(std::vector<Visit>{}),
-        visits, newOnes);
+        readRecords<Visit>(defaults, key).value_or(std::vector<Visit>{}), visits, newOnes);
     if (!all) return 0;
-    if (const auto text = encodeRecords(*all)) defaults.setData(key, *text);
+    writeRecords(defaults, key, *all);
     notifications.post(historyImported);
     return newOnes;
 }

@@ -2,19 +2,9 @@
 
 namespace orvu {
 
-std::optional<Visit> Visit::decode(const JsonValue& value) {
-    auto id = value.field("id").and_then(&JsonValue::uuid);
-    auto url = value.field("url").and_then(&JsonValue::url);
-    const auto title = value.field("title").and_then(&JsonValue::text);
-    const auto date = value.field("date").and_then(&JsonValue::date);
-    if (!id || !url || !title || !date) return std::nullopt;
-    return Visit{*id, std::move(*url), std::string{*title}, *date};
-}
+std::optional<Visit> Visit::decode(const JsonValue& value) { return decodeDatedPage<Visit>(value); }
 
-void Visit::encode(JsonWriter& writer) const {
-    writer.beginObject().key("id").value(id).key("url").value(url);
-    writer.key("title").value(title).key("date").value(date).endObject();
-}
+void Visit::encode(JsonWriter& writer) const { encodeDatedPage(writer, *this); }
 
 std::optional<SavedTab> SavedTab::decode(const JsonValue& value) {
     auto url = value.field("url").and_then(&JsonValue::url);

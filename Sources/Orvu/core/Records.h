@@ -4,8 +4,27 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace orvu {
+
+/// Reads the fields that visits and bookmarks have in common: `id`, `url`, `title`, `date`.
+template <class Record>
+[[nodiscard]] std::optional<Record> decodeDatedPage(const JsonValue& value) {
+    auto id = value.field("id").and_then(&JsonValue::uuid);
+    auto url = value.field("url").and_then(&JsonValue::url);
+    const auto title = value.field("title").and_then(&JsonValue::text);
+    const auto date = value.field("date").and_then(&JsonValue::date);
+    if (!id || !url || !title || !date) return std::nullopt;
+    return Record{*id, std::move(*url), std::string{*title}, *date};
+}
+
+/// Writes the same fields.
+template <class Record>
+void encodeDatedPage(JsonWriter& writer, const Record& record) {
+    writer.beginObject().key("id").value(record.id).key("url").value(record.url);
+    writer.key("title").value(record.title).key("date").value(record.date).endObject();
+}
 
 /// One page that finished loading.
 struct Visit {

@@ -31,8 +31,8 @@ bool hyphenBefore(std::size_t byte) { return byte == 4 || byte == 6 || byte == 8
 
 Uuid Uuid::random() {
     Uuid id;
-    const auto wanted = static_cast<ssize_t>(id.bytes_.size());
-    if (getrandom(id.bytes_.data(), id.bytes_.size(), 0) != wanted) {
+    const auto length = static_cast<ssize_t>(id.bytes_.size());
+    if (getrandom(id.bytes_.data(), id.bytes_.size(), 0) != length) {
         std::random_device device;
         for (auto& byte : id.bytes_) byte = static_cast<std::uint8_t>(device());
     }

@@ -66,12 +66,12 @@ void AddressNotchBody::submit(const std::vector<Entry>& entries) {
 void AddressNotchBody::goPrimary() { perform(candidates_.primaryAction()); }
 
 void AddressNotchBody::perform(const NotchAction& action) {
-    const NotchAction wanted = action;  // what happens may change the list that it stands in
-    if (const auto* const searched = std::get_if<SearchFor>(&wanted)) {
+    const NotchAction chosen = action;  // what happens may change the list that it stands in
+    if (const auto* const searched = std::get_if<SearchFor>(&chosen)) {
         search(searched->text);
-    } else if (const auto* const loaded = std::get_if<LoadAddress>(&wanted)) {
+    } else if (const auto* const loaded = std::get_if<LoadAddress>(&chosen)) {
         load(loaded->url);
-    } else if (const auto* const switched = std::get_if<SwitchToTab>(&wanted)) {
+    } else if (const auto* const switched = std::get_if<SwitchToTab>(&chosen)) {
         if (const auto tab = store_->tab(switched->id)) store_->select(*tab);
         notch_.close();
     }

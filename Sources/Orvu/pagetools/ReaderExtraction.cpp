@@ -9,21 +9,6 @@ namespace orvu {
 namespace {
 
 using Block = ReaderArticle::Block;
-using Pair = std::vector<std::string_view>;
-
-/// The texts of a list; nothing if anything else is in it.
-std::optional<Pair> texts(const JsonValue& list) {
-    const auto entries = list.array();
-    if (!entries) return std::nullopt;
-    Pair result;
-    result.reserve(entries->size());
-    for (const JsonValue& entry : *entries) {
-        const auto text = entry.text();
-        if (!text) return std::nullopt;
-        result.push_back(*text);
-    }
-    return result;
-}
 
 /// The blocks of an answer; nothing if they are not a list of lists of texts.
 std::optional<std::vector<Block>> readBlocks(const JsonValue& answer) {
@@ -33,7 +18,7 @@ std::optional<std::vector<Block>> readBlocks(const JsonValue& answer) {
     std::vector<Block> blocks;
     blocks.reserve(entries->size());
     for (const JsonValue& entry : *entries) {
-        const auto pair = texts(entry);
+        const auto pair = entry.texts();
         if (!pair) return std::nullopt;
         if (pair->size() != 2) continue;
         blocks.push_back({.kind = std::string{(*pair)[0]}, .text = std::string{(*pair)[1]}});

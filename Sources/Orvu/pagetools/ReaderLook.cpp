@@ -10,8 +10,8 @@ ReaderLook::ReaderLook(Settings& settings)
       themeChanged_(settings.readerTheme.connectChanged([this] { changed_.emit(); })) {}
 
 void ReaderLook::setSize(double size) {
-    const double wanted = std::clamp(size, smallest, largest);
-    if (wanted != this->size()) settings_.readerSize.set(wanted);
+    const double clamped = std::clamp(size, smallest, largest);
+    if (clamped != this->size()) settings_.readerSize.set(clamped);
 }
 
 void ReaderLook::setTheme(ReaderTheme theme) {

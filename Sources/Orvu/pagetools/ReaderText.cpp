@@ -32,8 +32,8 @@ ReaderPiece piece(ReaderRole role, std::string_view text) {
 
 }  // namespace
 
-ReaderStyle ReaderStyle::of(ReaderRole role, double wanted) {
-    const double size = std::clamp(wanted, minDrawn, maxDrawn);
+ReaderStyle ReaderStyle::of(ReaderRole role, double baseSize) {
+    const double size = std::clamp(baseSize, minDrawn, maxDrawn);
     const double apart = size * 0.9;
     switch (role) {
         case ReaderRole::meta:

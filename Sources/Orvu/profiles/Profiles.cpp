@@ -1,5 +1,6 @@
 #include "profiles/Profiles.h"
 
+#include "platform/StoredRecords.h"
 #include "profiles/ProfileLook.h"
 
 #include <algorithm>
@@ -31,10 +32,9 @@ std::string scopedKey(std::string_view base, const Profile& profile) {
 }
 
 ProfileStore::ProfileStore(UserDefaults& defaults, RemoveWebsiteData removeWebsiteData)
-    : defaults_(defaults), removeWebsiteData_(std::move(removeWebsiteData)) {
-    if (const auto stored = defaults_.data(key)) {
-        profiles_ = decodeRecords<Profile>(*stored).value_or(std::vector<Profile>{});
-    }
+    : defaults_(defaults),
+      removeWebsiteData_(std::move(removeWebsiteData)),
+      profiles_(readRecords<Profile>(defaults_, key).value_or(std::vector<Profile>{})) {
     if (profiles_.empty()) profiles_.push_back(Profile::personal());
 }
 
@@ -83,8 +83,6 @@ sigc::connection ProfileStore::connectChanged(const sigc::slot<void()>& slot) {
     return changed_.connect(slot);
 }
 
-void ProfileStore::save() {
-    if (const auto text = encodeRecords(profiles_)) defaults_.setData(key, *text);
-}
+void ProfileStore::save() { writeRecords(defaults_, key, profiles_); }
 
 }  // namespace orvu

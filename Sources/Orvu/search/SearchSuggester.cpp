@@ -29,20 +29,6 @@ std::string fromLatin1(std::string_view text) {
     return result;
 }
 
-/// The texts of a list; nothing if one of its entries is no text.
-std::optional<std::vector<std::string_view>> texts(const JsonValue& list) {
-    const auto entries = list.array();
-    if (!entries) return std::nullopt;
-    std::vector<std::string_view> result;
-    result.reserve(entries->size());
-    for (const JsonValue& entry : *entries) {
-        const auto text = entry.text();
-        if (!text) return std::nullopt;
-        result.push_back(*text);
-    }
-    return result;
-}
-
 /// The words of `text`, of which only spaces are between.
 std::vector<std::string_view> words(std::string_view text) {
     std::vector<std::string_view> result;
@@ -57,9 +43,9 @@ std::vector<std::string_view> words(std::string_view text) {
 /// The first `count` words of `text`, with one space between each two.
 std::string firstWords(std::string_view text, std::size_t count) {
     std::string result;
-    auto wanted = words(text);
-    wanted.resize(std::min(wanted.size(), count));
-    for (const auto word : wanted) {
+    auto kept = words(text);
+    kept.resize(std::min(kept.size(), count));
+    for (const auto word : kept) {
         if (!result.empty()) result += ' ';
         result += word;
     }
@@ -152,7 +138,7 @@ std::vector<std::string> SearchSuggester::parse(std::string_view answer) {
     if (!document) return {};
     const auto parts = document->root().array();
     if (!parts || parts->size() < 2) return {};
-    const auto offered = texts((*parts)[1]);
+    const auto offered = (*parts)[1].texts();
     if (!offered) return {};
 
     std::vector<std::string> result;

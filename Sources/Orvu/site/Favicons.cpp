@@ -52,7 +52,7 @@ ImagePointer FaviconStore::icon(std::string_view host, Persistence persistence) 
     if (const auto found = icons_.find(key); found != icons_.end()) {
         Icon& icon = found->second;
         const ImagePointer image = icon.image;
-        if (persistence == Persistence::persistent && std::exchange(icon.owesFile, false)) {
+        if (persistence == Persistence::persistent && std::exchange(icon.isUnsaved, false)) {
             tasks_.start(save(key, image));
         }
         return image;
@@ -79,7 +79,7 @@ void FaviconStore::store(const std::string& key, const ImagePointer& image,
         return put(key, {image});
     }
     const auto previous = icons_.find(key);
-    const bool hasFile = previous != icons_.end() && !previous->second.owesFile;
+    const bool hasFile = previous != icons_.end() && !previous->second.isUnsaved;
     put(key, {image, !hasFile && !asked_.contains(key)});
 }
 

@@ -68,7 +68,7 @@ public:
 private:
     struct Icon {
         ImagePointer image;
-        bool owesFile = false;  ///< only private windows know of the site so far
+        bool isUnsaved = false;  ///< only private windows know of the site so far
     };
 
     [[nodiscard]] Task<void> load(std::string key);

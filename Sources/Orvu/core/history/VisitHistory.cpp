@@ -67,8 +67,8 @@ bool VisitHistory::add(Visit visit) {
 }
 
 bool VisitHistory::remove(const Uuid& id) {
-    const Uuid wanted = id;  // it may be that of a visit that moves
-    return removeWhere([&](const Visit& visit) { return visit.id == wanted; });
+    const Uuid removed = id;  // it may be that of a visit that moves
+    return removeWhere([&](const Visit& visit) { return visit.id == removed; });
 }
 
 bool VisitHistory::removeSince(const std::optional<Date>& start) {

@@ -77,6 +77,19 @@ std::optional<std::vector<JsonValue>> JsonValue::array() const {
     return result;
 }
 
+std::optional<std::vector<std::string_view>> JsonValue::texts() const {
+    simdjson::dom::array entries;
+    if (element_.get_array().get(entries) != simdjson::SUCCESS) return std::nullopt;
+    std::vector<std::string_view> result;
+    result.reserve(entries.size());
+    for (const auto entry : entries) {
+        const auto text = JsonValue{entry}.text();
+        if (!text) return std::nullopt;
+        result.push_back(*text);
+    }
+    return result;
+}
+
 std::optional<JsonValue> JsonValue::field(std::string_view name) const {
     simdjson::dom::element found;
     if (element_.at_key(name).get(found) != simdjson::SUCCESS) return std::nullopt;

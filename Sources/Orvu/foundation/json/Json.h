@@ -31,6 +31,8 @@ public:
     [[nodiscard]] std::optional<Url> url() const;
     [[nodiscard]] std::optional<Date> date() const;
     [[nodiscard]] std::optional<std::vector<JsonValue>> array() const;
+    /// The texts of a list; nothing if one of its entries is no text.
+    [[nodiscard]] std::optional<std::vector<std::string_view>> texts() const;
     /// The names and values of an object, in the order in which they are written.
     [[nodiscard]] std::optional<std::vector<std::pair<std::string_view, JsonValue>>> fields() const;
     [[nodiscard]] bool isObject() const { return element_.is_object(); }

@@ -75,7 +75,7 @@ struct NotchCandidates::Given {
     }
 
     [[nodiscard]] bool isBlank() const { return searched.lower.empty(); }
-    [[nodiscard]] TitledRows::Wanted wanted() const { return {searched.text, searched.lower}; }
+    [[nodiscard]] TitledRows::Query rowQuery() const { return {searched.text, searched.lower}; }
 
 private:
     [[nodiscard]] std::vector<PastSearches::Search> foldedPredictions() const {
@@ -178,7 +178,7 @@ void NotchCandidates::listSearches(const Given& given) {
 void NotchCandidates::listTabs(const Given& given) {
     const auto& snapshot = given.snapshot;
     std::size_t left = tabsShown;
-    snapshot.tabRows().search(given.wanted(), TitledRows::Order::forward, [&](std::size_t row) {
+    snapshot.tabRows().search(given.rowQuery(), TitledRows::Order::forward, [&](std::size_t row) {
         const auto& [id, title, url] = snapshot.tabs().at(row);
         if (id == snapshot.currentTab()) return true;
         const std::string site = url ? siteName(*url) : "";
@@ -197,7 +197,7 @@ void NotchCandidates::listBookmarks(const Given& given) {
                             host, "Bookmark", LoadAddress{url}});
         return --left > 0;
     };
-    given.snapshot.bookmarkRows().search(given.wanted(), TitledRows::Order::forward, append);
+    given.snapshot.bookmarkRows().search(given.rowQuery(), TitledRows::Order::forward, append);
 }
 
 void NotchCandidates::listHistory(const Given& given) {
@@ -209,7 +209,7 @@ void NotchCandidates::listHistory(const Given& given) {
         listVisit(visit, "History", given.question);
         return shown.size() < visitsShown;
     };
-    given.snapshot.visitRows().search(given.wanted(), TitledRows::Order::backward, append);
+    given.snapshot.visitRows().search(given.rowQuery(), TitledRows::Order::backward, append);
 }
 
 void NotchCandidates::listToday(const Given& given) {

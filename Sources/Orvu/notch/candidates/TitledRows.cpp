@@ -8,6 +8,10 @@ namespace orvu {
 namespace {
 
 /// Gives `take` each row of `column` in whose text `part` stands where `accept` takes it.
+///
+/// `part` is sought in the joined texts, so a hit may lie across the border of two rows, which is
+/// none. After a row was taken, or such a border was met, the search goes on with the next row;
+/// after a hit that `accept` refuses, one byte on, since the same row may hold a better one.
 template <class Accept, class Take>
 void eachRowWith(std::string_view part, const auto& column, const Accept& accept,
                  const Take& take) {
@@ -100,16 +104,16 @@ void TitledRows::clear() {
     size_ = 0;
 }
 
-TitledRows::Marks TitledRows::matches(const Block& block, const Wanted& wanted) {
+TitledRows::Marks TitledRows::matches(const Block& block, const Query& query) {
     Marks result = 0;
     const auto mark = [&](std::size_t row) { result |= Marks{1} << row; };
-    const std::string& inTitle = wanted.inTitle.text();
+    const std::string& inTitle = query.inTitle.text();
     const auto isWhole = [&](std::string_view title, std::size_t at) {
         return areWholeCharacters(title, at, inTitle.size());
     };
     eachRowWith(inTitle, block.titles, isWhole, mark);
     const auto anywhere = [](std::string_view, std::size_t) { return true; };
-    eachRowWith(wanted.inAddress, block.addresses, anywhere, mark);
+    eachRowWith(query.inAddress, block.addresses, anywhere, mark);
     return result;
 }
 

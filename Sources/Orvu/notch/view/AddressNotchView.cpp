@@ -176,11 +176,11 @@ void AddressNotchView::measure_vfunc(Gtk::Orientation orientation, int forSize, 
     natural = minimum;
     if (!bar_.get_visible()) return;
     int least = 0;
-    int wanted = 0;
+    int barNatural = 0;
     int none = 0;
     const int width = forSize < 0 ? openWidth : std::min(forSize, openWidth);
-    bar_.measure(orientation, std::max(width - 2 * earWidth, 1), least, wanted, none, none);
-    natural = std::max(natural, wanted);
+    bar_.measure(orientation, std::max(width - 2 * earWidth, 1), least, barNatural, none, none);
+    natural = std::max(natural, barNatural);
 }
 
 void AddressNotchView::size_allocate_vfunc(int width, int height, int) {
@@ -189,9 +189,9 @@ void AddressNotchView::size_allocate_vfunc(int width, int height, int) {
     const int inner = std::max(restingSpace_ - 2 * earWidth, 1);
     if (resting_.get_visible()) {
         int least = 0;
-        int wanted = 0;
+        int barNatural = 0;
         int none = 0;
-        resting_.measure(Gtk::Orientation::HORIZONTAL, -1, least, wanted, none, none);
+        resting_.measure(Gtk::Orientation::HORIZONTAL, -1, least, barNatural, none, none);
         const int taken = std::max(inner, least);
         resting_.size_allocate({(width - taken) / 2, 0, taken, NotchRestingView::height}, -1);
     }

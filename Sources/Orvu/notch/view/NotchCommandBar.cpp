@@ -26,15 +26,13 @@ void centre(Gtk::Widget& icon) {
 NotchCommandBar::NotchCommandBar(AddressNotch& notch, const BrowserStore& store)
     : Gtk::Box(Gtk::Orientation::VERTICAL, 10),
       notch_(notch),
-      favicons_(store.favicons()),
-      persistence_(store.persistence()),
+      icons_(store.icons()),
       correction_([this] { body_->useCorrection(); }),
       primary_("↵"),
-      primarySite_(favicons_, persistence_, hostIconSize),
+      primarySite_(icons_, hostIconSize),
       ask_(platformText("⌘↵")),
       face_(faceDot, faceGap),
-      footer_(favicons_, persistence_,
-              [this](const auto& chip) { body_->perform(chip.action(body_->query())); }) {
+      footer_(icons_, [this](const auto& chip) { body_->perform(chip.action(body_->query())); }) {
     add_css_class("notch-bar");
     addFieldRow();
     append(correction_);
@@ -144,7 +142,7 @@ void NotchCommandBar::refreshRows() {
     const auto& entries = body_->entries();
     scroll_.set_visible(!entries.empty());
     for (std::size_t i = rows_.size(); i < entries.size(); ++i) {
-        rows_.push_back(std::make_unique<NotchRow>(favicons_, persistence_, [this, i] {
+        rows_.push_back(std::make_unique<NotchRow>(icons_, [this, i] {
             if (i < body_->entries().size()) body_->choose(body_->entries()[i]);
         }));
         list_.append(*rows_.back());

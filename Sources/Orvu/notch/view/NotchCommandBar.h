@@ -46,8 +46,7 @@ private:
     void revealSelected();
 
     AddressNotch& notch_;
-    FaviconStore& favicons_;
-    const Persistence persistence_;
+    const SiteIcons icons_;
     AddressNotchBody* body_ = nullptr;
 
     Gtk::Box fieldRow_{Gtk::Orientation::HORIZONTAL, 12};

@@ -14,11 +14,10 @@ namespace {
 
 constexpr int iconSize = 12;
 
-Gtk::Button& makeChip(FaviconStore& favicons, Persistence persistence,
-                      const NotchFooter::Chip& chip) {
+Gtk::Button& makeChip(SiteIcons icons, const NotchFooter::Chip& chip) {
     const std::string name{chip.bang.name};
     auto& parts = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, 6);
-    auto& icon = *Gtk::make_managed<SiteIcon>(favicons, persistence, iconSize);
+    auto& icon = *Gtk::make_managed<SiteIcon>(icons, iconSize);
     icon.set_valign(Gtk::Align::CENTER);
     icon.setHost(std::string{chip.bang.host});
     parts.append(icon);
@@ -34,8 +33,8 @@ Gtk::Button& makeChip(FaviconStore& favicons, Persistence persistence,
 
 }  // namespace
 
-NotchFooterView::NotchFooterView(FaviconStore& favicons, Persistence persistence, Chosen chosen)
-    : favicons_(favicons), persistence_(persistence), chosen_(std::move(chosen)) {
+NotchFooterView::NotchFooterView(SiteIcons icons, Chosen chosen)
+    : icons_(icons), chosen_(std::move(chosen)) {
     add_css_class("notch-footer");
     append(chips_);
     note_.add_css_class("notch-note");
@@ -57,7 +56,7 @@ void NotchFooterView::show(const std::optional<NotchFooter>& footer) {
 void NotchFooterView::makeChips() {
     while (Gtk::Widget* const chip = chips_.get_first_child()) chips_.remove(*chip);
     for (const auto& chip : shown_.chips) {
-        auto& button = makeChip(favicons_, persistence_, chip);
+        auto& button = makeChip(icons_, chip);
         button.signal_clicked().connect([this, chip] { chosen_(chip); });
         chips_.append(button);
     }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "notch/candidates/NotchCandidates.h"
-#include "site/Favicons.h"
+#include "site/icons/SiteIcons.h"
 
 #include <gtkmm/box.h>
 #include <gtkmm/label.h>
@@ -16,8 +16,7 @@ class NotchFooterView : public Gtk::Box {
 public:
     using Chosen = std::function<void(const NotchFooter::Chip&)>;
 
-    /// `favicons` must outlive the view.
-    NotchFooterView(FaviconStore& favicons, Persistence persistence, Chosen chosen);
+    NotchFooterView(SiteIcons icons, Chosen chosen);
 
     /// Nothing hides it.
     void show(const std::optional<NotchFooter>& footer);
@@ -25,8 +24,7 @@ public:
 private:
     void makeChips();
 
-    FaviconStore& favicons_;
-    const Persistence persistence_;
+    const SiteIcons icons_;
     const Chosen chosen_;
     NotchFooter shown_;
     Gtk::Box chips_{Gtk::Orientation::HORIZONTAL, 6};

@@ -24,9 +24,8 @@ std::string rowName(const NotchEntry& entry) {
 
 }  // namespace
 
-NotchRow::NotchRow(FaviconStore& favicons, Persistence persistence,
-                   const std::function<void()>& chosen)
-    : Gtk::Box(Gtk::Orientation::VERTICAL), site_(favicons, persistence, siteIconSize) {
+NotchRow::NotchRow(SiteIcons icons, const std::function<void()>& chosen)
+    : Gtk::Box(Gtk::Orientation::VERTICAL), site_(icons, siteIconSize) {
     heading_.add_css_class("notch-heading");
     heading_.set_xalign(0);
     append(heading_);

@@ -19,7 +19,7 @@ public:
     enum class Heading { no, yes };
 
     /// `favicons` must outlive the row. `chosen` is called at a click.
-    NotchRow(FaviconStore& favicons, Persistence persistence, const std::function<void()>& chosen);
+    NotchRow(SiteIcons icons, const std::function<void()>& chosen);
 
     void show(const NotchEntry& entry, Heading heading);
     void setSelected(bool selected);

@@ -61,8 +61,8 @@ struct Worker::State : std::enable_shared_from_this<State> {
     }
 
     void startThread() {
-        const auto ended = [room = weak_from_this(), mine = ++number] {
-            if (const auto state = room.lock()) state->ended(mine);
+        const auto ended = [weakState = weak_from_this(), mine = ++number] {
+            if (const auto state = weakState.lock()) state->ended(mine);
         };
         try {
             thread = std::thread{[work = running->work, ended]() mutable {
@@ -95,7 +95,7 @@ struct Worker::State : std::enable_shared_from_this<State> {
         const auto keepAlive = shared_from_this();
         const Job job = std::move(*running);
         running.reset();
-        startNext();  // first: whoever hears of the result may end the room
+        startNext();  // first: whoever hears of the result may end the weakState
         job.settled(outcome);
     }
 

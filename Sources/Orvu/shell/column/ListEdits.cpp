@@ -9,27 +9,28 @@ namespace orvu {
 namespace {
 
 using Keys = std::span<const ColumnKey>;
-using Places = std::unordered_map<ColumnKey, std::size_t>;
+using Positions = std::unordered_map<ColumnKey, std::size_t>;
 
-Places placesIn(Keys keys) {
-    Places places;
-    places.reserve(keys.size());
-    for (std::size_t place = 0; place < keys.size(); ++place) places.emplace(keys[place], place);
-    return places;
+Positions positionsIn(Keys keys) {
+    Positions positions;
+    positions.reserve(keys.size());
+    for (std::size_t position = 0; position < keys.size(); ++position)
+        positions.emplace(keys[position], position);
+    return positions;
 }
 
-/// For each key of `to`, whether it belongs to a longest run of keys whose previous places rise.
-std::vector<bool> stableKeys(const Places& previous, Keys to) {
-    constexpr auto none = static_cast<std::size_t>(-1);
-    std::vector<std::size_t> places(to.size(), none);
-    std::vector<std::size_t> before(to.size(), none);
+/// For each key of `to`, whether it belongs to a longest run of keys whose previous positions rise.
+std::vector<bool> stableKeys(const Positions& previous, Keys to) {
+    constexpr auto absent = static_cast<std::size_t>(-1);
+    std::vector<std::size_t> positions(to.size(), absent);
+    std::vector<std::size_t> before(to.size(), absent);
     std::vector<std::size_t> ends;  // of the best run of each length, as an index into `to`
     for (std::size_t index = 0; index < to.size(); ++index) {
         const auto found = previous.find(to[index]);
         if (found == previous.end()) continue;
-        places[index] = found->second;
+        positions[index] = found->second;
         const auto run = std::ranges::lower_bound(ends, found->second, {},
-                                                  [&](std::size_t end) { return places[end]; });
+                                                  [&](std::size_t end) { return positions[end]; });
         if (run != ends.begin()) before[index] = *std::prev(run);
         if (run == ends.end()) {
             ends.push_back(index);
@@ -37,11 +38,11 @@ std::vector<bool> stableKeys(const Places& previous, Keys to) {
             *run = index;
         }
     }
-    std::vector<bool> still(to.size(), false);
-    for (auto index = ends.empty() ? none : ends.back(); index != none; index = before[index]) {
-        still[index] = true;
+    std::vector<bool> stable(to.size(), false);
+    for (auto index = ends.empty() ? absent : ends.back(); index != absent; index = before[index]) {
+        stable[index] = true;
     }
-    return still;
+    return stable;
 }
 
 }  // namespace
@@ -58,17 +59,17 @@ std::vector<ListEdit> listEdits(const std::vector<ColumnKey>& from,
     }
 
     std::vector<ListEdit> edits;
-    const Places now = placesIn(changedTo);
+    const Positions now = positionsIn(changedTo);
     for (const auto& key : changedFrom) {
         if (!now.contains(key)) edits.push_back({ListEdit::Kind::remove, key, std::nullopt});
     }
-    const Places previous = placesIn(changedFrom);
-    const auto still = stableKeys(previous, changedTo);
+    const Positions previous = positionsIn(changedFrom);
+    const auto stable = stableKeys(previous, changedTo);
     std::optional<ColumnKey> after;
     if (head != from.begin()) after = *std::prev(head);
     for (std::size_t index = 0; index < changedTo.size(); ++index) {
         const ColumnKey& key = changedTo[index];
-        if (!still[index]) {
+        if (!stable[index]) {
             const bool known = previous.contains(key);
             edits.push_back({known ? ListEdit::Kind::move : ListEdit::Kind::insert, key, after});
         }

@@ -315,11 +315,11 @@ Commands numbered() {
                        .keys = {"⌘" + digit}});
         all.push_back(
             {.name = "profile" + digit,
-             .run = Command::ForWindow{[place = static_cast<std::size_t>(number - 1)](auto& view) {
+             .run = Command::ForWindow{[index = static_cast<std::size_t>(number - 1)](auto& view) {
                  const auto& profiles = view.services().profiles().profiles();
-                 if (place >= profiles.size()) return;
-                 const Profile wanted = profiles[place];
-                 if (wanted.id != view.store().profile().id) view.switchProfile(wanted);
+                 if (index >= profiles.size()) return;
+                 const Profile profile = profiles[index];
+                 if (profile.id != view.store().profile().id) view.switchProfile(profile);
              }},
              .keys = {"⌃" + digit}});
     }

@@ -7,8 +7,8 @@ namespace orvu {
 
 BrowserSplitPages::Widths BrowserSplitPages::widths(int width) const {
     const int usable = std::max(width - dividerWidth, 1);
-    const int wanted = static_cast<int>(std::lround(usable * fraction_));
-    const int first = std::min(std::max(minPaneWidth, wanted), usable - minPaneWidth);
+    const int preferred = static_cast<int>(std::lround(usable * fraction_));
+    const int first = std::min(std::max(minPaneWidth, preferred), usable - minPaneWidth);
     return {std::max(first, 0), usable - std::max(first, 0)};
 }
 

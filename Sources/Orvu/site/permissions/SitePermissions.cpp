@@ -60,22 +60,22 @@ SitePermissions::SitePermissions(UserDefaults& defaults) : defaults_(defaults) {
 
 SitePermissions::Choice SitePermissions::choice(Kind kind, std::string_view host,
                                                 Persistence persistence) const {
-    const std::string wanted = choiceKey(kind, host);
+    const std::string entry = choiceKey(kind, host);
     if (persistence == Persistence::ephemeral) {
-        if (const auto found = ephemeral_.find(wanted); found != ephemeral_.end()) {
+        if (const auto found = ephemeral_.find(entry); found != ephemeral_.end()) {
             return found->second;
         }
     }
-    const auto found = choices_.find(wanted);
+    const auto found = choices_.find(entry);
     return found != choices_.end() ? found->second : Choice::ask;
 }
 
 PermissionDecision SitePermissions::decision(MediaCaptureType type, std::string_view host,
                                              Persistence persistence) const {
     const auto kinds = captureKinds(type);
-    const auto is = [&](Choice wanted) {
-        return [this, host, persistence, wanted](Kind kind) {
-            return choice(kind, host, persistence) == wanted;
+    const auto is = [&](Choice choice) {
+        return [this, host, persistence, choice](Kind kind) {
+            return this->choice(kind, host, persistence) == choice;
         };
     };
     if (std::ranges::any_of(kinds, is(Choice::block))) return PermissionDecision::deny;

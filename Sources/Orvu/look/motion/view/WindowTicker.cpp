@@ -61,9 +61,9 @@ void WindowTicker::remove(Gtk::Widget& widget) {
 }
 
 void WindowTicker::update() {
-    const bool wanted = !widgets_.empty() && canBeSeen() && animationsEnabled();
-    if (wanted == isTicking()) return;
-    if (wanted) {
+    const bool shouldTick = !widgets_.empty() && canBeSeen() && animationsEnabled();
+    if (shouldTick == isTicking()) return;
+    if (shouldTick) {
         timer_ = Glib::signal_timeout().connect(sigc::mem_fun(*this, &WindowTicker::tick), interval,
                                                 Glib::PRIORITY_DEFAULT_IDLE);
     } else {

@@ -34,8 +34,8 @@ constexpr std::uintmax_t headerSize = 100;
 void narrowToOwner(const fs::path& path) {
     struct stat status{};
     if (stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return;
-    constexpr mode_t wanted = S_IRUSR | S_IWUSR;
-    if ((status.st_mode & ALLPERMS) != wanted) chmod(path.c_str(), wanted);
+    constexpr mode_t ownerOnly = S_IRUSR | S_IWUSR;
+    if ((status.st_mode & ALLPERMS) != ownerOnly) chmod(path.c_str(), ownerOnly);
 }
 
 /// Never onto a name that is taken.
@@ -65,9 +65,8 @@ bool DatabaseFile::makeFolder() const {
 }
 
 void DatabaseFile::makePrivate() const {
-    const int made =
-        open(path_.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, S_IRUSR | S_IWUSR);
-    if (made >= 0) close(made);
+    const FileDescriptor made{
+        open(path_.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, S_IRUSR | S_IWUSR)};
     for (const char* const suffix : suffixes) narrowToOwner(beside(suffix));
 }
 
@@ -117,17 +116,13 @@ fs::path DatabaseFile::beside(const char* suffix) const {
 }
 
 FolderLock::FolderLock(const fs::path& folder)
-    : descriptor_(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+    : folder_(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
     constexpr std::chrono::milliseconds pause{10};
     constexpr int attempts = 100;
-    for (int attempt = 0; attempt < attempts && descriptor_ >= 0; ++attempt) {
-        if (flock(descriptor_, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) return;
+    for (int attempt = 0; attempt < attempts && folder_; ++attempt) {
+        if (flock(folder_.get(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) return;
         std::this_thread::sleep_for(pause);
     }
-}
-
-FolderLock::~FolderLock() {
-    if (descriptor_ >= 0) close(descriptor_);
 }
 
 }  // namespace orvu

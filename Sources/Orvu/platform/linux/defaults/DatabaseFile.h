@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/linux/files/FileDescriptor.h"
+
 #include <sys/types.h>
 
 #include <filesystem>
@@ -51,12 +53,9 @@ private:
 class FolderLock {
 public:
     explicit FolderLock(const std::filesystem::path& folder);
-    FolderLock(const FolderLock&) = delete;
-    FolderLock& operator=(const FolderLock&) = delete;
-    ~FolderLock();
 
 private:
-    int descriptor_;
+    FileDescriptor folder_;
 };
 
 }  // namespace orvu

@@ -3,7 +3,6 @@
 #include <glib-unix.h>
 #include <sys/syscall.h>
 #include <sys/types.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -51,11 +50,11 @@ void ChildWatch::start(std::string_view name, std::function<void()> ended) {
     stop();
     const pid_t child = youngestChild(name);
     if (child == 0) return;
-    descriptor_ = static_cast<int>(syscall(SYS_pidfd_open, child, 0));
-    if (descriptor_ < 0) return;
+    process_.reset(static_cast<int>(syscall(SYS_pidfd_open, child, 0)));
+    if (!process_) return;
     ended_ = std::move(ended);
     source_ = g_unix_fd_add(
-        descriptor_, G_IO_IN,
+        process_.get(), G_IO_IN,
         [](int, GIOCondition, gpointer data) -> gboolean {
             auto& self = *static_cast<ChildWatch*>(data);
             self.source_ = 0;
@@ -69,7 +68,7 @@ void ChildWatch::start(std::string_view name, std::function<void()> ended) {
 
 void ChildWatch::stop() {
     if (const unsigned source = std::exchange(source_, 0)) g_source_remove(source);
-    if (const int descriptor = std::exchange(descriptor_, -1); descriptor >= 0) close(descriptor);
+    process_.reset();
 }
 
 }  // namespace orvu

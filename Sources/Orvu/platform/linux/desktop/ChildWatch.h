@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/linux/files/FileDescriptor.h"
+
 #include <functional>
 #include <string_view>
 
@@ -21,7 +23,7 @@ public:
 
 private:
     std::function<void()> ended_;
-    int descriptor_ = -1;
+    FileDescriptor process_;
     unsigned source_ = 0;
 };
 

@@ -13,7 +13,7 @@ namespace orvu {
 class LinuxDownloadFolder : public DownloadFolder {
 public:
     /// How the name of a place begins; six letters of chance follow.
-    static constexpr std::string_view placePrefix = ".orvu-download-";
+    static constexpr std::string_view partialPrefix = ".orvu-download-";
 
     explicit LinuxDownloadFolder(std::filesystem::path path) : path_(std::move(path)) {}
 

@@ -1,5 +1,7 @@
 #include "platform/linux/files/LinuxFileIO.h"
 
+#include "platform/linux/files/FileDescriptor.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -10,25 +12,9 @@
 namespace orvu {
 namespace {
 
-/// An open file; closed at the end.
-class Descriptor {
-public:
-    explicit Descriptor(int number) : number_(number) {}
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor() {
-        if (number_ >= 0) close(number_);
-    }
-    [[nodiscard]] int get() const { return number_; }
-    explicit operator bool() const { return number_ >= 0; }
-
-private:
-    const int number_;
-};
-
 std::optional<std::string> contentOf(const std::filesystem::path& file, std::size_t limit) {
-    // Something else than a file in its place, such as a pipe, must not stop the room.
-    const Descriptor open{::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)};
+    // Something else than a file in its place, such as a pipe, must not hold up the worker.
+    const FileDescriptor open{::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)};
     struct stat facts{};
     if (!open || fstat(open.get(), &facts) != 0 || !S_ISREG(facts.st_mode)) return std::nullopt;
     if (facts.st_size < 0 || static_cast<std::uintmax_t>(facts.st_size) > limit)
@@ -57,7 +43,7 @@ void replace(const std::filesystem::path& file, std::string_view bytes) {
     std::string temporary = (file.parent_path() / ".new-XXXXXX").string();
     bool written = false;
     {
-        const Descriptor open{mkostemp(temporary.data(), O_CLOEXEC)};
+        const FileDescriptor open{mkostemp(temporary.data(), O_CLOEXEC)};
         if (!open) return;
         written = writeAll(open.get(), bytes);
     }

@@ -284,9 +284,9 @@ Future<ScriptResult> OrvuWebView::evaluateJavaScript(std::string script) {
 
 Future<bool> OrvuWebView::find(std::string text, FindConfiguration configuration) {
     if (!view_) {  // nothing was loaded: there is nothing to find, and no need of a process
-        const Promise<bool> none;
-        none.resolve(false);
-        return none.future();
+        const Promise<bool> failed;
+        failed.resolve(false);
+        return failed.future();
     }
     return finder_->find(text, configuration);
 }

@@ -29,6 +29,14 @@ struct WebKitShared {
 /// A page of the engine. Making the engine's view takes some 70 ms of the main thread, so it is
 /// made when somebody wants to see it, or in an idle turn after a load was asked for: many tabs
 /// can thus be restored without holding up the window.
+///
+/// Three addresses: `pending_` waits for the view to be made; `page_` is that of the document that
+/// stands; `url_`, which others see, is the one asked for from the start of a load on. The engine's
+/// own address changes at the start of a load and back to nothing or to the document's when one
+/// fails, so `uriChanged` puts `page_` in the place of nothing. A load goes from started to
+/// committed to finished, but "finished" also ends one that failed, was stopped or was replaced by
+/// the next: `committed_` and `failed_` tell these apart, and `loadNumber_` drops answers that
+/// belong to an earlier load.
 class OrvuWebView : public WebView {
 public:
     OrvuWebView(std::shared_ptr<WebKitShared> shared, MainLoop& loop);

@@ -26,10 +26,10 @@ public:
         return names;
     }
     /// Keeps only the records of these names.
-    void keep(const std::vector<std::string>& wanted) {
+    void keep(const std::vector<std::string>& keptNames) {
         for (GList* each = list_; each;) {
             GList* const next = each->next;
-            if (std::ranges::find(wanted, name(each)) == wanted.end()) {
+            if (std::ranges::find(keptNames, name(each)) == keptNames.end()) {
                 webkit_website_data_unref(static_cast<WebKitWebsiteData*>(each->data));
                 list_ = g_list_delete_link(list_, each);
             }

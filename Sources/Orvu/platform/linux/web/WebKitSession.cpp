@@ -79,11 +79,11 @@ std::shared_ptr<WebKitSession> WebKitSessions::session(const WebsiteDataStore& s
         session->giveDownloadsTo(taker_);
         return session;
     }
-    const Folders wanted = folders(store);
-    auto& known = live_[wanted.data];
+    const Folders location = folders(store);
+    auto& known = live_[location.data];
     auto session = known.lock();
     if (!session) {
-        session = std::make_shared<WebKitSession>(wanted.data, wanted.caches);
+        session = std::make_shared<WebKitSession>(location.data, location.caches);
         session->giveDownloadsTo(taker_);
         known = session;
     }

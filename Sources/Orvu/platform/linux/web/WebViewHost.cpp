@@ -12,12 +12,12 @@ WebViewHost::WebViewHost() {
 WebViewHost::~WebViewHost() { detach(); }
 
 bool WebViewHost::show(WebView* page) {
-    auto* const wanted = static_cast<OrvuWebView*>(page);
+    auto* const target = static_cast<OrvuWebView*>(page);
     const bool attached = get_first_child() != nullptr;
     if (inFullscreen_ && !attached) detach();  // the page that filled the screen has ended
-    if (shown() == wanted && attached == (wanted != nullptr)) return false;
+    if (shown() == target && attached == (target != nullptr)) return false;
     detach();
-    if (wanted) attach(*wanted);
+    if (target) attach(*target);
     return true;
 }
 

@@ -9,7 +9,7 @@ namespace orvu {
 BrowserPinnedTile::BrowserPinnedTile(BrowserStore& store, const std::shared_ptr<BrowserTab>& tab)
     : store_(store),
       tab_(tab),
-      badge_(store.favicons(), store.persistence(), badgeSize),
+      badge_(store.icons(), badgeSize),
       refresh_(*this, [this] { refresh(); }) {
     Gtk::Widget::add_css_class("pinned-tile");
     property_accessible_role() = Gtk::Accessible::Role::LIST_ITEM;

@@ -75,9 +75,9 @@ void LineBox::size_allocate_vfunc(int width, int, int) {
     const double begin = scroll_->get_value() - page / 2;
     const double end = scroll_->get_value() + page * 3 / 2;
     forEachPlace(width, [&](ColumnLine& line, int top, int height) {
-        const bool wanted = (top < end && top + height > begin) || &line == ready_;
-        if (line.widget().get_child_visible() != wanted) line.widget().set_child_visible(wanted);
-        if (wanted) line.widget().size_allocate({0, top, width, height}, -1);
+        const bool isShown = (top < end && top + height > begin) || &line == ready_;
+        if (line.widget().get_child_visible() != isShown) line.widget().set_child_visible(isShown);
+        if (isShown) line.widget().size_allocate({0, top, width, height}, -1);
     });
 }
 

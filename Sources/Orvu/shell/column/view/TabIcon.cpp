@@ -10,8 +10,7 @@
 
 namespace orvu {
 
-TabIcon::TabIcon(const BrowserStore& store)
-    : badge_(store.favicons(), store.persistence(), badgeSize) {
+TabIcon::TabIcon(const BrowserStore& store) : badge_(store.icons(), badgeSize) {
     add_css_class("tab-icon");
     hideFromAccessibility(*this);
     set_valign(Gtk::Align::CENTER);
@@ -21,9 +20,9 @@ TabIcon::TabIcon(const BrowserStore& store)
 TabIcon::~TabIcon() { badge_.unparent(); }
 
 void TabIcon::show(const BrowserTab& tab) {
-    constexpr double least = 0.1;  // a load shows from its first moment
+    constexpr double minimumRing = 0.1;  // a load shows from its first moment
     badge_.set(tab.host(), tab.favicon());
-    const double ring = tab.isLoading() ? std::clamp(tab.progress(), least, 1.0) : 0;
+    const double ring = tab.isLoading() ? std::clamp(tab.progress(), minimumRing, 1.0) : 0;
     if (ring == ring_) return;
     ring_ = ring;
     queue_draw();

@@ -37,8 +37,8 @@ TabList::TabList(BrowserStore& store, ContextMenu& menu)
       input_(
           rows_, menu,
           [this](Gtk::Widget* widget) {
-              const Place place = placeOf(widget);
-              return place != count() ? &lineAt(place) : nullptr;
+              const Index index = indexOf(widget);
+              return index != count() ? &lineAt(index) : nullptr;
           },
           [this](guint key, ColumnLine& line) { return keyPressed(key, line); }),
       reveal_(*this, [this] { revealActive(); }) {
@@ -70,13 +70,13 @@ void TabList::update() {
     std::vector<ColumnKey> keys(items.size());
     std::ranges::transform(items, keys.begin(), &ColumnItem::key);
     const auto* const focus = focusOf(*this);
-    const bool hadFocus = focus && placeOf(focus) != count();
-    const Place place = placeOf(tabStop_);
+    const bool hadFocus = focus && indexOf(focus) != count();
+    const Index index = indexOf(tabStop_);
 
     apply(keys);
     updateHeaders(items);
     updateActive();
-    repairTabStop(place, hadFocus);
+    repairTabStop(index, hadFocus);
     forgetLines();
 }
 
@@ -159,9 +159,9 @@ void TabList::moveTabStop(std::optional<ColumnKey> key) {
     if (previous != lines_.end()) previous->second->setTabStop(TabStop::no);
 }
 
-void TabList::repairTabStop(Place previousPlace, bool hadFocus) {
-    if (hadFocus && placeOf(tabStop_) != count()) return;  // the keyboard is where it was
-    if (!hadFocus && placeOf(active_) != count()) return moveTabStop(active_);
+void TabList::repairTabStop(Index previousPlace, bool hadFocus) {
+    if (hadFocus && indexOf(tabStop_) != count()) return;  // the keyboard is where it was
+    if (!hadFocus && indexOf(active_) != count()) return moveTabStop(active_);
     const auto begin = shown_.begin();
     const auto focusable = [this](const ColumnKey& key) { return line(key).isFocusable(); };
     const auto previous = begin + std::min(previousPlace, count());
@@ -179,14 +179,14 @@ void TabList::repairTabStop(Place previousPlace, bool hadFocus) {
 }
 
 bool TabList::keyPressed(guint key, ColumnLine& line) {
-    const Place place = placeOf(&line.widget());
+    const Index index = indexOf(&line.widget());
     switch (key) {
         case GDK_KEY_Up:
         case GDK_KEY_KP_Up:
-            return focus(place - 1, -1);
+            return focus(index - 1, -1);
         case GDK_KEY_Down:
         case GDK_KEY_KP_Down:
-            return focus(place + 1, +1);
+            return focus(index + 1, +1);
         case GDK_KEY_Home:
         case GDK_KEY_KP_Home:
             return focus(0, +1);
@@ -201,36 +201,36 @@ bool TabList::keyPressed(guint key, ColumnLine& line) {
     }
 }
 
-bool TabList::focus(Place place, Place step) {
-    while (place >= 0 && place < count() && !lineAt(place).isFocusable()) place += step;
-    if (place < 0 || place >= count()) return true;  // the arrows don't lead out of the list
+bool TabList::focus(Index index, Index step) {
+    while (index >= 0 && index < count() && !lineAt(index).isFocusable()) index += step;
+    if (index < 0 || index >= count()) return true;  // the arrows don't lead out of the list
     // The previous line stays ready until the keyboard has left it.
-    ColumnLine& line = lineAt(place);
+    ColumnLine& line = lineAt(index);
     line.setTabStop(TabStop::yes);
     line.widget().set_child_visible(true);
     line.takeFocus();
-    moveTabStop(keyAt(place));
+    moveTabStop(keyAt(index));
     rows_.reveal(line);
     return true;
 }
 
 void TabList::focusEntered() {
-    if (const Place place = placeOf(tabStop_); place != count()) rows_.reveal(lineAt(place));
+    if (const Index index = indexOf(tabStop_); index != count()) rows_.reveal(lineAt(index));
 }
 
 void TabList::revealActive() {
-    const Place place = placeOf(active_);
-    if (!get_mapped() || place == count()) return;
+    const Index index = indexOf(active_);
+    if (!get_mapped() || index == count()) return;
     if (get_height() == 0) return reveal_.mark();  // not laid out yet
-    rows_.reveal(lineAt(place));
+    rows_.reveal(lineAt(index));
 }
 
-TabList::Place TabList::placeOf(const std::optional<ColumnKey>& key) const {
+TabList::Index TabList::indexOf(const std::optional<ColumnKey>& key) const {
     if (!key) return count();
     return std::ranges::find(shown_, *key) - shown_.begin();
 }
 
-TabList::Place TabList::placeOf(const Gtk::Widget* widget) const {
+TabList::Index TabList::indexOf(const Gtk::Widget* widget) const {
     while (widget && widget->get_parent() != &rows_) widget = widget->get_parent();
     if (!widget) return count();
     return std::ranges::find_if(

@@ -30,7 +30,7 @@ public:
     [[nodiscard]] bool takeFocusClaim() { return input_.takeFocusClaim(); }
 
 private:
-    using Place = std::vector<ColumnKey>::difference_type;
+    using Index = std::vector<ColumnKey>::difference_type;
 
     void apply(const std::vector<ColumnKey>& keys);
     [[nodiscard]] ColumnLine& line(const ColumnKey& key);
@@ -39,20 +39,20 @@ private:
     void updateActive();
     void forgetLines();
     void moveTabStop(std::optional<ColumnKey> key);
-    void repairTabStop(Place previousPlace, bool hadFocus);
+    void repairTabStop(Index previousPlace, bool hadFocus);
 
     bool keyPressed(guint key, ColumnLine& line);
-    bool focus(Place place, Place step);
+    bool focus(Index index, Index step);
     void focusEntered();
     void revealActive();
 
-    [[nodiscard]] Place placeOf(const std::optional<ColumnKey>& key) const;
-    /// The place of the line that holds `widget`; behind the last one if none does.
-    [[nodiscard]] Place placeOf(const Gtk::Widget* widget) const;
-    [[nodiscard]] Place count() const { return std::ssize(shown_); }
-    [[nodiscard]] ColumnLine& lineAt(Place place) { return *lines_.at(keyAt(place)); }
-    [[nodiscard]] const ColumnKey& keyAt(Place place) const {
-        return shown_[static_cast<std::size_t>(place)];
+    [[nodiscard]] Index indexOf(const std::optional<ColumnKey>& key) const;
+    /// The index of the line that holds `widget`; behind the last one if none does.
+    [[nodiscard]] Index indexOf(const Gtk::Widget* widget) const;
+    [[nodiscard]] Index count() const { return std::ssize(shown_); }
+    [[nodiscard]] ColumnLine& lineAt(Index index) { return *lines_.at(keyAt(index)); }
+    [[nodiscard]] const ColumnKey& keyAt(Index index) const {
+        return shown_[static_cast<std::size_t>(index)];
     }
 
     BrowserStore& store_;

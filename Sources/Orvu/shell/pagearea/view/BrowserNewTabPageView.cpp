@@ -23,7 +23,7 @@ Gtk::Button& makeTile(const BrowserStore& store, const Url& site) {
     auto& square = *Gtk::make_managed<Gtk::CenterBox>();
     square.add_css_class("site-tile");
     square.set_halign(Gtk::Align::CENTER);
-    auto& icon = *Gtk::make_managed<SiteIcon>(store.favicons(), store.persistence(), siteIconSize);
+    auto& icon = *Gtk::make_managed<SiteIcon>(store.icons(), siteIconSize);
     icon.set_valign(Gtk::Align::CENTER);
     icon.setHost(site.host().value_or(""));
     square.set_center_widget(icon);

@@ -84,10 +84,10 @@ void BrowserPageCard::findAgain(FindDirection direction) {
 }
 
 void BrowserPageCard::showFind() {
-    const bool wanted = view_.findOpen.get() && single_;
-    if (wanted == static_cast<bool>(find_)) return;
+    const bool shouldShow = view_.findOpen.get() && single_;
+    if (shouldShow == static_cast<bool>(find_)) return;
     endClosingFind();
-    if (!wanted) {
+    if (!shouldShow) {
         card_.remove_overlay(*find_);
         find_.reset();
         return;

@@ -87,13 +87,13 @@ void BrowserSplitPagesView::measure_vfunc(Gtk::Orientation orientation, int, int
     minimumBaseline = naturalBaseline = -1;
     for (const Gtk::Widget* const pane :
          {static_cast<const Gtk::Widget*>(&first_), static_cast<const Gtk::Widget*>(&second_)}) {
-        int least = 0;
-        int wanted = 0;
+        int paneMinimum = 0;
+        int paneNatural = 0;
         int ignored = 0;
-        pane->measure(orientation, -1, least, wanted, ignored, ignored);
+        pane->measure(orientation, -1, paneMinimum, paneNatural, ignored, ignored);
         const bool across = orientation == Gtk::Orientation::HORIZONTAL;
-        minimum = across ? minimum + least : std::max(minimum, least);
-        natural = across ? natural + wanted : std::max(natural, wanted);
+        minimum = across ? minimum + paneMinimum : std::max(minimum, paneMinimum);
+        natural = across ? natural + paneNatural : std::max(natural, paneNatural);
     }
 }
 

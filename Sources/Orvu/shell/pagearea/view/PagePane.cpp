@@ -11,7 +11,7 @@ namespace orvu {
 PagePane::PagePane(BrowserView& view, Place place)
     : Gtk::Box(Gtk::Orientation::VERTICAL),
       store_(view.sharedStore()),
-      icon_(store_->favicons(), store_->persistence(), iconSize),
+      icon_(store_->icons(), iconSize),
       content_(view),
       refresh_(*this, [this] { refresh(); }) {
     add_css_class("page-pane");

@@ -187,12 +187,14 @@ void RewindDots::measure_vfunc(Gtk::Orientation orientation, int, int& minimum, 
 void RewindDots::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
     const auto& visits = rewind_.visits();
     if (visits.empty()) return;
+    // Only the dots that can be seen: a day may have thousands. Half a dot at either edge, and one
+    // that grows into sight, count.
     const double pitch = BrowserRewind::dotStart(1);
     const auto first = static_cast<std::size_t>(std::max(scroll_->get_value() / pitch - 1, 0.0));
     const double end = scroll_->get_value() + scroll_->get_page_size();
     const auto last = std::min(visits.size(), static_cast<std::size_t>(end / pitch + 2));
     if (first >= last) return;
-    // A swing may go beyond a dot's frame.
+    // The spring swings past its end, so a dot may be drawn beyond its frame and beyond the widget.
     const auto context = snapshot->append_cairo(Gdk::Rectangle{
         static_cast<int>(BrowserRewind::dotStart(first) - frame), static_cast<int>(-frame),
         static_cast<int>(BrowserRewind::dotStart(last - first) + 2 * frame),

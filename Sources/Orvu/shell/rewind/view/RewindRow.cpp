@@ -16,8 +16,7 @@ constexpr int spacing = 10;
 
 RewindRow::RewindRow(const BrowserStore& store, const Visit& visit, const std::string& time,
                      Actions actions)
-    : line_(Gtk::Orientation::HORIZONTAL, spacing),
-      icon_(store.favicons(), store.persistence(), iconSize) {
+    : line_(Gtk::Orientation::HORIZONTAL, spacing), icon_(store.icons(), iconSize) {
     const std::string title = oneLine(visit.title, titleLimit);
     add_css_class("rewind-row");
     property_accessible_role() = Gtk::Accessible::Role::LIST_ITEM;

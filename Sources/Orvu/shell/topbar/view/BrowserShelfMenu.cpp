@@ -21,8 +21,7 @@ Gtk::Widget& content(const BrowserStore& store, const MenuEntry& entry, const st
     line.add_css_class("shelf-line");
     hideFromAccessibility(line);
     if (entry.kind == MenuEntry::Kind::action && !entry.host.empty()) {
-        auto& badge =
-            *Gtk::make_managed<SiteIcon>(store.favicons(), store.persistence(), badgeSize);
+        auto& badge = *Gtk::make_managed<SiteIcon>(store.icons(), badgeSize);
         badge.setHost(entry.host);
         line.append(badge);
     }

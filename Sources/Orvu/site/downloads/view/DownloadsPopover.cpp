@@ -47,9 +47,9 @@ void DownloadsPopover::refresh() {
 /// New ones stand at the head, and the others never change their order.
 void DownloadsPopover::syncRows() {
     const auto& items = store_.items();
-    const std::unordered_set<std::shared_ptr<DownloadItem>> wanted{items.begin(), items.end()};
+    const std::unordered_set<std::shared_ptr<DownloadItem>> current{items.begin(), items.end()};
     std::erase_if(rows_, [&](DownloadRow* row) {
-        const bool stays = wanted.contains(row->item());
+        const bool stays = current.contains(row->item());
         if (!stays) list_.remove(*row);
         return !stays;
     });

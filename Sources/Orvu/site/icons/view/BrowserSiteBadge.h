@@ -9,9 +9,7 @@ namespace orvu {
 /// The icon of a tab: its own if it has one, else that of its site.
 class BrowserSiteBadge : public SiteIcon {
 public:
-    /// `store` must outlive the view.
-    BrowserSiteBadge(FaviconStore& store, Persistence persistence, int size)
-        : SiteIcon(store, persistence, size) {}
+    BrowserSiteBadge(SiteIcons icons, int size) : SiteIcon(icons, size) {}
 
     /// Shows `icon`, or without one what the store knows of `host`.
     void set(const std::string& host, const ImagePointer& icon) { show(host, icon); }

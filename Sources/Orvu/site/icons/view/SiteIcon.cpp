@@ -32,8 +32,8 @@ void pushRounded(GtkSnapshot* snapshot, float size, float corner) {
 
 }  // namespace
 
-SiteIcon::SiteIcon(FaviconStore& store, Persistence persistence, int size, Shape shape)
-    : store_(store), persistence_(persistence), size_(size), shape_(shape) {
+SiteIcon::SiteIcon(SiteIcons icons, int size, Shape shape)
+    : icons_(icons), size_(size), shape_(shape) {
     set_halign(Gtk::Align::CENTER);
     set_valign(Gtk::Align::CENTER);
     hideFromAccessibility(*this);
@@ -52,12 +52,12 @@ void SiteIcon::show(const std::string& host, const ImagePointer& image) {
     }
     if (sameHost && isAsked_) return;
     isAsked_ = true;
-    arrival_ = store_.connectIcon(host_, sigc::mem_fun(*this, &SiteIcon::ask));
+    arrival_ = icons_.connectIcon(host_, sigc::mem_fun(*this, &SiteIcon::ask));
     queue_draw();
     ask();
 }
 
-void SiteIcon::ask() { use(store_.icon(host_, persistence_)); }
+void SiteIcon::ask() { use(icons_.icon(host_)); }
 
 void SiteIcon::use(ImagePointer image) {
     if (image == image_) return;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "foundation/Signal.h"
-#include "site/Favicons.h"
+#include "site/icons/SiteIcons.h"
 #include "site/icons/view/IconTexture.h"
 
 #include <gtkmm/widget.h>
@@ -17,8 +17,8 @@ class SiteIcon : public Gtk::Widget {
 public:
     enum class Shape { square, circle };
 
-    /// `size` is the length of a side. `store` must outlive the view.
-    SiteIcon(FaviconStore& store, Persistence persistence, int size, Shape shape = Shape::square);
+    /// `size` is the length of a side.
+    SiteIcon(SiteIcons icons, int size, Shape shape = Shape::square);
 
     /// Shows the icon of `host`, and follows it.
     void setHost(const std::string& host);
@@ -38,8 +38,7 @@ private:
     void drawImage(GtkSnapshot* snapshot);
     void drawLetter(GtkSnapshot* snapshot);
 
-    FaviconStore& store_;
-    const Persistence persistence_;
+    const SiteIcons icons_;
     const int size_;
     const Shape shape_;
     std::string host_;
