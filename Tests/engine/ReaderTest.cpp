@@ -120,7 +120,8 @@ TEST_F(ReaderTest, PageInWhichNoScriptRunsAtAllHasNoArticle) {
 }
 
 TEST_F(ReaderTest, ReadingLeavesThePageAsItIs) {
-    server.serve("/page", contents(std::filesystem::path{ProjectPaths::readerCorpus} / "wiki.html"));
+    server.serve("/page",
+                 contents(std::filesystem::path{ProjectPaths::readerCorpus} / "wiki.html"));
     const auto markup = [&] {
         return evaluate(page->webView(), "document.documentElement.outerHTML + scrollY").text;
     };
@@ -136,7 +137,8 @@ TEST_F(ReaderTest, ReadingLeavesThePageAsItIs) {
 }
 
 TEST_F(ReaderTest, TabMayGoWhileItsPageIsRead) {
-    server.serve("/page", contents(std::filesystem::path{ProjectPaths::readerCorpus} / "wiki.html"));
+    server.serve("/page",
+                 contents(std::filesystem::path{ProjectPaths::readerCorpus} / "wiki.html"));
     EXPECT_TRUE(articleAt("/page"));
     auto task = page->readerArticle();
     task.start();
