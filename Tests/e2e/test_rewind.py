@@ -1,5 +1,6 @@
 """The time line of the day below the back button."""
 
+import itertools
 import json
 import time
 import uuid
@@ -11,6 +12,10 @@ from harness.wait import until, until_equal
 LATEST = "Latest visits"
 DOTS = "Visits of today"
 APPLE_EPOCH = 978307200  # seconds from 1970 to 2001
+
+
+def title_of(row):
+    return row.name.rsplit(", ", 1)[0]
 
 
 class RewindTest(BrowserTest):
@@ -37,13 +42,17 @@ class RewindTest(BrowserTest):
                 if item.role == "list item"]
 
     def titles(self):
-        return [row.name.rsplit(", ", 1)[0] for row in self.rows()]
+        return [title_of(row) for row in self.rows()]
+
+    def hovered(self):
+        return [title_of(row) for row in self.rows() if row.is_selected]
 
     def hover_back(self):
         self.hands.hover(self.windows.find("push button", BACK).middle)
 
-    def click(self, node, right):
-        """Clicks on something in the time line, so far from its left end."""
+    def click(self, node, right, title):
+        """Clicks on something in the time line, so far from its left end, that belongs to the visit
+        of that title."""
         content = self.windows.find("panel", "Rewind today")
         boxes = []
 
@@ -54,8 +63,14 @@ class RewindTest(BrowserTest):
 
         until(stands, "the time line to stand still", lambda: boxes[-1:])
         left, top, _, height = node.box
-        self.hands.click_in_popover(content, (left - content.box[0] + right,
-                                              top - content.box[1] + height // 2))
+        moves = itertools.count()
+
+        def hovered():
+            self.hands.hover_in_popover(content, (left - content.box[0] + right + next(moves) % 2,
+                                                  top - content.box[1] + height // 2))
+            return self.hovered()
+        until_equal(hovered, [title], "the hovered visit")
+        self.hands.click_here()
 
     def test_the_pointer_on_the_back_button_opens_it_even_while_there_is_no_way_back(self):
         self.start_with("a", "b", "c")
@@ -140,7 +155,7 @@ class RewindTest(BrowserTest):
         self.wait_until_open()
         row = self.rows()[1]
 
-        self.click(row, row.box[2] // 2)
+        self.click(row, row.box[2] // 2, "b")
 
         self.wait_for_selected("b")
         self.wait_until_closed()
@@ -150,7 +165,7 @@ class RewindTest(BrowserTest):
         self.hover_back()
         self.wait_until_open()
 
-        self.click(self.windows.find("slider", DOTS), 5)
+        self.click(self.windows.find("slider", DOTS), 5, "a")
 
         self.wait_for_selected("a")
         self.wait_until_closed()

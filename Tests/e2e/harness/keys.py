@@ -97,6 +97,10 @@ class Hands:
         freed = ["keyup", holding] if holding else []
         xdotool(*held, "click", button, *freed)
 
+    def click_here(self):
+        """Clicks where the pointer is."""
+        xdotool("click", 1)
+
     def double_click(self, at, title="Orvu"):
         self.hover(at, title)
         xdotool("click", "--repeat", 2, "--delay", 60, 1)
@@ -112,9 +116,13 @@ class Hands:
             _move(window, at)
         xdotool("mouseup", 1)
 
-    def click_in_popover(self, content, offset, title="Orvu"):
-        """Clicks at a place within what fills the one popover that is open. It is a window of its
-        own on the display, whose place the accessibility tree doesn't tell."""
+    def hover_in_popover(self, content, offset, title="Orvu"):
+        """Puts the pointer at a place within what fills the one popover that is open. It is a
+        window of its own on the display, whose place the accessibility tree doesn't tell.
+
+        The toolkit knows one place of the pointer for a window and its popovers, and after a layout
+        of the window takes the last one in the window for it, until the pointer moves again. A hand
+        always moves on; who calls this does so until the program shows that it has seen it."""
         window = self.window(title)
         popover = until(lambda: [each for each in self.windows(title) if each != window],
                         "a popover on the display")[-1]
@@ -123,7 +131,7 @@ class Hands:
         # The shadow around it falls downwards.
         left = (outer_width - width) // 2
         top = (outer_height - height) // 2 - POPOVER_SHADOW_FALL
-        xdotool("mousemove", "--window", popover, left + offset[0], top + offset[1], "click", 1)
+        xdotool("mousemove", "--window", popover, left + offset[0], top + offset[1])
 
     # The window as a whole.
 

@@ -102,7 +102,9 @@ void BrowserRewindView::fill() {
 void BrowserRewindView::showHovered() {
     time_.set_text(rewind_.shownTime());
     for (std::size_t i = 0; i < rows_.size(); ++i) {
-        setCssClass(*rows_[i], "hovered", rewind_.hovered() == shown_[i]);
+        const bool isHovered = rewind_.hovered() == shown_[i];
+        setCssClass(*rows_[i], "hovered", isHovered);
+        setAccessibleSelected(*rows_[i], isHovered);
     }
 }
 
