@@ -3,14 +3,18 @@
 #include "platform/linux/desktop/Renderer.h"
 #include "search/SearchSuggester.h"
 #include "shell/BrowserWindowController.h"
+#include "shell/CommandLine.h"
 #include "shell/OrvuApp.h"
 #include "shell/view/BrowserWindowView.h"
 #include "shell/view/OrvuApplication.h"
 
 #include <algorithm>
 #include <chrono>
+#include <iostream>
 #include <iterator>
 #include <memory>
+#include <optional>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -50,9 +54,27 @@ private:
     Scheduled tidyUp_;
 };
 
+/// Answers what needs no window: the exit status, or nothing if the program is to start.
+std::optional<int> answerAtOnce(const CommandLine& commandLine) {
+    for (const std::string& option : commandLine.unknownOptions) {
+        std::cerr << CommandLine::refusal(option);
+    }
+    if (!commandLine.unknownOptions.empty()) return CommandLine::refusedStatus;
+    if (commandLine.wantsHelp) {
+        std::cout << CommandLine::help();
+    } else if (commandLine.wantsVersion) {
+        std::cout << "Orvu " ORVU_VERSION "\n";
+    } else {
+        return std::nullopt;
+    }
+    return 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+    const std::vector<std::string> arguments{argv + std::min(argc, 1), argv + argc};
+    if (const auto status = answerAtOnce(CommandLine::parse(arguments))) return *status;
     chooseRenderer();
     const auto application = Glib::make_refptr_for_instance(new OrvuApplication(
         [](OrvuApplication& running) { return std::make_unique<Program>(running); }));

@@ -94,11 +94,17 @@ TEST_F(ResolveAddressTest, OtherSchemesDoNotOpenDirectly) {
     EXPECT_EQ(resolved("ftp://localhost"), search("ftp://localhost"));
 }
 
-TEST_F(ResolveAddressTest, AWebSchemeWithoutAHostDoesNotOpenDirectly) {
-    EXPECT_EQ(resolved("http:"), search("http:"));
-    EXPECT_EQ(resolved("https://"), search("https://"));
-    EXPECT_EQ(resolved("https:///path"), search("https:///path"));
-    EXPECT_EQ(resolved("http:example"), search("http:example"));
+TEST_F(ResolveAddressTest, AWebSchemeWithNothingBehindItDoesNotOpenDirectly) {
+    for (const auto text : {"http:", "https:", "http:/", "http://", "https://", "https:///"}) {
+        EXPECT_EQ(resolved(text), search(text));
+    }
+}
+
+TEST_F(ResolveAddressTest, ASlipInTheSlashesStaysAsItIsTyped) {
+    for (const auto text : {"http:/a.example", "https:///a.example", "http:a.example",
+                            "http:example", "https:////a.example/x?y", "https:/?x"}) {
+        EXPECT_EQ(resolved(text), text);
+    }
 }
 
 TEST_F(ResolveAddressTest, ASiteThatGivesNoAddressIsASearch) {

@@ -60,6 +60,43 @@ class LifecycleTest(BrowserTest):
         until_equal(self.hands.size, size, "the window's size")
         self.assertEqual(self.saved.value("OrvuWindow"), saved)
 
+    def test_a_size_changed_right_before_the_end_is_kept(self):
+        self.app.start()
+        self.hands.resize(1111, 777)
+        size = self.hands.size()
+        self.app.quit()
+
+        self.app.start()
+
+        until_equal(self.hands.size, size, "the window's size")
+
+    def test_tells_its_version_and_its_options_without_a_window(self):
+        for arguments, words in ((["--version"], "Orvu "), (["--help"], "Usage: orvu"),
+                                 (["-h", "https://a.example/"], "Usage: orvu")):
+            answer = self.app.run(*arguments)
+
+            self.assertEqual((answer.returncode, answer.stderr), (0, ""), arguments)
+            self.assertTrue(answer.stdout.startswith(words), answer.stdout)
+
+    def test_what_cannot_be_opened_is_said_in_one_sentence(self):
+        for argument in ("--verison", "ftp://a.example/", "mailto://x", "javascript://x"):
+            answer = self.app.run(argument)
+
+            self.assertEqual(answer.stderr, f"Orvu can't open “{argument}”.\n")
+            self.assertEqual((answer.returncode, answer.stdout), (2, ""), argument)
+
+    def test_a_running_program_says_the_same_and_opens_the_rest(self):
+        page = self.server.page("/page")
+        self.app.start()
+
+        answer = self.app.run("ftp://a.example/", page, "/etc/hostname")
+
+        self.assertEqual(answer.returncode, 2)
+        self.assertEqual(answer.stderr, "Orvu can't open “ftp://a.example/”.\n"
+                         "Orvu can't open “/etc/hostname”.\n")
+        self.wait_for_visit(page)
+        self.app.check_runs()
+
     def test_private_window_keeps_no_size(self):
         self.app.start()
         self.open_private_window()

@@ -1,8 +1,8 @@
 """Profiles keep their tabs, history and sign-ins apart."""
 
-from harness.case import BrowserTest
+from harness.case import PRIVATE, BrowserTest
 from harness.saved import TWO_PROFILES, WORK
-from harness.wait import until_equal
+from harness.wait import until, until_equal
 
 
 class ProfilesTest(BrowserTest):
@@ -58,6 +58,20 @@ class ProfilesTest(BrowserTest):
         self.app.start_again(asked)
         self.wait_for_visit(asked)
         self.assertEqual(self.server.cookies_for("/asked"), [None, "taste=vanilla"])
+
+    def test_a_private_window_that_takes_a_profile_looks_like_any_other(self):
+        """Its ground is dark as long as it is private, and so is what is written on it."""
+        self.app.start()
+        self.open_private_window()
+        bar = (300, 30)  # in the top bar, where nothing stands
+
+        def brightness():
+            return max(self.display.color(self.hands.window(PRIVATE), *bar))
+        until(lambda: brightness() < 90, "a dark window", brightness)
+        self.hands.press("alt+2", title=PRIVATE)
+
+        until(lambda: brightness() > 200, "a light window", brightness)
+        self.picture("private-window-with-a-profile")
 
     def test_ninth_place_without_a_profile_does_nothing(self):
         page = self.server.page("/page")

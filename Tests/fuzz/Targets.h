@@ -57,7 +57,8 @@ inline std::string resolve(std::string_view input) {
     const auto scheme = url->scheme();
     if (scheme == "file" || scheme == "about") return {};
     if (scheme != "http" && scheme != "https") return "the scheme may not open";
-    return url->host() ? "" : "a web address without a host";
+    const auto behind = url->absoluteString().find_first_not_of('/', scheme.size() + 1);
+    return behind != std::string::npos ? "" : "a web address with nothing behind its scheme";
 }
 
 inline std::string bang(std::string_view input) {

@@ -62,6 +62,12 @@ TEST_F(CorrectionTest, APredictionGoesOnByWholeCharactersInAnyForm) {
     EXPECT_EQ(corrected("cafe", {"cafe\u0301"}), Correction{"cafe\u0301"});
 }
 
+TEST_F(CorrectionTest, PredictionsForTheOtherFormOfAnAccentDoNotLagBehind) {
+    learn("cafe\u0301 pariss", {"caf\u00E9 paris"});
+
+    EXPECT_EQ(suggester->correction("caf\u00E9 pariss"), Correction{"caf\u00E9 paris"});
+}
+
 TEST_F(CorrectionTest, TheFirstPredictionIsCutToTheNumberOfTypedWords) {
     EXPECT_EQ(corrected("ottwr", {"otter pups for sale"}), Correction{"otter"});
     EXPECT_EQ(corrected("sea  ottwr", {"sea   otter pups"}), Correction{"sea otter"});

@@ -180,6 +180,16 @@ TEST_F(SearchSuggesterTest, APredictionThatIsTheTextItselfInAnyCaseIsDropped) {
     EXPECT_EQ(suggester->forQuery(), "sea");
 }
 
+TEST_F(SearchSuggesterTest, BothFormsOfAnAccentAreTheSameText) {
+    learn("caf\u00E9", {"cafe\u0301", "caf\u00E9s"});
+    EXPECT_EQ(predictions(), Texts{"caf\u00E9s"});
+
+    type("Cafe\u0301");
+
+    EXPECT_EQ(predictions(), Texts{"caf\u00E9s"});
+    EXPECT_EQ(http.asked.size(), 1U);
+}
+
 TEST_F(SearchSuggesterTest, TheChosenEngineIsAsked) {
     for (const auto& facts : Prefs::engines) {
         defaults.setString("searchEngine", facts.rawValue);

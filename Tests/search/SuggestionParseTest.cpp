@@ -53,6 +53,10 @@ TEST(SuggestionParseTest, LaterDuplicatesAreDroppedInAnyLetterCase) {
               (Texts{"Otters", "É", "ottawa"}));
 }
 
+TEST(SuggestionParseTest, BothFormsOfAnAccentAreOneText) {
+    EXPECT_EQ(parsed("[\"c\", [\"café\", \"CAFE\u0301\", \"cafe\"]]"), (Texts{"café", "cafe"}));
+}
+
 TEST(SuggestionParseTest, TheFirstSixAreTakenInTheEnginesOrder) {
     EXPECT_EQ(parsed(R"(["", ["z", "y", "Z", "", "x", "w", "v", "u", "t", "s"]])"),
               (Texts{"z", "y", "x", "w", "v", "u"}));

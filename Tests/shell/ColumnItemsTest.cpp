@@ -84,13 +84,24 @@ TEST_F(ColumnItemsTest, PinnedTabsOfAGroupAreInNoRow) {
     EXPECT_EQ(list(*store), (Strings{"[a.example 1]", b, "UNGROUPED", c}));
 }
 
-TEST_F(ColumnItemsTest, GroupWhoseTabsAreAllPinnedStaysAsAHeaderWithNone) {
+TEST_F(ColumnItemsTest, AGroupThatShowsNoTabHasNoRow) {
     const auto store = openStoreWith({a});
     store->newGroup(*tabAt(*store, a));
 
     store->togglePin(*tabAt(*store, a));
+    EXPECT_EQ(list(*store), Strings{});
 
-    EXPECT_EQ(list(*store), Strings{"[a.example 0]"});
+    store->togglePin(*tabAt(*store, a));
+    EXPECT_EQ(list(*store), (Strings{"[a.example 1]", a}));
+}
+
+TEST_F(ColumnItemsTest, AGroupWithoutARowMakesNoHeadingOverTheOtherTabs) {
+    const auto store = openStoreWith({a, b, c});
+    store->newGroup(*tabAt(*store, a));
+
+    store->close(*tabAt(*store, a));
+
+    EXPECT_EQ(list(*store), (Strings{b, c}));
 }
 
 TEST_F(ColumnItemsTest, OnlyPinnedTabsMakeAnEmptyList) {

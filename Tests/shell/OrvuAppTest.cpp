@@ -3,8 +3,6 @@
 #include "fakes/FakeBrowserWindow.h"
 #include "support/StoreWorld.h"
 
-#include <filesystem>
-#include <fstream>
 #include <limits>
 
 namespace orvu {
@@ -133,68 +131,6 @@ TEST_F(OrvuAppTest, TheMenuAsksTheDesktopToMakeThisTheDefaultBrowser) {
     app.makeDefaultBrowser();
 
     EXPECT_EQ(world.workspace.defaultBrowserRequests, 1);
-}
-
-// --- Command-line arguments ---------------------------------------------------------------------
-
-class UrlFromArgumentTest : public testing::Test {
-protected:
-    UrlFromArgumentTest() {
-        std::filesystem::create_directories(folder_ / "sub");
-        std::ofstream{folder_ / "a page#1?.html"} << "x";
-    }
-    ~UrlFromArgumentTest() override { std::filesystem::remove_all(folder_); }
-
-    [[nodiscard]] std::string read(std::string_view argument) const {
-        const auto result = urlFromArgument(argument, folder_, settings_);
-        return result ? result->absoluteString() : "nothing";
-    }
-    [[nodiscard]] std::string inFolder(std::string_view rest) const {
-        return std::string{"file://"}.append(folder_.string()).append(rest);
-    }
-
-private:
-    FakeUserDefaults defaults_;
-    Settings settings_{defaults_};
-    const std::filesystem::path folder_ =
-        std::filesystem::temp_directory_path() / ("orvu" + Uuid::random().string());
-};
-
-TEST_F(UrlFromArgumentTest, AnAddressWithASchemeStaysAsItIs) {
-    for (const auto text : {"https://a.example/x?y#z", "HTTP://A.example", "file:///x/y.html"}) {
-        EXPECT_EQ(read(text), text);
-    }
-    EXPECT_EQ(read(" https://a.example/\n"), "https://a.example/");
-}
-
-TEST_F(UrlFromArgumentTest, AnAddressWithinAnAddressDoesNotMakeASchemeOfTheOuterOne) {
-    EXPECT_EQ(read("a.example/?next=https://b.example/"),
-              "https://a.example/?next=https://b.example/");
-    EXPECT_EQ(read("what://"), "what://");
-    EXPECT_EQ(read("://a.example"), "https://www.google.com/search?q=://a.example");
-}
-
-TEST_F(UrlFromArgumentTest, AFileThatExistsBecomesItsAddress) {
-    EXPECT_EQ(read("a page#1?.html"), inFolder("/a%20page%231%3F.html"));
-    EXPECT_EQ(read("./sub/../a page#1?.html"), inFolder("/a%20page%231%3F.html"));
-    EXPECT_EQ(read("sub"), inFolder("/sub"));
-}
-
-TEST_F(UrlFromArgumentTest, OtherTextLeadsWhereItLeadsWhenItIsTyped) {
-    EXPECT_EQ(read("gnu.org"), "https://gnu.org");
-    EXPECT_EQ(read("about:blank"), "about:blank");
-    EXPECT_EQ(read("two words"), "https://www.google.com/search?q=two%20words");
-    EXPECT_EQ(read("missing"), "https://www.google.com/search?q=missing");
-}
-
-TEST_F(UrlFromArgumentTest, BlankTextLeadsNowhere) {
-    for (const auto text : {"", " ", "\t\n"}) EXPECT_EQ(read(text), "nothing");
-}
-
-TEST_F(UrlFromArgumentTest, AVeryLongArgumentIsTyped) {
-    const std::string text(100'000, 'x');
-
-    EXPECT_EQ(read(text), std::string{"https://www.google.com/search?q="}.append(text));
 }
 
 }  // namespace

@@ -15,7 +15,10 @@ std::optional<Url> fullUrl(std::string_view text) {
     constexpr std::array<std::string_view, 4> schemes{"http", "https", "file", "about"};
     auto url = Url::parse(text);
     if (!url || std::ranges::find(schemes, url->scheme()) == schemes.end()) return std::nullopt;
-    return isWebUrl(*url) && !url->host() ? std::nullopt : url;
+    if (!isWebUrl(*url)) return url;
+    // Slips in the slashes are the engine's to mend, but there must be something behind them.
+    const bool isBare = text.find_first_not_of('/', url->scheme().size() + 1) == text.npos;
+    return isBare ? std::nullopt : url;
 }
 
 /// A bare site: something with a full stop in it and no space.

@@ -1,6 +1,7 @@
 #include "search/SearchSuggester.h"
 
 #include "foundation/json/Json.h"
+#include "foundation/text/FoldedText.h"
 #include "foundation/text/Text.h"
 #include "search/Bang.h"
 #include "search/EditDistance.h"
@@ -83,7 +84,7 @@ void SearchSuggester::update(std::string_view query, Privacy privacy) {
         !SuggestionGate::allows(text)) {
         return show({}, std::move(text));
     }
-    std::string key = lowercased(text);
+    std::string key = FoldedText{text}.text();
     if (const auto known = cache_.find(key); known != cache_.end()) {
         return show(known->second, std::move(text));
     }
@@ -99,7 +100,7 @@ Task<void> SearchSuggester::ask(std::string query, std::string key, Prefs::Engin
     if (!response) co_return;
 
     auto found = parse(response->body);
-    std::erase_if(found, [&](const std::string& each) { return lowercased(each) == key; });
+    std::erase_if(found, [&](const std::string& each) { return FoldedText{each}.text() == key; });
     cache_.insert_or_assign(std::move(key), found);
     show(std::move(found), std::move(query));  // last: who hears of it may end the suggester
 }
@@ -113,7 +114,9 @@ void SearchSuggester::show(std::vector<std::string> predictions, std::string que
 
 std::optional<std::string> SearchSuggester::correction(std::string_view query) const {
     const std::string typed = lowercased(trimmed(query, TrimSet::whitespaces));
-    if (predictions_.empty() || lowercased(forQuery_) != typed) return std::nullopt;
+    if (predictions_.empty() || FoldedText{forQuery_} != FoldedText::fromLowercased(typed)) {
+        return std::nullopt;
+    }
     const std::size_t length = characterCount(typed);
     if (length < 4) return std::nullopt;
     const auto completes = [&](const std::string& each) {
@@ -146,7 +149,7 @@ std::vector<std::string> SearchSuggester::parse(std::string_view answer) {
     for (const auto each : *offered) {
         if (result.size() == maxPredictions) break;
         const auto text = trimmed(each, TrimSet::whitespaces);
-        if (text.empty() || !seen.insert(lowercased(text)).second) continue;
+        if (text.empty() || !seen.insert(FoldedText{text}.text()).second) continue;
         result.emplace_back(text);
     }
     return result;

@@ -1,23 +1,10 @@
 #include "shell/OrvuApp.h"
 
-#include "core/AddressResolution.h"
-#include "foundation/text/Text.h"
-
 #include <algorithm>
 #include <limits>
-#include <system_error>
 #include <utility>
 
 namespace orvu {
-namespace {
-
-/// The file's address, each byte outside the plain ones escaped.
-std::optional<Url> fileUrl(const std::filesystem::path& file) {
-    std::string text = percentEncoded(file.string(), QueryCharacters::bangQuery);
-    return Url::parse("file://" + text);
-}
-
-}  // namespace
 
 AppDelegate::AppDelegate(AppServices& services, BrowserWindowController& windows,
                          ApplicationHost& host)
@@ -51,19 +38,5 @@ void AppDelegate::newPrivateWindow() {
 }
 
 void AppDelegate::makeDefaultBrowser() { services_.platform().workspace.makeDefaultBrowser(); }
-
-std::optional<Url> urlFromArgument(std::string_view argument,
-                                   const std::filesystem::path& workingFolder,
-                                   const Settings& settings) {
-    const auto text = trimmed(argument, TrimSet::whitespacesAndNewlines);
-    if (text.empty()) return std::nullopt;
-    auto url = Url::parse(text);
-    const auto scheme = url ? url->scheme() : "";
-    if (!scheme.empty() && text.substr(scheme.size()).starts_with("://")) return url;
-    std::error_code error;
-    const auto file = (workingFolder / std::filesystem::path{argument}).lexically_normal();
-    if (std::filesystem::exists(file, error) && !error) return fileUrl(file);
-    return resolveAddress(text, settings);
-}
 
 }  // namespace orvu

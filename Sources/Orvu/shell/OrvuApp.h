@@ -2,9 +2,6 @@
 
 #include "shell/BrowserWindowController.h"
 
-#include <filesystem>
-#include <optional>
-#include <string_view>
 #include <vector>
 
 namespace orvu {
@@ -53,11 +50,5 @@ private:
     std::vector<Url> pendingURLs_;
     bool launched_ = false;
 };
-
-/// The address that a command-line argument means: an address as it stands, a file that exists
-/// below `workingFolder`, or what the text leads to when it is typed. Nothing for blank text.
-[[nodiscard]] std::optional<Url> urlFromArgument(std::string_view argument,
-                                                 const std::filesystem::path& workingFolder,
-                                                 const Settings& settings);
 
 }  // namespace orvu

@@ -98,11 +98,15 @@ class App:
 
     def start_again(self, *arguments):
         """Starts a second program beside the first, which hands over and ends."""
-        second = subprocess.run([program(), *arguments], env=self._environment, timeout=DEADLINE,
-                                stdin=subprocess.DEVNULL, capture_output=True, check=False)
+        second = self.run(*arguments)
         if second.returncode != 0:
             raise AssertionError(f"a second start with {[each[:80] for each in arguments]} ended "
                                  f"with {second.returncode}: {second.stderr!r}")
+
+    def run(self, *arguments):
+        """A start that ends by itself, as one beside a running program does."""
+        return subprocess.run([program(), *arguments], env=self._environment, timeout=DEADLINE,
+                              stdin=subprocess.DEVNULL, capture_output=True, text=True, check=False)
 
     def hand_over(self, *arguments):
         """What a second start tells the program before it ends, without the time that it takes."""

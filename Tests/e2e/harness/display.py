@@ -92,6 +92,14 @@ class Display:
         subprocess.run(["import", "-silent", "-window", "root", "-crop", crop, "+repage",
                         str(file)], check=True)
 
+    def color(self, window, right, down):
+        """The red, green and blue, from 0 to 255, of a point so far from a window's corner."""
+        left, top, _, _ = x11.geometry(window)
+        answer = subprocess.run(["import", "-silent", "-window", "root", "-depth", "8", "-crop",
+                                 f"1x1+{left + right}+{top + down}", "rgb:-"],
+                                capture_output=True, check=True)
+        return tuple(answer.stdout[:3])
+
     def digest(self):
         """A mark that changes with what is on the display."""
         answer = subprocess.run(["import", "-silent", "-window", "root", "rgb:-"],

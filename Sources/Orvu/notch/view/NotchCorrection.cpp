@@ -39,8 +39,9 @@ void NotchCorrection::show(const std::optional<std::string>& correction) {
     if (*correction != shown_ || text_.get_text().empty()) {
         shown_ = *correction;
         const std::string text = oneLine(shown_, textLimit);
-        text_.set_markup(before + std::string{"<b><u>"} + Glib::Markup::escape_text(text).raw() +
-                         "</u></b><span alpha='60%'>" + behind + "</span>");
+        text_.set_markup(before + std::string{"<span weight='semibold' underline='single'>"} +
+                         Glib::Markup::escape_text(text).raw() + "</span><span alpha='60%'>" +
+                         behind + "</span>");
         setAccessibleLabel(button_, before + text + behind);
     }
     set_visible(true);

@@ -10,9 +10,10 @@ std::string readerThemeRules() {
     for (const ReaderThemeFacts& facts : readerThemes) {
         const std::string name{facts.rawValue};
         const std::string background = rgba({facts.background}).to_string();
-        rules += ".orvu .reader-" + name + " { background: " + background +
-                 "; color: " + rgba({facts.ink}).to_string() + "; }\n";
-        rules += ".orvu .reader-swatch-" + name + " { background: " + background + "; }\n";
+        rules.append(".orvu .reader-").append(name).append(" { background: ").append(background);
+        rules.append("; color: ").append(rgba({facts.ink}).to_string()).append("; }\n");
+        rules.append(".orvu .reader-swatch-").append(name);
+        rules.append(" { background: ").append(background).append("; }\n");
     }
     return rules;
 }

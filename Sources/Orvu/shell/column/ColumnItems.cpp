@@ -34,11 +34,12 @@ std::vector<ColumnItem> columnItems(const BrowserStore& store) {
     };
     for (const auto& group : store.groups()) {
         const auto tabs = store.tabs(group);
+        if (tabs.empty()) continue;
         items.push_back({{Kind::group, group.id}, tabs.size()});
         if (!group.collapsed) addTabs(tabs);
     }
     const auto ungrouped = store.ungrouped();
-    if (!store.groups().empty() && !ungrouped.empty()) items.push_back({{Kind::ungroupedHeading}});
+    if (!items.empty() && !ungrouped.empty()) items.push_back({{Kind::ungroupedHeading}});
     addTabs(ungrouped);
     return items;
 }

@@ -27,8 +27,9 @@ struct ColumnItem {
     friend bool operator==(const ColumnItem&, const ColumnItem&) = default;
 };
 
-/// The list of tabs from top to bottom: each group's header and, unless it is collapsed, its
-/// tabs; a heading if there are groups and tabs in none; those tabs. Pinned tabs are not in it.
+/// The list of tabs from top to bottom: the header of each group that shows a tab and, unless it is
+/// collapsed, its tabs; a heading if there is such a header and tabs in no group; those tabs. Pinned
+/// tabs are not in it.
 [[nodiscard]] std::vector<ColumnItem> columnItems(const BrowserStore& store);
 
 enum class ColumnStep { next, previous };

@@ -1,5 +1,6 @@
 #include "shell/view/BrowserWindowView.h"
 
+#include "look/view/CssClass.h"
 #include "platform/linux/desktop/X11Placement.h"
 #include "profiles/ProfileLook.h"
 #include "shell/menus/Commands.h"
@@ -21,7 +22,6 @@ BrowserWindowView::BrowserWindowView(Gtk::Application& application, AppServices&
     : services_(services), windows_(windows), closed_(std::move(closed)) {
     window_.set_title(std::string{traits.title});
     window_.add_css_class("orvu");
-    if (traits.isPrivate) window_.add_css_class("private");
     invisibleTitlebar_.set_visible(false);
     window_.set_titlebar(invisibleTitlebar_);  // edges and shadow, but no bar of the toolkit's
     window_.set_default_size(WindowPlacement::contentSize.width,
@@ -37,6 +37,7 @@ BrowserWindowView::BrowserWindowView(Gtk::Application& application, AppServices&
 
 BrowserWindowView::~BrowserWindowView() {
     notify_callbacks();  // the window changes its size once more when it goes
+    if (frameIsUnsaved_) saveFrame();
     window_.unset_child();
 }
 
@@ -56,6 +57,7 @@ void BrowserWindowView::setContent(const std::shared_ptr<BrowserStore>& store) {
 }
 
 void BrowserWindowView::showLook(const BrowserStore& store) {
+    setCssClass(window_, "private", store.isPrivate());
     const auto& looks = ProfileLook::all;
     for (std::size_t look = 0; look < looks.size(); ++look) {
         window_.remove_css_class("look-" + std::to_string(look));
@@ -147,12 +149,14 @@ void BrowserWindowView::rememberFrame() {
 
 void BrowserWindowView::frameChanged() {
     // An edge that is dragged changes the size with every frame.
+    frameIsUnsaved_ = true;
     savesFrame_ =
         services_.platform().loop.after(std::chrono::milliseconds{250}, [this] { saveFrame(); });
 }
 
 void BrowserWindowView::saveFrame() {
     savesFrame_.cancel();
+    frameIsUnsaved_ = false;
     int width = 0;
     int height = 0;
     window_.get_default_size(width, height);

@@ -57,6 +57,7 @@ private:
     Scheduled savesFrame_;
     Scheduled closes_;
     bool remembersFrame_ = false;
+    bool frameIsUnsaved_ = false;
 };
 
 }  // namespace orvu

@@ -6,10 +6,13 @@
 #include "platform/linux/desktop/ApplicationId.h"
 #include "platform/linux/files/LinuxSystemPaths.h"
 #include "shell/column/view/GroupColorRules.h"
+#include "shell/CommandLine.h"
 #include "shell/menus/Commands.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <iostream>
+#include <string>
 #include <vector>
 
 namespace orvu {
@@ -18,17 +21,29 @@ namespace {
 constexpr const char* noSandbox =
     "Orvu can't open pages here, because this system doesn't let it shut them into a sandbox.";
 
-/// What a start of the program was given to open.
-std::vector<Url> urlsOf(const Glib::RefPtr<Gio::ApplicationCommandLine>& commandLine,
-                        const Settings& settings) {
+using StartCall = Glib::RefPtr<Gio::ApplicationCommandLine>;
+
+std::vector<std::string> argumentsOf(const StartCall& call) {
     int count = 0;
-    char** const arguments = commandLine->get_arguments(count);
+    char** const words = call->get_arguments(count);
+    std::vector<std::string> arguments{words + std::min(count, 1), words + count};
+    g_strfreev(words);
+    return arguments;
+}
+
+/// What a start of the program was given to open. What can't be opened is said where it was
+/// started.
+std::vector<Url> urlsOf(const StartCall& call, const std::vector<std::string>& addresses,
+                        const Settings& settings, Start start) {
+    const std::filesystem::path folder{std::string{call->get_cwd()}};
     std::vector<Url> urls;
-    for (int i = 1; i < count; ++i) {
-        const std::filesystem::path folder{std::string{commandLine->get_cwd()}};
-        if (const auto url = urlFromArgument(arguments[i], folder, settings)) urls.push_back(*url);
+    for (const std::string& address : addresses) {
+        if (const auto url = urlFromArgument(address, folder, settings, start)) {
+            urls.push_back(*url);
+        } else {
+            call->printerr(CommandLine::refusal(address));
+        }
     }
-    g_strfreev(arguments);
     return urls;
 }
 
@@ -62,8 +77,12 @@ int OrvuApplication::on_command_line(const Glib::RefPtr<Gio::ApplicationCommandL
         return 1;
     }
     AppDelegate& delegate = world_->delegate();
-    const auto urls = urlsOf(commandLine, world_->settings());
-    if (!delegate.launched()) {
+    const auto start = delegate.launched() ? Start::again : Start::first;
+    const auto addresses = CommandLine::parse(argumentsOf(commandLine)).addresses;
+    const auto urls = urlsOf(commandLine, addresses, world_->settings(), start);
+    if (urls.empty() && !addresses.empty()) {
+        if (start == Start::first) quit();
+    } else if (start == Start::first) {
         delegate.open(urls);
         delegate.applicationDidFinishLaunching();
     } else if (urls.empty()) {
@@ -71,7 +90,7 @@ int OrvuApplication::on_command_line(const Glib::RefPtr<Gio::ApplicationCommandL
     } else {
         delegate.open(urls);
     }
-    return 0;
+    return urls.size() == addresses.size() ? 0 : CommandLine::refusedStatus;
 }
 
 void OrvuApplication::refuse() {

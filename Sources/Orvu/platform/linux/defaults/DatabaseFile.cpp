@@ -1,5 +1,7 @@
 #include "platform/linux/defaults/DatabaseFile.h"
 
+#include "platform/linux/files/FileMove.h"
+
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -9,7 +11,6 @@
 #include <cerrno>
 #include <chrono>
 #include <cstdint>
-#include <cstdio>
 #include <string>
 #include <system_error>
 #include <thread>
@@ -36,14 +37,6 @@ void narrowToOwner(const fs::path& path) {
     if (stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return;
     constexpr mode_t ownerOnly = S_IRUSR | S_IWUSR;
     if ((status.st_mode & ALLPERMS) != ownerOnly) chmod(path.c_str(), ownerOnly);
-}
-
-/// Never onto a name that is taken.
-bool renameTo(const fs::path& from, const fs::path& to) {
-    if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return true;
-    // Some file systems don't know the flag.
-    if (errno != EINVAL || isThere(to)) return false;
-    return ::rename(from.c_str(), to.c_str()) == 0;
 }
 
 }  // namespace
@@ -98,7 +91,10 @@ std::optional<DatabaseFile> DatabaseFile::setAside() const {
     } while (!isFree(aside));
     for (const char* const suffix : suffixes) {
         const auto present = beside(suffix);
-        if (isThere(present) && !renameTo(present, aside.beside(suffix))) return std::nullopt;
+        if (!isThere(present)) continue;
+        if (FileMove::move(present, aside.beside(suffix)) != PartialFile::Move::done) {
+            return std::nullopt;
+        }
     }
     return aside;
 }

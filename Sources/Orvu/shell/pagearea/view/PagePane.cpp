@@ -6,6 +6,8 @@
 #include "look/view/SymbolImage.h"
 #include "shell/column/ShownTitle.h"
 
+#include <gtkmm/gestureclick.h>
+
 namespace orvu {
 
 PagePane::PagePane(BrowserView& view, Place place)
@@ -41,6 +43,10 @@ void PagePane::addHeader(Place place) {
         close_.signal_clicked().connect([this] { store_->endSideBySide(); });
         header_.append(close_);
     }
+    // Beside the buttons, which take their clicks for themselves, it is the header's.
+    const auto click = Gtk::GestureClick::create();
+    click->signal_released().connect([this](int, double, double) { select(); });
+    header_.add_controller(click);
     append(header_);
 }
 
