@@ -225,7 +225,7 @@ TEST_F(BrowserTabTest, ALoadThatBecomesADownloadIsToldOnceWhenThePreviousAddress
     EXPECT_EQ(tab->decidePolicy(NavigationResponse{true, true, "attachment"}),
               ResponsePolicy::download);
     EXPECT_TRUE(told.empty());
-    page(*tab).fail();
+    page(*tab).becomeDownload();
     page(*tab).load(url(b));
 
     EXPECT_EQ(told, (std::vector<std::string>{a}));

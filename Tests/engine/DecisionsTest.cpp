@@ -74,6 +74,41 @@ TEST_F(DecisionsTest, AWebPageCannotOpenAFileInANewTab) {
     EXPECT_EQ(tabUrls(), std::vector{server.url("/page")});
 }
 
+TEST_F(DecisionsTest, AWebPageCannotOpenWhatIsNoPageOfTheWebInANewTab) {
+    openPage("/page",
+             "<title>Page</title><a id=l target=_blank>x</a><script>setTimeout(() => {"
+             "for (const each of ['data:text/html,x', 'javascript:1', 'webkit://gpu',"
+             "'made-up:x', 'about:srcdoc', 'blob:https://other.example/1']) {"
+             "window.open(each); document.getElementById('l').href = each;"
+             "document.getElementById('l').click(); } })</script>");
+    settle();
+
+    EXPECT_EQ(tabUrls(), std::vector{server.url("/page")});
+}
+
+TEST_F(DecisionsTest, LinksThatScriptsClickCountAsScriptedPopups) {
+    openPage("/page",
+             "<title>Page</title><a id=l target=_blank>x</a><script>setTimeout(() => {"
+             "for (let i = 0; i < 25; i++) { document.getElementById('l').href = '/' + i;"
+             "document.getElementById('l').click(); } })</script>");
+    ASSERT_TRUE(waitFor([&] { return store.tabs().size() > 1; }));
+    settle();
+
+    EXPECT_EQ(tabUrls(), (std::vector{server.url("/page"), server.url("/0")}));
+}
+
+TEST_F(DecisionsTest, AFirstLoadThatBecomesADownloadLeavesAnEmptyTab) {
+    server.serve("/file", LoopbackServer::Answer{
+                              .body = "x", .headers = {{"Content-Disposition", "attachment"}}});
+
+    auto& tab = store.newTab(url("/file"), BrowserStore::Select::yes);
+    ASSERT_TRUE(waitFor([&] { return tab.isNewTab(); }));
+    settle();
+
+    EXPECT_EQ(tabUrls(), (std::vector<std::string>{"", ""}));
+    EXPECT_EQ(defaults.data("browserSession"), "[]");
+}
+
 TEST_F(DecisionsTest, AnAttachmentBecomesADownloadAndLeavesThePage) {
     server.serve("/file", LoopbackServer::Answer{
                               .body = "<title>File</title>",
@@ -123,7 +158,7 @@ TEST_F(DecisionsTest, VisitsAreFinishedPagesOnly) {
                               .body = "", .status = 302, .headers = {{"Location", "/to"}}});
     openPage("/a", "<title>A</title>");
 
-    store.open("http://127.0.0.1:59999/nobody", BrowserStore::NewTab::no);
+    store.open(server.deadUrl("/nobody").absoluteString(), BrowserStore::NewTab::no);
     ASSERT_TRUE(waitFor([&] { return store.active()->url() == url("/a"); }));
     settle();
     store.open(server.url("/from"), BrowserStore::NewTab::no);

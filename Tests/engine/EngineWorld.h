@@ -2,6 +2,7 @@
 
 #include "core/BrowserStore.h"
 #include "engine/LoopbackServer.h"
+#include "fakes/FakeNetworkMonitor.h"
 #include "platform/linux/GlibMainLoop.h"
 #include "platform/linux/files/LinuxDownloadFolder.h"
 #include "platform/linux/files/LinuxFileIO.h"
@@ -83,7 +84,8 @@ protected:
     FakeDesktop fakes;  ///< what is left of a desktop beside the real parts below
     FakeUserDefaults& defaults = fakes.defaults;
     GlibMainLoop loop;
-    WebKitEngine engine{paths, loop};
+    FakeNetworkMonitor network;
+    WebKitEngine engine{paths, loop, network};
     WebKitRuleListStore ruleLists{folder / "ContentRules"};
     SoupHttpSession iconRequests{FaviconStore::httpOptions};
     PixbufImageCodec images{loop};

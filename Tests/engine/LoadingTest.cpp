@@ -33,7 +33,7 @@ TEST_F(LoadingTest, AFailedLoadLeavesThePreviousPageAndIsNoFinish) {
     server.serve("/a", "<title>A</title>");
     loadAndWait(*view, delegate, "/a");
 
-    view->load(*Url::parse("http://127.0.0.1:59999/nobody"));
+    view->load(server.deadUrl("/nobody"));
     ASSERT_TRUE(waitFor([&] { return !view->isLoading() && view->url() == url("/a"); }));
     settle();
 
@@ -41,12 +41,136 @@ TEST_F(LoadingTest, AFailedLoadLeavesThePreviousPageAndIsNoFinish) {
     EXPECT_EQ(evaluate(*view, "document.title").text, "A");
 }
 
-TEST_F(LoadingTest, AFailedFirstLoadLeavesAnEmptyView) {
-    view->load(*Url::parse("http://127.0.0.1:59999/nobody"));
+TEST_F(LoadingTest, AFirstLoadThatFailsKeepsItsAddressAndIsNoFinish) {
+    const Url nobody = server.deadUrl("/nobody");
+    view->load(nobody);
 
-    ASSERT_TRUE(waitFor([&] { return !view->url(); }));
+    ASSERT_TRUE(waitFor([&] { return !view->isLoading(); }));
     settle();
+
+    EXPECT_EQ(view->url(), nobody);
     EXPECT_TRUE(delegate.finishedTitles.empty());
+}
+
+TEST_F(LoadingTest, AFirstLoadThatIsStoppedKeepsItsAddressAndReloadTriesAgain) {
+    server.serve("/held", LoopbackServer::Answer{.body = "", .held = true});
+    view->load(url("/held"));
+    ASSERT_TRUE(waitFor([&] { return server.requests("/held") == 1; }));
+
+    view->stopLoading();
+    ASSERT_TRUE(waitFor([&] { return !view->isLoading(); }));
+    settle();
+    EXPECT_EQ(view->url(), url("/held"));
+    network.cameBack.emit();  // what the person stopped stays so
+    settle();
+    EXPECT_EQ(server.requests("/held"), 1);
+    server.serve("/held", "<title>There</title>");
+    view->reload();
+
+    ASSERT_TRUE(waitFor([&] { return !delegate.finishedTitles.empty(); }));
+    EXPECT_EQ(delegate.finishedTitles, std::vector<std::string>{"There"});
+}
+
+TEST_F(LoadingTest, ALoadThatIsStoppedBeforeItBeganKeepsItsAddressToo) {
+    server.serve("/a", "<title>A</title>");
+    view->load(url("/a"));
+    view->stopLoading();
+    settle();
+    EXPECT_EQ(view->url(), url("/a"));
+    EXPECT_FALSE(view->isLoading());
+    EXPECT_EQ(server.requests("/a"), 0);
+
+    view->reload();
+
+    ASSERT_TRUE(waitFor([&] { return !delegate.finishedTitles.empty(); }));
+}
+
+TEST_F(LoadingTest, WhatNeverShowedAPageIsTriedAgainOnceForEachReturnOfTheNetwork) {
+    const Url nobody = server.deadUrl("/nobody");
+    view->load(nobody);
+    ASSERT_TRUE(waitFor([&] { return !view->isLoading(); }));
+    settle();
+    int loads = 0;
+    view->connectPropertyChanged([&](WebViewProperty property) {
+        if (property == WebViewProperty::isLoading && view->isLoading()) ++loads;
+    });
+
+    for (int change = 1; change <= 2; ++change) {
+        network.cameBack.emit();
+        ASSERT_TRUE(waitFor([&] { return loads == change && !view->isLoading(); }));
+        settle();
+        EXPECT_EQ(loads, change);
+    }
+    EXPECT_EQ(view->url(), nobody);
+}
+
+TEST_F(LoadingTest, WhereAPageStandsTheNetworksReturnLoadsNothing) {
+    server.serve("/a", "<title>A</title>");
+    loadAndWait(*view, delegate, "/a");
+    view->load(server.deadUrl("/nobody"));
+    ASSERT_TRUE(waitFor([&] { return !view->isLoading() && view->url() == url("/a"); }));
+
+    network.cameBack.emit();
+    settle();
+
+    EXPECT_EQ(server.requests("/a"), 1);
+    EXPECT_EQ(view->url(), url("/a"));
+}
+
+TEST_F(LoadingTest, ATitleIsCutToAThousandCharacters) {
+    server.serve("/a", "<title>" + std::string(5000, 'x') + "</title>");
+    loadAndWait(*view, delegate, "/a");
+    EXPECT_EQ(view->title(), std::string(1000, 'x'));
+
+    static_cast<void>(evaluate(*view, "document.title = '\u00E9'.repeat(20_000_000); 1"));
+    ASSERT_TRUE(waitFor([&] { return view->title().starts_with("\u00E9"); }));
+    EXPECT_EQ(view->title().size(), 2000U);
+}
+
+TEST_F(LoadingTest, ACharacterWithoutEndIsCutByItsBytes) {
+    server.serve("/a", "<meta charset=utf-8><title>A</title>");
+    loadAndWait(*view, delegate, "/a");
+
+    static_cast<void>(evaluate(*view, "document.title = 'e' + '\u0301'.repeat(1_000_000); 1"));
+
+    ASSERT_TRUE(waitFor([&] { return view->title().starts_with("e"); }));
+    EXPECT_LE(view->title().size(), 16'000U);
+}
+
+TEST_F(LoadingTest, WhatTheEngineCannotLoadStartsNoProcess) {
+    server.serve("/a",
+                 "<title>A</title><script>let n = 0; setInterval(() => { if (n++ < 60)"
+                 " location = (n % 2 ? 'made-up:' : 'mailto:x@a.example?n=') + n }, 5)"
+                 "</script>");
+    loadAndWait(*view, delegate, "/a");
+    const auto before = pageProcesses().size();
+
+    ASSERT_TRUE(waitFor([&] { return evaluate(*view, "1").text == "1"; }));
+    settle();
+    settle();
+
+    EXPECT_EQ(pageProcesses().size(), before);
+    EXPECT_EQ(view->url(), url("/a"));
+    EXPECT_EQ(evaluate(*view, "document.title").text, "A");
+}
+
+TEST_F(LoadingTest, SwipesAreOnOnlyWhileFingersMove) {
+    auto& own = static_cast<OrvuWebView&>(*view);
+    auto* const widget = WEBKIT_WEB_VIEW(own.widget());
+    SwipeGestures swipes{widget, loop};
+    EXPECT_FALSE(swipes.areOn());
+
+    swipes.heard(GDK_SCROLL, GDK_SOURCE_MOUSE);
+    swipes.heard(GDK_MOTION_NOTIFY, GDK_SOURCE_TOUCHPAD);
+    EXPECT_FALSE(swipes.areOn());
+    swipes.heard(GDK_SCROLL, GDK_SOURCE_TOUCHPAD);
+    EXPECT_TRUE(swipes.areOn());
+
+    ASSERT_TRUE(waitFor([&] { return !swipes.areOn(); }));
+    swipes.heard(GDK_TOUCH_BEGIN, GDK_SOURCE_TOUCHSCREEN);
+    EXPECT_TRUE(swipes.areOn());
+    swipes.end();
+    EXPECT_FALSE(swipes.areOn());
 }
 
 TEST_F(LoadingTest, AStoppedLoadIsNoFinish) {
@@ -169,16 +293,6 @@ TEST_F(LoadingTest, TwentyRestoredPagesDoNotHoldUpTheirMaker) {
         return std::ranges::all_of(
             delegates, [](const auto& each) { return each->finishedTitles.size() == 1; });
     }));
-}
-
-TEST_F(LoadingTest, ALoadThatIsStoppedBeforeTheViewIsMadeLeavesAnEmptyView) {
-    view->load(url("/never"));
-    view->stopLoading();
-    settle();
-
-    EXPECT_FALSE(view->url());
-    EXPECT_FALSE(view->isLoading());
-    EXPECT_EQ(server.requests("/never"), 0);
 }
 
 TEST_F(LoadingTest, TheServerSeesTheUserAgentOfTheBrowser) {

@@ -56,6 +56,11 @@ std::string LoopbackServer::url(const std::string& path, const std::string& host
     return "http://" + host + ":" + std::to_string(port_) + path;
 }
 
+Url LoopbackServer::deadUrl(const std::string& path) {
+    // Below the ports that the system gives to servers without one of their own.
+    return *Url::parse("http://127.0.0.1:29999" + path);
+}
+
 int LoopbackServer::requests(const std::string& path) const {
     const auto found = requests_.find(path);
     return found != requests_.end() ? found->second : 0;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/Url.h"
+
 #include <libsoup/soup.h>
 
 #include <functional>
@@ -35,6 +37,8 @@ public:
     /// The address of a path, below `host`.
     [[nodiscard]] std::string url(const std::string& path,
                                   const std::string& host = "127.0.0.1") const;
+    /// An address of this computer at which nobody listens.
+    [[nodiscard]] static Url deadUrl(const std::string& path);
     /// How often a path was asked for.
     [[nodiscard]] int requests(const std::string& path) const;
     /// The query of the last request for a path, as it was sent.

@@ -110,8 +110,14 @@ public:
         setTitle(title);
         delegate_->didFinish();
     }
-    /// The load that was asked for fails: the previous page stays.
+    /// The load that was asked for fails: the previous page stays or, where there was none, the
+    /// address that was asked for.
     void fail() {
+        set(isLoading_, false, WebViewProperty::isLoading);
+        if (previous_) setUrl(previous_);
+    }
+    /// The load that was asked for becomes a download, and is none of a page any more.
+    void becomeDownload() {
         set(isLoading_, false, WebViewProperty::isLoading);
         setUrl(previous_);
     }

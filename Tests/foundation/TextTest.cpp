@@ -10,6 +10,18 @@ namespace {
 constexpr std::string_view family = "👩‍👩‍👧";
 constexpr std::string_view flag = "🇩🇪";
 
+TEST(WholeCodePointsTest, EndBeforeTheOneThatDoesNotFit) {
+    EXPECT_EQ(wholeCodePoints("abc", 3), "abc");
+    EXPECT_EQ(wholeCodePoints("abc", 2), "ab");
+    EXPECT_EQ(wholeCodePoints("a\u00E9b", 2), "a");
+    EXPECT_EQ(wholeCodePoints("a\u00E9b", 3), "a\u00E9");
+    for (std::size_t bytes = 0; bytes < 4; ++bytes) {
+        EXPECT_EQ(wholeCodePoints("\U0001F9A6", bytes), "");
+    }
+    EXPECT_EQ(wholeCodePoints("\x80\x80\x80\x80\x80\x80\x80", 6).size(), 2U);
+    EXPECT_EQ(wholeCodePoints("", 0), "");
+}
+
 TEST(CharacterCountTest, CountsWhatPeopleSeeAsOneCharacter) {
     EXPECT_EQ(characterCount(""), 0U);
     EXPECT_EQ(characterCount("word"), 4U);

@@ -15,7 +15,7 @@ struct UrlRequest {
 };
 
 enum class NavigationType {
-    linkActivated,
+    linkActivated,  ///< by the person, not by a script
     formSubmitted,
     backForward,
     reload,

@@ -117,6 +117,17 @@ std::size_t characterCount(std::string_view text) {
     return count;
 }
 
+std::string_view wholeCodePoints(std::string_view text, std::size_t bytes) {
+    if (text.size() <= bytes) return text;
+    const auto isContinuation = [&](std::size_t at) {
+        return (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80U;
+    };
+    constexpr std::size_t longest = 4;  // bytes of a code point; more are no text anyway
+    std::size_t end = bytes;
+    while (end > 0 && bytes - end < longest && isContinuation(end)) --end;
+    return text.substr(0, end);
+}
+
 std::string_view firstCharacters(std::string_view text, std::size_t count) {
     if (text.size() <= count) return text;  // a character has at least one byte
     if (count == 0) return {};

@@ -18,6 +18,8 @@ enum class TrimSet {
 
 /// Number of characters.
 [[nodiscard]] std::size_t characterCount(std::string_view text);
+/// As much of the head of `text` as `bytes` hold, without half a code point at the end.
+[[nodiscard]] std::string_view wholeCodePoints(std::string_view text, std::size_t bytes);
 /// The first `count` characters, or all if there are fewer.
 [[nodiscard]] std::string_view firstCharacters(std::string_view text, std::size_t count);
 /// The characters of `text`, which must outlive the answer.

@@ -8,6 +8,7 @@
 #include "platform/linux/defaults/SqliteUserDefaults.h"
 #include "platform/linux/desktop/GdkPasteboard.h"
 #include "platform/linux/desktop/GdkSystemSound.h"
+#include "platform/linux/desktop/GioNetworkMonitor.h"
 #include "platform/linux/desktop/LinuxWorkspace.h"
 #include "platform/linux/files/LinuxDownloadFolder.h"
 #include "platform/linux/files/LinuxFileIO.h"
@@ -41,7 +42,8 @@ private:
     const Calendar calendar_ = Calendar::current();
     GlibMainLoop loop_;
     SqliteUserDefaults defaults_{paths_.configuration / "UserDefaults.sqlite"};
-    WebKitEngine engine_{paths_, loop_};
+    GioNetworkMonitor network_{loop_};
+    WebKitEngine engine_{paths_, loop_, network_};
     WebKitRuleListStore ruleLists_{paths_.caches / "ContentRules"};
     SoupHttpSession iconRequests_;
     SoupHttpSession suggestionRequests_;

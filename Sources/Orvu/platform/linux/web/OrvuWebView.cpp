@@ -1,16 +1,30 @@
 #include "platform/linux/web/OrvuWebView.h"
 
 #include "foundation/text/Text.h"
+#include "platform/NavigationGate.h"
 #include "platform/linux/web/CapturePermission.h"
 #include "platform/linux/web/LinkMenu.h"
 #include "platform/linux/web/PageScript.h"
 #include "platform/linux/web/PolicyTranslation.h"
 #include "platform/linux/web/SessionWebsiteData.h"
 
+#include <cstring>
 #include <utility>
 
 namespace orvu {
 namespace {
+
+/// A title is cut where it enters: a page can make one of any size, and as often as it likes.
+constexpr std::size_t titleLimit = 1000;  // characters
+constexpr std::size_t titleBytes = 16'000;
+
+/// Whether a load failed for want of the network, and not by a decision of ours, the person's or
+/// the server's.
+bool isNetworkFailure(const GError* error) {
+    if (!error) return false;
+    if (error->domain == WEBKIT_POLICY_ERROR || error->domain == G_TLS_ERROR) return false;
+    return !g_error_matches(error, WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_CANCELLED);
+}
 
 /// The settings of a new view. Each view has its own, because one of them follows the view.
 GObjectPointer<WebKitSettings> makeSettings(const WebKitShared& shared) {
@@ -55,8 +69,6 @@ public:
         on(view, "enter-fullscreen", enterFullscreen);
         on(view, "leave-fullscreen", leaveFullscreen);
         on(view, "web-process-terminated", processTerminated);
-        on(view, "map", mapped);
-        on(view, "unmap", unmapped);
         GtkEventController* const focus = gtk_event_controller_focus_new();
         on(focus, "enter", focusEntered);
         gtk_widget_add_controller(GTK_WIDGET(view), focus);
@@ -82,7 +94,7 @@ private:
     }
     static void titleChanged(WebKitWebView* view, GParamSpec*, gpointer data) {
         const char* const title = webkit_web_view_get_title(view);
-        self(data).setTitle(title ? title : "");
+        self(data).setTitle(title ? std::string_view{title, strnlen(title, titleBytes + 1)} : "");
     }
     static void progressChanged(WebKitWebView*, GParamSpec*, gpointer data) {
         self(data).changed_.emit(WebViewProperty::estimatedProgress);
@@ -97,14 +109,14 @@ private:
     static void loadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer data) {
         self(data).loadChanged(event);
     }
-    static gboolean loadFailed(WebKitWebView*, WebKitLoadEvent, const char*, GError*,
+    static gboolean loadFailed(WebKitWebView*, WebKitLoadEvent, const char*, GError* error,
                                gpointer data) {
-        self(data).failed_ = true;
+        self(data).loadFailed(error);
         return TRUE;  // no page of the engine's own: the previous one stays
     }
     static gboolean loadFailedInTls(WebKitWebView*, const char*, GTlsCertificate*,
                                     GTlsCertificateFlags, gpointer data) {
-        self(data).failed_ = true;
+        self(data).loadFailed(nullptr);
         return TRUE;
     }
     static void insecureContent(WebKitWebView*, WebKitInsecureContentEvent, gpointer data) {
@@ -117,37 +129,47 @@ private:
         if (type == WEBKIT_POLICY_DECISION_TYPE_RESPONSE) {
             const auto response = navigationResponse(WEBKIT_RESPONSE_POLICY_DECISION(decision));
             if (delegate->decidePolicy(response) == ResponsePolicy::allow) return FALSE;
+            self(data).becomesDownload_ = response.isForMainFrame;
             webkit_policy_decision_download(decision);
             return TRUE;
         }
         const auto action =
             navigationAction(webkit_navigation_policy_decision_get_navigation_action(
                 WEBKIT_NAVIGATION_POLICY_DECISION(decision)));
-        const bool refused = action.navigationType == NavigationType::linkActivated &&
-                             isForbiddenFile(self(data), action);
-        if (!refused && delegate->decidePolicy(action) == NavigationPolicy::allow) return FALSE;
+        if (mayGoOn(self(data), type, action) &&
+            delegate->decidePolicy(action) == NavigationPolicy::allow) {
+            return FALSE;
+        }
         webkit_policy_decision_ignore(decision);
         return TRUE;
     }
     static GtkWidget* create(WebKitWebView*, WebKitNavigationAction* created, gpointer data) {
         NavigationDelegate* const delegate = self(data).delegate_;
         const auto action = navigationAction(created);
-        if (delegate && !isForbiddenFile(self(data), action)) delegate->createWebView(action);
+        if (delegate && mayOpenElsewhere(self(data), action)) delegate->createWebView(action);
         return nullptr;
     }
-    /// Whether a page of the web asks for a file of this computer. The engine refuses that in the
-    /// page's own place, but not where the page asks for another one.
-    static bool isForbiddenFile(const OrvuWebView& self, const NavigationAction& action) {
-        const auto isFile = [](const std::optional<Url>& url) {
-            return url && lowercased(url->scheme()) == "file";
-        };
-        return isFile(action.request.url) && !isFile(self.url_);
+    /// Whether the gate lets a navigation come to the tab's own decision.
+    static bool mayGoOn(const OrvuWebView& self, WebKitPolicyDecisionType type,
+                        const NavigationAction& action) {
+        if (action.request.url && !NavigationGate::canLoad(*action.request.url)) return false;
+        constexpr int middleButton = 2;
+        const bool clicksElsewhere = action.navigationType == NavigationType::linkActivated &&
+                                     (action.commandKey || action.buttonNumber == middleButton);
+        const bool elsewhere =
+            clicksElsewhere || type == WEBKIT_POLICY_DECISION_TYPE_NEW_WINDOW_ACTION;
+        return !elsewhere || mayOpenElsewhere(self, action);
+    }
+    static bool mayOpenElsewhere(const OrvuWebView& self, const NavigationAction& action) {
+        const auto& url = action.request.url;
+        return !url || NavigationGate::mayOpenElsewhere(*url, self.address_.document());
     }
     static gboolean contextMenu(WebKitWebView*, WebKitContextMenu* menu, WebKitHitTestResult* hit,
                                 gpointer data) {
         offerNewTab(menu, hit, [view = std::weak_ptr{self(data).self_}](const Url& link) {
             const OrvuWebView* const alive = living(view);
             if (!alive || !alive->delegate_) return;
+            if (!NavigationGate::mayOpenElsewhere(link, alive->address_.document())) return;
             alive->delegate_->createWebView({{link}, NavigationType::linkActivated, false, 0});
         });
         return FALSE;
@@ -155,7 +177,8 @@ private:
     static gboolean permissionRequest(WebKitWebView*, WebKitPermissionRequest* request,
                                       gpointer data) {
         // The page that asks is the one that stands, whatever is loading over it.
-        const auto host = self(data).page_ ? self(data).page_->host() : std::nullopt;
+        const auto& document = self(data).address_.document();
+        const auto host = document ? document->host() : std::nullopt;
         auto capture = mediaCaptureRequest(request, host.value_or(""));
         if (capture && self(data).delegate_) {
             self(data).delegate_->requestMediaCapture(std::move(*capture));
@@ -176,16 +199,6 @@ private:
                                   gpointer data) {
         self(data).processTerminated(reason);
     }
-    // For its swipes the engine takes a picture of the page before each navigation, and comes to
-    // grief over a view that stands in no window.
-    static void mapped(WebKitWebView* view, gpointer) {
-        webkit_settings_set_enable_back_forward_navigation_gestures(
-            webkit_web_view_get_settings(view), TRUE);
-    }
-    static void unmapped(WebKitWebView* view, gpointer) {
-        webkit_settings_set_enable_back_forward_navigation_gestures(
-            webkit_web_view_get_settings(view), FALSE);
-    }
     static void focusEntered(GtkEventControllerFocus* focus, gpointer data) {
         // A window that becomes active, from under a menu too, has its focus already and brings
         // it along: that is no choice of this page. A focus that moves comes before the window
@@ -197,12 +210,15 @@ private:
 };
 
 OrvuWebView::OrvuWebView(std::shared_ptr<WebKitShared> shared, MainLoop& loop)
-    : shared_(std::move(shared)), loop_(loop) {}
+    : shared_(std::move(shared)),
+      loop_(loop),
+      networkWatch_(shared_->network.connectCameBack([this] { networkCameBack(); })) {}
 
 OrvuWebView::~OrvuWebView() {
     if (!view_) return;
     Events::disconnect(view(), this);
     finder_.reset();
+    swipes_.reset();
     GtkWidget* const parent = gtk_widget_get_parent(GTK_WIDGET(view()));
     if (parent && GTK_IS_BOX(parent)) gtk_box_remove(GTK_BOX(parent), GTK_WIDGET(view()));
     webkit_web_view_terminate_web_process(view());
@@ -222,30 +238,36 @@ void OrvuWebView::make() {
                      settings.get(), "user-content-manager", shared_->content.get(), nullptr)));
     webkit_web_view_set_zoom_level(view(), zoom_);
     Events::connect(view(), this);
+    swipes_.emplace(view(), loop_);
     finder_.emplace(view());
     if (const auto url = std::exchange(pending_, std::nullopt)) load(*url);
 }
 
 void OrvuWebView::load(const Url& url) {
+    awaitsNetwork_ = false;
     if (view_) {
-        webkit_web_view_load_uri(view(), url.absoluteString().c_str());
+        const std::weak_ptr alive{self_};
+        tellUrl(address_.asked(url));
+        if (living(alive)) webkit_web_view_load_uri(view(), url.absoluteString().c_str());
         return;
     }
     pending_ = url;
     starter_ = loop_.whenIdle([this] { make(); });
-    url_ = url;
-    emit({WebViewProperty::url, WebViewProperty::isLoading});
+    const std::weak_ptr alive{self_};
+    tellUrl(address_.asked(url));
+    if (living(alive)) changed_.emit(WebViewProperty::isLoading);
 }
 
 void OrvuWebView::stopLoading() {
+    awaitsNetwork_ = false;
     if (view_) return webkit_web_view_stop_loading(view());
     starter_.cancel();
-    if (!std::exchange(pending_, std::nullopt)) return;
-    url_.reset();
-    emit({WebViewProperty::url, WebViewProperty::isLoading});
+    if (std::exchange(pending_, std::nullopt)) changed_.emit(WebViewProperty::isLoading);
 }
 
 void OrvuWebView::reload() {
+    // The engine has nothing to load again where no page ever stood.
+    if (const auto url = address_.unshown()) return load(*url);
     if (view_) webkit_web_view_reload(view());
 }
 
@@ -306,22 +328,18 @@ void OrvuWebView::emit(std::initializer_list<WebViewProperty> properties) {
     }
 }
 
-void OrvuWebView::uriChanged(std::optional<Url> uri) {
-    // After a crash the engine has no address any more; the page keeps its own.
-    if (!uri) return setUrl(page_);
-    if (!isLoading()) page_ = uri;  // a change within the document
-    setUrl(std::move(uri));
+void OrvuWebView::uriChanged(const std::optional<Url>& uri) {
+    tellUrl(address_.engineMoved(uri, isLoading()));
 }
 
-void OrvuWebView::setUrl(std::optional<Url> url) {
-    if (url_ == url) return;
-    url_ = std::move(url);
-    changed_.emit(WebViewProperty::url);
+void OrvuWebView::tellUrl(bool changed) {
+    if (changed) changed_.emit(WebViewProperty::url);
 }
 
-void OrvuWebView::setTitle(std::string title) {
-    if (title_ == title) return;
-    title_ = std::move(title);
+void OrvuWebView::setTitle(std::string_view title) {
+    const std::string_view kept = firstCharacters(wholeCodePoints(title, titleBytes), titleLimit);
+    if (title_ == kept) return;
+    title_ = kept;
     changed_.emit(WebViewProperty::title);
 }
 
@@ -335,12 +353,12 @@ void OrvuWebView::loadChanged(WebKitLoadEvent event) {
     switch (event) {
         case WEBKIT_LOAD_STARTED:
             ++loadNumber_;
-            failed_ = committed_ = false;
+            failed_ = committed_ = becomesDownload_ = awaitsNetwork_ = false;
             break;
         case WEBKIT_LOAD_COMMITTED: {
             committed_ = true;
             finder_->pageUnloaded();
-            page_ = url_;
+            address_.committed();
             if (delegate_) delegate_->documentUnloaded();
             GTlsCertificate* certificate = nullptr;
             GTlsCertificateFlags errors{};
@@ -349,18 +367,27 @@ void OrvuWebView::loadChanged(WebKitLoadEvent event) {
         }
         case WEBKIT_LOAD_FINISHED:
             // This event also ends loads that failed, were stopped or were replaced.
-            if (!committed_ || failed_) break;
-            page_ = url_;
-            finish();
+            if (committed_ && !failed_) finish();
             break;
         case WEBKIT_LOAD_REDIRECTED:
             break;
     }
 }
 
+void OrvuWebView::loadFailed(const GError* error) {
+    failed_ = true;
+    awaitsNetwork_ = address_.unshown() && isNetworkFailure(error);
+    if (becomesDownload_) tellUrl(address_.becameDownload());
+}
+
+void OrvuWebView::networkCameBack() {
+    const auto url = address_.unshown();
+    if (std::exchange(awaitsNetwork_, false) && url) load(*url);
+}
+
 void OrvuWebView::finish() {
     // The title often arrives after the load ended; the document has it already.
-    runPageScript(view(), "document.title",
+    runPageScript(view(), "document.title.slice(0, 16000)",
                   [weak = std::weak_ptr{self_}, number = loadNumber_](const ScriptResult& result) {
                       OrvuWebView* const self = living(weak);
                       if (!self || self->loadNumber_ != number) return;
@@ -375,7 +402,7 @@ void OrvuWebView::processTerminated(WebKitWebProcessTerminationReason reason) {
     if (reason == WEBKIT_WEB_PROCESS_TERMINATED_BY_API) return;
     finder_->pageUnloaded();
     // Within the signal the engine still knows the address.
-    if (crashReload_.shouldReload(url_)) webkit_web_view_reload(view());
+    if (crashReload_.shouldReload(address_.url())) webkit_web_view_reload(view());
 }
 
 }  // namespace orvu

@@ -2,8 +2,11 @@
 
 #include "platform/CrashReload.h"
 #include "platform/MainLoop.h"
+#include "platform/NetworkMonitor.h"
+#include "platform/PageAddress.h"
 #include "platform/WebView.h"
 #include "platform/linux/web/PageFinder.h"
+#include "platform/linux/web/SwipeGestures.h"
 #include "platform/linux/web/WebKitContentRules.h"
 #include "platform/linux/web/WebKitSession.h"
 
@@ -12,16 +15,18 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace orvu {
 
 /// What all views of one configuration are made with.
 struct WebKitShared {
-    explicit WebKitShared(std::shared_ptr<WebKitSession> ofSession)
-        : session(std::move(ofSession)) {}
+    WebKitShared(std::shared_ptr<WebKitSession> ofSession, NetworkMonitor& monitor)
+        : session(std::move(ofSession)), network(monitor) {}
 
     std::shared_ptr<WebKitSession> session;
     WebKitUserContent content;
+    NetworkMonitor& network;
     std::string userAgent;  ///< whole; empty for the engine's own
     bool elementFullscreen = false;
 };
@@ -30,13 +35,11 @@ struct WebKitShared {
 /// made when somebody wants to see it, or in an idle turn after a load was asked for: many tabs
 /// can thus be restored without holding up the window.
 ///
-/// Three addresses: `pending_` waits for the view to be made; `page_` is that of the document that
-/// stands; `url_`, which others see, is the one asked for from the start of a load on. The engine's
-/// own address changes at the start of a load and back to nothing or to the document's when one
-/// fails, so `uriChanged` puts `page_` in the place of nothing. A load goes from started to
-/// committed to finished, but "finished" also ends one that failed, was stopped or was replaced by
-/// the next: `committed_` and `failed_` tell these apart, and `loadNumber_` drops answers that
-/// belong to an earlier load.
+/// `address_` tells the page's address; `pending_` waits for the view to be made. A load goes from
+/// started to committed to finished, but "finished" also ends one that failed, was stopped or was
+/// replaced by the next: `committed_` and `failed_` tell these apart, and `loadNumber_` drops answers
+/// that belong to an earlier load. A view that never showed a page because the network failed it
+/// tries again when the network comes back.
 class OrvuWebView : public WebView {
 public:
     OrvuWebView(std::shared_ptr<WebKitShared> shared, MainLoop& loop);
@@ -58,7 +61,7 @@ public:
     void goBack() override;
     void goForward() override;
     [[nodiscard]] std::string title() const override { return title_; }
-    [[nodiscard]] std::optional<Url> url() const override { return url_; }
+    [[nodiscard]] std::optional<Url> url() const override { return address_.url(); }
     [[nodiscard]] bool canGoBack() const override;
     [[nodiscard]] bool canGoForward() const override;
     [[nodiscard]] double estimatedProgress() const override;
@@ -88,11 +91,13 @@ private:
 
     void make();
     void emit(std::initializer_list<WebViewProperty> properties);
-    void uriChanged(std::optional<Url> uri);
-    void setUrl(std::optional<Url> url);
-    void setTitle(std::string title);
+    void uriChanged(const std::optional<Url>& uri);
+    void tellUrl(bool changed);
+    void setTitle(std::string_view title);
     void setSecure(bool secure);
     void loadChanged(WebKitLoadEvent event);
+    void loadFailed(const GError* error);
+    void networkCameBack();
     void finish();
     void processTerminated(WebKitWebProcessTerminationReason reason);
     [[nodiscard]] WebKitWebView* view() const { return view_.get(); }
@@ -101,23 +106,26 @@ private:
     MainLoop& loop_;
     NavigationDelegate* delegate_ = nullptr;
     GObjectPointer<WebKitWebView> view_;
-    std::optional<PageFinder> finder_;  ///< once the engine's view is made
+    std::optional<SwipeGestures> swipes_;  ///< once the engine's view is made
+    std::optional<PageFinder> finder_;     ///< once the engine's view is made
     sigc::signal<void(WebViewProperty)> changed_;
     sigc::signal<void(bool)> fullscreen_;
     std::string title_;
-    std::optional<Url> url_;
+    PageAddress address_;
     std::optional<Url> pending_;  ///< to be loaded once the engine's view is made
-    std::optional<Url> page_;     ///< the address of the page that stands, while another loads
     double zoom_ = 1;
     bool secure_ = false;
     bool reportsFocus_ = true;
-    bool committed_ = false;  ///< the present load has shown something
-    bool failed_ = false;     ///< the present load failed
+    bool committed_ = false;        ///< the present load has shown something
+    bool failed_ = false;           ///< the present load failed
+    bool becomesDownload_ = false;  ///< the present load
+    bool awaitsNetwork_ = false;    ///< the last load failed by the network
     std::uint64_t loadNumber_ = 0;
     CrashReload crashReload_;
     /// Lets callbacks of the engine find out whether this view still lives.
     std::shared_ptr<OrvuWebView*> self_ = std::make_shared<OrvuWebView*>(this);
     Scheduled starter_;
+    ScopedConnection networkWatch_;
 };
 
 }  // namespace orvu

@@ -6,10 +6,12 @@
 namespace orvu {
 namespace {
 
-NavigationType navigationType(WebKitNavigationType type) {
-    switch (type) {
+NavigationType navigationType(WebKitNavigationAction* action) {
+    switch (webkit_navigation_action_get_navigation_type(action)) {
         case WEBKIT_NAVIGATION_TYPE_LINK_CLICKED:
-            return NavigationType::linkActivated;
+            // The engine says so of a click by a script too.
+            return webkit_navigation_action_is_user_gesture(action) ? NavigationType::linkActivated
+                                                                    : NavigationType::other;
         case WEBKIT_NAVIGATION_TYPE_FORM_SUBMITTED:
             return NavigationType::formSubmitted;
         case WEBKIT_NAVIGATION_TYPE_BACK_FORWARD:
@@ -30,7 +32,7 @@ NavigationAction navigationAction(WebKitNavigationAction* action) {
     const char* const uri =
         webkit_uri_request_get_uri(webkit_navigation_action_get_request(action));
     return {{uri ? Url::parse(uri) : std::nullopt},
-            navigationType(webkit_navigation_action_get_navigation_type(action)),
+            navigationType(action),
             (webkit_navigation_action_get_modifiers(action) & GDK_CONTROL_MASK) != 0,
             static_cast<int>(webkit_navigation_action_get_mouse_button(action))};
 }

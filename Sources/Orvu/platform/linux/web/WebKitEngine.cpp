@@ -7,8 +7,8 @@ namespace {
 
 class Configuration : public WebConfiguration {
 public:
-    Configuration(std::shared_ptr<WebKitSession> session, MainLoop& loop)
-        : shared_(std::make_shared<WebKitShared>(std::move(session))), loop_(loop) {}
+    Configuration(std::shared_ptr<WebKitSession> session, MainLoop& loop, NetworkMonitor& network)
+        : shared_(std::make_shared<WebKitShared>(std::move(session), network)), loop_(loop) {}
 
     void setElementFullscreenEnabled(bool enabled) override {
         shared_->elementFullscreen = enabled;
@@ -31,17 +31,18 @@ private:
 
 }  // namespace
 
-WebKitEngine::WebKitEngine(const SystemPaths& paths, MainLoop& loop)
+WebKitEngine::WebKitEngine(const SystemPaths& paths, MainLoop& loop, NetworkMonitor& network)
     : downloads_(std::make_shared<DownloadTaker>([this](std::unique_ptr<Download> download) {
           if (onDownload) onDownload(std::move(download));
       })),
       sessions_(paths, downloads_),
-      loop_(loop) {}
+      loop_(loop),
+      network_(network) {}
 
 WebKitEngine::~WebKitEngine() { *downloads_ = nullptr; }
 
 std::unique_ptr<WebConfiguration> WebKitEngine::makeConfiguration(const WebsiteDataStore& store) {
-    return std::make_unique<Configuration>(sessions_.session(store), loop_);
+    return std::make_unique<Configuration>(sessions_.session(store), loop_, network_);
 }
 
 std::string userAgent(std::string_view engineOwn, std::string_view applicationName) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/MainLoop.h"
+#include "platform/NetworkMonitor.h"
 #include "platform/WebConfiguration.h"
 #include "platform/linux/web/WebKitSession.h"
 
@@ -14,8 +15,8 @@ namespace orvu {
 /// The web engine of the desktop.
 class WebKitEngine : public WebEngine {
 public:
-    /// `loop` must outlive the engine and its views.
-    WebKitEngine(const SystemPaths& paths, MainLoop& loop);
+    /// `loop` and `network` must outlive the engine and its views.
+    WebKitEngine(const SystemPaths& paths, MainLoop& loop, NetworkMonitor& network);
     WebKitEngine(const WebKitEngine&) = delete;
     WebKitEngine& operator=(const WebKitEngine&) = delete;
     ~WebKitEngine() override;
@@ -30,6 +31,7 @@ private:
     const std::shared_ptr<DownloadTaker> downloads_;  ///< sessions outlive the engine
     WebKitSessions sessions_;
     MainLoop& loop_;
+    NetworkMonitor& network_;
 };
 
 /// The engine's own user agent with everything behind its layout engine's words replaced.
