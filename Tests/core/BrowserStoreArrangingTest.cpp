@@ -82,6 +82,47 @@ TEST_F(BrowserStoreArrangingTest, UnparkingTakesTheEntryOffTheShelfAndOpensItInF
     EXPECT_EQ(world.stored("browserShelf"), "[]");
 }
 
+TEST_F(BrowserStoreArrangingTest, TwoWindowsParkOnOneShelf) {
+    const auto first = openStoreWith({a});
+    const auto second = openStore();
+    second->open(c, BrowserStore::NewTab::yes);
+
+    first->park(*tabAt(*first, a));
+    second->park(*tabAt(*second, c));
+    EXPECT_EQ(addresses(second->shelf()), (Strings{c, a}));
+
+    first->unpark(first->shelf().front());
+    EXPECT_EQ(addresses(first->shelf()), Strings{c});
+    EXPECT_EQ(addresses(openStore()->shelf()), Strings{c});
+}
+
+TEST_F(BrowserStoreArrangingTest, WhatAnotherWindowUnparkedIsOpenedHereToo) {
+    const auto first = openStoreWith({a});
+    first->park(*tabAt(*first, a));
+    const auto second = openStore();
+    const Parked parked = second->shelf().front();
+    first->unpark(parked);
+
+    second->unpark(parked);
+
+    EXPECT_EQ(second->active()->url(), url(a));
+    EXPECT_TRUE(second->shelf().empty());
+}
+
+TEST_F(BrowserStoreArrangingTest, APrivateWindowNeverReadsTheShelf) {
+    const auto ordinary = openStoreWith({a});
+    ordinary->park(*tabAt(*ordinary, a));
+    BrowserStore hidden{world.services, true, Profile::personal()};
+    hidden.open(b, BrowserStore::NewTab::no);
+
+    hidden.park(*hidden.active());
+    EXPECT_EQ(addresses(hidden.shelf()), Strings{b});
+    hidden.unpark(hidden.shelf().front());
+
+    EXPECT_TRUE(hidden.shelf().empty());
+    EXPECT_EQ(addresses(openStore()->shelf()), Strings{a});
+}
+
 TEST_F(BrowserStoreArrangingTest, UnparkingOpensTheRecordEvenIfItIsNoLongerOnTheShelf) {
     const auto store = openStoreWith({a});
 

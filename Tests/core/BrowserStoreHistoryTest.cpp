@@ -113,7 +113,49 @@ TEST_F(BrowserStoreHistoryTest, APageWithoutAnAddressOrThatFailedGivesNoVisit) {
     page(*store->active()).fail();
 
     EXPECT_TRUE(store->visits().empty());
-    EXPECT_EQ(addresses(store->tabs()), Strings{""});
+    EXPECT_EQ(addresses(store->tabs()), Strings{b});
+}
+
+TEST_F(BrowserStoreHistoryTest, ATabThatNeverShowedAPageIsSavedWithTheAddressItWasAskedFor) {
+    auto store = openStoreWith({a, b});
+    for (const auto& tab : store->tabs()) page(*tab).fail();
+    store->togglePin(*tabAt(*store, b));
+    store->park(*tabAt(*store, a));
+    store.reset();
+
+    const auto again = openStore();
+
+    EXPECT_EQ(addresses(again->pinned()), Strings{b});
+    EXPECT_EQ(addresses(again->shelf()), Strings{a});
+}
+
+TEST_F(BrowserStoreHistoryTest, AnAddressOfMoreThan8192BytesMakesNoVisit) {
+    const auto store = openStore();
+    const std::string longest = "https://a.example/" + std::string(8192 - 18, 'x');
+
+    visit(*store->active(), longest + "x");
+    EXPECT_TRUE(store->visits().empty());
+    visit(*store->active(), longest);
+
+    EXPECT_EQ(addresses(store->visits()), Strings{longest});
+}
+
+TEST_F(BrowserStoreHistoryTest, AnAddressOfMoreThan64KibibytesIsNotStored) {
+    const auto store = openStore();
+    const std::string longest = "https://a.example/" + std::string(64 * 1024 - 18, 'x');
+
+    visit(*store->active(), longest);
+    store->newTab(url(b), BrowserStore::Select::no);
+    EXPECT_TRUE(world.stored("browserSession").contains(longest));
+    visit(*store->active(), longest + "x");
+    store->togglePin(*tabAt(*store, b));
+    store->bookmarks().toggle(store->active()->url(), "long");
+    store->park(*store->active());
+
+    EXPECT_EQ(world.stored("browserSession"), R"([{"url":"https://b.example/","pinned":true}])");
+    EXPECT_TRUE(store->bookmarks().items().empty());
+    EXPECT_TRUE(store->shelf().empty());
+    EXPECT_EQ(store->bookmarks().add({{url(longest + "x"), "long"}, {url(b), "B"}}), 1);
 }
 
 TEST_F(BrowserStoreHistoryTest, AVisitKeepsTheTitleKnownAtTheFinishElseTheSitesName) {

@@ -37,7 +37,7 @@ std::vector<BookmarkStore::Bookmark> BookmarkStore::matching(std::string_view qu
 }
 
 void BookmarkStore::toggle(const std::optional<Url>& url, std::string_view title) {
-    if (!url || !isWebUrl(*url)) return;
+    if (!url || !isWebUrl(*url) || !canBeStored(*url)) return;
     const auto found = std::ranges::find(items_, *url, &Bookmark::url);
     if (found != items_.end()) {
         items_.erase(found);
@@ -53,7 +53,7 @@ int BookmarkStore::add(const std::vector<Entry>& entries) {
     int added = 0;
     for (const auto& [url, title] : entries) {
         if (static_cast<std::size_t>(added) == addLimit) break;
-        if (!known.insert(url).second) continue;
+        if (!canBeStored(url) || !known.insert(url).second) continue;
         items_.push_back({Uuid::random(), url, title, clock_.now()});
         ++added;
     }

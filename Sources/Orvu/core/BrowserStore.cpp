@@ -189,8 +189,9 @@ void BrowserStore::reopenClosed() {
 }
 
 void BrowserStore::park(const BrowserTab& tab) {
-    if (!holds(tab) || !tab.url()) return;
+    if (!holds(tab) || !tab.url() || !canBeStored(*tab.url())) return;
     const Operation operation{*this};
+    readShelf();
     shelf_.insert(shelf_.begin(), {Uuid::random(), *tab.url(), tab.title()});
     save(shelf_, SettingsKeys::browserShelf);
     close(tab);
@@ -199,9 +200,19 @@ void BrowserStore::park(const BrowserTab& tab) {
 void BrowserStore::unpark(const Parked& parked) {
     const Operation operation{*this};
     const Parked target = parked;  // the argument may stand on the shelf
+    readShelf();
     std::erase_if(shelf_, [&](const Parked& each) { return each.id == target.id; });
     save(shelf_, SettingsKeys::browserShelf);
     newTab(target.url, Select::yes);
+}
+
+/// Another window of the profile may have changed the shelf meanwhile.
+void BrowserStore::readShelf() {
+    if (isPrivate_) return;
+    auto stored = load<Parked>(SettingsKeys::browserShelf).value_or(std::vector<Parked>{});
+    if (stored == shelf_) return;
+    shelf_ = std::move(stored);
+    changes_.note();
 }
 
 void BrowserStore::togglePin(BrowserTab& tab) {

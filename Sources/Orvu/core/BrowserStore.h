@@ -171,6 +171,7 @@ private:
     void restoreTabs();
     void reloadVisits();
 
+    void readShelf();
     template <class Record>
     [[nodiscard]] std::optional<std::vector<Record>> load(const SettingKey& key) const;
     template <class Record>

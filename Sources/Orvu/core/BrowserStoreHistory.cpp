@@ -17,6 +17,7 @@ void BrowserStore::save(const std::vector<Record>& records, const SettingKey& ke
     if (!isPrivate_) writeRecords(defaults_, scopedKey(key.name, profile_), records);
 }
 template void BrowserStore::save(const std::vector<Parked>& records, const SettingKey& key);
+template std::optional<std::vector<Parked>> BrowserStore::load(const SettingKey& key) const;
 
 void BrowserStore::restore() {
     shelf_ = load<Parked>(SettingsKeys::browserShelf).value_or(std::vector<Parked>{});
@@ -48,7 +49,8 @@ void BrowserStore::saveSession() {
     if (isPrivate_ || restoring_) return;
     std::vector<SavedTab> session;
     for (const auto& tab : tabs_) {
-        if (tab->url()) session.push_back({*tab->url(), tab->isPinned(), tab->groupID()});
+        if (tab->url() && canBeStored(*tab->url()))
+            session.push_back({*tab->url(), tab->isPinned(), tab->groupID()});
     }
     save(session, SettingsKeys::browserSession);
     save(groups_, SettingsKeys::browserGroups);
@@ -56,6 +58,7 @@ void BrowserStore::saveSession() {
 
 void BrowserStore::recordVisit(const BrowserTab& tab) {
     if (isPrivate_ || !holds(tab) || !tab.url()) return;
+    if (tab.url()->absoluteString().size() > VisitHistory::addressLimit) return;
     const Operation operation{*this};
     if (!history_.add({Uuid::random(), *tab.url(), tab.title(), loop_.now()})) return;
     changes_.note();

@@ -2,11 +2,19 @@
 
 #include "foundation/json/Json.h"
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <utility>
 
 namespace orvu {
+
+/// A page can make an address of any length; longer ones, in bytes, are not stored.
+constexpr std::size_t storedAddressLimit = 65'536;
+
+[[nodiscard]] inline bool canBeStored(const Url& url) {
+    return url.absoluteString().size() <= storedAddressLimit;
+}
 
 /// Reads the fields that visits and bookmarks have in common: `id`, `url`, `title`, `date`.
 template <class Record>

@@ -14,6 +14,7 @@ namespace orvu {
 class VisitHistory {
 public:
     /// How many visits a history keeps, the latest ones.
+    static constexpr std::size_t addressLimit = 8192;  ///< bytes; a longer one is no visit
     static constexpr std::size_t limit = 5000;
     /// How long a visit is kept, at the next start.
     static constexpr int days = 30;
