@@ -50,14 +50,16 @@ class LinksTest(BrowserTest):
         self.wait_for_tabs("New tab", "page", window="Orvu")
         self.assertEqual(self.windows.tabs(PRIVATE), ["New tab"])
 
-    def test_files_from_other_programs_do_nothing(self):
+    def test_files_from_other_programs_are_not_opened(self):
         file = self.home.folder / "page.html"
         file.write_text("<title>file</title>", encoding="utf-8")
         page = self.server.page("/page")
         self.app.start()
 
-        self.app.start_again(file.as_uri())
-        self.app.start_again(str(file))
+        for argument in (file.as_uri(), str(file)):
+            answer = self.app.run(argument)
+            self.assertEqual((answer.returncode, answer.stderr),
+                             (2, f"Orvu can't open “{argument}”.\n"))
 
         self.open(page)
         self.wait_for_tabs("New tab", "page")
@@ -87,7 +89,8 @@ class LinksTest(BrowserTest):
 
         for address in hostile:
             with self.subTest(address=address[:80]):
-                self.app.start_again(address)
+                answer = self.app.run(address)
+                self.assertIn((answer.returncode, answer.stderr.count("\n")), ((0, 0), (2, 1)))
                 self.app.check_runs()
 
         self.open(page)

@@ -7,6 +7,15 @@ namespace {
 
 using NotchRestingTest = StoreTest;
 
+TEST_F(NotchRestingTest, AHostThatPassesForAnotherStandsAsItsServerIsAsked) {
+    const auto siteAt = [this](std::string_view address) {
+        return NotchResting::of(*openStoreWith({std::string{address}})->active()).site;
+    };
+
+    EXPECT_EQ(siteAt("https://p\u0430ypal.example/x"), "xn--pypal-4ve.example");
+    EXPECT_EQ(siteAt("https://www.xn--mnchen-3ya.example/x"), "m\u00FCnchen.example");
+}
+
 TEST_F(NotchRestingTest, EmptyTabSaysWhatTheFieldIsFor) {
     const auto store = openStore();
 

@@ -91,8 +91,9 @@ CommandLine parse(const std::vector<std::string>& arguments) {
 }
 
 TEST(CommandLineTest, TellsOptionsFromAddresses) {
-    EXPECT_EQ(parse({"a.example", "two words", ""}).addresses,
-              (std::vector<std::string>{"a.example", "two words", ""}));
+    EXPECT_EQ(parse({"a.example", "two words"}).addresses,
+              (std::vector<std::string>{"a.example", "two words"}));
+    EXPECT_TRUE(parse({"", " ", "\n"}).addresses.empty());
     EXPECT_TRUE(parse({"--version"}).wantsVersion);
     EXPECT_TRUE(parse({"a.example", "--help"}).wantsHelp);
     EXPECT_TRUE(parse({"-h"}).wantsHelp);

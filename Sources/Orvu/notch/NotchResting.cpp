@@ -1,5 +1,6 @@
 #include "notch/NotchResting.h"
 
+#include "foundation/text/DisplayHost.h"
 #include "notch/AddressNotch.h"
 
 namespace orvu {
@@ -9,7 +10,7 @@ NotchResting NotchResting::of(const BrowserTab& tab) {
         return {"", std::string{AddressNotch::prompt}, "Search or type a site", ""};
     }
     const std::string& address = tab.url()->absoluteString();
-    return {siteName(*tab.url()), tab.path(), "Address: " + address, address};
+    return {displayHost(siteName(*tab.url())), tab.path(), "Address: " + address, address};
 }
 
 NotchBookmark NotchBookmark::of(bool isBookmarked) {

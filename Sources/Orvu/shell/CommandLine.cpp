@@ -15,6 +15,10 @@ std::optional<Url> fileUrl(const std::filesystem::path& file) {
     return Url::parse("file://" + text);
 }
 
+bool isBlank(std::string_view argument) {
+    return trimmed(argument, TrimSet::whitespacesAndNewlines).empty();
+}
+
 std::optional<Url> urlOf(std::string_view argument, const std::filesystem::path& workingFolder,
                          const Settings& settings) {
     const auto text = trimmed(argument, TrimSet::whitespacesAndNewlines);
@@ -35,7 +39,7 @@ CommandLine CommandLine::parse(std::span<const std::string> arguments) {
     bool takesOptions = true;
     for (const std::string& argument : arguments) {
         if (!takesOptions || !argument.starts_with('-')) {
-            result.addresses.push_back(argument);
+            if (!isBlank(argument)) result.addresses.push_back(argument);
         } else if (argument == "--") {
             takesOptions = false;
         } else if (argument == "--help" || argument == "-h") {

@@ -18,7 +18,8 @@ struct CommandLine {
 
     bool wantsHelp = false;
     bool wantsVersion = false;
-    std::vector<std::string> addresses;       ///< addresses, files and texts to search for
+    std::vector<std::string>
+        addresses;  ///< addresses, files and texts to search for; none is blank
     std::vector<std::string> unknownOptions;  ///< what begins with "-", is not known, and is no
                                               ///< option of the toolkit's own
 

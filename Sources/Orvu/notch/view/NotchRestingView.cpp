@@ -45,11 +45,12 @@ NotchRestingView::~NotchRestingView() { row_.remove(badge_); }
 void NotchRestingView::addLabel() {
     site_.add_css_class("notch-site");
     quiet_.add_css_class("notch-quiet");
-    for (auto* const label : {&site_, &quiet_}) {
-        label->set_ellipsize(Pango::EllipsizeMode::END);
-        label->set_xalign(0);
-        label_.append(*label);
-    }
+    // An address is cut in its path, and where the host alone is too long, at its head: the end
+    // tells whose it is.
+    site_.set_ellipsize(Pango::EllipsizeMode::START);
+    quiet_.set_ellipsize(Pango::EllipsizeMode::END);
+    for (auto* const label : {&site_, &quiet_}) label->set_xalign(0);
+    hideFromAccessibility(label_);  // the button says it all
     open_.add_css_class("notch-open");
     open_.set_hexpand(true);
     open_.set_focus_on_click(false);

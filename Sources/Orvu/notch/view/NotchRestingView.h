@@ -2,6 +2,7 @@
 
 #include "core/BrowserStore.h"
 #include "look/drawing/view/BrowserLoadingDots.h"
+#include "look/layout/view/FirstInFull.h"
 #include "notch/NotchResting.h"
 
 #include <gtkmm/box.h>
@@ -40,9 +41,9 @@ private:
     Gtk::Box row_{Gtk::Orientation::HORIZONTAL, 8};
     Gtk::Widget& badge_;
     Gtk::Button open_;
-    Gtk::Box label_;
     Gtk::Label site_;
     Gtk::Label quiet_;
+    FirstInFull label_{site_, quiet_};
     Gtk::Button reader_;
     Gtk::Image book_;
     NotchReader shownReader_;

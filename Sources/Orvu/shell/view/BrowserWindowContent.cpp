@@ -1,10 +1,13 @@
 #include "shell/view/BrowserWindowContent.h"
 
+#include "foundation/text/DisplayHost.h"
+#include "look/view/Accessible.h"
 #include "look/view/CssClass.h"
 #include "look/view/Keyboard.h"
 #include "profiles/ProfileLook.h"
 #include "shell/WindowPlacement.h"
 
+#include <gtkmm/eventcontrollermotion.h>
 #include <gtkmm/window.h>
 
 #include <algorithm>
@@ -31,6 +34,7 @@ BrowserWindowContent::BrowserWindowContent(BrowserView& view)
       badge_(view),
       notchView_(notch_, view.sharedStore(), view.services(), badge_,
                  [this] { return topBar_.roomInTheMiddle(*this) - 2 * notchMargin; }),
+      fullscreenNotice_(view.services().platform().loop),
       refresh_(*this, [this] { refresh(); }),
       watch_(view.store(), [this] { refresh_.mark(); }) {
     add_css_class("browser-view");
@@ -45,6 +49,7 @@ BrowserWindowContent::BrowserWindowContent(BrowserView& view)
     column_.append(bar_);
     column_.append(row_);
     addNotch();
+    addFullscreenNotice();
     view_.connectAreaMoveRequested(sigc::mem_fun(*this, &BrowserWindowContent::moveFocus));
     view_.fullscreenTab.connectChanged(
         sigc::mem_fun(*this, &BrowserWindowContent::fullscreenChanged));
@@ -64,6 +69,30 @@ void BrowserWindowContent::addNotch() {
     // While the veil fades the window is the person's again.
     view_.commandOpen.connectChanged(
         sigc::track_object([this] { scrim_.set_can_target(view_.commandOpen.get()); }, *this));
+}
+
+void BrowserWindowContent::addFullscreenNotice() {
+    fullscreenLabel_.add_css_class("fullscreen-notice");
+    fullscreenLabel_.property_accessible_role() = Gtk::Accessible::Role::ALERT;
+    fullscreenLabel_.set_halign(Gtk::Align::CENTER);
+    fullscreenLabel_.set_valign(Gtk::Align::START);
+    fullscreenLabel_.set_can_target(false);
+    // The end of a host names who it belongs to.
+    fullscreenLabel_.set_ellipsize(Pango::EllipsizeMode::START);
+    fullscreenNotice_.connectChanged([this] {
+        fullscreenLabel_.set_text(fullscreenNotice_.text());
+        setAccessibleLabel(fullscreenLabel_, fullscreenNotice_.text());
+        if (fullscreenNotice_.isShown()) {
+            add_overlay(fullscreenLabel_);
+        } else {
+            remove_overlay(fullscreenLabel_);
+        }
+    });
+    const auto motion = Gtk::EventControllerMotion::create();
+    motion->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
+    motion->signal_motion().connect(
+        [this](double, double y) { fullscreenNotice_.pointerMoved(y); });
+    add_controller(motion);
 }
 
 void BrowserWindowContent::refresh() {
@@ -111,6 +140,12 @@ void BrowserWindowContent::fullscreenChanged() {
     bar_.set_visible(!on);
     tabs_.set_visible(!on);
     setCssClass(*this, "element-fullscreen", on);
+    const auto tab = on ? view_.store().tab(*view_.fullscreenTab.get()) : nullptr;
+    if (tab) {
+        fullscreenNotice_.begin(displayHost(tab->host()));
+    } else {
+        fullscreenNotice_.end();
+    }
 }
 
 }  // namespace orvu

@@ -6,12 +6,14 @@
 #include "notch/view/AddressNotchView.h"
 #include "shell/BrowserView.h"
 #include "shell/column/view/BrowserTabColumn.h"
+#include "shell/pagearea/FullscreenNotice.h"
 #include "shell/pagearea/view/BrowserPageCard.h"
 #include "shell/siteinfo/view/SiteInfoButton.h"
 #include "shell/topbar/view/BrowserTopBar.h"
 #include "shell/view/BrowserFrame.h"
 #include "shell/view/NotchScrim.h"
 
+#include <gtkmm/label.h>
 #include <gtkmm/overlay.h>
 #include <gtkmm/windowhandle.h>
 
@@ -36,6 +38,7 @@ private:
     /// Moves the keyboard among the address, the column, the divider of a pair, what the page asks
     /// for and the page, so many places on, or back if negative.
     void moveFocus(int areas);
+    void addFullscreenNotice();
     void fullscreenChanged();
 
     BrowserView& view_;
@@ -50,6 +53,8 @@ private:
     NotchScrim scrim_;
     SiteInfoButton badge_;
     AddressNotchView notchView_;
+    FullscreenNotice fullscreenNotice_;
+    Gtk::Label fullscreenLabel_;
     std::weak_ptr<BrowserTab> front_;  ///< the tab that the keyboard followed last
     FrameRefresh refresh_;
     ActiveTabWatch watch_;

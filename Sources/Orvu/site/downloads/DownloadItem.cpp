@@ -32,7 +32,7 @@ std::optional<std::filesystem::path> DownloadItem::decideDestination(
     if (state_ != State::running) return std::nullopt;
     place_ = context_.folder.makePartialFile();
     if (!place_) return std::nullopt;
-    const auto written = place_->file();
+    auto written = place_->file();
     wantedName_ = DownloadName::safe(suggestedName);
     chooseName();
     changed_.emit();

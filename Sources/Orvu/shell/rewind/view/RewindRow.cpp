@@ -15,7 +15,7 @@ constexpr int spacing = 10;
 }  // namespace
 
 RewindRow::RewindRow(const BrowserStore& store, const Visit& visit, const std::string& time,
-                     Actions actions)
+                     const Actions& actions)
     : line_(Gtk::Orientation::HORIZONTAL, spacing), icon_(store.icons(), iconSize) {
     const std::string title = oneLine(visit.title, titleLimit);
     add_css_class("rewind-row");

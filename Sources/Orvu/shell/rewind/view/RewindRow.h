@@ -22,7 +22,7 @@ public:
     };
 
     RewindRow(const BrowserStore& store, const Visit& visit, const std::string& time,
-              Actions actions);
+              const Actions& actions);
 
 private:
     static constexpr int iconSize = 14;

@@ -1,5 +1,6 @@
 #include "shell/siteinfo/view/SiteInfoPanel.h"
 
+#include "foundation/text/DisplayHost.h"
 #include "look/view/Accessible.h"
 #include "look/view/CssClass.h"
 #include "look/view/SymbolImage.h"
@@ -35,7 +36,8 @@ SiteInfoPanel::SiteInfoPanel(SitePanel& panel)
     content_.add_css_class("site-panel-content");
     content_.set_size_request(width, -1);
     setUp(site_, "site-panel-name");
-    site_.set_max_width_chars(1);  // as wide as the panel, not as the text
+    site_.set_ellipsize(Pango::EllipsizeMode::START);  // the end tells whose it is
+    site_.set_max_width_chars(1);                      // as wide as the panel, not as the text
     content_.append(site_);
     addSecurity();
     addTrackers();
@@ -117,8 +119,8 @@ void SiteInfoPanel::choose(CaptureKind kind, SitePermissions::Choice choice,
 
 void SiteInfoPanel::refresh() {
     const std::string site = panel_.site();
-    site_.set_text(site);
-    site_.set_tooltip_text(site);
+    site_.set_text(displayHost(site));
+    site_.set_tooltip_text(displayHost(site));
     site_.set_visible(!site.empty());
     const auto info = SiteInfo::of(panel_.security());
     setSymbol(securitySymbol_, info.symbol, symbolSize);
