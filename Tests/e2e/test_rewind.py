@@ -226,6 +226,26 @@ class RewindTest(BrowserTest):
 
         self.wait_until_closed()
 
+    def test_a_list_of_the_page_that_closes_by_key_does_not_open_it(self):
+        """The pointer, which was over the list, seems to come to where it never was."""
+        visited = self.server.page("/visited")
+        options = "".join(f"<option>{number}" for number in range(12))
+        page = self.server.page("/page", body="<style>select { position: absolute; left: 100px;"
+                                f" top: 100px; width: 300px }}</style><select>{options}</select>")
+        self.start_and_open(visited, page)
+        self.hands.click(at=(500, 175))  # the list opens below
+        popup = until(lambda: [each for each in self.hands.windows("Orvu")
+                               if each != self.hands.window("Orvu")], "the list on the display")[-1]
+        self.hands.move_in(popup, (98, 30))
+
+        for key in ("Down", "Return"):
+            self.hands.go_on(key)
+        until_equal(lambda: len(self.hands.windows("Orvu")), 1, "the windows on the display")
+        self.hands.press("ctrl+t")
+        self.wait_for_selected("New tab")
+
+        self.assertFalse(self.is_open())
+
     def test_a_private_window_and_a_day_without_visits_have_none(self):
         self.start_with("a")
         self.open_private_window()

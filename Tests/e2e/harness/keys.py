@@ -97,6 +97,10 @@ class Hands:
         freed = ["keyup", holding] if holding else []
         xdotool(*held, "click", button, *freed)
 
+    def move_in(self, window, at):
+        """Puts the pointer at a place within a window of the display, named by its number."""
+        xdotool("mousemove", "--window", window, *at)
+
     def click_here(self):
         """Clicks where the pointer is."""
         xdotool("click", 1)

@@ -1,6 +1,7 @@
 #include "shell/topbar/view/BrowserNavButtons.h"
 
 #include "look/view/Accessible.h"
+#include "look/view/Pointer.h"
 
 #include <gdk/gdkkeysyms.h>
 #include <gtkmm/eventcontrollerkey.h>
@@ -58,7 +59,8 @@ void BrowserNavButtons::addRewind() {
 void BrowserNavButtons::pointerCame() {
     // A pointer that crosses a window in the background wants nothing from it.
     const auto* const window = dynamic_cast<const Gtk::Window*>(get_root());
-    if (window && window->is_active()) rewind_.open(RewindPopover::Keyboard::stays);
+    const bool isWanted = window && window->is_active() && isPointerOver(backPlace_);
+    if (isWanted) rewind_.open(RewindPopover::Keyboard::stays);
 }
 
 bool BrowserNavButtons::keyPressed(guint key) {
