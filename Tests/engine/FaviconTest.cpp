@@ -52,7 +52,9 @@ TEST_F(FaviconTest, TheLargestDeclaredIconIsTakenAndWritten) {
     EXPECT_TRUE(waitFor([&] { return std::filesystem::exists(iconFile); }));
     std::ifstream stream{iconFile};
     const std::string bytes{std::istreambuf_iterator<char>{stream}, {}};
-    EXPECT_EQ(PixbufImageCodec::decoded(bytes)->width, 180);
+    const auto image = decoded(bytes);
+    ASSERT_TRUE(image);
+    EXPECT_EQ(image->width, 180);
     EXPECT_EQ(server.requests("/16"), 0);
 }
 
