@@ -2,11 +2,13 @@
 #include "fakes/FakeHttpSession.h"
 #include "fakes/FakeImageCodec.h"
 #include "fakes/VirtualMainLoop.h"
-#include "platform/linux/PixbufImageCodec.h"
+#include "platform/linux/images/DecoderProcess.h"
+#include "platform/linux/images/decoder/PictureDecoding.h"
 #include "site/Favicons.h"
 #include "support/IconFiles.h"
 
 #include <benchmark/benchmark.h>
+#include <glib.h>
 
 #include <string>
 
@@ -16,7 +18,7 @@ namespace {
 /// From a file's bytes to pixels.
 void decodeIcon(benchmark::State& state, const std::string& bytes) {
     for (auto _ : state) {
-        const auto image = PixbufImageCodec::decoded(bytes);
+        const auto image = decodedPicture(bytes);
         if (!image) state.SkipWithError("no picture");
         benchmark::DoNotOptimize(image);
     }
@@ -37,6 +39,21 @@ void lookUpIcon(benchmark::State& state) {
         benchmark::DoNotOptimize(store.icon("www.1234.example", Persistence::persistent));
 }
 
+/// What the start of the decoder costs the main thread, which does not wait until it is ready.
+void startDecoder(benchmark::State& state) {
+    const auto command = DecoderProcess::command(DecoderProcess::installedDecoder(),
+                                                 DecoderProcess::Isolation::bubblewrap);
+    for (auto _ : state) {
+        auto process = DecoderProcess::start(command, {.said = [](auto) {}, .ended = [] {}});
+        if (!process) state.SkipWithError("no process");
+        state.PauseTiming();
+        process.reset();
+        while (g_main_context_iteration(nullptr, FALSE)) continue;
+        state.ResumeTiming();
+    }
+}
+
+BENCHMARK(startDecoder)->Name("DecoderStart")->Iterations(100);
 BENCHMARK_CAPTURE(decodeIcon, ico32, IconFiles::icoOfPng(IconFiles::png(32), 32))
     ->Name("FaviconDecode/ico32");
 BENCHMARK_CAPTURE(decodeIcon, png180, IconFiles::png(180))->Name("FaviconDecode/png180");

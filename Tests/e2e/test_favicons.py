@@ -1,5 +1,7 @@
 """Icons of sites, as they come to stand on the disk."""
 
+import os
+import signal
 import struct
 import subprocess
 import zlib
@@ -61,6 +63,42 @@ class FaviconsTest(BrowserTest):
         self.assertEqual(file.parent.parent.name, "Orvu")
         self.assertEqual(struct.unpack(">II", file.read_bytes()[16:24]), (32, 32))
         self.assertEqual(file.stat().st_mode & 0o077, 0)
+
+    def test_the_decoder_of_icons_goes_when_it_has_nothing_to_do(self):
+        self.app.start()
+        self.assertEqual(self.app.decoders(), [])
+
+        self.open(self.page_with_icon("first"))
+
+        until_equal(self.icons, ["first.localhost.png"], "the icons on the disk")
+        self.assertEqual(len(self.app.decoders()), 1)
+        until_equal(self.app.decoders, [], "the decoders")
+        self.open(self.page_with_icon("second"))
+        until(lambda: "second.localhost.png" in self.icons(), "the second icon", self.icons)
+
+    def test_a_decoder_that_is_killed_takes_nothing_along(self):
+        self.app.start()
+        self.open(self.page_with_icon("first"))
+        until_equal(self.icons, ["first.localhost.png"], "the icons on the disk")
+
+        for pid in self.app.decoders():
+            os.kill(pid, signal.SIGKILL)
+        self.open(self.page_with_icon("second"))
+
+        until(lambda: "second.localhost.png" in self.icons(), "the second icon", self.icons)
+        self.app.check_runs()
+
+    def test_the_decoder_ends_with_a_program_that_is_killed(self):
+        self.app.start()
+        self.open(self.page_with_icon("first"))
+        until_equal(self.icons, ["first.localhost.png"], "the icons on the disk")
+        decoders = self.app.decoders()
+        self.assertEqual(len(decoders), 1)
+
+        self.app.kill()
+
+        until(lambda: not any(os.path.exists(f"/proc/{pid}") for pid in decoders),
+              "the decoder to end", decoders)
 
     def test_requests_for_icons_carry_no_cookie(self):
         self.app.start()

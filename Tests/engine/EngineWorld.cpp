@@ -122,13 +122,12 @@ ScriptResult EngineTest::evaluate(WebView& view, const std::string& script) {
     return task.result();
 }
 
-std::vector<int> EngineTest::pageProcesses() {
+std::vector<int> EngineTest::processesNamed(std::string_view name) {
     std::vector<int> result;
     for (const auto& entry : std::filesystem::directory_iterator{"/proc"}) {
         const int process = std::atoi(entry.path().filename().c_str());
         if (process <= 0) continue;
-        // The kernel keeps 15 characters of a name.
-        if (factsOf(entry.path()).name == "WebKitWebProces" && descendsFrom(process, getpid())) {
+        if (factsOf(entry.path()).name == name && descendsFrom(process, getpid())) {
             result.push_back(process);
         }
     }

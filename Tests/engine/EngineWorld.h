@@ -7,7 +7,7 @@
 #include "platform/linux/files/LinuxDownloadFolder.h"
 #include "platform/linux/files/LinuxFileIO.h"
 #include "platform/linux/web/OrvuWebView.h"
-#include "platform/linux/PixbufImageCodec.h"
+#include "platform/linux/images/SandboxedImageCodec.h"
 #include "platform/linux/SoupHttpSession.h"
 #include "platform/linux/web/WebKitContentRules.h"
 #include "platform/linux/web/WebKitEngine.h"
@@ -73,8 +73,25 @@ protected:
     /// Loads a page and waits for its end.
     void loadAndWait(WebView& view, RecordingDelegate& delegate, const std::string& path) const;
     [[nodiscard]] static ScriptResult evaluate(WebView& view, const std::string& script);
+    /// What a future brings; nothing if that takes longer than `waitFor` waits.
+    template <class T>
+    [[nodiscard]] static std::optional<T> awaited(Future<T> future) {
+        const auto wait = [](Future<T> until) -> Task<T> { co_return co_await until; };
+        auto task = wait(std::move(future));
+        task.start();
+        if (!waitFor([&] { return task.isDone(); })) return std::nullopt;
+        return task.result();
+    }
+    /// The picture in a file's bytes, from the decoder's process.
+    [[nodiscard]] ImagePointer decoded(const std::string& bytes) {
+        return awaited(images.decode(bytes)).value_or(nullptr);
+    }
+    /// The processes below this one that bear a name, of which the kernel keeps 15 characters.
+    [[nodiscard]] static std::vector<int> processesNamed(std::string_view name);
     /// The engine's page processes that this process started.
-    [[nodiscard]] static std::vector<int> pageProcesses();
+    [[nodiscard]] static std::vector<int> pageProcesses() {
+        return processesNamed("WebKitWebProces");
+    }
     /// What windows share, made when it is first wanted.
     [[nodiscard]] AppServices& services();
 
@@ -88,7 +105,7 @@ protected:
     WebKitEngine engine{paths, loop, network};
     WebKitRuleListStore ruleLists{folder / "ContentRules"};
     SoupHttpSession iconRequests{FaviconStore::httpOptions};
-    PixbufImageCodec images{loop};
+    SandboxedImageCodec images{loop};
     LinuxFileIO files{loop};
     LinuxDownloadFolder downloadFolder{folder / "Downloads"};
 

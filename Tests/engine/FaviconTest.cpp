@@ -52,7 +52,9 @@ TEST_F(FaviconTest, TheLargestDeclaredIconIsTakenAndWritten) {
     EXPECT_TRUE(waitFor([&] { return std::filesystem::exists(iconFile); }));
     std::ifstream stream{iconFile};
     const std::string bytes{std::istreambuf_iterator<char>{stream}, {}};
-    EXPECT_EQ(PixbufImageCodec::decoded(bytes)->width, 180);
+    const auto image = decoded(bytes);
+    ASSERT_TRUE(image);
+    EXPECT_EQ(image->width, 180);
     EXPECT_EQ(server.requests("/16"), 0);
 }
 
@@ -163,6 +165,46 @@ TEST_F(FaviconTest, ASilentServerIsAFailureWhenTheTimeIsUp) {
     server.serve("/slow", LoopbackServer::Answer{.held = true});
 
     EXPECT_EQ(fetched(hasty, url("/slow")), std::nullopt);
+}
+
+TEST_F(FaviconTest, AServerThatDripsAByteASecondIsAFailureWhenTheWholeTimeIsUp) {
+    SoupHttpSession hasty{{.timeout = std::chrono::seconds{8},
+                           .totalTimeout = std::chrono::seconds{2},
+                           .bodyLimit = 1'000'000}};
+    server.serve("/drip", LoopbackServer::Answer{.body = "x", .drips = true, .dripPause = 1000});
+    const auto begin = std::chrono::steady_clock::now();
+
+    EXPECT_EQ(fetched(hasty, url("/drip")), std::nullopt);
+
+    const auto taken = std::chrono::steady_clock::now() - begin;
+    EXPECT_GE(taken, std::chrono::milliseconds{1900});
+    EXPECT_LT(taken, std::chrono::seconds{8});
+    EXPECT_GT(FaviconStore::httpOptions.totalTimeout, FaviconStore::httpOptions.timeout);
+}
+
+TEST_F(FaviconTest, IconsThatDripFromFourHostsDoNotHoldUpAnother) {
+    auto options = FaviconStore::httpOptions;
+    options.totalTimeout = std::chrono::seconds{6};
+    SoupHttpSession session{options};
+    FaviconStore store{session, images, files, folder / "icons"};
+    server.serve("/drip", LoopbackServer::Answer{.body = "x", .drips = true, .dripPause = 1000});
+    server.serve("/quick", png(40));
+    std::vector<Task<ImagePointer>> dripping;
+    for (int i = 0; i < 40; ++i) {
+        const auto name = "slow" + std::to_string(i % 4) + ".localhost";
+        dripping.push_back(store.fetch(url("/drip", name)));
+        dripping.back().start();
+    }
+    EXPECT_TRUE(waitFor([&] { return server.dripping() == 16; }));
+
+    auto quick = store.fetch(url("/quick", "quick.localhost"));
+    quick.start();
+    EXPECT_TRUE(waitFor([&] { return quick.isDone(); }));
+
+    EXPECT_TRUE(quick.isDone() && quick.result());
+    for (const auto& each : dripping) EXPECT_FALSE(each.isDone());
+    EXPECT_TRUE(waitFor([&] { return server.requests("/drip") > 16; }));  // others' turn
+    EXPECT_LE(server.dripping(), 16);
 }
 
 TEST_F(FaviconTest, AddressesThatAreNotOfTheWebFailAtOnce) {

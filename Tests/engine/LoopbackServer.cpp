@@ -8,9 +8,9 @@ namespace orvu {
 
 /// A body that goes on until its reader or the server is gone.
 struct LoopbackServer::Drip {
-    explicit Drip(SoupServerMessage* to) : message(SOUP_SERVER_MESSAGE(g_object_ref(to))) {
+    Drip(SoupServerMessage* to, unsigned pause) : message(SOUP_SERVER_MESSAGE(g_object_ref(to))) {
         finished = g_signal_connect(message, "finished", G_CALLBACK(end), this);
-        source = g_timeout_add(100, fall, this);
+        source = g_timeout_add(pause, fall, this);
     }
     Drip(const Drip&) = delete;
     Drip& operator=(const Drip&) = delete;
@@ -119,7 +119,7 @@ void LoopbackServer::beginDripping(SoupServerMessage* message, const Answer& ans
     soup_message_headers_set_content_type(headers, answer.type.c_str(), nullptr);
     soup_message_body_append(soup_server_message_get_response_body(message), SOUP_MEMORY_COPY,
                              answer.body.data(), answer.body.size());
-    drips_.emplace_back(message);
+    drips_.emplace_back(message, answer.dripPause);
 }
 
 void LoopbackServer::handle(SoupServer*, SoupServerMessage* message, const char* path, GHashTable*,

@@ -20,8 +20,9 @@ public:
         std::string type = "text/html";
         int status = 200;
         std::vector<std::pair<std::string, std::string>> headers = {};
-        bool held = false;   ///< never answered
-        bool drips = false;  ///< the body is followed by a byte ten times a second, without end
+        bool held = false;         ///< never answered
+        bool drips = false;        ///< the body is followed by a byte at a time, without end
+        unsigned dripPause = 100;  ///< milliseconds between these
         /// The answer says that its body is so long, and ends behind the body; 0 for the truth.
         long declaredLength = 0;
     };

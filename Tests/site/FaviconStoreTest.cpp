@@ -309,6 +309,133 @@ TEST_F(FaviconStoreTest, ALoadThatAnOrdinaryWindowAlsoWaitsForIsWritten) {
     EXPECT_EQ(files.writes, Strings{"icons/a.example.png"});
 }
 
+TEST_F(FaviconStoreTest, PagesWithoutNumberWhoseFourHostsNeverAnswerLeaveRoomForOthers) {
+    std::vector<Task<ImagePointer>> slow;
+    for (int page = 0; page < 200; ++page) {
+        for (int each = 0; each < 4; ++each) {
+            const auto name = "slow" + std::to_string(each) + ".example";
+            slow.push_back(store.fetch(url("https://" + name + "/" + std::to_string(page))));
+            slow.back().start();
+        }
+    }
+    EXPECT_EQ(http.open().size(), 16U);
+
+    static_cast<void>(shown(host));
+    http.answer(touch, 200, "img x");
+
+    EXPECT_EQ(shown(host), "x");
+    for (const auto& each : slow) EXPECT_FALSE(each.isDone());
+}
+
+TEST_F(FaviconStoreTest, AFetchThatEndsIsFollowedByOneOfItsHostUntilAllAreDone) {
+    std::vector<Task<ImagePointer>> fetches;
+    for (int i = 0; i < 10; ++i) {
+        fetches.push_back(store.fetch(url("https://a.example/" + std::to_string(i))));
+        fetches.back().start();
+    }
+    EXPECT_EQ(http.asked.size(), 4U);
+
+    for (int i = 0; i < 10; ++i) {
+        EXPECT_TRUE(http.answer("https://a.example/" + std::to_string(i), 200, "img x"));
+    }
+
+    for (const auto& each : fetches) EXPECT_EQ(FakeImageCodec::name(each.result()), "x");
+}
+
+TEST_F(FaviconStoreTest, NoMoreThanTwentyFourAreFetchedAtATimeAndAllAreTried) {
+    for (int i = 0; i < 300; ++i) static_cast<void>(shown(std::to_string(i) + ".example"));
+    EXPECT_EQ(http.open().size(), 24U);
+
+    while (!http.open().empty()) {
+        EXPECT_LE(http.open().size(), 24U);
+        http.fail(http.open().front());
+    }
+
+    EXPECT_EQ(http.asked.size(), 600U);
+    EXPECT_TRUE(store.isMissing("299.example"));
+}
+
+TEST_F(FaviconStoreTest, AFetchThatIsDroppedMakesRoomAndOneThatWaitsIsForgotten) {
+    std::vector<Task<ImagePointer>> fetches;
+    for (int i = 0; i < 6; ++i) {
+        fetches.push_back(store.fetch(url("https://a.example/" + std::to_string(i))));
+        fetches.back().start();
+    }
+
+    fetches[4].cancel();
+    fetches[0].cancel();
+
+    EXPECT_EQ(http.open(), (Strings{"https://a.example/1", "https://a.example/2",
+                                    "https://a.example/3", "https://a.example/5"}));
+}
+
+TEST_F(FaviconStoreTest, TheEndOfTheStoreBeginsNoFetchThatWaited) {
+    {
+        FaviconStore leaving{http, codec, files, "other"};
+        for (int i = 0; i < 50; ++i) {
+            static_cast<void>(
+                leaving.icon(std::to_string(i) + ".example", Persistence::persistent));
+        }
+    }
+
+    EXPECT_EQ(http.asked.size(), 24U);
+    EXPECT_TRUE(http.open().empty());
+}
+
+TEST_F(FaviconStoreTest, HostsThatNobodyWatchesAnyMoreAreForgotten) {
+    int told = 0;
+    const ScopedConnection kept = store.connectIcon(host, [&] { ++told; });
+    for (int i = 0; i < 5000; ++i) {
+        const ScopedConnection passing =
+            store.connectIcon(std::to_string(i) + ".example", [&] { ADD_FAILURE(); });
+        EXPECT_LE(store.watchedHosts(), 100U);
+    }
+
+    store.set(FakeImageCodec::image("x"), host, Persistence::persistent);
+    store.set(FakeImageCodec::image("x"), "7.example", Persistence::persistent);
+
+    EXPECT_EQ(told, 1);
+}
+
+TEST_F(FaviconStoreTest, AllHostsThatAreWatchedAreKept) {
+    int told = 0;
+    std::vector<ScopedConnection> connections;
+    for (int i = 0; i < 1000; ++i) {
+        connections.emplace_back(
+            store.connectIcon(std::to_string(i) + ".example", [&] { ++told; }));
+    }
+    for (int i = 0; i < 1000; ++i) {
+        store.set(FakeImageCodec::image("x"), std::to_string(i) + ".example",
+                  Persistence::persistent);
+    }
+    EXPECT_EQ(told, 1000);
+
+    connections.clear();
+    for (int i = 0; i < 2000; ++i) store.connectIcon("b.example", [] {}).disconnect();
+    for (int i = 0; i < 2000; ++i) {
+        store.connectIcon(std::to_string(i) + ".other", [] {}).disconnect();
+    }
+
+    EXPECT_LE(store.watchedHosts(), 100U);
+}
+
+TEST_F(FaviconStoreTest, AnObserverMayMakeTheStoreForgetItsOwnHost) {
+    int told = 0;
+    ScopedConnection own;
+    own = store.connectIcon(host, [&] {
+        ++told;
+        own = {};
+        for (int i = 0; i < 500; ++i) {
+            store.connectIcon(std::to_string(i) + ".example", [] {}).disconnect();
+        }
+    });
+
+    store.set(FakeImageCodec::image("x"), host, Persistence::persistent);
+    store.set(FakeImageCodec::image("y"), host, Persistence::persistent);
+
+    EXPECT_EQ(told, 1);
+}
+
 TEST_F(FaviconStoreTest, TheEndOfTheStoreEndsItsRequests) {
     {
         FaviconStore leaving{http, codec, files, "other"};

@@ -17,6 +17,7 @@ struct HttpOptions {
     std::chrono::seconds timeout{60};      ///< how long a server may be silent
     std::chrono::seconds totalTimeout{0};  ///< for a whole request from its asking; 0 is no limit
     std::size_t bodyLimit = 0;             ///< a body of this many bytes or more is a failure
+    int connections = 10;                  ///< at a time, in all
     int connectionsPerHost = 6;
 };
 

@@ -4,6 +4,7 @@
 
 #include <unicode/uchar.h>
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -26,6 +27,9 @@ FaviconStore::FaviconStore(HttpSession& http, ImageCodec& codec, FileIO& files,
     : http_(http), codec_(codec), files_(files), folder_(std::move(folder)) {
     files_.makeFolder(folder_);
 }
+
+// Ends of fetches, here and in tabs, must not begin others now.
+FaviconStore::~FaviconStore() { turns_.close(); }
 
 std::string FaviconStore::key(std::string_view host) {
     std::string key = lowercased(host);
@@ -87,8 +91,23 @@ void FaviconStore::put(const std::string& key, Icon icon) {
     const std::string site = key;  // the argument may go with what an observer ends
     icons_.insert_or_assign(site, std::move(icon));
     missing_.erase(site);
-    if (const auto found = watched_.find(site); found != watched_.end()) found->second.emit();
+    if (const auto found = watched_.find(site); found != watched_.end()) {
+        const auto signal = found->second;  // an observer may have the store forget it
+        signal.emit();
+    }
     changed_.emit();
+}
+
+sigc::connection FaviconStore::connectIcon(std::string_view host, const sigc::slot<void()>& slot) {
+    if (watched_.size() >= forgettingSize_) forgetUnwatched();
+    return watched_[key(host)].connect(slot);
+}
+
+/// Connections end without a word, so now and then the store looks which ones are left: so seldom
+/// that this costs nothing.
+void FaviconStore::forgetUnwatched() {
+    std::erase_if(watched_, [](const auto& each) { return each.second.empty(); });
+    forgettingSize_ = std::max(fewWatched, 2 * watched_.size());
 }
 
 Task<void> FaviconStore::save(std::string key, ImagePointer image) {
@@ -126,6 +145,8 @@ Task<ImagePointer> FaviconStore::fetchPath(std::string key, std::string path) {
 
 Task<ImagePointer> FaviconStore::fetch(Url url) {
     if (!isWebUrl(url) || !url.host()) co_return nullptr;
+    // Held until the picture is decoded, so that few bodies wait for the decoder.
+    const auto turn = co_await turns_.next(*url.host());
     auto response = co_await http_.get(url, {});
     if (!response || response->status != 200) co_return nullptr;
     if (response->body.empty() || response->body.size() >= httpOptions.bodyLimit) {

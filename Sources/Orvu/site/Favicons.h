@@ -7,6 +7,7 @@
 #include "platform/HttpSession.h"
 #include "platform/ImageCodec.h"
 #include "site/Persistence.h"
+#include "site/icons/FetchTurns.h"
 
 #include <cstddef>
 #include <filesystem>
@@ -27,14 +28,19 @@ namespace orvu {
 /// window was there.
 class FaviconStore {
 public:
-    static constexpr HttpOptions httpOptions{
-        .timeout = std::chrono::seconds{8}, .bodyLimit = 1'000'000, .connectionsPerHost = 4};
+    /// One page can name icons of four hosts. However slow these are, there are connections left.
+    static constexpr HttpOptions httpOptions{.timeout = std::chrono::seconds{8},
+                                             .totalTimeout = std::chrono::seconds{10},
+                                             .bodyLimit = 1'000'000,
+                                             .connections = 24,
+                                             .connectionsPerHost = 4};
 
     /// Makes the folder. `http` was made with `httpOptions`. All that is referred to must outlive
     /// the store.
     FaviconStore(HttpSession& http, ImageCodec& codec, FileIO& files, std::filesystem::path folder);
     FaviconStore(const FaviconStore&) = delete;
     FaviconStore& operator=(const FaviconStore&) = delete;
+    ~FaviconStore();
 
     /// The host as this store knows it; empty for no site.
     [[nodiscard]] static std::string key(std::string_view host);
@@ -45,7 +51,8 @@ public:
     [[nodiscard]] ImagePointer icon(std::string_view host, Persistence persistence);
     /// Gives a site an icon, whatever it had.
     void set(const ImagePointer& image, std::string_view host, Persistence persistence);
-    /// The image at a web address; null for anything else. The store must outlive the task.
+    /// The image at a web address; null for anything else. Waits for its turn while there are as
+    /// many fetches as `httpOptions` has connections. The store must outlive the task.
     [[nodiscard]] Task<ImagePointer> fetch(Url url);
 
     [[nodiscard]] bool isLoading(std::string_view host) const {
@@ -61,11 +68,14 @@ public:
         return changed_.connect(slot);
     }
     /// Calls `slot` after the icon of this one site changed.
-    sigc::connection connectIcon(std::string_view host, const sigc::slot<void()>& slot) {
-        return watched_[key(host)].connect(slot);
-    }
+    sigc::connection connectIcon(std::string_view host, const sigc::slot<void()>& slot);
+    /// For how many hosts the store keeps whom to tell: for some beside those that somebody
+    /// watches, but no more than twice as many, or a hundred.
+    [[nodiscard]] std::size_t watchedHosts() const { return watched_.size(); }
 
 private:
+    static constexpr std::size_t fewWatched = 100;
+
     struct Icon {
         ImagePointer image;
         bool isUnsaved = false;  ///< only private windows know of the site so far
@@ -76,6 +86,7 @@ private:
     [[nodiscard]] Task<void> save(std::string key, ImagePointer image);
     void put(const std::string& key, Icon icon);
     void store(const std::string& key, const ImagePointer& image, Persistence persistence);
+    void forgetUnwatched();
     [[nodiscard]] std::filesystem::path file(std::string_view key) const;
 
     HttpSession& http_;
@@ -88,7 +99,10 @@ private:
     std::unordered_set<std::string> missing_;
     std::unordered_set<std::string> asked_;  ///< by windows that are not private
     std::unordered_map<std::string, sigc::signal<void()>> watched_;
+    std::size_t forgettingSize_ = fewWatched;  ///< of `watched_`
     sigc::signal<void()> changed_;
+    FetchTurns turns_{
+        {.inAll = httpOptions.connections, .perHost = httpOptions.connectionsPerHost}};
     TaskScope tasks_;  // last, so that it ends before what its work uses
 };
 

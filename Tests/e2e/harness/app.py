@@ -22,7 +22,7 @@ ID = "app.orvu.Orvu"
 PATH = "/app/orvu/Orvu"
 WINDOWS = PATH + "/window"
 # As the kernel cuts them.
-PAGE_PROCESS, FETCHER = "WebKitWebProces", "WebKitNetworkPr"
+PAGE_PROCESS, FETCHER, DECODER = "WebKitWebProces", "WebKitNetworkPr", "orvu-image-deco"
 
 
 def program():
@@ -200,6 +200,10 @@ class App:
         if len(found) != 1:
             raise AssertionError(f"{len(found)} processes fetch")
         return found[0]
+
+    def decoders(self):
+        """The processes that read the pictures of icons."""
+        return self._below(DECODER)
 
     def kill_page_processes(self):
         for pid in self.page_processes():

@@ -2,7 +2,6 @@
 
 #include "platform/Platform.h"
 #include "platform/linux/GlibMainLoop.h"
-#include "platform/linux/PixbufImageCodec.h"
 #include "platform/linux/SoupHttpSession.h"
 #include "platform/linux/Worker.h"
 #include "platform/linux/defaults/SqliteUserDefaults.h"
@@ -13,6 +12,7 @@
 #include "platform/linux/files/LinuxDownloadFolder.h"
 #include "platform/linux/files/LinuxFileIO.h"
 #include "platform/linux/files/LinuxSystemPaths.h"
+#include "platform/linux/images/SandboxedImageCodec.h"
 #include "platform/linux/web/WebKitContentRules.h"
 #include "platform/linux/web/WebKitEngine.h"
 
@@ -47,7 +47,7 @@ private:
     WebKitRuleListStore ruleLists_{paths_.caches / "ContentRules"};
     SoupHttpSession iconRequests_;
     SoupHttpSession suggestionRequests_;
-    PixbufImageCodec images_{loop_};
+    SandboxedImageCodec images_{loop_};
     LinuxFileIO files_{loop_};
     LinuxDownloadFolder downloadFolder_{downloadsFolder()};
     LinuxWorkspace workspace_;

@@ -99,9 +99,9 @@ SoupHttpSession::~SoupHttpSession() {
 
 SoupSession* SoupHttpSession::session() {
     if (session_) return session_.get();
-    session_ = GObjectPointer<SoupSession>::adopt(
-        soup_session_new_with_options("max-conns-per-host", options_.connectionsPerHost, "timeout",
-                                      static_cast<guint>(options_.timeout.count()), nullptr));
+    session_ = GObjectPointer<SoupSession>::adopt(soup_session_new_with_options(
+        "max-conns", options_.connections, "max-conns-per-host", options_.connectionsPerHost,
+        "timeout", static_cast<guint>(options_.timeout.count()), nullptr));
     // Cookies and caches are features that a session has only if they are added; passwords are one
     // that it has unless it is taken away.
     soup_session_remove_feature_by_type(session_.get(), SOUP_TYPE_AUTH_MANAGER);

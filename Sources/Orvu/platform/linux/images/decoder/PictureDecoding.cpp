@@ -1,6 +1,6 @@
-#include "platform/linux/PixbufImageCodec.h"
+#include "platform/linux/images/decoder/PictureDecoding.h"
 
-#include "foundation/text/Text.h"
+#include "platform/ImageCodec.h"
 #include "platform/linux/GObjectPointer.h"
 
 #include <gdk-pixbuf/gdk-pixbuf.h>
@@ -24,8 +24,9 @@ constexpr auto pngSignature = "\x89PNG\r\n\x1A\n"sv;
 /// it, entities that stand for others, and encodings in which these could hide.
 bool isPlainSvg(std::string_view text) {
     constexpr auto declarationLimit = 256;
-    if (!isWellFormed(text)) return false;
-    const auto head = lowercased(text.substr(0, declarationLimit));
+    if (!g_utf8_validate(text.data(), static_cast<gssize>(text.size()), nullptr)) return false;
+    std::string head{text.substr(0, declarationLimit)};
+    std::ranges::transform(head, head.begin(), g_ascii_tolower);
     if (const auto at = head.find("encoding"); at != std::string::npos && at < head.find("?>")) {
         if (head.find("utf-8", at) > head.find("?>")) return false;
     }
@@ -77,8 +78,8 @@ std::string_view largestPngOf(std::string_view ico) {
 /// Drawings come at the largest size, for they have none of their own; other pictures are only
 /// made smaller. A size of nothing makes the library end before it takes memory for pixels.
 void chooseSize(GdkPixbufLoader* loader, int width, int height, gpointer isDrawing) {
-    constexpr int most = PixbufImageCodec::maxDeclaredSide;
-    if (width <= 0 || height <= 0 || width > most || height > most) {
+    const bool isTooLarge = !isDrawing && std::max(width, height) > maxDeclaredSide;
+    if (width <= 0 || height <= 0 || isTooLarge) {
         return gdk_pixbuf_loader_set_size(loader, 0, 0);
     }
     const double fit = static_cast<double>(ImageCodec::maxSide) / std::max(width, height);
@@ -124,7 +125,9 @@ ImagePointer load(std::string_view bytes, const char* kind) {
     return pixbuf ? imageOf(pixbuf) : ImagePointer{};
 }
 
-std::string encoded(const Image& image) {
+}  // namespace
+
+std::string encodedPng(const Image& image) {
     GBytes* const pixels = g_bytes_new_static(image.rgba.data(), image.rgba.size());
     const auto pixbuf = GObjectPointer<GdkPixbuf>::adopt(gdk_pixbuf_new_from_bytes(
         pixels, GDK_COLORSPACE_RGB, TRUE, 8, image.width, image.height, image.width * 4));
@@ -138,9 +141,7 @@ std::string encoded(const Image& image) {
     return png;
 }
 
-}  // namespace
-
-ImagePointer PixbufImageCodec::decoded(const std::string& bytes) {
+ImagePointer decodedPicture(std::string_view bytes) {
     const char* const kind = kindOf(bytes);
     if (!kind) return {};
     if (kind == "ico"sv) {
@@ -148,14 +149,6 @@ ImagePointer PixbufImageCodec::decoded(const std::string& bytes) {
         if (!png.empty()) return load(png, "png");
     }
     return load(bytes, kind);
-}
-
-Future<ImagePointer> PixbufImageCodec::decode(std::string bytes) {
-    return room_.run<ImagePointer>([bytes = std::move(bytes)] { return decoded(bytes); }, nullptr);
-}
-
-Future<std::string> PixbufImageCodec::encodePng(ImagePointer image) {
-    return room_.run<std::string>([image = std::move(image)] { return encoded(*image); }, "");
 }
 
 }  // namespace orvu
