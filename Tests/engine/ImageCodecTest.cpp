@@ -95,17 +95,17 @@ TEST_F(ImageCodecTest, OtherFilesAreNoPictures) {
 }
 
 TEST_F(ImageCodecTest, ADrawingReadsNothingOutsideItself) {
-    const auto folder = std::filesystem::temp_directory_path() /
-                        ("orvu-drawing-" + std::to_string(getpid()) + ".svg");
-    std::ofstream{folder} << IconFiles::svg("<rect id='r' width='16' height='16' fill='#f00'/>");
-    const std::string file = "file://" + folder.string();
+    const auto outside = std::filesystem::temp_directory_path() /
+                         ("orvu-drawing-" + std::to_string(getpid()) + ".svg");
+    std::ofstream{outside} << IconFiles::svg("<rect id='r' width='16' height='16' fill='#f00'/>");
+    const std::string file = "file://" + outside.string();
 
     const auto used = middleOf(IconFiles::svg("<use xlink:href='" + file + "#r'/>"));
     const auto pictured =
         middleOf(IconFiles::svg("<image width='16' height='16' xlink:href='" + file + "'/>"));
     const auto entity = middleOf("<!DOCTYPE svg [<!ENTITY e SYSTEM '" + file + "'>]>" +
                                  IconFiles::svg("<text>&e;</text>"));
-    std::filesystem::remove(folder);
+    std::filesystem::remove(outside);
 
     EXPECT_EQ(used, (std::vector<int>{0, 0, 0, 0}));
     EXPECT_EQ(pictured, std::vector<int>{});
