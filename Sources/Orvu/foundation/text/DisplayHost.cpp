@@ -34,7 +34,7 @@ public:
     }
 
     /// Whether a part of a host can be shown in its own letters.
-    [[nodiscard]] bool isHonest(std::string_view label) const {
+    [[nodiscard]] bool isHonest(const std::string& label) const {
         if (!checker_) return false;
         UErrorCode failure = U_ZERO_ERROR;
         const auto size = static_cast<std::int32_t>(label.size());
@@ -101,8 +101,8 @@ std::string displayLabel(std::string_view label) {
     static const SpoofChecker checker;
     const bool isPlain = isAscii(label) && !lowercased(label).starts_with("xn--");
     if (isPlain || label.size() > 4 * longestLabel) return std::string{label};
-    const std::string ascii = forms.ascii(label);
-    const std::string unicode = forms.unicode(label);
+    std::string ascii = forms.ascii(label);
+    std::string unicode = forms.unicode(label);
     const bool isHonest = !ascii.empty() && !unicode.empty() && checker.isHonest(unicode);
     if (isHonest) return unicode;
     return ascii.empty() ? std::string{label} : ascii;
