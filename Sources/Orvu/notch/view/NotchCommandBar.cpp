@@ -24,7 +24,7 @@ void centre(Gtk::Widget& icon) {
 }  // namespace
 
 NotchCommandBar::NotchCommandBar(AddressNotch& notch, const BrowserStore& store)
-    : Gtk::Box(Gtk::Orientation::VERTICAL, 10),
+    : SlidingBox(Motion::snappy, 10),
       notch_(notch),
       icons_(store.icons()),
       correction_([this] { body_->useCorrection(); }),
@@ -39,6 +39,7 @@ NotchCommandBar::NotchCommandBar(AddressNotch& notch, const BrowserStore& store)
     addChoices();
     addList();
     append(footer_);
+    setKey(footer_, "footer");
 }
 
 void NotchCommandBar::addFieldRow() {
@@ -151,6 +152,7 @@ void NotchCommandBar::refreshRows() {
         rows_[i]->set_visible(i < entries.size());
         if (i >= entries.size()) continue;
         const bool heads = i == 0 || entries[i].section != entries[i - 1].section;
+        list_.setKey(*rows_[i], entries[i].id);
         rows_[i]->show(entries[i], heads ? NotchRow::Heading::yes : NotchRow::Heading::no);
         rows_[i]->setSelected(static_cast<int>(i) == body_->selection());
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "look/motion/view/SlidingBox.h"
 #include "look/view/DotFaceView.h"
 #include "notch/AddressNotchBody.h"
 #include "notch/view/NotchChoice.h"
@@ -20,7 +21,7 @@
 namespace orvu {
 
 /// The open notch: the field, what Return does, and the candidates.
-class NotchCommandBar : public Gtk::Box {
+class NotchCommandBar : public SlidingBox {
 public:
     /// `notch` and `store` must outlive the view.
     NotchCommandBar(AddressNotch& notch, const BrowserStore& store);
@@ -62,7 +63,7 @@ private:
     NotchChoice ask_;
     DotFaceView face_;
     Gtk::ScrolledWindow scroll_;
-    Gtk::Box list_{Gtk::Orientation::VERTICAL};
+    SlidingBox list_{Motion::snappy, 0};
     std::vector<std::unique_ptr<NotchRow>> rows_;  ///< as many as were ever needed
     NotchFooterView footer_;
 };
