@@ -75,6 +75,9 @@ public:
     [[nodiscard]] double estimatedProgress() const override { return progress_; }
     [[nodiscard]] bool isLoading() const override { return isLoading_; }
     [[nodiscard]] bool hasOnlySecureContent() const override { return secure_; }
+    [[nodiscard]] const std::optional<LoadFailure>& failure() const override { return failure_; }
+    void dismissFailure() override { setFailure(std::nullopt); }
+    void loadWithRefusedCertificate() override { calls.emplace_back("loadWithRefusedCertificate"); }
     [[nodiscard]] double pageZoom() const override { return zoom_; }
     void setPageZoom(double zoom) override { zoom_ = zoom; }
     [[nodiscard]] Future<ScriptResult> evaluateJavaScript(std::string script) override {
@@ -104,6 +107,9 @@ public:
     void setCanGoForward(bool can) { set(canGoForward_, can, WebViewProperty::canGoForward); }
     void setProgress(double value) { set(progress_, value, WebViewProperty::estimatedProgress); }
     void setSecure(bool secure) { set(secure_, secure, WebViewProperty::hasOnlySecureContent); }
+    void setFailure(std::optional<LoadFailure> failure) {
+        set(failure_, std::move(failure), WebViewProperty::failure);
+    }
     /// The load that was asked for ends well.
     void finish(const std::string& title) {
         set(isLoading_, false, WebViewProperty::isLoading);
@@ -153,6 +159,7 @@ private:
     bool canGoBack_ = false;
     bool canGoForward_ = false;
     double progress_ = 0;
+    std::optional<LoadFailure> failure_;
     bool isLoading_ = false;
     bool secure_ = false;
     double zoom_ = 1;

@@ -2,6 +2,7 @@
 
 #include "platform/Workspace.h"
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -11,10 +12,15 @@ namespace orvu {
 class FakeWorkspace : public Workspace {
 public:
     void makeDefaultBrowser() override { ++defaultBrowserRequests; }
+    [[nodiscard]] std::optional<std::string> programFor(const Url& url) override {
+        const auto program = programs.find(std::string{url.scheme()});
+        return program == programs.end() ? std::nullopt : std::optional{program->second};
+    }
     void open(const Url& url) override { opened.push_back(url.absoluteString()); }
     void showFile(const std::filesystem::path& file) override { shown.push_back(file.string()); }
 
     int defaultBrowserRequests = 0;
+    std::map<std::string, std::string> programs;  ///< names, by scheme
     std::vector<std::string> opened;
     std::vector<std::string> shown;  ///< files
 };

@@ -104,8 +104,22 @@ TEST_F(BrowserViewTest, EscapeClosesTheNotchAndTheSearchBarTogether) {
 
 TEST_F(BrowserViewTest, EscapeWithNothingOpenIsThePages) {
     const auto view = viewOf(openStoreWith({a}));
+    world.engine.views.front()->finish("a");
 
     EXPECT_FALSE(view->endEditing());
+}
+
+TEST_F(BrowserViewTest, EscapeWithNothingOpenStopsALoad) {
+    const std::shared_ptr<BrowserStore> store = openStoreWith({a});
+    const auto view = viewOf(store);
+    view->openFind();
+
+    EXPECT_TRUE(view->endEditing());
+    EXPECT_TRUE(store->active()->isLoading()) << "the search bar comes first";
+    EXPECT_TRUE(view->endEditing());
+
+    EXPECT_FALSE(store->active()->isLoading());
+    EXPECT_EQ(world.engine.views.front()->calls.back(), "stopLoading");
 }
 
 TEST_F(BrowserViewTest, EscapeClosesABarThatWaitsBehindAPairAndIsThePagesAllTheSame) {
@@ -113,6 +127,7 @@ TEST_F(BrowserViewTest, EscapeClosesABarThatWaitsBehindAPairAndIsThePagesAllTheS
     const auto view = viewOf(store);
     view->openFind();
     store->toggleSideBySide();
+    for (auto* const page : world.engine.views) page->finish("page");
 
     EXPECT_FALSE(view->endEditing());
 

@@ -180,6 +180,8 @@ void BrowserTab::mirror(WebViewProperty property) {
             return update(progress_, webView_->estimatedProgress());
         case WebViewProperty::isLoading:
             return update(isLoading_, webView_->isLoading());
+        case WebViewProperty::failure:
+            return;  // it changes nothing in the tab
     }
 }
 

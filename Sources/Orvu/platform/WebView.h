@@ -2,6 +2,7 @@
 
 #include "foundation/async/Future.h"
 #include "foundation/Signal.h"
+#include "platform/LoadFailure.h"
 #include "platform/MediaCapture.h"
 #include "platform/Navigation.h"
 #include "platform/WebsiteData.h"
@@ -22,6 +23,7 @@ enum class WebViewProperty {
     canGoForward,
     estimatedProgress,
     isLoading,
+    failure,
 };
 
 /// What a page script gave.
@@ -84,6 +86,14 @@ public:
     [[nodiscard]] virtual double estimatedProgress() const = 0;
     [[nodiscard]] virtual bool isLoading() const = 0;
     [[nodiscard]] virtual bool hasOnlySecureContent() const = 0;
+
+    /// Why the last load brought no page; nothing from the next one's beginning on.
+    [[nodiscard]] virtual const std::optional<LoadFailure>& failure() const = 0;
+    /// Forgets it.
+    virtual void dismissFailure() = 0;
+    /// Loads what failed of its certificate all the same, and takes that very certificate from that
+    /// host until the program ends. What came so is never secure.
+    virtual void loadWithRefusedCertificate() = 0;
 
     /// How large the page is drawn; 1 is actual size.
     [[nodiscard]] virtual double pageZoom() const = 0;

@@ -3,6 +3,8 @@
 #include "foundation/Url.h"
 
 #include <filesystem>
+#include <optional>
+#include <string>
 
 namespace orvu {
 
@@ -14,6 +16,9 @@ public:
     /// Registers this program as the one that opens web addresses. What the desktop refuses is
     /// not reported.
     virtual void makeDefaultBrowser() = 0;
+    /// What people call the program that the desktop has for an address; nothing where it has none,
+    /// or only this one.
+    [[nodiscard]] virtual std::optional<std::string> programFor(const Url& url) = 0;
     /// Opens an address in the program that the desktop has for it. Failures are not reported.
     virtual void open(const Url& url) = 0;
     /// Selects a file in the desktop's file manager. Failures are not reported.

@@ -46,8 +46,13 @@ bool BrowserView::endEditing() {
     findOpen.set(false);
     if (ended) return true;
     const auto tab = store_->active();
-    if (!tab || !tab->captureQuestion()) return false;
-    tab->answerCapture(CaptureAnswer::dismiss);
+    if (!tab) return false;
+    if (tab->captureQuestion()) {
+        tab->answerCapture(CaptureAnswer::dismiss);
+        return true;
+    }
+    if (!tab->isLoading()) return false;
+    tab->webView().stopLoading();
     return true;
 }
 

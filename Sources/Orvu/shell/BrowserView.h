@@ -61,7 +61,7 @@ public:
     /// Goes on from match to match; opens the bar if it is closed.
     void findAgain(FindDirection direction);
     /// Closes the notch and the search bar or, if neither showed, dismisses what the page in front
-    /// asks for. False if there was nothing of the kind.
+    /// asks for or else stops its load. False if there was nothing of the kind.
     bool endEditing();
 
     // What is asked of parts of the window. A part that isn't there lets it pass.

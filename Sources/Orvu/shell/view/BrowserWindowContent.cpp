@@ -113,7 +113,7 @@ void BrowserWindowContent::moveFocus(int areas) {
     if (!window) return;
     gtk_window_set_focus_visible(window->gobj(), TRUE);
     std::vector<Gtk::Widget*> all{&bar_, &tabs_, &page_};
-    for (Gtk::Widget* const part : {page_.divider(), page_.question()}) {
+    for (Gtk::Widget* const part : {page_.divider(), page_.question(), page_.notice()}) {
         if (part) all.insert(all.end() - 1, part);
     }
     const auto found = std::ranges::find_if(all, [&](Gtk::Widget* area) {

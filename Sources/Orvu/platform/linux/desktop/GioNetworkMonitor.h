@@ -21,6 +21,9 @@ public:
     GioNetworkMonitor(const GioNetworkMonitor&) = delete;
     GioNetworkMonitor& operator=(const GioNetworkMonitor&) = delete;
 
+    [[nodiscard]] bool isAvailable() const override {
+        return Gio::NetworkMonitor::get_default()->get_network_available();
+    }
     sigc::connection connectCameBack(const sigc::slot<void()>& slot) override {
         return cameBack_.connect(slot);
     }

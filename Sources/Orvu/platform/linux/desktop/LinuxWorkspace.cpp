@@ -110,6 +110,15 @@ void LinuxWorkspace::makeDefaultBrowser() {
     }
 }
 
+std::optional<std::string> LinuxWorkspace::programFor(const Url& url) {
+    const auto program = GObjectPointer<GAppInfo>::adopt(
+        g_app_info_get_default_for_uri_scheme(std::string{url.scheme()}.c_str()));
+    if (!program) return std::nullopt;
+    const char* const id = g_app_info_get_id(program.get());
+    if (id && desktopName == id) return std::nullopt;
+    return g_app_info_get_display_name(program.get());
+}
+
 void LinuxWorkspace::open(const Url& url) {
     g_app_info_launch_default_for_uri_async(url.absoluteString().c_str(), nullptr, nullptr, nullptr,
                                             nullptr);

@@ -4,6 +4,7 @@
 #include "platform/NavigationGate.h"
 #include "platform/linux/web/CapturePermission.h"
 #include "platform/linux/web/LinkMenu.h"
+#include "platform/linux/web/LoadErrors.h"
 #include "platform/linux/web/PageScript.h"
 #include "platform/linux/web/PolicyTranslation.h"
 #include "platform/linux/web/SessionWebsiteData.h"
@@ -24,6 +25,19 @@ bool isNetworkFailure(const GError* error) {
     if (!error) return false;
     if (error->domain == WEBKIT_POLICY_ERROR || error->domain == G_TLS_ERROR) return false;
     return !g_error_matches(error, WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_CANCELLED);
+}
+
+/// Whether an unconnected computer explains a failure.
+bool isNetworkCause(LoadFailureCause cause) {
+    return cause == LoadFailureCause::noSuchName || cause == LoadFailureCause::unreachable ||
+           cause == LoadFailureCause::timedOut;
+}
+
+/// Whether the page that was just committed came over a connection to whom it says it is.
+bool cameSecurely(WebKitWebView* view) {
+    GTlsCertificate* certificate = nullptr;
+    GTlsCertificateFlags errors{};
+    return webkit_web_view_get_tls_info(view, &certificate, &errors) != FALSE && errors == 0;
 }
 
 /// The settings of a new view. Each view has its own, because one of them follows the view.
@@ -109,14 +123,14 @@ private:
     static void loadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer data) {
         self(data).loadChanged(event);
     }
-    static gboolean loadFailed(WebKitWebView*, WebKitLoadEvent, const char*, GError* error,
+    static gboolean loadFailed(WebKitWebView*, WebKitLoadEvent, const char* uri, GError* error,
                                gpointer data) {
-        self(data).loadFailed(error);
+        self(data).loadFailed(uri, error);
         return TRUE;  // no page of the engine's own: the previous one stays
     }
-    static gboolean loadFailedInTls(WebKitWebView*, const char*, GTlsCertificate*,
-                                    GTlsCertificateFlags, gpointer data) {
-        self(data).loadFailed(nullptr);
+    static gboolean loadFailedInTls(WebKitWebView*, const char* uri, GTlsCertificate* certificate,
+                                    GTlsCertificateFlags flags, gpointer data) {
+        self(data).loadFailedInTls(uri, certificate, flags);
         return TRUE;
     }
     static void insecureContent(WebKitWebView*, WebKitInsecureContentEvent, gpointer data) {
@@ -150,9 +164,12 @@ private:
         return nullptr;
     }
     /// Whether the gate lets a navigation come to the tab's own decision.
-    static bool mayGoOn(const OrvuWebView& self, WebKitPolicyDecisionType type,
+    static bool mayGoOn(OrvuWebView& self, WebKitPolicyDecisionType type,
                         const NavigationAction& action) {
-        if (action.request.url && !NavigationGate::canLoad(*action.request.url)) return false;
+        if (action.request.url && !NavigationGate::canLoad(*action.request.url)) {
+            self.refusedAddress(*action.request.url);
+            return false;
+        }
         constexpr int middleButton = 2;
         const bool clicksElsewhere = action.navigationType == NavigationType::linkActivated &&
                                      (action.commandKey || action.buttonNumber == middleButton);
@@ -212,6 +229,8 @@ private:
 OrvuWebView::OrvuWebView(std::shared_ptr<WebKitShared> shared, MainLoop& loop)
     : shared_(std::move(shared)),
       loop_(loop),
+      loads_(loop_, {.stop = [this] { stopLoading(); },
+                     .changed = [this] { changed_.emit(WebViewProperty::failure); }}),
       networkWatch_(shared_->network.connectCameBack([this] { networkCameBack(); })) {}
 
 OrvuWebView::~OrvuWebView() {
@@ -245,6 +264,7 @@ void OrvuWebView::make() {
 
 void OrvuWebView::load(const Url& url) {
     awaitsNetwork_ = false;
+    loads_.dismiss();
     if (view_) {
         const std::weak_ptr alive{self_};
         tellUrl(address_.asked(url));
@@ -354,30 +374,64 @@ void OrvuWebView::loadChanged(WebKitLoadEvent event) {
         case WEBKIT_LOAD_STARTED:
             ++loadNumber_;
             failed_ = committed_ = becomesDownload_ = awaitsNetwork_ = false;
+            if (address_.url()) loads_.asked(*address_.url());
             break;
         case WEBKIT_LOAD_COMMITTED: {
             committed_ = true;
+            loads_.answered();
             finder_->pageUnloaded();
             address_.committed();
             if (delegate_) delegate_->documentUnloaded();
-            GTlsCertificate* certificate = nullptr;
-            GTlsCertificateFlags errors{};
-            setSecure(webkit_web_view_get_tls_info(view(), &certificate, &errors) != FALSE);
+            setSecure(cameSecurely(view()));
             break;
         }
         case WEBKIT_LOAD_FINISHED:
             // This event also ends loads that failed, were stopped or were replaced.
+            if (!isLoading()) loads_.answered();
             if (committed_ && !failed_) finish();
             break;
         case WEBKIT_LOAD_REDIRECTED:
+            if (address_.url()) loads_.redirected(*address_.url());
             break;
     }
 }
 
-void OrvuWebView::loadFailed(const GError* error) {
+void OrvuWebView::loadFailed(const char* uri, const GError* error) {
     failed_ = true;
     awaitsNetwork_ = address_.unshown() && isNetworkFailure(error);
-    if (becomesDownload_) tellUrl(address_.becameDownload());
+    const std::weak_ptr alive{self_};
+    if (!becomesDownload_) noteFailure(loadFailureCause(error), Url::parse(uri ? uri : ""));
+    if (living(alive) && becomesDownload_) tellUrl(address_.becameDownload());
+}
+
+void OrvuWebView::loadFailedInTls(const char* uri, GTlsCertificate* certificate,
+                                  GTlsCertificateFlags flags) {
+    failed_ = true;
+    const auto url = Url::parse(uri ? uri : "");
+    if (!url) return;
+    refused_ = GObjectPointer<GTlsCertificate>::retain(certificate);
+    loads_.failed({LoadFailureCause::certificate, *url, certificateFault(flags)});
+}
+
+void OrvuWebView::noteFailure(const std::optional<LoadFailureCause>& cause,
+                              const std::optional<Url>& url) {
+    if (!cause || !url) return;
+    const bool offline = isNetworkCause(*cause) && !shared_->network.isAvailable();
+    loads_.failed({offline ? LoadFailureCause::noNetwork : *cause, *url, std::nullopt});
+}
+
+/// A page, or whoever asked for a load, wants an address that the engine has no business with.
+void OrvuWebView::refusedAddress(const Url& url) {
+    loads_.failed({LoadFailureCause::otherProgram, url, std::nullopt});
+}
+
+void OrvuWebView::loadWithRefusedCertificate() {
+    const auto failure = loads_.failure();
+    const auto host = failure ? failure->url.host() : std::nullopt;
+    if (!host || !refused_ || failure->cause != LoadFailureCause::certificate) return;
+    webkit_network_session_allow_tls_certificate_for_host(shared_->session->get(), refused_.get(),
+                                                          host->c_str());
+    load(failure->url);
 }
 
 void OrvuWebView::networkCameBack() {
@@ -402,7 +456,9 @@ void OrvuWebView::processTerminated(WebKitWebProcessTerminationReason reason) {
     if (reason == WEBKIT_WEB_PROCESS_TERMINATED_BY_API) return;
     finder_->pageUnloaded();
     // Within the signal the engine still knows the address.
-    if (crashReload_.shouldReload(address_.url())) webkit_web_view_reload(view());
+    const auto url = address_.url();
+    if (crashReload_.shouldReload(url)) return webkit_web_view_reload(view());
+    if (url) loads_.failed({LoadFailureCause::processEnded, *url, std::nullopt});
 }
 
 }  // namespace orvu

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/CrashReload.h"
+#include "platform/LoadWatch.h"
 #include "platform/MainLoop.h"
 #include "platform/NetworkMonitor.h"
 #include "platform/PageAddress.h"
@@ -67,6 +68,11 @@ public:
     [[nodiscard]] double estimatedProgress() const override;
     [[nodiscard]] bool isLoading() const override;
     [[nodiscard]] bool hasOnlySecureContent() const override { return secure_; }
+    [[nodiscard]] const std::optional<LoadFailure>& failure() const override {
+        return loads_.failure();
+    }
+    void dismissFailure() override { loads_.dismiss(); }
+    void loadWithRefusedCertificate() override;
     [[nodiscard]] double pageZoom() const override { return zoom_; }
     void setPageZoom(double zoom) override;
     [[nodiscard]] Future<ScriptResult> evaluateJavaScript(std::string script) override;
@@ -96,7 +102,10 @@ private:
     void setTitle(std::string_view title);
     void setSecure(bool secure);
     void loadChanged(WebKitLoadEvent event);
-    void loadFailed(const GError* error);
+    void loadFailed(const char* uri, const GError* error);
+    void loadFailedInTls(const char* uri, GTlsCertificate* certificate, GTlsCertificateFlags flags);
+    void noteFailure(const std::optional<LoadFailureCause>& cause, const std::optional<Url>& url);
+    void refusedAddress(const Url& url);
     void networkCameBack();
     void finish();
     void processTerminated(WebKitWebProcessTerminationReason reason);
@@ -106,8 +115,9 @@ private:
     MainLoop& loop_;
     NavigationDelegate* delegate_ = nullptr;
     GObjectPointer<WebKitWebView> view_;
-    std::optional<SwipeGestures> swipes_;  ///< once the engine's view is made
-    std::optional<PageFinder> finder_;     ///< once the engine's view is made
+    GObjectPointer<GTlsCertificate> refused_;  ///< of the present failure by certificate
+    std::optional<SwipeGestures> swipes_;      ///< once the engine's view is made
+    std::optional<PageFinder> finder_;         ///< once the engine's view is made
     sigc::signal<void(WebViewProperty)> changed_;
     sigc::signal<void(bool)> fullscreen_;
     std::string title_;
@@ -122,6 +132,7 @@ private:
     bool awaitsNetwork_ = false;    ///< the last load failed by the network
     std::uint64_t loadNumber_ = 0;
     CrashReload crashReload_;
+    LoadWatch loads_;
     /// Lets callbacks of the engine find out whether this view still lives.
     std::shared_ptr<OrvuWebView*> self_ = std::make_shared<OrvuWebView*>(this);
     Scheduled starter_;

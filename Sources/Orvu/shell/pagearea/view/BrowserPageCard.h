@@ -34,6 +34,8 @@ public:
     [[nodiscard]] Gtk::Widget* question() {
         return pair_ ? pair_->question() : single_->question();
     }
+    /// What is said of a load that failed in the tab in front; nullptr where none did.
+    [[nodiscard]] Gtk::Widget* notice() { return pair_ ? pair_->notice() : single_->notice(); }
 
 private:
     void showSingle();

@@ -5,12 +5,17 @@
 namespace orvu {
 
 BrowserPageContent::BrowserPageContent(BrowserView& view)
-    : view_(view), store_(view.sharedStore()), refresh_(*this, [this] { refresh(); }) {
+    : view_(view),
+      store_(view.sharedStore()),
+      notice_(view),
+      refresh_(*this, [this] { refresh(); }) {
     add_css_class("page-card");
     set_overflow(Gtk::Overflow::HIDDEN);
     set_expand(true);
     set_child(host_);
     add_overlay(question_);
+    add_overlay(notice_);
+    notice_.connectKeyboardFree(sigc::mem_fun(*this, &BrowserPageContent::focusContent));
     question_.connectKeyboardFree(sigc::mem_fun(*this, &BrowserPageContent::focusContent));
     host_.connectFullscreen(sigc::mem_fun(*this, &BrowserPageContent::fullscreenChanged));
 }
@@ -28,6 +33,7 @@ bool BrowserPageContent::show(const std::shared_ptr<BrowserTab>& tab) {
     const bool otherPage = host_.show(tab && !empty ? &tab->webView() : nullptr);
     watch(tab);
     question_.show(tab);
+    notice_.show(tab);
     const bool otherArticle = showReader(tab);
     return otherPage || otherNewTab || otherArticle;
 }

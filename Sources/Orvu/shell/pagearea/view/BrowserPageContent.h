@@ -7,6 +7,7 @@
 #include "shell/BrowserView.h"
 #include "shell/pagearea/view/BrowserNewTabPageView.h"
 #include "shell/pagearea/view/CaptureQuestionView.h"
+#include "shell/pagearea/view/PageNoticeView.h"
 
 #include <gtkmm/overlay.h>
 
@@ -31,6 +32,8 @@ public:
     [[nodiscard]] std::optional<Future<bool>> find(const std::string& text, FindConfiguration how);
     /// What the page asks for, if it asks; otherwise nullptr.
     [[nodiscard]] Gtk::Widget* question() { return question_.get_visible() ? &question_ : nullptr; }
+    /// What is to be said of a load that failed, if one did; otherwise nullptr.
+    [[nodiscard]] Gtk::Widget* notice() { return notice_.get_visible() ? &notice_ : nullptr; }
 
 private:
     void showNewTabPage(const std::optional<Uuid>& tab);
@@ -49,6 +52,7 @@ private:
     std::unique_ptr<BrowserNewTabPageView> newTabPage_;
     std::optional<Uuid> newTab_;  ///< the empty tab that `newTabPage_` stands for
     CaptureQuestionView question_;
+    PageNoticeView notice_;
     std::weak_ptr<BrowserTab> tab_;
     std::unique_ptr<ReaderView> reader_;  ///< also while it fades out
     bool isReading_ = false;

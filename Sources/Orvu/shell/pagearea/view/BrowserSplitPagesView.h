@@ -23,6 +23,7 @@ public:
     void focusContent();
     /// What the page of the active tab asks for; nullptr if it asks for nothing.
     [[nodiscard]] Gtk::Widget* question() { return activePane().content().question(); }
+    [[nodiscard]] Gtk::Widget* notice() { return activePane().content().notice(); }
 
 protected:
     [[nodiscard]] Gtk::SizeRequestMode get_request_mode_vfunc() const override;
