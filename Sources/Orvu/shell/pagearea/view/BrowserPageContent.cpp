@@ -75,6 +75,12 @@ void BrowserPageContent::watch(const std::shared_ptr<BrowserTab>& tab) {
     dropReader();  // nothing of one tab fades out over another
     tabChanged_ = tab ? tab->connectChanged(sigc::mem_fun(refresh_, &FrameRefresh::mark))
                       : sigc::connection{};
+    pageFailed_ = tab ? tab->webView().connectPropertyChanged(sigc::track_object(
+                            [this](WebViewProperty property) {
+                                if (property == WebViewProperty::failure) refresh_.mark();
+                            },
+                            *this))
+                      : sigc::connection{};
 }
 
 bool BrowserPageContent::showReader(const std::shared_ptr<BrowserTab>& tab) {
@@ -120,6 +126,7 @@ void BrowserPageContent::dropReader() {
 
 void BrowserPageContent::refresh() {
     question_.show(tab_.lock());
+    notice_.show(tab_.lock());
     if (reader_ && !isReading_ && reader_->get_opacity() == 0) dropReader();
     const bool keyboardIsHere = holdsKeyboard(*this);  // it may be in the other one of a pair
     if (showReader(tab_.lock()) && keyboardIsHere) focusContent();

@@ -58,6 +58,7 @@ private:
     bool isReading_ = false;
     FrameRefresh refresh_;
     ScopedConnection tabChanged_;
+    ScopedConnection pageFailed_;
     ScopedConnection readerFocused_;
 };
 

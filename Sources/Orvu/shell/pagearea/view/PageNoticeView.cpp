@@ -17,8 +17,7 @@ bool handsOut(Action action) { return action == Action::openAnyway || action == 
 
 }  // namespace
 
-PageNoticeView::PageNoticeView(BrowserView& view)
-    : view_(view), refresh_(*this, [this] { refresh(); }) {
+PageNoticeView::PageNoticeView(BrowserView& view) : view_(view) {
     add_css_class("page-notice");
     property_accessible_role() = Gtk::Accessible::Role::ALERT;
     set_halign(Gtk::Align::FILL);
@@ -45,26 +44,10 @@ PageNoticeView::PageNoticeView(BrowserView& view)
 }
 
 void PageNoticeView::show(const std::shared_ptr<BrowserTab>& tab) {
-    if (tab == tab_.lock()) return;
+    const bool otherTab = tab != tab_.lock();
     tab_ = tab;
-    changed_ = tab ? tab->webView().connectPropertyChanged(sigc::track_object(
-                         [this](WebViewProperty property) {
-                             if (property == WebViewProperty::failure) refresh_.mark();
-                         },
-                         *this))
-                   : sigc::connection{};
-    refresh();
-}
-
-std::optional<std::string> PageNoticeView::programFor(const LoadFailure& failure) {
-    if (failure.cause != LoadFailureCause::otherProgram) return std::nullopt;
-    return view_.services().platform().workspace.programFor(failure.url);
-}
-
-void PageNoticeView::refresh() {
-    const auto tab = tab_.lock();
     const auto failure = tab ? tab->webView().failure() : std::nullopt;
-    if (failure == failure_) return;
+    if (failure == failure_ && !otherTab) return;
     failure_ = failure;
     explained_ = PageNotice::Explained::no;
     if (failure_) {
@@ -72,6 +55,11 @@ void PageNoticeView::refresh() {
     } else {
         hide();
     }
+}
+
+std::optional<std::string> PageNoticeView::programFor(const LoadFailure& failure) {
+    if (failure.cause != LoadFailureCause::otherProgram) return std::nullopt;
+    return view_.services().platform().workspace.programFor(failure.url);
 }
 
 void PageNoticeView::hide() {

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "foundation/Signal.h"
-#include "look/view/FrameRefresh.h"
 #include "shell/BrowserView.h"
 #include "shell/pagearea/PageNotice.h"
 
@@ -24,7 +22,7 @@ public:
     explicit PageNoticeView(BrowserView& view);
     ~PageNoticeView() override { notify_callbacks(); }
 
-    /// Shows what is to be said of the page of `tab`, which may be nothing.
+    /// Shows what is to be said of the page of `tab` now; `tab` may be nothing.
     void show(const std::shared_ptr<BrowserTab>& tab);
 
     /// Calls `slot` when the line that had the keyboard has gone.
@@ -33,7 +31,6 @@ public:
     }
 
 private:
-    void refresh();
     void draw();
     void hide();
     void addButton(const PageNotice::Button& button);
@@ -49,8 +46,6 @@ private:
     Gtk::Box buttons_;
     Gtk::Button close_;
     Gtk::Image cross_;
-    FrameRefresh refresh_;
-    ScopedConnection changed_;
     sigc::signal<void()> keyboardFree_;
     sigc::connection arming_;  ///< makes what hands something out sensitive
 };
