@@ -9,8 +9,11 @@ addEventListener('keydown', event => {
     event.stopImmediatePropagation();
     fetch('/report/key-' + encodeURIComponent(event.key));
 }, true);
+"""
+TELLS_WIDTH = """
 const tell = () => fetch(`/report/${document.title}-width-${innerWidth}`);
 addEventListener('resize', tell);
+addEventListener('scroll', () => fetch('/report/scrolled'), {once: true});
 tell();
 """
 
@@ -18,7 +21,7 @@ tell();
 class KeysTest(BrowserTest):
     def start_with(self, *names):
         """Starts with one greedy page for each name, and the focus in the last one."""
-        self.urls = [self.server.script_page(f"/{name}", SWALLOW) for name in names]
+        self.urls = [self.server.script_page(f"/{name}", SWALLOW + TELLS_WIDTH) for name in names]
         self.start_with_only(*self.urls)
         self.app.action("selectTab9")
         self.wait_for_session(*self.urls)
@@ -29,8 +32,16 @@ class KeysTest(BrowserTest):
     def widths(self, name):
         return [int(each) for each in self.server.reports(f"{name}-width-")]
 
+    def start_with_polite(self, name="polite", body=""):
+        """Starts with a page that takes no key but tells its width."""
+        url = self.server.script_page(f"/{name}", TELLS_WIDTH, body)
+        self.start_with_only(url)
+        until(lambda: self.widths(name), "the page's width")
+        self.hands.click()
+        return url
+
     def test_zoom_keys_make_the_page_larger_and_smaller(self):
-        self.start_with("greedy")
+        self.start_with_polite("greedy")
         plain = self.widths("greedy")[-1]
 
         self.hands.press("ctrl+equal")
@@ -43,8 +54,70 @@ class KeysTest(BrowserTest):
         until(lambda: abs(self.widths("greedy")[-1] - plain / 0.9) <= 1, "a tenth smaller",
               lambda: self.widths("greedy"))
 
-        self.assertEqual([key for key in self.server.reports("key-")
-                          if key not in ("x", "Control")], [])
+    def test_a_page_may_keep_find_zoom_and_back_for_itself_but_not_the_tabs(self):
+        self.start_with("greedy")
+        plain = self.widths("greedy")[-1]
+
+        for keys, key in (("ctrl+equal", "%3D"), ("ctrl+f", "f"), ("ctrl+bracketleft", "%5B"),
+                          ("F3", "F3"), ("F12", "F12")):
+            self.hands.press(keys)
+            self.server.wait_for_report(f"key-{key}")
+        self.hands.press("ctrl+t")
+        self.wait_for_tabs("greedy", "New tab")
+
+        self.assertEqual(self.widths("greedy")[-1], plain)
+        self.assertEqual(self.windows.nodes("text", "Find in page"), [])
+        self.assertNotIn("key-t", self.server.reports())
+
+    def test_the_wheel_with_control_zooms_and_without_it_scrolls(self):
+        self.start_with_polite(body="<div style='height:9000px'>long</div>")
+        plain = self.widths("polite")[-1]
+
+        self.hands.click(button=4, holding="ctrl")
+        until(lambda: abs(self.widths("polite")[-1] - plain / 1.1) <= 1, "a tenth larger",
+              lambda: self.widths("polite"))
+        self.hands.click(button=5, holding="ctrl")
+        until(lambda: self.widths("polite")[-1] == plain, "the plain size",
+              lambda: self.widths("polite"))
+        self.assertEqual(self.server.reports("scrolled"), [])
+
+        self.hands.click(button=5)
+        self.server.wait_for_report("scrolled")
+        self.assertEqual(self.widths("polite")[-1], plain)
+
+    def test_the_side_buttons_of_the_mouse_go_back_and_forward(self):
+        first, second = self.server.pages("/first", "/second")
+        self.start_with_only(first)
+        self.type_address(second)
+        self.wait_for_visit(second)
+
+        self.hands.click(button=8)
+        self.notch.wait_for_address(first)
+        self.hands.click(button=9)
+        self.notch.wait_for_address(second)
+
+    def test_the_notch_opens_with_the_address_and_empty(self):
+        page = self.server.page("/page")
+        self.start_with_only(page)
+
+        self.hands.press("alt+d")
+        self.notch.wait_until_open()
+        until_equal(lambda: self.notch.fields()[0].text(), page, "the text of the notch")
+        self.hands.press("Escape")
+        self.notch.wait_until_closed()
+
+        self.hands.press("ctrl+k")
+        self.notch.wait_until_open()
+        until_equal(lambda: self.notch.fields()[0].text(), "", "the text of the notch")
+
+    def test_the_engines_inspector_opens_and_not_the_toolkits(self):
+        self.start_with_polite()
+        for keys in ("F12", "ctrl+shift+i"):
+            self.hands.press(keys)
+        until(lambda: len(self.app.page_processes()) > 1, "the inspector's process")
+        self.hands.press("ctrl+shift+d")
+
+        self.assertEqual([each for each in self.windows.titles() if each != "Orvu"], [])
 
     def test_digits_select_tabs(self):
         self.start_with("a", "b", "c")

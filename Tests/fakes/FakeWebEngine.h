@@ -78,6 +78,7 @@ public:
     [[nodiscard]] const std::optional<LoadFailure>& failure() const override { return failure_; }
     void dismissFailure() override { setFailure(std::nullopt); }
     void loadWithRefusedCertificate() override { calls.emplace_back("loadWithRefusedCertificate"); }
+    void showInspector() override { calls.emplace_back("showInspector"); }
     [[nodiscard]] double pageZoom() const override { return zoom_; }
     void setPageZoom(double zoom) override { zoom_ = zoom; }
     [[nodiscard]] Future<ScriptResult> evaluateJavaScript(std::string script) override {

@@ -74,6 +74,17 @@ TEST_F(CommandsTest, ATitleThatChangesAndAKeyThatIsShownBelongToCommandsThatHave
     }
 }
 
+TEST_F(CommandsTest, KeysThatAreNotAboutTabsWindowsAndTheNotchGoToThePageFirst) {
+    std::set<std::string> pageFirst;
+    for (const auto& command : commands()) {
+        if (command.keysOf == Command::KeysOf::pageFirst) pageFirst.insert(command.name);
+    }
+
+    EXPECT_EQ(pageFirst, (std::set<std::string>{"goBack", "goForward", "rewind", "find", "findNext",
+                                                "findPrevious", "zoomIn", "zoomOut", "actualSize",
+                                                "inspect"}));
+}
+
 TEST_F(CommandsTest, EveryLineOfTheMenusIsACommandWithATitle) {
     const std::shared_ptr<BrowserStore> store = openStoreWith({a});
     std::vector<MenuItem> items = browserMenu(*store);

@@ -95,6 +95,9 @@ public:
     /// host until the program ends. What came so is never secure.
     virtual void loadWithRefusedCertificate() = 0;
 
+    /// Opens the engine's tools for people who build pages, on this one.
+    virtual void showInspector() = 0;
+
     /// How large the page is drawn; 1 is actual size.
     [[nodiscard]] virtual double pageZoom() const = 0;
     virtual void setPageZoom(double zoom) = 0;

@@ -44,8 +44,10 @@ struct Command {
     using ForGroup = std::function<void(BrowserStore&, const TabGroup&)>;
     using Run = std::variant<ForApplication, ForWindow, ForTab, ForGroup>;
 
-    /// Who takes the keys: the window, before the page; or whatever has the keyboard, by itself.
-    enum class KeysOf { window, focus };
+    /// Who takes the keys: the window, before the page, as for all that is about tabs, windows and
+    /// the notch; the window, but only what the page doesn't take, as a web application may well want
+    /// them; or whatever has the keyboard, by itself.
+    enum class KeysOf { window, pageFirst, focus };
 
     std::string name = {};  ///< unique; of its action, in the application or the window
     Run run = ForWindow{};

@@ -14,6 +14,18 @@
 #include <utility>
 
 namespace orvu {
+namespace {
+
+/// The toolkit's own inspector has the keys of the page's.
+void switchOffDebugging(Gtk::Window& window) {
+    const auto refuse = +[](GtkWindow* refusing, gboolean, gpointer) -> gboolean {
+        g_signal_stop_emission_by_name(refusing, "enable-debugging");
+        return FALSE;
+    };
+    g_signal_connect(window.gobj(), "enable-debugging", G_CALLBACK(refuse), nullptr);
+}
+
+}  // namespace
 
 BrowserWindowView::BrowserWindowView(Gtk::Application& application, AppServices& services,
                                      BrowserWindowController& windows,
@@ -31,6 +43,7 @@ BrowserWindowView::BrowserWindowView(Gtk::Application& application, AppServices&
     application.add_window(window_);
     addCommands();
     addEscape();
+    switchOffDebugging(window_);
     window_.signal_close_request().connect(sigc::mem_fun(*this, &BrowserWindowView::closeRequested),
                                            false);
 }
@@ -110,7 +123,7 @@ void BrowserWindowView::addCommands() {
         }
         if (command.keysOf == Command::KeysOf::focus) continue;
         for (const auto* const keys : {&command.keys, &command.alias}) {
-            for (const auto& key : *keys) addShortcut(key, command.action());
+            for (const auto& key : *keys) addShortcut(command, key);
         }
     }
 }
@@ -124,14 +137,16 @@ void BrowserWindowView::addEscape() {
     window_.add_controller(escape);
 }
 
-void BrowserWindowView::addShortcut(const std::string& keys, const std::string& action) {
-    // Before the page: it could swallow every key otherwise.
+void BrowserWindowView::addShortcut(const Command& command, const std::string& keys) {
     auto controller = Gtk::ShortcutController::create();
-    controller->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
+    // Before the page, which could swallow every key; or what the page left.
+    controller->set_propagation_phase(command.keysOf == Command::KeysOf::window
+                                          ? Gtk::PropagationPhase::CAPTURE
+                                          : Gtk::PropagationPhase::BUBBLE);
     controller->set_scope(Gtk::ShortcutScope::LOCAL);
     controller->add_shortcut(
         Gtk::Shortcut::create(Gtk::ShortcutTrigger::parse_string(shortcutTrigger(keys)),
-                              Gtk::NamedAction::create(action)));
+                              Gtk::NamedAction::create(command.action())));
     window_.add_controller(controller);
 }
 

@@ -39,7 +39,7 @@ public:
 
 private:
     void addCommands();
-    void addShortcut(const std::string& keys, const std::string& action);
+    void addShortcut(const Command& command, const std::string& keys);
     void addEscape();
     void showLook(const BrowserStore& store);
     void saveFrame();

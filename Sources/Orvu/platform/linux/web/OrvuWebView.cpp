@@ -44,6 +44,7 @@ bool cameSecurely(WebKitWebView* view) {
 GObjectPointer<WebKitSettings> makeSettings(const WebKitShared& shared) {
     auto settings = GObjectPointer<WebKitSettings>::adopt(webkit_settings_new());
     webkit_settings_set_enable_fullscreen(settings.get(), shared.elementFullscreen);
+    webkit_settings_set_enable_developer_extras(settings.get(), TRUE);
     // How often scripts may open something is the tab's decision: it has to hear of it.
     webkit_settings_set_javascript_can_open_windows_automatically(settings.get(), TRUE);
     if (!shared.userAgent.empty()) {
@@ -309,6 +310,10 @@ double OrvuWebView::estimatedProgress() const {
 
 bool OrvuWebView::isLoading() const {
     return view_ ? webkit_web_view_is_loading(view()) != FALSE : pending_.has_value();
+}
+
+void OrvuWebView::showInspector() {
+    if (view_) webkit_web_inspector_show(webkit_web_view_get_inspector(view()));
 }
 
 void OrvuWebView::setPageZoom(double zoom) {

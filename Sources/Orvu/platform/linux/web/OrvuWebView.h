@@ -73,6 +73,7 @@ public:
     }
     void dismissFailure() override { loads_.dismiss(); }
     void loadWithRefusedCertificate() override;
+    void showInspector() override;
     [[nodiscard]] double pageZoom() const override { return zoom_; }
     void setPageZoom(double zoom) override;
     [[nodiscard]] Future<ScriptResult> evaluateJavaScript(std::string script) override;

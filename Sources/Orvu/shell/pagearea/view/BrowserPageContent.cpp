@@ -1,6 +1,7 @@
 #include "shell/pagearea/view/BrowserPageContent.h"
 
 #include "look/view/Keyboard.h"
+#include "shell/pagearea/view/PageGestures.h"
 
 namespace orvu {
 
@@ -13,6 +14,7 @@ BrowserPageContent::BrowserPageContent(BrowserView& view)
     set_overflow(Gtk::Overflow::HIDDEN);
     set_expand(true);
     set_child(host_);
+    addPageGestures(host_, [this] { return tab_.lock(); });
     add_overlay(question_);
     add_overlay(notice_);
     notice_.connectKeyboardFree(sigc::mem_fun(*this, &BrowserPageContent::focusContent));
