@@ -50,10 +50,12 @@ TEST_F(BrowserTabTest, EveryPropertyOfThePageIsMirroredWithOneSignalEach) {
     view.setCanGoForward(true);
     view.setProgress(0.5);
     view.setSecure(true);
-    EXPECT_EQ(changes.count(), 6);
+    view.setCapture({.camera = true});
+    EXPECT_EQ(changes.count(), 7);
     view.load(url(b));  // address and loading
 
-    EXPECT_EQ(changes.count(), 8);
+    EXPECT_EQ(changes.count(), 9);
+    EXPECT_EQ(tab->activeCapture(), (ActiveCapture{.camera = true}));
     EXPECT_EQ(tab->pageTitle(), "Title");
     EXPECT_EQ(tab->url(), url(b));
     EXPECT_TRUE(tab->canGoBack() && tab->canGoForward() && tab->isLoading());
@@ -310,6 +312,75 @@ TEST_F(BrowserTabTest, EachTabHasAPopupPauseOfItsOwn) {
     second->createWebView(scriptTo(c));
 
     EXPECT_EQ(opened, (std::vector<UrlRequest>{{url(b)}, {url(c)}}));
+}
+
+// --- Capture and what is refused --------------------------------------------------------------
+
+TEST_F(BrowserTabTest, StoppingEndsWhatIsOnAndNothingElse) {
+    const auto tab = openTab(a);
+    FakeWebView& view = page(*tab);
+    view.setCapture({.microphone = true});
+    view.calls.clear();
+
+    tab->stopCapture();
+
+    EXPECT_EQ(view.calls, Strings{"stop microphone"});
+    EXPECT_FALSE(tab->activeCapture().any());
+    tab->stopCapture();
+    EXPECT_EQ(view.calls.size(), 1U);
+}
+
+TEST_F(BrowserTabTest, StoppingBothEndsBothEvenIfAnObserverDropsTheTab) {
+    auto tab = openTab(a);
+    FakeWebView& view = page(*tab);
+    view.setCapture({.camera = true, .microphone = true});
+    Strings calls;
+    view.atEnd = [&] { calls = view.calls; };
+    tab->connectChanged([&] { tab.reset(); });
+
+    tab->stopCapture();
+
+    EXPECT_EQ(calls, (Strings{"load https://a.example/", "stop camera", "stop microphone"}));
+}
+
+TEST_F(BrowserTabTest, AfterAStopAnAllowedSiteHasToAsk) {
+    const auto tab = openTab(a);
+    world.permissions.set(SitePermissions::Choice::allow, CaptureKind::camera, "a.example",
+                          Persistence::persistent);
+    page(*tab).setCapture({.camera = true});
+
+    tab->stopCapture();
+    tab->requestMediaCapture({MediaCaptureType::camera, "a.example", [](auto) {}});
+
+    EXPECT_EQ(tab->captureQuestion(), (CaptureQuestion{MediaCaptureType::camera, "a.example"}));
+}
+
+TEST_F(BrowserTabTest, AFloodOfRefusedRequestsSignalsOnceForEachThing) {
+    const auto tab = openTab(a);
+    const ChangeCounter changes{*tab};
+
+    for (int i = 0; i < 1000; ++i) {
+        tab->permissionRefused(RefusedPermission::location);
+        tab->permissionRefused(RefusedPermission::clipboard);
+    }
+
+    EXPECT_EQ(changes.count(), 2);
+    EXPECT_TRUE(tab->refusedPermissions().contains(RefusedPermission::location));
+    EXPECT_FALSE(tab->refusedPermissions().contains(RefusedPermission::screen));
+}
+
+TEST_F(BrowserTabTest, AnotherDocumentForgetsWhatWasRefusedWithOneSignal) {
+    const auto tab = openTab(a);
+    tab->permissionRefused(RefusedPermission::location);
+    tab->requestMediaCapture({MediaCaptureType::camera, "a.example", [](auto) {}});
+    const ChangeCounter changes{*tab};
+
+    tab->documentUnloaded();
+
+    EXPECT_EQ(changes.count(), 1);
+    EXPECT_FALSE(tab->refusedPermissions().contains(RefusedPermission::location));
+    tab->documentUnloaded();
+    EXPECT_EQ(changes.count(), 1);
 }
 
 }  // namespace

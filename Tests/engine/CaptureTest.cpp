@@ -11,8 +11,10 @@ using Kind = CaptureKind;
 /// A page that asks for devices when it hears an event, and writes down in its body what came.
 constexpr auto page = R"(<title>Page</title><body data-log=''><script>
 const say = text => document.body.dataset.log += text + ' ';
+let taken = [];
 const ask = constraints => navigator.mediaDevices.getUserMedia(constraints).then(stream => {
     const tracks = [...stream.getAudioTracks(), ...stream.getVideoTracks()];
+    taken.push(...tracks);
     for (const track of tracks) {
         say('got ' + track.kind);
         track.onended = () => say('ended ' + track.kind);
@@ -26,6 +28,16 @@ document.addEventListener('screen', () => navigator.mediaDevices.getDisplayMedia
 document.addEventListener('place', () => navigator.geolocation.getCurrentPosition(
     () => say('got place'), error => say('place ' + error.code)));
 document.addEventListener('notify', () => Notification.requestPermission().then(say));
+document.addEventListener('paste', () => navigator.clipboard.readText().then(
+    () => say('got text'), error => say('paste ' + error.name)));
+document.addEventListener('flood', () => {
+    let open = 1000;
+    for (let i = 0; i < 1000; ++i) {
+        navigator.geolocation.getCurrentPosition(() => {}, () => { if (--open == 0) say('all'); });
+    }
+});
+document.addEventListener('disable', () => taken.forEach(track => track.enabled = false));
+document.addEventListener('stop', () => taken.forEach(track => track.stop()));
 </script>)";
 
 class CaptureTest : public EngineTest {
@@ -70,6 +82,23 @@ protected:
                                const std::string& host = "127.0.0.1") {
         const auto wanted = CaptureQuestion{type, host};
         EXPECT_TRUE(waitFor([&] { return opened.captureQuestion() == wanted; }));
+    }
+    static void expectCapture(const BrowserTab& opened, ActiveCapture wanted) {
+        EXPECT_TRUE(waitFor([&] { return opened.activeCapture() == wanted; }))
+            << opened.activeCapture().camera << opened.activeCapture().microphone;
+    }
+    /// A page that is allowed all, and uses it.
+    [[nodiscard]] BrowserTab& openCapturing() {
+        choose(Choice::allow, Kind::camera);
+        choose(Choice::allow, Kind::microphone);
+        auto& opened = openPage();
+        tell(opened, "both");
+        expectCapture(opened, {.camera = true, .microphone = true});
+        return opened;
+    }
+    static void expectRefused(const BrowserTab& opened, RefusedPermission permission) {
+        EXPECT_TRUE(waitFor([&] { return opened.refusedPermissions().contains(permission); }))
+            << static_cast<int>(permission);
     }
     void choose(Choice choice, Kind kind, const std::string& host = "127.0.0.1") {
         services().permissions().set(choice, kind, host, Persistence::persistent);
@@ -256,6 +285,129 @@ TEST_F(CaptureTest, AllOtherPermissionsAreDeniedWithoutAQuestion) {
     EXPECT_TRUE(waitFor([&] { return log(opened).contains("denied"); })) << log(opened);
     EXPECT_FALSE(log(opened).contains("got"));
     EXPECT_FALSE(opened.captureQuestion());
+}
+
+// --- What is on ---------------------------------------------------------------------------------
+
+TEST_F(CaptureTest, ATabKnowsWhatItsPageCapturesFromTheBeginningToTheEnd) {
+    choose(Choice::allow, Kind::camera);
+    choose(Choice::allow, Kind::microphone);
+    auto& opened = openPage();
+    EXPECT_FALSE(opened.activeCapture().any());
+
+    tell(opened, "camera");
+    expectCapture(opened, {.camera = true});
+    tell(opened, "microphone");
+    expectCapture(opened, {.camera = true, .microphone = true});
+    tell(opened, "stop");
+
+    expectCapture(opened, {});
+}
+
+TEST_F(CaptureTest, AStopEndsTheTracksAndTheNextRequestIsAskedAboutEvenOnAnAllowedSite) {
+    auto& opened = openCapturing();
+
+    opened.stopCapture();
+
+    expectCapture(opened, {});
+    EXPECT_TRUE(waitFor([&] {
+        return log(opened).contains("ended audio") && log(opened).contains("ended video");
+    }));
+    tell(opened, "camera");
+    expectQuestion(opened, MediaCaptureType::camera);
+    opened.answerCapture(CaptureAnswer::allow);
+    expectCapture(opened, {.camera = true});
+}
+
+TEST_F(CaptureTest, ACaptureIsOffWhenItsDocumentHasGone) {
+    auto& opened = openCapturing();
+
+    load(opened, "/other");
+
+    expectCapture(opened, {});
+}
+
+TEST_F(CaptureTest, ACaptureIsOffWhenThePagesProcessHasGone) {
+    auto& opened = openCapturing();
+
+    webkit_web_view_terminate_web_process(
+        WEBKIT_WEB_VIEW(static_cast<OrvuWebView&>(opened.webView()).widget()));
+
+    expectCapture(opened, {});
+}
+
+/// The page could go on at any moment.
+TEST_F(CaptureTest, ATrackThatThePageDisabledCountsAsOn) {
+    auto& opened = openCapturing();
+
+    tell(opened, "disable");
+    settle();
+
+    EXPECT_EQ(opened.activeCapture(), (ActiveCapture{.camera = true, .microphone = true}));
+}
+
+/// The page can't go on by itself.
+TEST_F(CaptureTest, WhatIsMutedFromOutsideCountsAsOffUntilItGoesOn) {
+    auto& opened = openCapturing();
+    auto* const view = WEBKIT_WEB_VIEW(static_cast<OrvuWebView&>(opened.webView()).widget());
+
+    webkit_web_view_set_microphone_capture_state(view, WEBKIT_MEDIA_CAPTURE_STATE_MUTED);
+    expectCapture(opened, {.camera = true});
+    webkit_web_view_set_microphone_capture_state(view, WEBKIT_MEDIA_CAPTURE_STATE_ACTIVE);
+
+    expectCapture(opened, {.camera = true, .microphone = true});
+}
+
+TEST_F(CaptureTest, ATabInTheBackgroundGoesOnAndIsKnownTo) {
+    auto& opened = openCapturing();
+
+    gtk_widget_set_visible(static_cast<OrvuWebView&>(opened.webView()).widget(), FALSE);
+    settle();
+
+    EXPECT_EQ(opened.activeCapture(), (ActiveCapture{.camera = true, .microphone = true}));
+}
+
+TEST_F(CaptureTest, WhatAFrameOfAnotherSiteCapturesIsThePages) {
+    choose(Choice::allow, Kind::camera);
+    server.serve("/frame", "<script>navigator.mediaDevices.getUserMedia({video: true})</script>");
+    server.serve("/outer", "<title>Outer</title><iframe allow='camera *' src='" +
+                               server.url("/frame", "localhost") + "'></iframe>");
+
+    auto& opened = openPage("/outer");
+
+    expectCapture(opened, {.camera = true});
+    opened.stopCapture();
+    expectCapture(opened, {});
+}
+
+// --- What is refused ----------------------------------------------------------------------------
+
+TEST_F(CaptureTest, ATabKnowsWhatItsPageWasRefusedUntilTheDocumentGoes) {
+    auto& opened = openPage();
+
+    for (const std::string event : {"screen", "place", "notify", "paste"}) tell(opened, event);
+
+    for (const auto refused : {RefusedPermission::screen, RefusedPermission::location,
+                               RefusedPermission::notifications, RefusedPermission::clipboard}) {
+        expectRefused(opened, refused);
+    }
+    EXPECT_FALSE(log(opened).contains("got")) << log(opened);
+    load(opened, "/other");
+    for (const auto each : RefusedPermissions::all) {
+        EXPECT_FALSE(opened.refusedPermissions().contains(each)) << static_cast<int>(each);
+    }
+}
+
+TEST_F(CaptureTest, AFloodOfRequestsIsRefusedWithOneSignal) {
+    auto& opened = openPage();
+    int changes = 0;
+    opened.connectChanged([&] { ++changes; });
+
+    tell(opened, "flood");
+
+    EXPECT_TRUE(waitFor([&] { return log(opened) == "all "; })) << log(opened);
+    EXPECT_EQ(changes, 1);
+    expectRefused(opened, RefusedPermission::location);
 }
 
 }  // namespace

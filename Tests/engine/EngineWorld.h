@@ -43,12 +43,14 @@ public:
     void requestMediaCapture(MediaCaptureRequest request) override {
         captures.push_back(std::move(request));
     }
+    void permissionRefused(RefusedPermission permission) override { refused.push_back(permission); }
     void documentUnloaded() override { ++documentsUnloaded; }
 
     std::vector<NavigationAction> actions;
     std::vector<NavigationResponse> responses;
     std::vector<NavigationAction> created;
     std::vector<MediaCaptureRequest> captures;
+    std::vector<RefusedPermission> refused;
     int documentsUnloaded = 0;
     std::vector<std::string> finishedTitles;  ///< the view's title at each finish
     ResponsePolicy responsePolicy = ResponsePolicy::allow;

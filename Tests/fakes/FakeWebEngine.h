@@ -79,6 +79,7 @@ public:
     void dismissFailure() override { setFailure(std::nullopt); }
     void loadWithRefusedCertificate() override { calls.emplace_back("loadWithRefusedCertificate"); }
     void showInspector() override { calls.emplace_back("showInspector"); }
+    [[nodiscard]] ActiveCapture activeCapture() const override { return capture_; }
     [[nodiscard]] double pageZoom() const override { return zoom_; }
     void setPageZoom(double zoom) override { zoom_ = zoom; }
     [[nodiscard]] Future<ScriptResult> evaluateJavaScript(std::string script) override {
@@ -92,7 +93,11 @@ public:
         return findAnswers.back().future();
     }
     void stopCapture(CaptureKind kind) override {
-        calls.emplace_back(kind == CaptureKind::camera ? "stop camera" : "stop microphone");
+        const bool camera = kind == CaptureKind::camera;
+        calls.emplace_back(camera ? "stop camera" : "stop microphone");
+        ActiveCapture left = capture_;
+        (camera ? left.camera : left.microphone) = false;
+        setCapture(left);
     }
     [[nodiscard]] std::shared_ptr<WebsiteData> websiteData() override { return data_; }
     void setNavigationDelegate(NavigationDelegate* delegate) override { delegate_ = delegate; }
@@ -110,6 +115,9 @@ public:
     void setSecure(bool secure) { set(secure_, secure, WebViewProperty::hasOnlySecureContent); }
     void setFailure(std::optional<LoadFailure> failure) {
         set(failure_, std::move(failure), WebViewProperty::failure);
+    }
+    void setCapture(ActiveCapture capture) {
+        set(capture_, capture, WebViewProperty::activeCapture);
     }
     /// The load that was asked for ends well.
     void finish(const std::string& title) {
@@ -163,6 +171,7 @@ private:
     std::optional<LoadFailure> failure_;
     bool isLoading_ = false;
     bool secure_ = false;
+    ActiveCapture capture_;
     double zoom_ = 1;
 };
 

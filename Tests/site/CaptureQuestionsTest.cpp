@@ -184,6 +184,65 @@ TEST_F(CaptureQuestionsTest, ARequestThatComesWhileAnotherIsAnsweredIsAskedNext)
     EXPECT_EQ(asked(), microphone);
 }
 
+TEST_F(CaptureQuestionsTest, WhatThePersonEndedIsAskedForAnewEvenWhereTheSiteIsAllowed) {
+    choose(Choice::allow, Kind::camera);
+    choose(Choice::allow, Kind::microphone);
+    EXPECT_FALSE(ask("camera", camera));
+
+    questions.captureStopped({.camera = true});
+
+    EXPECT_TRUE(ask("again", camera));
+    EXPECT_FALSE(ask("microphone", microphone));
+    EXPECT_EQ(asked(), camera);
+    EXPECT_EQ(answers, (Answers{{"camera", Answer::grant}, {"microphone", Answer::grant}}));
+}
+
+TEST_F(CaptureQuestionsTest, WhatIsAllowedAnewAfterAnEndIsAllowedFromThenOn) {
+    choose(Choice::allow, Kind::camera);
+    questions.captureStopped({.camera = true});
+    ask("again", camera);
+
+    questions.answer(CaptureAnswer::allow);
+
+    EXPECT_FALSE(ask("third", camera));
+    EXPECT_EQ(answers, (Answers{{"again", Answer::grant}, {"third", Answer::grant}}));
+}
+
+TEST_F(CaptureQuestionsTest, ARefusalAfterAnEndHoldsOnAnAllowedSite) {
+    choose(Choice::allow, Kind::camera);
+    questions.captureStopped({.camera = true});
+    ask("again", camera);
+
+    questions.answer(CaptureAnswer::refuse);
+
+    EXPECT_FALSE(ask("third", camera));
+    EXPECT_EQ(answers, (Answers{{"again", Answer::deny}, {"third", Answer::deny}}));
+}
+
+TEST_F(CaptureQuestionsTest, AChoiceOrAnotherDocumentForgetsThatThePersonEndedSomething) {
+    choose(Choice::allow, Kind::camera);
+    questions.captureStopped({.camera = true});
+    questions.documentUnloaded();
+    EXPECT_FALSE(ask("next document", camera));
+    questions.captureStopped({.camera = true});
+
+    choose(Choice::allow, Kind::microphone);
+    questions.permissionsChanged();
+
+    EXPECT_FALSE(ask("after a choice", camera));
+    EXPECT_EQ(answers,
+              (Answers{{"after a choice", Answer::grant}, {"next document", Answer::grant}}));
+}
+
+TEST_F(CaptureQuestionsTest, ABlockedSiteIsDeniedAlsoAfterAnEnd) {
+    choose(Choice::block, Kind::camera);
+    questions.captureStopped({.camera = true});
+
+    EXPECT_FALSE(ask("camera", camera));
+
+    EXPECT_EQ(answers, (Answers{{"camera", Answer::deny}}));
+}
+
 TEST_F(CaptureQuestionsTest, OnlyAPageThatAskedIsAffectedByABlock) {
     choose(Choice::block, Kind::camera);
     EXPECT_TRUE(questions.blockedKinds().empty());

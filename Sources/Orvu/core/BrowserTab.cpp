@@ -64,6 +64,14 @@ void BrowserTab::answerCapture(CaptureAnswer answer) {
     if (captures_.answer(answer)) changed_.emit();
 }
 
+void BrowserTab::stopCapture() {
+    const auto self = shared_from_this();  // an observer may close the tab
+    captures_.captureStopped(activeCapture_);
+    for (const auto kind : SitePermissions::allKinds) {
+        if (activeCapture_.has(kind)) webView_->stopCapture(kind);
+    }
+}
+
 Task<std::optional<ReaderArticle>> BrowserTab::readerArticle() {
     return findArticle(weak_from_this());
 }
@@ -155,8 +163,14 @@ void BrowserTab::requestMediaCapture(MediaCaptureRequest request) {
     if (captures_.add(std::move(request))) changed_.emit();
 }
 
+void BrowserTab::permissionRefused(RefusedPermission permission) {
+    if (refused_.add(permission)) changed_.emit();
+}
+
 void BrowserTab::documentUnloaded() {
-    if (captures_.documentUnloaded()) changed_.emit();
+    const bool asked = captures_.documentUnloaded();
+    const bool refused = refused_.documentUnloaded();
+    if (asked || refused) changed_.emit();
 }
 
 void BrowserTab::permissionsChanged() {
@@ -182,6 +196,8 @@ void BrowserTab::mirror(WebViewProperty property) {
             return update(isLoading_, webView_->isLoading());
         case WebViewProperty::failure:
             return;  // it changes nothing in the tab
+        case WebViewProperty::activeCapture:
+            return update(activeCapture_, webView_->activeCapture());
     }
 }
 

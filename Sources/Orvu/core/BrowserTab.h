@@ -8,6 +8,7 @@
 #include "platform/MainLoop.h"
 #include "platform/WebConfiguration.h"
 #include "site/permissions/CaptureQuestions.h"
+#include "site/permissions/RefusedPermissions.h"
 #include "site/Favicons.h"
 
 #include <cstddef>
@@ -49,6 +50,7 @@ public:
     [[nodiscard]] double progress() const { return progress_; }
     [[nodiscard]] bool isLoading() const { return isLoading_; }
     [[nodiscard]] bool hasOnlySecureContent() const { return hasOnlySecureContent_; }
+    [[nodiscard]] ActiveCapture activeCapture() const { return activeCapture_; }
 
     /// The site's icon, once it is known; null before.
     [[nodiscard]] const ImagePointer& favicon() const { return favicon_; }
@@ -83,6 +85,11 @@ public:
     }
     /// Answers that question.
     void answerCapture(CaptureAnswer answer);
+    /// Ends all that the page captures. It may ask anew, and then the person is asked even where
+    /// the site is allowed.
+    void stopCapture();
+    /// What the page asked for and was refused.
+    [[nodiscard]] const RefusedPermissions& refusedPermissions() const { return refused_; }
 
     /// Calls `slot` after each change of a property.
     sigc::connection connectChanged(const sigc::slot<void()>& slot);
@@ -99,6 +106,7 @@ public:
     void didFinish() override;
     void createWebView(const NavigationAction& action) override;
     void requestMediaCapture(MediaCaptureRequest request) override;
+    void permissionRefused(RefusedPermission permission) override;
     void documentUnloaded() override;
 
 private:
@@ -125,6 +133,8 @@ private:
     bool isPinned_ = false;
     std::optional<Uuid> groupID_;
     bool hasOnlySecureContent_ = false;
+    ActiveCapture activeCapture_;
+    RefusedPermissions refused_;
     bool becomesDownload_ = false;  ///< the present load
     ImagePointer favicon_;
     Date lastScriptedPopup_ = Date::distantPast();

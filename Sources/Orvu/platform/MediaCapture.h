@@ -10,6 +10,22 @@ namespace orvu {
 /// What a page can listen or look with.
 enum class CaptureKind { camera, microphone };
 
+/// What is on at one moment.
+struct ActiveCapture {
+    bool camera = false;
+    bool microphone = false;
+
+    [[nodiscard]] bool any() const { return camera || microphone; }
+    [[nodiscard]] bool has(CaptureKind kind) const {
+        return kind == CaptureKind::camera ? camera : microphone;
+    }
+    /// What is on in the one or the other.
+    friend ActiveCapture operator|(ActiveCapture one, ActiveCapture other) {
+        return {one.camera || other.camera, one.microphone || other.microphone};
+    }
+    friend bool operator==(const ActiveCapture&, const ActiveCapture&) = default;
+};
+
 /// What a page asks for at once.
 enum class MediaCaptureType { camera, microphone, cameraAndMicrophone };
 

@@ -5,6 +5,7 @@
 #include "platform/LoadFailure.h"
 #include "platform/MediaCapture.h"
 #include "platform/Navigation.h"
+#include "platform/RefusedPermission.h"
 #include "platform/WebsiteData.h"
 
 #include <functional>
@@ -24,6 +25,7 @@ enum class WebViewProperty {
     estimatedProgress,
     isLoading,
     failure,
+    activeCapture,
 };
 
 /// What a page script gave.
@@ -61,6 +63,8 @@ public:
     /// The page wants to use the camera or the microphone. The request may be kept, and answered
     /// later.
     virtual void requestMediaCapture(MediaCaptureRequest request) = 0;
+    /// The page asked for something and was refused. It may do so as often as it likes.
+    virtual void permissionRefused(RefusedPermission permission) = 0;
     /// The document of the main frame has gone: another stands in its place, or its process ended.
     virtual void documentUnloaded() = 0;
 };
@@ -86,6 +90,9 @@ public:
     [[nodiscard]] virtual double estimatedProgress() const = 0;
     [[nodiscard]] virtual bool isLoading() const = 0;
     [[nodiscard]] virtual bool hasOnlySecureContent() const = 0;
+    /// What the page, or a frame in it, looks or listens with now. What is muted is off: a page
+    /// can't take that back by itself.
+    [[nodiscard]] virtual ActiveCapture activeCapture() const = 0;
 
     /// Why the last load brought no page; nothing from the next one's beginning on.
     [[nodiscard]] virtual const std::optional<LoadFailure>& failure() const = 0;

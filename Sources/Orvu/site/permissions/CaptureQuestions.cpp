@@ -57,11 +57,14 @@ bool CaptureQuestions::settle(const auto& change) {
 }
 
 PermissionDecision CaptureQuestions::decision(const MediaCaptureRequest& request) const {
+    const auto concerns = [&](const Kinds& some) {
+        return std::ranges::any_of(captureKinds(request.type()),
+                                   [&](CaptureKind kind) { return some.contains(kind); });
+    };
     const auto decided = permissions_.decision(request.type(), request.host(), persistence_);
-    if (decided != PermissionDecision::prompt) return decided;
-    const bool refused = std::ranges::any_of(
-        captureKinds(request.type()), [&](CaptureKind kind) { return refused_.contains(kind); });
-    return refused ? PermissionDecision::deny : PermissionDecision::prompt;
+    if (decided == PermissionDecision::deny) return decided;
+    if (decided == PermissionDecision::grant && !concerns(stopped_)) return decided;
+    return concerns(refused_) ? PermissionDecision::deny : PermissionDecision::prompt;
 }
 
 CaptureQuestions::Requests CaptureQuestions::take(const auto& condition) {
@@ -90,6 +93,7 @@ bool CaptureQuestions::answer(CaptureAnswer answer) {
         const CaptureQuestion asked = *question();
         const auto kinds = captureKinds(asked.type);
         if (answer == CaptureAnswer::allow) {
+            for (const auto kind : kinds) stopped_.erase(kind);
             const auto covered = [&](const MediaCaptureRequest& request) {
                 return request.host() == asked.host &&
                        std::ranges::includes(kinds, captureKinds(request.type()));
@@ -106,9 +110,15 @@ bool CaptureQuestions::answer(CaptureAnswer answer) {
     });
 }
 
+void CaptureQuestions::captureStopped(ActiveCapture stopped) {
+    std::ranges::copy_if(SitePermissions::allKinds, std::inserter(stopped_, stopped_.end()),
+                         [&](CaptureKind kind) { return stopped.has(kind); });
+}
+
 bool CaptureQuestions::permissionsChanged() {
     return settle([&] {
         refused_.clear();  // who goes and chooses wants to be asked again
+        stopped_.clear();
         dismissed_ = 0;
         const auto decidedAs = [this](PermissionDecision decided) {
             return [this, decided](const MediaCaptureRequest& request) {
@@ -125,6 +135,7 @@ bool CaptureQuestions::permissionsChanged() {
 bool CaptureQuestions::documentUnloaded() {
     return settle([&] {
         refused_.clear();
+        stopped_.clear();
         dismissed_ = 0;
         host_.reset();
         answerAll(std::exchange(waiting_, {}), Answer::deny);

@@ -53,6 +53,9 @@ public:
     // Each of these tells whether another question, or none, is to be asked afterwards.
     bool add(MediaCaptureRequest request);
     bool answer(CaptureAnswer answer);
+    /// The person ended what was on. From now on the page has to ask for it, even on a site that
+    /// is allowed: it would begin again by itself.
+    void captureStopped(ActiveCapture stopped);
     /// Something was chosen for some site.
     bool permissionsChanged();
     /// Everything that waits is denied, and what was answered is forgotten.
@@ -71,6 +74,7 @@ private:
     const Persistence persistence_;
     Requests waiting_;  ///< the first of them is asked about
     Kinds refused_;     ///< by the person, for this document
+    Kinds stopped_;     ///< by the person, who allowed none of them again in this document
     int dismissed_ = 0;
     std::optional<std::string> host_;  ///< of the last request
 };

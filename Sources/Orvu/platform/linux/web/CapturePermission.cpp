@@ -36,6 +36,25 @@ std::optional<MediaCaptureRequest> mediaCaptureRequest(WebKitPermissionRequest* 
                                }};
 }
 
+std::optional<RefusedPermission> refusedPermission(WebKitPermissionRequest* request) {
+    using enum RefusedPermission;
+    if (WEBKIT_IS_GEOLOCATION_PERMISSION_REQUEST(request)) return location;
+    if (WEBKIT_IS_NOTIFICATION_PERMISSION_REQUEST(request)) return notifications;
+    if (WEBKIT_IS_POINTER_LOCK_PERMISSION_REQUEST(request)) return pointerLock;
+    if (WEBKIT_IS_DEVICE_INFO_PERMISSION_REQUEST(request)) return deviceNames;
+    if (WEBKIT_IS_CLIPBOARD_PERMISSION_REQUEST(request)) return clipboard;
+    if (WEBKIT_IS_USER_MEDIA_PERMISSION_REQUEST(request)) return screen;
+    if (WEBKIT_IS_MEDIA_KEY_SYSTEM_PERMISSION_REQUEST(request)) return protectedMedia;
+    if (WEBKIT_IS_WEBSITE_DATA_ACCESS_PERMISSION_REQUEST(request)) return otherSitesData;
+    return std::nullopt;
+}
+
+ActiveCapture activeCapture(WebKitWebView* view) {
+    return {
+        webkit_web_view_get_camera_capture_state(view) == WEBKIT_MEDIA_CAPTURE_STATE_ACTIVE,
+        webkit_web_view_get_microphone_capture_state(view) == WEBKIT_MEDIA_CAPTURE_STATE_ACTIVE};
+}
+
 void stopCapture(WebKitWebView* view, CaptureKind kind) {
     if (kind == CaptureKind::camera) {
         webkit_web_view_set_camera_capture_state(view, WEBKIT_MEDIA_CAPTURE_STATE_NONE);

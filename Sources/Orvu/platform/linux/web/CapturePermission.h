@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/MediaCapture.h"
+#include "platform/RefusedPermission.h"
 
 #include <webkit/webkit.h>
 
@@ -14,6 +15,11 @@ namespace orvu {
 [[nodiscard]] std::optional<MediaCaptureRequest> mediaCaptureRequest(
     WebKitPermissionRequest* request, std::string host);
 
+/// What else a page asks for; nothing for what the engine asks by itself.
+[[nodiscard]] std::optional<RefusedPermission> refusedPermission(WebKitPermissionRequest* request);
+
+/// What a page captures now.
+[[nodiscard]] ActiveCapture activeCapture(WebKitWebView* view);
 /// Ends what a page captures, and lets it ask anew.
 void stopCapture(WebKitWebView* view, CaptureKind kind);
 

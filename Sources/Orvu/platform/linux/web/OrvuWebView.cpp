@@ -72,6 +72,8 @@ public:
         on(view, "notify::title", titleChanged);
         on(view, "notify::estimated-load-progress", progressChanged);
         on(view, "notify::is-loading", loadingChanged);
+        on(view, "notify::camera-capture-state", captureChanged);
+        on(view, "notify::microphone-capture-state", captureChanged);
         on(webkit_web_view_get_back_forward_list(view), "changed", listChanged);
         on(view, "load-changed", loadChanged);
         on(view, "load-failed", loadFailed);
@@ -116,6 +118,9 @@ private:
     }
     static void loadingChanged(WebKitWebView*, GParamSpec*, gpointer data) {
         self(data).changed_.emit(WebViewProperty::isLoading);
+    }
+    static void captureChanged(WebKitWebView* view, GParamSpec*, gpointer data) {
+        self(data).setCapture(orvu::activeCapture(view));
     }
     static void listChanged(WebKitBackForwardList*, WebKitBackForwardListItem*, gpointer,
                             gpointer data) {
@@ -197,12 +202,15 @@ private:
         // The page that asks is the one that stands, whatever is loading over it.
         const auto& document = self(data).address_.document();
         const auto host = document ? document->host() : std::nullopt;
+        NavigationDelegate* const delegate = self(data).delegate_;
         auto capture = mediaCaptureRequest(request, host.value_or(""));
-        if (capture && self(data).delegate_) {
-            self(data).delegate_->requestMediaCapture(std::move(*capture));
-        } else {
-            webkit_permission_request_deny(request);
+        if (capture && delegate) {
+            delegate->requestMediaCapture(std::move(*capture));
+            return TRUE;
         }
+        webkit_permission_request_deny(request);
+        const auto refused = refusedPermission(request);
+        if (refused && delegate) delegate->permissionRefused(*refused);
         return TRUE;
     }
     static gboolean enterFullscreen(WebKitWebView*, gpointer data) {
@@ -374,6 +382,12 @@ void OrvuWebView::setSecure(bool secure) {
     changed_.emit(WebViewProperty::hasOnlySecureContent);
 }
 
+void OrvuWebView::setCapture(ActiveCapture capture) {
+    if (capture_ == capture) return;
+    capture_ = capture;
+    changed_.emit(WebViewProperty::activeCapture);
+}
+
 void OrvuWebView::loadChanged(WebKitLoadEvent event) {
     switch (event) {
         case WEBKIT_LOAD_STARTED:
@@ -457,6 +471,9 @@ void OrvuWebView::finish() {
 }
 
 void OrvuWebView::processTerminated(WebKitWebProcessTerminationReason reason) {
+    const std::weak_ptr alive{self_};
+    setCapture({});
+    if (!living(alive)) return;
     if (delegate_) delegate_->documentUnloaded();
     if (reason == WEBKIT_WEB_PROCESS_TERMINATED_BY_API) return;
     finder_->pageUnloaded();

@@ -74,6 +74,7 @@ public:
     void dismissFailure() override { loads_.dismiss(); }
     void loadWithRefusedCertificate() override;
     void showInspector() override;
+    [[nodiscard]] ActiveCapture activeCapture() const override { return capture_; }
     [[nodiscard]] double pageZoom() const override { return zoom_; }
     void setPageZoom(double zoom) override;
     [[nodiscard]] Future<ScriptResult> evaluateJavaScript(std::string script) override;
@@ -102,6 +103,7 @@ private:
     void tellUrl(bool changed);
     void setTitle(std::string_view title);
     void setSecure(bool secure);
+    void setCapture(ActiveCapture capture);
     void loadChanged(WebKitLoadEvent event);
     void loadFailed(const char* uri, const GError* error);
     void loadFailedInTls(const char* uri, GTlsCertificate* certificate, GTlsCertificateFlags flags);
@@ -126,6 +128,7 @@ private:
     std::optional<Url> pending_;  ///< to be loaded once the engine's view is made
     double zoom_ = 1;
     bool secure_ = false;
+    ActiveCapture capture_;
     bool reportsFocus_ = true;
     bool committed_ = false;        ///< the present load has shown something
     bool failed_ = false;           ///< the present load failed
