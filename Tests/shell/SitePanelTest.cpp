@@ -310,5 +310,23 @@ TEST_F(TabCaptureTest, ChoicesAreSharedByAllProfiles) {
     EXPECT_TRUE(world.defaults.hasObject("orvuSitePermissions"));
 }
 
+TEST_F(SitePanelTest, WhatThePageWasRefusedIsSaidUntilItsDocumentGoes) {
+    const auto store = openStoreWith({b, a});
+    EXPECT_FALSE(panel.isRefused(RefusedPermission::location));
+    follow(*store);
+    store->active()->permissionRefused(RefusedPermission::location);
+
+    EXPECT_TRUE(panel.isRefused(RefusedPermission::location));
+    EXPECT_FALSE(panel.isRefused(RefusedPermission::clipboard));
+    store->select(*tabAt(*store, b));
+    follow(*store);
+    EXPECT_FALSE(panel.isRefused(RefusedPermission::location));
+    store->select(*tabAt(*store, a));
+    follow(*store);
+    store->active()->documentUnloaded();
+
+    EXPECT_FALSE(panel.isRefused(RefusedPermission::location));
+}
+
 }  // namespace
 }  // namespace orvu

@@ -1,7 +1,11 @@
 #include "site/SiteInfo.h"
 
+#include "site/permissions/RefusedPermissions.h"
+
 #include <gtest/gtest.h>
 
+#include <set>
+#include <string_view>
 #include <vector>
 
 namespace orvu {
@@ -31,6 +35,18 @@ TEST(SiteInfoTest, KindsAndChoicesAreCalledByTheirNamesWithACapital) {
     EXPECT_EQ(SiteInfo::title(SitePermissions::Choice::block), "Block");
     EXPECT_EQ(SiteInfo::symbolOf(CaptureKind::camera), "video");
     EXPECT_EQ(SiteInfo::symbolOf(CaptureKind::microphone), "mic");
+}
+
+TEST(SiteInfoTest, EverythingThatIsRefusedHasAnOwnTitle) {
+    std::set<std::string_view> titles;
+
+    for (const auto permission : RefusedPermissions::all) {
+        titles.insert(SiteInfo::title(permission));
+    }
+
+    EXPECT_EQ(titles.size(), RefusedPermissions::all.size());
+    EXPECT_EQ(SiteInfo::title(RefusedPermission::location), "Location");
+    EXPECT_EQ(SiteInfo::title(RefusedPermission::otherSitesData), "Data of other sites");
 }
 
 TEST(RecordsOfSiteTest, RecordsOfTheDomainsAboveAndBelowGoAlong) {

@@ -45,6 +45,28 @@ std::string SiteInfo::title(SitePermissions::Choice choice) {
     return capitalized(SitePermissions::name(choice));
 }
 
+std::string_view SiteInfo::title(RefusedPermission permission) {
+    switch (permission) {
+        case RefusedPermission::location:
+            return "Location";
+        case RefusedPermission::notifications:
+            return "Notifications";
+        case RefusedPermission::pointerLock:
+            return "Holding the pointer";
+        case RefusedPermission::deviceNames:
+            return "Names of devices";
+        case RefusedPermission::clipboard:
+            return "Reading the clipboard";
+        case RefusedPermission::screen:
+            return "Screen";
+        case RefusedPermission::protectedMedia:
+            return "Protected media";
+        case RefusedPermission::otherSitesData:
+            break;
+    }
+    return "Data of other sites";
+}
+
 std::vector<std::string> recordsOfSite(const std::vector<std::string>& names,
                                        std::string_view site) {
     std::vector<std::string> result;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/MediaCapture.h"
+#include "platform/RefusedPermission.h"
 #include "site/permissions/SitePermissions.h"
 
 #include <string>
@@ -36,6 +37,8 @@ struct SiteInfo {
     static constexpr std::string_view trackersDetail =
         "Well-known third-party trackers can't load here.";
     static constexpr std::string_view permissions = "PERMISSIONS";
+    static constexpr std::string_view refusedSymbol = "hand.raised.fill";
+    static constexpr std::string_view refused = "Not allowed by Orvu";
     static constexpr std::string_view clear = "Clear Cookies and Site Data";
     static constexpr std::string_view cleared = "Cleared";
 
@@ -44,6 +47,7 @@ struct SiteInfo {
     /// "Camera", "Ask" and so on.
     [[nodiscard]] static std::string title(CaptureKind kind);
     [[nodiscard]] static std::string title(SitePermissions::Choice choice);
+    [[nodiscard]] static std::string_view title(RefusedPermission permission);
 };
 
 /// Those of the records' names that belong to a site: the one ends with the other, so a site's

@@ -42,6 +42,11 @@ void SitePanel::choose(SitePermissions::Choice choice, CaptureKind kind) {
     if (choice == SitePermissions::Choice::block) tab->webView().stopCapture(kind);
 }
 
+bool SitePanel::isRefused(RefusedPermission permission) const {
+    const auto tab = tab_.lock();
+    return tab && tab->refusedPermissions().contains(permission);
+}
+
 void SitePanel::clearSiteData() {
     const auto tab = tab_.lock();
     if (!tab || !canClear()) return;

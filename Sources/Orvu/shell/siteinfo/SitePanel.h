@@ -31,6 +31,9 @@ public:
     /// Chooses for the site. What is blocked ends at once in the tab's page.
     void choose(SitePermissions::Choice choice, CaptureKind kind);
 
+    /// What the tab's page asked for and was refused.
+    [[nodiscard]] bool isRefused(RefusedPermission permission) const;
+
     /// Whether there is a site whose data can be removed.
     [[nodiscard]] bool canClear() const { return !site().empty(); }
     /// Whether its data were removed while this was about its tab.

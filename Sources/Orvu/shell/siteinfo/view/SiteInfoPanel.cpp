@@ -43,6 +43,7 @@ SiteInfoPanel::SiteInfoPanel(SitePanel& panel)
     addTrackers();
     content_.append(makeLabel(SiteInfo::permissions, "site-heading"));
     for (const auto kind : SitePermissions::allKinds) addPermission(kind);
+    addRefusals();
     addClear();
     set_child(content_);
     panel_.connectChanged(sigc::mem_fun(refresh_, &FrameRefresh::mark));
@@ -101,6 +102,23 @@ void SiteInfoPanel::addPermission(CaptureKind kind) {
     content_.append(row);
 }
 
+/// One line for each thing that Orvu never allows. Those that the page asked for are shown.
+void SiteInfoPanel::addRefusals() {
+    for (const auto permission : RefusedPermissions::all) {
+        Gtk::Box& row = refusals_[static_cast<std::size_t>(permission)];
+        row.add_css_class("site-row");
+        auto& symbol = *Gtk::make_managed<Gtk::Image>();
+        symbol.add_css_class("site-refused");
+        setSymbol(symbol, SiteInfo::refusedSymbol, symbolSize);
+        row.append(symbol);
+        auto& name = makeLabel(SiteInfo::title(permission), "site-text");
+        name.set_hexpand(true);
+        row.append(name);
+        row.append(makeLabel(SiteInfo::refused, "site-quiet"));
+        content_.append(row);
+    }
+}
+
 void SiteInfoPanel::addClear() {
     clear_.add_css_class("site-clear");
     clear_.signal_clicked().connect([this] { panel_.clearSiteData(); });
@@ -129,6 +147,9 @@ void SiteInfoPanel::refresh() {
     for (const auto kind : SitePermissions::allKinds) {
         const auto place = static_cast<std::size_t>(panel_.choice(kind));
         permission(kind).choices[place].set_active(true);
+    }
+    for (const auto permission : RefusedPermissions::all) {
+        refusals_[static_cast<std::size_t>(permission)].set_visible(panel_.isRefused(permission));
     }
     clear_.set_label(std::string{panel_.isCleared() ? SiteInfo::cleared : SiteInfo::clear});
     clear_.set_sensitive(panel_.canClear());

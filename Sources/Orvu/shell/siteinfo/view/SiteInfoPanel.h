@@ -38,6 +38,7 @@ private:
     void addSecurity();
     void addTrackers();
     void addPermission(CaptureKind kind);
+    void addRefusals();
     void addClear();
     void choose(CaptureKind kind, SitePermissions::Choice choice, const Gtk::ToggleButton& button);
     [[nodiscard]] Permission& permission(CaptureKind kind);
@@ -49,6 +50,7 @@ private:
     Gtk::Image securitySymbol_;
     Gtk::Label securityText_;
     std::array<Permission, SitePermissions::allKinds.size()> permissions_;
+    std::array<Gtk::Box, RefusedPermissions::all.size()> refusals_;
     Gtk::Button clear_;
     FrameRefresh refresh_;
 };
