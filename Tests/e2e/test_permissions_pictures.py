@@ -2,7 +2,7 @@
 
 from harness.case import PRIVATE
 from harness.pictures import PictureTest
-from harness.site import INFO, SEARCH, capture_page
+from harness.site import ALLOW, INFO, SEARCH, capture_page
 
 
 class PermissionsPicturesTest(PictureTest):
@@ -55,3 +55,62 @@ class PermissionsPicturesTest(PictureTest):
         site = self.open_private_site(self.server.url(capture_page(self.server, "call")))
         site.wait_for_question("“127.0.0.1” wants to use your camera")
         self.shoot("question-private", PRIVATE)
+
+    def test_dots_of_what_is_captured(self):
+        self.start_with("docs", "bees", "forum", "weather")
+        self.app.start_again(self.server.url(capture_page(self.server, "call", "both")))
+        self.site.wait_for_question("“127.0.0.1” wants to use your camera and microphone")
+        self.site.answer(ALLOW)
+        self.server.wait_for_report("call-got-video")
+        self.shoot("capture-in-front")
+        self.app.action("selectTab1")
+        self.shoot("capture-in-the-background")
+        self.app.action("selectTab9")
+        self.app.action("toggleGroup")
+        self.app.action("selectTab1")
+        header = self.windows.find("push button", "127.0.0.1 group, 1 tabs")
+        for color in range(6):
+            self.hands.click(button=3, at=header.middle)
+            self.windows.press("menu item", "Change Colour")
+            self.shoot(f"capture-in-a-group-{color}")
+        header.press()
+        self.shoot("capture-in-a-collapsed-group")
+        self.windows.press("push button", "Narrow tabs")
+        self.shoot("capture-in-a-collapsed-group-narrow")
+        header.press()
+        self.shoot("capture-narrow")
+        self.app.action("selectTab9")
+        self.app.action("togglePin")
+        self.shoot("capture-tile-narrow")
+        self.windows.press("push button", "Show tab titles")
+        self.shoot("capture-tile")
+        self.app.action("toggleSideBySide")
+        self.shoot("capture-pair")
+
+    def test_dots_in_a_private_window(self):
+        self.start_with("docs")
+        site = self.open_private_site(self.server.url(capture_page(self.server, "call")))
+        site.wait_for_question("“127.0.0.1” wants to use your camera")
+        site.answer(ALLOW)
+        self.server.wait_for_report("call-got-video")
+        self.shoot("capture-private", PRIVATE)
+        self.app.action("togglePin", window=2)
+        self.shoot("capture-private-tile", PRIVATE)
+
+    def test_what_is_refused(self):
+        self.start_with("docs")
+        self.server.script_page("/asks",
+                                "navigator.geolocation.getCurrentPosition(() => {}, () => "
+                                "navigator.mediaDevices.enumerateDevices().then("
+                                "() => fetch('/report/asked')))")
+        self.open(self.server.url("/asks"))
+        self.server.wait_for_report("asked")
+        self.site.open()
+        self.shoot("site-panel-refused", rest=False)
+        self.hands.go_on("Escape")
+        self.site.wait_until_closed()
+        self.server.forget()
+        site = self.open_private_site(self.server.url("/asks"))
+        self.server.wait_for_report("asked")
+        site.open()
+        self.shoot("site-panel-refused-private", PRIVATE, rest=False)

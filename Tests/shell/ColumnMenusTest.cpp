@@ -158,6 +158,19 @@ TEST_F(ColumnMenusTest, NoLineDoesAnythingOnceItsTabIsClosed) {
     EXPECT_EQ(addresses(store->tabs()), (Strings{b, c}));
 }
 
+TEST_F(ColumnMenusTest, ATabThatCapturesOffersFirstToEndThat) {
+    const auto store = openStoreWith({a, b});
+    page(*tabAt(*store, a)).setCapture({.camera = true, .microphone = true});
+
+    const auto menu = tabMenu(*store, tabAt(*store, a));
+
+    EXPECT_EQ(lines(menu)[0], "Stop Camera and Microphone");
+    EXPECT_EQ(lines(menu)[1], "-");
+    choose(menu, "Stop Camera and Microphone");
+    EXPECT_FALSE(tabAt(*store, a)->activeCapture().any());
+    EXPECT_EQ(lines(tabMenu(*store, tabAt(*store, a)))[0], "Open Side by Side");
+}
+
 // --- The menu of a group ----------------------------------------------------------------------
 
 TEST_F(ColumnMenusTest, GroupMenuHasItsLinesInOrder) {
@@ -166,6 +179,23 @@ TEST_F(ColumnMenusTest, GroupMenuHasItsLinesInOrder) {
 
     EXPECT_EQ(lines(groupMenu(*store, *group, [] {})),
               (Strings{"Rename…", "Change Colour", "Ungroup", "-", "Close Group"}));
+}
+
+TEST_F(ColumnMenusTest, AGroupWithTabsThatCaptureOffersFirstToEndAllOfThat) {
+    const auto store = openStoreWith({a, b, c});
+    const auto group = store->newGroup(*tabAt(*store, a));
+    store->moveToGroup(*tabAt(*store, b), *group);
+    page(*tabAt(*store, a)).setCapture({.camera = true});
+    page(*tabAt(*store, b)).setCapture({.camera = true});
+    page(*tabAt(*store, c)).setCapture({.microphone = true});
+
+    const auto menu = groupMenu(*store, *group, [] {});
+
+    EXPECT_EQ(lines(menu)[0], "Stop Camera");
+    choose(menu, "Stop Camera");
+    EXPECT_FALSE(tabAt(*store, a)->activeCapture().any());
+    EXPECT_FALSE(tabAt(*store, b)->activeCapture().any());
+    EXPECT_TRUE(tabAt(*store, c)->activeCapture().any());
 }
 
 TEST_F(ColumnMenusTest, WithoutRoomForAFieldRenamingIsGreyed) {

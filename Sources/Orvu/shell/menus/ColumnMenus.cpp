@@ -1,6 +1,7 @@
 #include "shell/menus/ColumnMenus.h"
 
 #include "shell/menus/Commands.h"
+#include "site/permissions/CaptureSign.h"
 
 #include <algorithm>
 #include <utility>
@@ -40,6 +41,20 @@ MenuEntry line(std::string_view name, BrowserStore& store, const TabGroup& group
             }};
 }
 
+/// What the tabs of a group capture together.
+ActiveCapture captureOf(const BrowserStore& store, const TabGroup& group) {
+    ActiveCapture capture;
+    for (const auto& tab : store.tabs(group)) capture = capture | tab->activeCapture();
+    return capture;
+}
+
+/// Puts `stop`, which ends a capture that is on, at the head of a menu.
+void addStop(std::vector<MenuEntry>& menu, MenuEntry stop, ActiveCapture capture) {
+    if (!capture.any()) return;
+    stop.title = CaptureSign::of(capture).stop;
+    menu.insert(menu.begin(), {std::move(stop), separator()});
+}
+
 /// The groups into which a tab can move. With none left the line stays, greyed.
 MenuEntry moveToGroup(BrowserStore& store, const std::shared_ptr<BrowserTab>& tab) {
     MenuEntry menu{.kind = Kind::submenu, .title = "Move to Group"};
@@ -69,19 +84,22 @@ std::vector<MenuEntry> tabMenu(BrowserStore& store, const std::shared_ptr<Browse
     }
     menu.push_back(separator());
     menu.push_back(line("closeTab", store, tab));
+    addStop(menu, line("stopCapture", store, tab), tab->activeCapture());
     return menu;
 }
 
 std::vector<MenuEntry> groupMenu(BrowserStore& store, const TabGroup& group,
                                  std::function<void()> rename) {
     const bool canRename = static_cast<bool>(rename);
-    return {
+    std::vector<MenuEntry> menu{
         {.title = "Rename…", .enabled = canRename, .run = std::move(rename)},
         line("recolor", store, group),
         line("ungroup", store, group),
         separator(),
         line("closeGroup", store, group),
     };
+    addStop(menu, line("stopGroupCapture", store, group), captureOf(store, group));
+    return menu;
 }
 
 std::vector<MenuEntry> shelfMenu(BrowserStore& store) {

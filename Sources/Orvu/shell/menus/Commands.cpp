@@ -38,6 +38,8 @@ bool isReading(const Subject& subject) {
 
 bool isPair(const Subject& subject) { return !subject.store.splitTabs().empty(); }
 
+bool captures(const Subject& subject) { return subject.tab && subject.tab->activeCapture().any(); }
+
 bool isBesideFront(const Subject& subject) {
     return hasPage(subject) && subject.store.activeID() != subject.tab->id();
 }
@@ -72,6 +74,10 @@ void toggleGroup(BrowserStore& store, BrowserTab& tab) {
     } else {
         store.newGroup(tab);
     }
+}
+
+void stopGroupCapture(BrowserStore& store, const TabGroup& group) {
+    for (const auto& tab : store.tabs(group)) tab->stopCapture();
 }
 
 void duplicate(BrowserStore& store, BrowserTab& tab) {
@@ -311,6 +317,13 @@ Commands arranging() {
          .run = Command::ForTab{duplicate},
          .title = "Duplicate Tab",
          .isEnabled = hasPage},
+        {.name = "stopCapture",
+         .run = Command::ForTab{[](auto&, auto& tab) { tab.stopCapture(); }},
+         .title = "Stop Camera and Microphone",
+         .isEnabled = captures},
+        {.name = "stopGroupCapture",
+         .run = Command::ForGroup{stopGroupCapture},
+         .title = "Stop Camera and Microphone"},
         {.name = "recolor",
          .run = Command::ForGroup{[](auto& store, auto& group) { store.recolor(group); }},
          .title = "Change Colour"},

@@ -8,7 +8,7 @@
 #include "shell/column/view/BrowserTabColumn.h"
 #include "shell/pagearea/FullscreenNotice.h"
 #include "shell/pagearea/view/BrowserPageCard.h"
-#include "shell/siteinfo/view/SiteInfoButton.h"
+#include "shell/siteinfo/view/SiteInfoHead.h"
 #include "shell/topbar/view/BrowserTopBar.h"
 #include "shell/view/BrowserFrame.h"
 #include "shell/view/NotchScrim.h"
@@ -51,7 +51,7 @@ private:
     BrowserTabColumn tabs_;
     BrowserPageCard page_;
     NotchScrim scrim_;
-    SiteInfoButton badge_;
+    SiteInfoHead siteHead_;
     AddressNotchView notchView_;
     FullscreenNotice fullscreenNotice_;
     Gtk::Label fullscreenLabel_;

@@ -13,9 +13,15 @@ BrowserPinnedTile::BrowserPinnedTile(BrowserStore& store, const std::shared_ptr<
       refresh_(*this, [this] { refresh(); }) {
     Gtk::Widget::add_css_class("pinned-tile");
     property_accessible_role() = Gtk::Accessible::Role::LIST_ITEM;
-    set_child(badge_);
-    set_focus_on_click(false);  // a click leaves the keyboard where it is
-    signal_clicked().connect(sigc::mem_fun(*this, &BrowserPinnedTile::select));
+    select_.set_child(badge_);
+    select_.set_focus_on_click(false);  // a click leaves the keyboard where it is
+    select_.signal_clicked().connect(sigc::mem_fun(*this, &BrowserPinnedTile::select));
+    set_child(select_);
+    dot_.set_halign(Gtk::Align::END);
+    dot_.set_valign(Gtk::Align::START);
+    add_overlay(dot_);
+    dot_.connectKeyboardFree([this] { takeFocus(); });
+    dot_.watch({tab});
     tab->connectChanged(sigc::mem_fun(refresh_, &FrameRefresh::mark));
     refresh();
 }
@@ -44,8 +50,9 @@ void BrowserPinnedTile::refresh() {
     badge_.set(tab->host(), tab->favicon());
     std::string title = shownTitle(*tab);
     if (title == shownTitle_) return;
-    set_tooltip_text(title);
+    select_.set_tooltip_text(title);
     setAccessibleLabel(*this, title);
+    setAccessibleLabel(select_, title);
     shownTitle_ = std::move(title);
 }
 

@@ -23,6 +23,9 @@ BrowserTabRow::BrowserTabRow(BrowserStore& store, const std::shared_ptr<BrowserT
     select_.set_focus_on_click(false);  // a click leaves the keyboard where it is
     select_.signal_clicked().connect(sigc::mem_fun(*this, &BrowserTabRow::select));
     set_child(select_);
+    dot_.set_halign(Gtk::Align::END);
+    add_overlay(dot_);
+    dot_.connectKeyboardFree([this] { takeFocus(); });
     setSymbol(cross_, "xmark", 11);
     close_.add_css_class("tab-close");
     close_.set_child(cross_);
@@ -32,6 +35,7 @@ BrowserTabRow::BrowserTabRow(BrowserStore& store, const std::shared_ptr<BrowserT
     close_.signal_clicked().connect(sigc::mem_fun(*this, &BrowserTabRow::remove));
     add_overlay(close_);
     setTabStop(TabStop::no);
+    dot_.watch({tab});
     tab->connectChanged(sigc::mem_fun(refresh_, &FrameRefresh::mark));
     refresh();
 }
@@ -43,6 +47,7 @@ void BrowserTabRow::setActive(bool active) {
 
 void BrowserTabRow::setTabStop(TabStop stop) {
     select_.set_focusable(stop == TabStop::yes);
+    dot_.set_focusable(stop == TabStop::yes);
     close_.set_focusable(stop == TabStop::yes);
 }
 
@@ -50,6 +55,8 @@ void BrowserTabRow::setNarrow(Narrow narrow) {
     const bool wide = narrow == Narrow::no;
     title_.set_visible(wide);
     close_.set_visible(wide);
+    // Beside the title, or on the corner of the icon.
+    dot_.set_valign(wide ? Gtk::Align::CENTER : Gtk::Align::START);
     content_.set_halign(wide ? Gtk::Align::FILL : Gtk::Align::CENTER);
 }
 

@@ -4,6 +4,7 @@
 #include "look/view/FrameRefresh.h"
 #include "shell/column/view/ColumnLine.h"
 #include "shell/column/view/TabIcon.h"
+#include "shell/siteinfo/view/CaptureDot.h"
 
 #include <gtkmm/box.h>
 #include <gtkmm/button.h>
@@ -17,7 +18,8 @@
 
 namespace orvu {
 
-/// A tab in the list: icon, title and, where it is wanted, a button that closes it.
+/// A tab in the list: icon, title and, where it is wanted, a button that closes it. While its page
+/// looks or listens, there is a dot.
 class BrowserTabRow : public Gtk::Overlay, public ColumnLine {
 public:
     /// `store` must outlive the row.
@@ -44,6 +46,7 @@ private:
     Gtk::Box content_;
     TabIcon icon_;
     Gtk::Label title_;
+    CaptureDot dot_;
     Gtk::Button close_;
     Gtk::Image cross_;
     std::optional<std::string> shownTitle_;

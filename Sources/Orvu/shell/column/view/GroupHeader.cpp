@@ -40,6 +40,7 @@ GroupHeader::GroupHeader(BrowserStore& store, const Uuid& group)
     }
     addButton();
     addField();
+    addDot();
     showField(false);
     setTabStop(TabStop::no);
 }
@@ -101,6 +102,11 @@ void GroupHeader::addField() {
                      this);
 }
 
+void GroupHeader::addDot() {
+    append(dot_);
+    dot_.connectKeyboardFree([this] { takeFocus(); });
+}
+
 void GroupHeader::update(const TabGroup& group, std::size_t count) {
     const std::string name = oneLine(group.name, nameLimit);
     const std::string number = std::to_string(count);
@@ -114,6 +120,8 @@ void GroupHeader::update(const TabGroup& group, std::size_t count) {
         setCssClass(*this, "collapsed", group.collapsed);
         setAccessibleExpanded(button_, !group.collapsed);
     }
+    // Tabs in sight have dots of their own.
+    dot_.watch(group.collapsed ? store_.tabs(group) : BrowserStore::TabList{});
     const std::string label = name + " group, " + number + " tabs";
     if (label == label_) return;
     label_ = label;
@@ -121,7 +129,10 @@ void GroupHeader::update(const TabGroup& group, std::size_t count) {
     setAccessibleLabel(button_, label_);
 }
 
-void GroupHeader::setTabStop(TabStop stop) { button_.set_focusable(stop == TabStop::yes); }
+void GroupHeader::setTabStop(TabStop stop) {
+    button_.set_focusable(stop == TabStop::yes);
+    dot_.set_focusable(stop == TabStop::yes);
+}
 
 void GroupHeader::setNarrow(Narrow narrow) {
     narrow_ = narrow == Narrow::yes;

@@ -3,6 +3,7 @@
 #include "core/BrowserStore.h"
 #include "shell/column/GroupNameEditing.h"
 #include "shell/column/view/ColumnLine.h"
+#include "shell/siteinfo/view/CaptureDot.h"
 
 #include <gtkmm/box.h>
 #include <gtkmm/button.h>
@@ -16,7 +17,8 @@
 namespace orvu {
 
 /// The header of a group in the list of tabs: a click collapses or expands the group, a double
-/// click edits its name.
+/// click edits its name. While it is collapsed, a dot speaks for those of its tabs that look or
+/// listen.
 class GroupHeader : public Gtk::Box, public ColumnLine {
 public:
     /// `store` must outlive the header.
@@ -37,6 +39,7 @@ public:
 private:
     void addButton();
     void addField();
+    void addDot();
     void toggle();
     void pressed(int count, double x, double y);
     bool keyPressed(guint key, guint code, Gdk::ModifierType modifiers);
@@ -54,6 +57,7 @@ private:
     Gtk::Box content_;
     Gtk::Label name_;
     Gtk::Label count_;
+    CaptureDot dot_;
     Gtk::Box editor_;
     Gtk::Entry field_;
     // One of each beside the name, and one beside the field.

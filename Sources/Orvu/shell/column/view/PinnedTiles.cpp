@@ -38,7 +38,7 @@ BrowserPinnedTile* PinnedTiles::update() {
     order_ = order;
     if (focusPlace >= 0 && !order_.empty()) {
         const auto next = std::min(focusPlace, std::ssize(order_) - 1);
-        tiles_.at(order_[static_cast<std::size_t>(next)])->grab_focus();
+        tiles_.at(order_[static_cast<std::size_t>(next)])->takeFocus();
     }
 
     if (active_ == store_.activeID()) return nullptr;

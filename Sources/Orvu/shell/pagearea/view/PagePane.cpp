@@ -33,6 +33,8 @@ void PagePane::addHeader(Place place) {
     titleButton_.set_hexpand(true);
     titleButton_.signal_clicked().connect(sigc::mem_fun(*this, &PagePane::select));
     header_.append(titleButton_);
+    header_.append(dot_);
+    dot_.connectKeyboardFree([this] { titleButton_.grab_focus(); });
     if (place == Place::second) {
         close_.add_css_class("pane-close");
         setSymbol(cross_, "xmark", 9);
@@ -53,6 +55,7 @@ void PagePane::addHeader(Place place) {
 bool PagePane::show(const std::shared_ptr<BrowserTab>& tab) {
     if (tab != tab_.lock()) {
         tab_ = tab;
+        dot_.watch(tab ? BrowserStore::TabList{tab} : BrowserStore::TabList{});
         tabChanged_ = tab ? tab->connectChanged(sigc::mem_fun(refresh_, &FrameRefresh::mark))
                           : sigc::connection{};
     }

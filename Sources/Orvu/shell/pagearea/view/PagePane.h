@@ -2,6 +2,7 @@
 
 #include "look/view/FrameRefresh.h"
 #include "shell/pagearea/view/BrowserPageContent.h"
+#include "shell/siteinfo/view/CaptureDot.h"
 #include "site/icons/view/BrowserSiteBadge.h"
 
 #include <gtkmm/box.h>
@@ -42,6 +43,7 @@ private:
     BrowserSiteBadge icon_;
     Gtk::Button titleButton_;
     Gtk::Label title_;
+    CaptureDot dot_;
     Gtk::Button close_;
     Gtk::Image cross_;
     BrowserPageContent content_;
