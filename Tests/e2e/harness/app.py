@@ -13,7 +13,7 @@ import gi
 gi.require_version("GLib", "2.0")
 from gi.repository import GLib  # noqa: E402
 
-from . import process
+from . import complaints, process
 from .bus import Bus
 from .saved import Saved
 from .wait import DEADLINE, until
@@ -70,6 +70,7 @@ class App:
         self.home = home
         self.process = None
         self._errors = None
+        self._complaints = []
         self._environment = os.environ | display.environment() | home.environment() \
             | proxy.environment() | dict(extra_environment)
         self._bus = Bus(display.bus_address)
@@ -131,6 +132,10 @@ class App:
         size = os.fstat(self._errors.fileno()).st_size
         return os.pread(self._errors.fileno(), size, 0).decode(errors="replace")
 
+    def complaints(self):
+        """What toolkit and engine complained of in all its runs, but for what is known."""
+        return self._complaints + complaints.of(self.errors())
+
     def quit(self):
         """Ends the program as its menu does."""
         try:
@@ -158,6 +163,7 @@ class App:
 
     def _close_errors(self):
         if self._errors is not None:
+            self._complaints += complaints.of(self.errors())
             self._errors.close()
             self._errors = None
 

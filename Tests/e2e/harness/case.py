@@ -51,6 +51,7 @@ class BrowserTest(unittest.TestCase):
         if self.has_test_devices:
             environment = devices.added_to(environment)
         self.app = App(self.display, self.home, self.proxy, environment)
+        self.addCleanup(self._check_complaints)
         self.addCleanup(self.app.stop)
         self.addCleanup(self._leave_picture)
         self.saved = self.home.saved
@@ -73,6 +74,10 @@ class BrowserTest(unittest.TestCase):
         if any(test is self for test, _ in broken):
             self.picture(f"failed-{self.id()}")
             print(f"\nThe program wrote:\n{self.app.errors()}")
+
+    def _check_complaints(self):
+        """A broken promise of ours to toolkit or engine is a failure, whatever it led to."""
+        self.assertEqual(self.app.complaints(), [], "what the program's libraries complained of")
 
     # Ways to begin.
 

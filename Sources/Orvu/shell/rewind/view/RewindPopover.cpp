@@ -1,6 +1,7 @@
 #include "shell/rewind/view/RewindPopover.h"
 
 #include "look/view/Accessible.h"
+#include "look/view/Controllers.h"
 #include "look/view/Keyboard.h"
 
 #include <gdk/gdkkeysyms.h>
@@ -43,13 +44,13 @@ void RewindPopover::watch(Gtk::Window& window) {
     window_ = &window;
     keys_ = Gtk::EventControllerKey::create();
     keys_->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
-    keys_->signal_key_pressed().connect(
+    keyPressed_ = keys_->signal_key_pressed().connect(
         [this](guint key, guint, Gdk::ModifierType) { return keyPressed(key); }, false);
     window_->add_controller(keys_);
     press_ = Gtk::GestureClick::create();
     press_->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
     press_->set_button(0);
-    press_->signal_pressed().connect([this](int, double, double) { pressed(); });
+    pressed_ = press_->signal_pressed().connect([this](int, double, double) { pressed(); });
     window_->add_controller(press_);
     activity_ = window_->property_is_active().signal_changed().connect([this] {
         if (window_ && !window_->is_active()) popdown();
@@ -59,8 +60,10 @@ void RewindPopover::watch(Gtk::Window& window) {
 void RewindPopover::unwatch() {
     if (!window_) return;
     activity_ = {};
-    window_->remove_controller(keys_);
-    window_->remove_controller(press_);
+    keyPressed_ = {};
+    pressed_ = {};
+    removeAfterEvent(keys_);  // one of them brought us here
+    removeAfterEvent(press_);
     keys_.reset();
     press_.reset();
     window_ = nullptr;

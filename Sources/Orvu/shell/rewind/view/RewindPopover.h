@@ -47,6 +47,8 @@ private:
     Gtk::Window* window_ = nullptr;               ///< the window around it, while it is open
     Glib::RefPtr<Gtk::EventControllerKey> keys_;
     Glib::RefPtr<Gtk::GestureClick> press_;
+    ScopedConnection keyPressed_;
+    ScopedConnection pressed_;
     ScopedConnection activity_;
     sigc::signal<void()> changed_;
     sigc::signal<void()> keyboardLeft_;
