@@ -1,12 +1,16 @@
-"""What pops up over the window and goes again: menus, panels, lists of pages. The harness
+"""What pops up over the window and goes again: menus, panels, lists of pages, tooltips. The harness
 fails a test in which the toolkit complained."""
 
+import time
+
 from harness.case import BACK, BrowserTest
+from harness.downloads import Downloads, Payload
 from harness.site import INFO
 from harness.wait import until, until_equal
 
 SELECT = ("<select style='position:fixed;left:0;top:0;width:900px;height:300px;font-size:30px' "
           "onchange=\"fetch('/report/chosen-' + value)\"><option>a<option>b<option>c</select>")
+TOOLTIP_TIME = 1.0  # seconds; the toolkit shows one after half of that
 
 
 class PopupsTest(BrowserTest):
@@ -99,3 +103,61 @@ class PopupsTest(BrowserTest):
 
         self.wait_for_popups(0)
         self.wait_for_tabs("one")
+
+    # Tooltips.
+
+    def hover_until_tooltip(self, button):
+        """Waits for the tooltip of a button; gives what it is on the display."""
+        self.hands.hover(button.middle)
+        return until(self.popups, f"the tooltip of {button}")
+
+    def check_tooltip_stays_away(self, button, name):
+        """With the tooltip there, a click opens something, and from then on nothing else lies over
+        the window, wherever the pointer goes."""
+        tooltip = self.hover_until_tooltip(button)
+        self.hands.click_here()
+        self.wait_for_popups(1)
+        popover = self.popups()
+        if popover == tooltip:
+            popover = until(lambda: self.popups() - tooltip, f"what {name} opens")
+        window = self.hands.window()
+        left, top = button.middle
+        end = time.monotonic() + TOOLTIP_TIME
+        step = 0
+        while time.monotonic() < end:
+            step += 1
+            if step % 2:
+                self.hands.move_in(window, (left + 4 + step % 3, top + 5))
+            else:
+                self.hands.move_in(next(iter(popover)), (60 + step % 3, 40))
+            self.assertLessEqual(self.popups(), popover)
+        self.picture(f"no-tooltip-{name}")
+        self.hands.go_on("Escape")
+        self.wait_for_popups(0)
+
+    def test_no_tooltip_lies_over_what_a_button_opened(self):
+        self.open_pages("one", "two")
+        for name in (INFO, "More", "Shelf"):
+            with self.subTest(name):
+                self.check_tooltip_stays_away(self.windows.find("push button", name), name)
+
+    def test_the_tooltip_of_the_downloads_stays_away_from_their_list(self):
+        downloads = Downloads(self)
+        downloads.serve("/file", Payload(10), "file.bin")
+        self.open_pages("one")
+        self.app.hand_over(self.server.url("/file"))
+        button = self.windows.find("push button", "Downloads")
+
+        self.check_tooltip_stays_away(button, "Downloads")
+
+    def test_a_button_has_its_tooltip_again_when_its_popover_has_gone(self):
+        self.open_pages("one", "two")
+        button = self.windows.find("push button", INFO)
+        self.hover_until_tooltip(button)
+        self.hands.click_here()
+        self.site.wait_until_open()
+        self.hands.go_on("Escape")
+        self.wait_for_popups(0)
+        self.hands.hover((900, 700))
+
+        self.hover_until_tooltip(button)

@@ -3,6 +3,7 @@
 #include "look/view/Accessible.h"
 #include "look/view/CssClass.h"
 #include "look/view/SymbolImage.h"
+#include "look/view/Tooltips.h"
 
 namespace orvu {
 namespace {
@@ -24,6 +25,7 @@ SiteInfoButton::SiteInfoButton(BrowserView& window)
     set_child(symbol_);
     signal_clicked().connect(sigc::mem_fun(*this, &SiteInfoButton::clicked));
     view_.set_parent(*this);
+    hideTooltipWhileOpen(*this, view_);
     view_.signal_closed().connect(sigc::mem_fun(*this, &SiteInfoButton::closed));
     window_.commandOpen.connectChanged(sigc::mem_fun(*this, &SiteInfoButton::notchChanged));
     refresh();
@@ -67,13 +69,9 @@ void SiteInfoButton::clicked() {
 void SiteInfoButton::open() {
     view_.refresh();
     setAccessibleExpanded(*this, true);
-    set_has_tooltip(false);  // it would cover the panel's head
     view_.popup();
 }
 
-void SiteInfoButton::closed() {
-    setAccessibleExpanded(*this, false);
-    set_has_tooltip(true);
-}
+void SiteInfoButton::closed() { setAccessibleExpanded(*this, false); }
 
 }  // namespace orvu

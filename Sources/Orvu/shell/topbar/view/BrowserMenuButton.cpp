@@ -2,6 +2,7 @@
 
 #include "look/view/Accessible.h"
 #include "look/view/SymbolImage.h"
+#include "look/view/Tooltips.h"
 #include "shell/menus/BrowserMenu.h"
 #include "shell/menus/KeySigns.h"
 #include "look/controls/view/BrowserChromeButton.h"
@@ -44,6 +45,7 @@ BrowserMenuButton::BrowserMenuButton(std::shared_ptr<BrowserStore> store)
     setAccessibleLabel(popover_, "More");
     popover_.set_halign(Gtk::Align::END);  // the window ends here
     set_popover(popover_);
+    hideTooltipWhileOpen(*this, popover_);
     popover_.signal_show().connect(sigc::mem_fun(*this, &BrowserMenuButton::fill));
     fill();
 }

@@ -2,6 +2,7 @@
 
 #include "look/view/Accessible.h"
 #include "look/view/Pointer.h"
+#include "look/view/Tooltips.h"
 
 #include <gdk/gdkkeysyms.h>
 #include <gtkmm/eventcontrollerkey.h>
@@ -38,6 +39,7 @@ BrowserNavButtons::~BrowserNavButtons() {
 void BrowserNavButtons::addRewind() {
     rewind_.set_hexpand(false);  // or its rows would widen the bar's part around it
     rewind_.set_parent(backPlace_);
+    hideTooltipWhileOpen(back_, rewind_);
     rewind_.connectChanged(sigc::mem_fun(*this, &BrowserNavButtons::rewindChanged));
     rewind_.connectKeyboardLeft(sigc::mem_fun(view_, &BrowserView::focusPage));
     view_.connectRewindRequested(
@@ -69,11 +71,7 @@ bool BrowserNavButtons::keyPressed(guint key) {
     return true;
 }
 
-void BrowserNavButtons::rewindChanged() {
-    const bool open = rewind_.isOpen();
-    back_.set_has_tooltip(!open);  // it would lie over the time line
-    setAccessibleExpanded(back_, open);
-}
+void BrowserNavButtons::rewindChanged() { setAccessibleExpanded(back_, rewind_.isOpen()); }
 
 void BrowserNavButtons::refresh() {
     const auto tab = store_.active();

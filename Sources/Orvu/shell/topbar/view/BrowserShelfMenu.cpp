@@ -3,6 +3,7 @@
 #include "look/text/OneLine.h"
 #include "look/view/Accessible.h"
 #include "look/view/SymbolImage.h"
+#include "look/view/Tooltips.h"
 #include "site/icons/view/SiteIcon.h"
 
 #include <gtkmm/separator.h>
@@ -65,6 +66,7 @@ BrowserShelfMenu::BrowserShelfMenu(std::shared_ptr<BrowserStore> store)
     menu_.set_halign(Gtk::Align::END);  // the window ends here
     menu_.add_css_class("shelf-menu");
     menu_.set_parent(*this);
+    hideTooltipWhileOpen(*this, menu_);
     menu_.signal_closed().connect(sigc::mem_fun(*this, &BrowserShelfMenu::closed));
     store_->connectChanged(sigc::mem_fun(refresh_, &FrameRefresh::mark));
     refresh();

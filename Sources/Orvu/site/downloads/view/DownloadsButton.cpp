@@ -2,6 +2,7 @@
 
 #include "look/view/Accessible.h"
 #include "look/view/SymbolImage.h"
+#include "look/view/Tooltips.h"
 #include "site/downloads/DownloadDisplay.h"
 
 namespace orvu {
@@ -27,6 +28,7 @@ DownloadsButton::DownloadsButton(DownloadStore& store)
     signal_clicked().connect(sigc::mem_fun(*this, &DownloadsButton::open));
     list_.set_halign(Gtk::Align::END);
     list_.set_parent(*this);
+    hideTooltipWhileOpen(*this, list_);
     list_.signal_closed().connect(sigc::mem_fun(*this, &DownloadsButton::closed));
     store_.connectChanged(sigc::mem_fun(*this, &DownloadsButton::changed));
     refresh();
