@@ -473,9 +473,8 @@ void OrvuWebView::finish() {
 void OrvuWebView::processTerminated(WebKitWebProcessTerminationReason reason) {
     const std::weak_ptr alive{self_};
     setCapture({});
-    if (!living(alive)) return;
-    if (delegate_) delegate_->documentUnloaded();
-    if (reason == WEBKIT_WEB_PROCESS_TERMINATED_BY_API) return;
+    if (living(alive) && delegate_) delegate_->documentUnloaded();
+    if (!living(alive) || reason == WEBKIT_WEB_PROCESS_TERMINATED_BY_API) return;
     finder_->pageUnloaded();
     // Within the signal the engine still knows the address.
     const auto url = address_.url();
