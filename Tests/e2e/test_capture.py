@@ -131,14 +131,6 @@ class CaptureTest(BrowserTest):
 
         self.wait_for_dots()
 
-    def test_a_page_whose_process_ends_takes_its_dots_along(self):
-        self.start_capturing()
-        self.wait_for_dots(BOTH, BOTH)
-
-        self.app.kill_page_processes()
-
-        self.wait_for_dots()
-
     # Tabs elsewhere.
 
     def test_a_tab_in_the_background_shows_its_dot_in_its_row_alone(self):
