@@ -47,7 +47,13 @@ private:
         desktop_.removeOrphans(known);
     }
 
-    Desktop desktop_{FaviconStore::httpOptions, SearchSuggester::httpOptions};
+    static StorageOptions storage() {
+        StorageOptions options;
+        for (const auto& key : passingDocuments) options.passing.emplace_back(key.name);
+        return options;
+    }
+
+    Desktop desktop_{FaviconStore::httpOptions, SearchSuggester::httpOptions, storage()};
     AppServices services_{desktop_.platform()};
     BrowserWindowController windows_;
     AppDelegate delegate_;

@@ -60,9 +60,12 @@ public:
         if (const auto found = values.find(key); found != values.end()) values.erase(found);
     }
 
+    void setAside(std::string_view key) override { doubted.emplace_back(key); }
+
     std::map<std::string, Value, std::less<>> values;
     std::vector<std::string> written;       ///< the key of each write, in order
     std::vector<std::string> removed;       ///< the key of each removal, in order
+    std::vector<std::string> doubted;       ///< the key of each value to set aside, in order
     bool diskFull = false;                  ///< writes have no effect
     int batches = 0;                        ///< how many outermost batches ended
     std::vector<std::string> writtenAlone;  ///< the key of each write outside any batch

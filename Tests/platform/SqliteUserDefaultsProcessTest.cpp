@@ -1,5 +1,6 @@
 #include "platform/linux/defaults/SqliteUserDefaults.h"
 
+#include "platform/DefaultsWorld.h"
 #include "platform/TemporaryFolder.h"
 #include "platform/linux/defaults/Sqlite.h"
 
@@ -23,10 +24,6 @@
 
 namespace orvu {
 namespace {
-
-namespace fs = std::filesystem;
-using namespace std::string_literals;
-using testing::Optional;
 
 /// Runs `body` in a process of its own, which fails if an expectation in it does.
 pid_t startProcess(const std::function<void()>& body) {
@@ -146,7 +143,7 @@ TEST_F(SqliteUserDefaultsProcessTest, AKilledProcessLosesNothingThatItHasWritten
     EXPECT_FALSE(fs::exists(fs::path{file} += ".damaged-1"));
 }
 
-TEST_F(SqliteUserDefaultsProcessTest, AFullDiskLeavesThePreviousValueUntilThereIsSpaceAgain) {
+TEST_F(SqliteUserDefaultsProcessTest, WhatAFullDiskRefusesCountsInMemoryUntilThereIsSpaceAgain) {
     const pid_t process = startProcess([&] {
         SqliteUserDefaults defaults{file};
         defaults.setData("visits", "previous");
@@ -155,20 +152,79 @@ TEST_F(SqliteUserDefaultsProcessTest, AFullDiskLeavesThePreviousValueUntilThereI
 
         defaults.setData("visits", std::string(1'000'000, 'n'));
         defaults.setData("fresh", std::string(1'000'000, 'n'));
+        defaults.remove("name");
 
-        EXPECT_THAT(defaults.data("visits"), Optional("previous"s));
-        EXPECT_FALSE(defaults.hasObject("fresh"));
-        EXPECT_THAT(defaults.string("name"), Optional("value"s));
+        EXPECT_THAT(defaults.data("visits"), Optional(std::string(1'000'000, 'n')));
+        EXPECT_THAT(defaults.data("fresh"), Optional(std::string(1'000'000, 'n')));
+        EXPECT_FALSE(defaults.hasObject("name"));
+        EXPECT_THAT(SqliteUserDefaults{file}.data("visits"), Optional("previous"s));
 
         limitFiles(RLIM_INFINITY);
-        defaults.setData("visits", std::string(1'000'000, 'n'));
-        EXPECT_THAT(defaults.data("visits"), Optional(std::string(1'000'000, 'n')));
+        defaults.setInteger("launchCount", 3);
+        _exit(testing::Test::HasFailure() ? 1 : 0);  // nothing is saved at the end
     });
 
     EXPECT_TRUE(endsWell(process));
     const SqliteUserDefaults defaults{file};
     EXPECT_THAT(defaults.data("visits"), Optional(std::string(1'000'000, 'n')));
-    EXPECT_THAT(defaults.string("name"), Optional("value"s));
+    EXPECT_THAT(defaults.data("fresh"), Optional(std::string(1'000'000, 'n')));
+    EXPECT_FALSE(defaults.hasObject("name"));
+    EXPECT_THAT(defaults.integer("launchCount"), Optional(3));
+}
+
+// The shelf and the session are of one operation: half of it would lose the tab.
+TEST_F(SqliteUserDefaultsProcessTest, ATabParkedOnAFullDiskIsOnTheShelfAfterTheNextWriteWithSpace) {
+    const pid_t process = startProcess([&] {
+        SqliteUserDefaults defaults{file};
+        defaults.setData("browserSession", "[one, two]");
+        limitFiles(300'000);
+        // Fills what the limit leaves.
+        for (int number = 0; number < 10; ++number) {
+            defaults.setData("fill" + std::to_string(number), std::string(100'000, 'f'));
+        }
+        {
+            const UserDefaults::Batch park{defaults};
+            defaults.setData("browserShelf", "[two]");
+            defaults.setData("browserSession", "[one]");
+        }
+        const SqliteUserDefaults stored{file};
+        EXPECT_THAT(stored.data("browserSession"), Optional("[one, two]"s));
+        EXPECT_FALSE(stored.hasObject("browserShelf"));
+
+        limitFiles(RLIM_INFINITY);
+        defaults.setData("browserSession", "[one, three]");
+        _exit(testing::Test::HasFailure() ? 1 : 0);
+    });
+
+    EXPECT_TRUE(endsWell(process));
+    const SqliteUserDefaults defaults{file};
+    EXPECT_THAT(defaults.data("browserShelf"), Optional("[two]"s));
+    EXPECT_THAT(defaults.data("browserSession"), Optional("[one, three]"s));
+}
+
+TEST_F(SqliteUserDefaultsProcessTest, WhatWasDeletedBeforeAKillIsGoneRightAfterTheNextStart) {
+    const std::string secret = "https://secret-page.example/";
+    {
+        SqliteUserDefaults defaults{file, backingUp()};
+        defaults.setData("browserVisits", listOf({secret, "https://kept.example/"}));
+        defaults.setData("browserSession", listOf({secret}));
+        waitUntil([&] { return folderHas(folder, secret, ".backup"); });
+    }
+    const pid_t process = startProcess([&] {
+        auto options = atOnce();
+        options.pace.afterStart = options.pace.afterDeletion = std::chrono::hours{1};
+        SqliteUserDefaults defaults{file, options};
+        defaults.setData("browserVisits", listOf({"https://kept.example/"}));
+        defaults.setData("browserSession", "[]");
+        raise(SIGKILL);
+    });
+    waitpid(process, nullptr, 0);
+    ASSERT_TRUE(folderHas(folder, secret, ""));
+
+    const SqliteUserDefaults defaults{file, atOnce()};
+
+    EXPECT_TRUE(waitUntil([&] { return !folderHas(folder, secret, ""); }));
+    EXPECT_TRUE(folderHas(folder, "https://kept.example/", ".backup"));
 }
 
 TEST_F(SqliteUserDefaultsProcessTest, WithoutSpaceToOpenValuesLiveInMemory) {

@@ -178,23 +178,53 @@ TEST_F(SqliteUserDefaultsTest, TheWritesOfABatchTakePlaceTogether) {
     EXPECT_EQ(other.string("groups"), "new");
 }
 
-TEST_F(SqliteUserDefaultsTest, ABatchInWhichOneWriteIsRefusedLeavesAllPreviousValues) {
+TEST_F(SqliteUserDefaultsTest, ABatchThatIsRefusedCountsAndIsWrittenWholeWithTheNextWrite) {
     SqliteUserDefaults defaults{file};
     defaults.setString("session", "old");
+    SqliteUserDefaults beside{file};
     {
+        SqliteConnection other{file, Access::readWrite};
+        other.execute("BEGIN IMMEDIATE");  // holds off every other writer
         const UserDefaults::Batch batch{defaults};
-        {
-            SqliteConnection other{file, Access::readWrite};
-            other.execute("BEGIN IMMEDIATE");  // holds off every other writer
-            defaults.setString("session", "new");
-        }
+        defaults.setString("session", "new");
         defaults.setString("groups", "new");
+        defaults.remove("absent");
+    }
+    EXPECT_EQ(defaults.string("session"), "new");
+    EXPECT_EQ(defaults.string("groups"), "new");
+
+    defaults.setInteger("launchCount", 2);
+
+    EXPECT_EQ(beside.string("session"), "new");
+    EXPECT_EQ(beside.string("groups"), "new");
+    EXPECT_EQ(beside.integer("launchCount"), 2);
+}
+
+TEST_F(SqliteUserDefaultsTest, WhatIsRefusedIsNotWrittenInPart) {
+    SqliteUserDefaults defaults{file};
+    defaults.setString("session", "old");
+    SqliteUserDefaults beside{file};
+    SqliteConnection other{file, Access::readWrite};
+    other.execute("BEGIN IMMEDIATE");
+
+    defaults.setString("shelf", "new");
+    defaults.setString("session", "new");
+
+    EXPECT_EQ(beside.string("session"), "old");
+    EXPECT_EQ(beside.string("shelf"), std::nullopt);
+    EXPECT_EQ(defaults.string("shelf"), "new");
+}
+
+TEST_F(SqliteUserDefaultsTest, WhatWasRefusedIsWrittenAtTheEnd) {
+    {
+        SqliteUserDefaults defaults{file};
+        SqliteConnection other{file, Access::readWrite};
+        other.execute("BEGIN IMMEDIATE");
+        defaults.setString("session", "new");
+        other.execute("ROLLBACK");
     }
 
-    EXPECT_EQ(defaults.string("session"), "old");
-    EXPECT_EQ(defaults.string("groups"), std::nullopt);
-    defaults.setString("session", "newer");
-    EXPECT_EQ(SqliteUserDefaults{file}.string("session"), "newer");
+    EXPECT_EQ(SqliteUserDefaults{file}.string("session"), "new");
 }
 
 TEST_F(SqliteUserDefaultsTest, DamageThatShowsWithinABatchEndsInANewDatabaseWithItsWrites) {

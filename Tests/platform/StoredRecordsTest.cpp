@@ -39,6 +39,19 @@ TEST(StoredRecordsTest, OneBadRecordMakesTheWholeListAbsent) {
     EXPECT_EQ(readRecords<Parked>(defaults, "list"), std::nullopt);
 }
 
+TEST(StoredRecordsTest, AListThatDoesNotDecodeIsSetAside) {
+    FakeUserDefaults defaults;
+    defaults.setData("cut", "[{");
+    defaults.setString("text", "[]");
+    writeRecords(defaults, "good", shelf);
+
+    for (const auto* const key : {"cut", "text", "good", "absent"}) {
+        static_cast<void>(readRecords<Parked>(defaults, key));
+    }
+
+    EXPECT_EQ(defaults.doubted, (std::vector<std::string>{"cut", "text"}));
+}
+
 TEST(StoredRecordsTest, ARecordThatCannotBeWrittenLeavesWhatIsStored) {
     FakeUserDefaults defaults;
     const Visit good{Uuid::random(), *Url::parse("https://a.example/"), "A",

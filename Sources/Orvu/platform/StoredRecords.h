@@ -10,11 +10,14 @@
 namespace orvu {
 
 /// The records stored under `key`; nothing if there are none, or if one of them does not decode.
+/// Then what is stored is not lost with the next write, but set aside.
 template <class Record>
-[[nodiscard]] std::optional<std::vector<Record>> readRecords(const UserDefaults& defaults,
+[[nodiscard]] std::optional<std::vector<Record>> readRecords(UserDefaults& defaults,
                                                              std::string_view key) {
     const auto stored = defaults.data(key);
-    return stored ? decodeRecords<Record>(*stored) : std::nullopt;
+    auto records = stored ? decodeRecords<Record>(*stored) : std::nullopt;
+    if (!records && defaults.hasObject(key)) defaults.setAside(key);
+    return records;
 }
 
 /// Stores `records` in the place of what stands under `key`; does nothing if one of them can't be

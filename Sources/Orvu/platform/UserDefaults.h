@@ -7,9 +7,10 @@
 
 namespace orvu {
 
-/// The program's named values. A write is atomic and has taken place when the call returns; one
-/// that the system refuses (a full disk) leaves the previous value. Each reader gives nothing for
-/// a key without a value, and for a value of a type that it does not take.
+/// The program's named values. A write is atomic and has taken place when the call returns. One
+/// that the system refuses (a full disk) counts all the same, in memory, and is written together
+/// with the next one that the system takes. Each reader gives nothing for a key without a value,
+/// and for a value of a type that it does not take.
 class UserDefaults {
 public:
     /// While one lives, writes wait; those of the outermost take place together at its end, all
@@ -44,6 +45,10 @@ public:
     virtual void setNumber(std::string_view key, double number) = 0;
     void setBoolean(std::string_view key, bool flag) { setInteger(key, flag ? 1 : 0); }
     virtual void remove(std::string_view key) = 0;
+
+    /// Says that nobody could read what stands under the key. It stays there, and is kept aside
+    /// for a while when another value replaces it.
+    virtual void setAside(std::string_view key) = 0;
 
 private:
     virtual void beginBatch() = 0;

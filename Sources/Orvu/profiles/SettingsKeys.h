@@ -75,4 +75,8 @@ inline constexpr std::array settingKeys{
     SettingsKeys::browserGroups,   SettingsKeys::orvuBookmarks,
 };
 
+/// The documents that change with each page and each closed tab.
+inline constexpr std::array passingDocuments{SettingsKeys::browserSession,
+                                             SettingsKeys::browserGroups};
+
 }  // namespace orvu

@@ -1,9 +1,14 @@
 #include "platform/linux/Desktop.h"
 
+#include <utility>
+
 namespace orvu {
 
-Desktop::Desktop(const HttpOptions& iconRequests, const HttpOptions& suggestionRequests)
-    : iconRequests_(iconRequests), suggestionRequests_(suggestionRequests) {}
+Desktop::Desktop(const HttpOptions& iconRequests, const HttpOptions& suggestionRequests,
+                 StorageOptions storage)
+    : defaults_(paths_.configuration / "UserDefaults.sqlite", std::move(storage)),
+      iconRequests_(iconRequests),
+      suggestionRequests_(suggestionRequests) {}
 
 Platform Desktop::platform() {
     return {.defaults = defaults_,

@@ -23,8 +23,9 @@ namespace orvu {
 /// This desktop as the program sees it: makes the whole seam, once in a process.
 class Desktop {
 public:
-    /// What the two kinds of requests have in common.
-    Desktop(const HttpOptions& iconRequests, const HttpOptions& suggestionRequests);
+    /// Takes what is common to the two kinds of requests, and how values are kept.
+    Desktop(const HttpOptions& iconRequests, const HttpOptions& suggestionRequests,
+            StorageOptions storage);
     Desktop(const Desktop&) = delete;
     Desktop& operator=(const Desktop&) = delete;
 
@@ -41,7 +42,7 @@ private:
     const Locale locale_ = Locale::current();
     const Calendar calendar_ = Calendar::current();
     GlibMainLoop loop_;
-    SqliteUserDefaults defaults_{paths_.configuration / "UserDefaults.sqlite"};
+    SqliteUserDefaults defaults_;
     GioNetworkMonitor network_{loop_};
     WebKitEngine engine_{paths_, loop_, network_};
     WebKitRuleListStore ruleLists_{paths_.caches / "ContentRules"};

@@ -7,10 +7,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <chrono>
 #include <cstdint>
+#include <set>
 #include <string>
 #include <system_error>
 #include <thread>
@@ -22,6 +24,7 @@ namespace fs = std::filesystem;
 
 /// What a database may consist of: the file itself, its log, the log's index, its journal.
 constexpr std::array suffixes{"", "-wal", "-shm", "-journal"};
+const std::string asideEnding = ".damaged-";
 
 bool isThere(const fs::path& path) {
     struct stat status{};
@@ -67,7 +70,7 @@ bool DatabaseFile::isUnusable() const {
     std::error_code failure;
     const auto status = fs::status(path_, failure);
     if (fs::exists(status) && !fs::is_regular_file(status)) return true;
-    if (!hasContent()) return fs::file_size(beside("-wal"), failure) > 0 && !failure;
+    if (!hasContent()) return hasLog();
     if (fs::file_size(path_, failure) < headerSize) return true;
     return faccessat(AT_FDCWD, path_.c_str(), R_OK | W_OK, AT_EACCESS) != 0 && errno == EACCES;
 }
@@ -75,6 +78,27 @@ bool DatabaseFile::isUnusable() const {
 bool DatabaseFile::hasContent() const {
     std::error_code failure;
     return fs::is_regular_file(path_, failure) && fs::file_size(path_, failure) > 0;
+}
+
+bool DatabaseFile::hasLog() const {
+    std::error_code failure;
+    return fs::file_size(beside("-wal"), failure) > 0 && !failure;
+}
+
+bool DatabaseFile::isFolder() const {
+    std::error_code failure;
+    return fs::is_directory(path_, failure);
+}
+
+bool DatabaseFile::isWritable() const {
+    return faccessat(AT_FDCWD, path_.c_str(), W_OK, AT_EACCESS) == 0;
+}
+
+bool DatabaseFile::isAbsent() const {
+    std::error_code failure;
+    const auto status = fs::status(path_, failure);
+    if (fs::exists(status) && !fs::is_regular_file(status)) return false;
+    return !hasContent() && !hasLog();
 }
 
 std::optional<DatabaseFile> DatabaseFile::setAside() const {
@@ -87,7 +111,7 @@ std::optional<DatabaseFile> DatabaseFile::setAside() const {
     DatabaseFile aside = *this;
     int number = 0;
     do {
-        aside.path_ = beside((".damaged-" + std::to_string(++number)).c_str());
+        aside = sibling((asideEnding + std::to_string(++number)).c_str());
     } while (!isFree(aside));
     for (const char* const suffix : suffixes) {
         const auto present = beside(suffix);
@@ -97,6 +121,52 @@ std::optional<DatabaseFile> DatabaseFile::setAside() const {
         }
     }
     return aside;
+}
+
+std::vector<DatabaseFile> DatabaseFile::filesSetAside() const {
+    const std::string start = path_.filename().string() + asideEnding;
+    std::set<std::string> numbers;  // each once, whether it has a file, a log or both
+    std::error_code failure;
+    for (fs::directory_iterator entry{folder(), failure}; entry != fs::directory_iterator{};
+         entry.increment(failure)) {
+        if (failure) break;
+        const std::string name = entry->path().filename().string();
+        if (!name.starts_with(start)) continue;
+        const auto end = std::min(name.find_first_not_of("0123456789", start.size()), name.size());
+        if (end > start.size()) numbers.insert(name.substr(start.size(), end - start.size()));
+    }
+    std::vector<DatabaseFile> result;
+    for (const auto& number : numbers) result.push_back(sibling((asideEnding + number).c_str()));
+    return result;
+}
+
+DatabaseFile DatabaseFile::sibling(const char* ending) const {
+    DatabaseFile result = *this;
+    result.path_ += ending;
+    return result;
+}
+
+bool DatabaseFile::replace(const DatabaseFile& other) const {
+    std::error_code failure;
+    fs::rename(path_, other.path_, failure);
+    return !failure;
+}
+
+bool DatabaseFile::remove() const {
+    std::error_code failure;
+    fs::remove(path_, failure);
+    return removeCompanions() && !isThere(path_);
+}
+
+bool DatabaseFile::removeCompanions() const {
+    bool areGone = true;
+    for (const char* const suffix : suffixes) {
+        if (*suffix == '\0') continue;
+        std::error_code failure;
+        fs::remove(beside(suffix), failure);
+        areGone = areGone && !isThere(beside(suffix));
+    }
+    return areGone;
 }
 
 std::optional<DatabaseFile::Identity> DatabaseFile::identity() const {
@@ -111,14 +181,23 @@ fs::path DatabaseFile::beside(const char* suffix) const {
     return result;
 }
 
-FolderLock::FolderLock(const fs::path& folder)
+FolderLock::FolderLock(const fs::path& folder, std::try_to_lock_t)
     : folder_(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+    attempt();
+}
+
+FolderLock::FolderLock(const fs::path& folder) : FolderLock(folder, std::try_to_lock) {
     constexpr std::chrono::milliseconds pause{10};
     constexpr int attempts = 100;
-    for (int attempt = 0; attempt < attempts && folder_; ++attempt) {
-        if (flock(folder_.get(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) return;
+    for (int number = 1; number < attempts && !isHeld_ && errno == EWOULDBLOCK; ++number) {
         std::this_thread::sleep_for(pause);
+        attempt();
     }
+}
+
+void FolderLock::attempt() {
+    errno = 0;
+    isHeld_ = folder_ && flock(folder_.get(), LOCK_EX | LOCK_NB) == 0;
 }
 
 }  // namespace orvu

@@ -5,7 +5,9 @@
 #include <sys/types.h>
 
 #include <filesystem>
+#include <mutex>
 #include <optional>
+#include <vector>
 
 namespace orvu {
 
@@ -30,9 +32,26 @@ public:
     /// Whether a file with anything in it is there. Where none is, the library takes a log that
     /// stands beside its place for rubbish and deletes it.
     [[nodiscard]] bool hasContent() const;
+    [[nodiscard]] bool isFolder() const;
+    /// Whether the system lets this user write it.
+    [[nodiscard]] bool isWritable() const;
+    /// Whether there is no file, or an empty one, and no log either.
+    [[nodiscard]] bool isAbsent() const;
     /// Renames the file, and what stands beside it, to the first free name of the same folder
     /// that ends in ".damaged-1", ".damaged-2" and so on. Nothing if the system refuses.
     [[nodiscard]] std::optional<DatabaseFile> setAside() const;
+
+    /// What was set aside, damaged or not.
+    [[nodiscard]] std::vector<DatabaseFile> filesSetAside() const;
+
+    /// A database whose name is this one's with an ending, in the same folder.
+    [[nodiscard]] DatabaseFile sibling(const char* ending) const;
+    /// Gives this file, which nobody has open, the other's name. The other one's goes.
+    [[nodiscard]] bool replace(const DatabaseFile& other) const;
+    /// Deletes the file and what stands beside it. True if none of it is there afterwards.
+    bool remove() const;
+    /// Deletes what stands beside the file: log, index and journal.
+    bool removeCompanions() const;
 
     /// Tells the file from another that later bears its name.
     struct Identity {
@@ -43,19 +62,28 @@ public:
     [[nodiscard]] std::optional<Identity> identity() const;
 
 private:
+    [[nodiscard]] bool hasLog() const;
     [[nodiscard]] std::filesystem::path beside(const char* suffix) const;
 
     std::filesystem::path path_;
 };
 
-/// Keeps other processes that ask for it out of a folder, for a moment's work on its names. One
-/// that holds it for more than a second is not waited for any longer.
+/// Keeps other processes, and other threads, that ask for it out of a folder, for a moment's work
+/// on its names.
 class FolderLock {
 public:
+    /// Waits a second at most for another holder.
     explicit FolderLock(const std::filesystem::path& folder);
+    /// Does not wait.
+    FolderLock(const std::filesystem::path& folder, std::try_to_lock_t);
+
+    [[nodiscard]] bool isHeld() const { return isHeld_; }
 
 private:
+    void attempt();
+
     FileDescriptor folder_;
+    bool isHeld_ = false;
 };
 
 }  // namespace orvu

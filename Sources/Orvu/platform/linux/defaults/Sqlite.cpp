@@ -1,5 +1,6 @@
 #include "platform/linux/defaults/Sqlite.h"
 
+#include <cstring>
 #include <string>
 
 namespace orvu {
@@ -48,9 +49,7 @@ void SqliteStatement::Turn::bindReal(int parameter, double number) {
     sqlite3_bind_double(statement_, parameter, number);
 }
 
-void SqliteStatement::Turn::bindColumn(int parameter, const Turn& source, int column) {
-    sqlite3_bind_value(statement_, parameter, sqlite3_column_value(source.statement_, column));
-}
+void SqliteStatement::Turn::bindNull(int parameter) { sqlite3_bind_null(statement_, parameter); }
 
 int SqliteStatement::Turn::type(int column) const {
     return sqlite3_column_type(statement_, column);
@@ -115,8 +114,43 @@ std::optional<std::int64_t> SqliteConnection::queryInteger(std::string_view sql)
     return turn.integer(0);
 }
 
+void SqliteConnection::rollBack() {
+    if (handle() && sqlite3_get_autocommit(handle()) == 0) {
+        sqlite3_exec(handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+    }
+}
+
 void SqliteConnection::keepLogAtClose() {
     if (handle()) sqlite3_db_config(handle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+}
+
+void SqliteConnection::interruptOn(const std::stop_token& stop) {
+    constexpr int steps = 1000;  // of the library's machine: some microseconds
+    const auto isStopped = [](void* token) {
+        return static_cast<const std::stop_token*>(token)->stop_requested() ? 1 : 0;
+    };
+    // The library wants a pointer to what it may change; the token is only asked.
+    sqlite3_progress_handler(handle(), steps, isStopped, const_cast<std::stop_token*>(&stop));
+}
+
+std::string SqliteConnection::serialized() const {
+    sqlite3_int64 size = 0;
+    unsigned char* const bytes = sqlite3_serialize(handle(), "main", &size, 0);
+    if (!bytes) return {};
+    std::string result{reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(size)};
+    sqlite3_free(bytes);
+    return result;
+}
+
+bool SqliteConnection::deserialize(std::string_view bytes) {
+    auto* const copy = static_cast<unsigned char*>(sqlite3_malloc64(bytes.size()));
+    if (!copy) return false;
+    std::memcpy(copy, bytes.data(), bytes.size());
+    const auto size = static_cast<sqlite3_int64>(bytes.size());
+    // The library frees the copy, also if it fails.
+    status_ = sqlite3_deserialize(handle(), "main", copy, size, size,
+                                  SQLITE_DESERIALIZE_FREEONCLOSE | SQLITE_DESERIALIZE_READONLY);
+    return status_ == SQLITE_OK;
 }
 
 }  // namespace orvu

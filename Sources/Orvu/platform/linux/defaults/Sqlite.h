@@ -6,6 +6,8 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <stop_token>
+#include <string>
 #include <string_view>
 
 namespace orvu {
@@ -27,8 +29,7 @@ public:
         void bindBlob(int parameter, std::string_view bytes);
         void bindInteger(int parameter, std::int64_t number);
         void bindReal(int parameter, double number);
-        /// A column of another statement's present row.
-        void bindColumn(int parameter, const Turn& source, int column);
+        void bindNull(int parameter);
 
         /// A result code of the library: `SQLITE_ROW`, `SQLITE_DONE` or a failure.
         int step() { return sqlite3_step(statement_); }
@@ -78,8 +79,18 @@ public:
     [[nodiscard]] SqliteStatement prepare(std::string_view sql);
     /// The first column of the first row; nothing if there is none, with the code in `status`.
     [[nodiscard]] std::optional<std::int64_t> queryInteger(std::string_view sql);
+    /// Takes the present transaction back, if one is left: some failures have ended it already.
+    void rollBack();
     /// Leaves the log as it is at the end; by default the last connection empties it.
     void keepLogAtClose();
+    /// Lets statements end early, with a failure, once a stop is asked for. `stop` must outlive
+    /// the connection.
+    void interruptOn(const std::stop_token& stop);
+
+    /// The database as the bytes of its file; nothing if there is no memory for it.
+    [[nodiscard]] std::string serialized() const;
+    /// Reads a file's bytes instead of what is open. They are copied.
+    [[nodiscard]] bool deserialize(std::string_view bytes);
 
 private:
     struct Close {

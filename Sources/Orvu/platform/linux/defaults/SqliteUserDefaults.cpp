@@ -4,89 +4,94 @@
 
 #include <cmath>
 #include <string>
+#include <utility>
 
 namespace orvu {
 namespace {
 
-using Row = SqliteStatement::Turn;
+/// The library takes no larger texts and data.
+constexpr std::size_t mostBytes = 999'000'000;
 
-std::optional<std::string> bytesOfType(const Row& row, int type) {
-    return row.type(0) == type ? std::optional{std::string{row.bytes(0)}} : std::nullopt;
+std::optional<std::string> bytesOfType(std::optional<StoredValue> value, int type) {
+    if (!value || value->type != type) return std::nullopt;
+    return std::move(value->bytes);
 }
 
-std::optional<double> number(const Row& row) {
-    const int type = row.type(0);
-    return type == SQLITE_INTEGER || type == SQLITE_FLOAT ? std::optional{row.real(0)}
-                                                          : std::nullopt;
+std::optional<double> realOf(const StoredValue& value) {
+    if (value.type == SQLITE_INTEGER) return static_cast<double>(value.integer);
+    return value.type == SQLITE_FLOAT ? std::optional{value.real} : std::nullopt;
 }
 
 /// Cut towards zero; nothing for a number beyond 64 bits.
-std::optional<std::int64_t> integer(const Row& row) {
-    if (row.type(0) == SQLITE_INTEGER) return row.integer(0);
+std::optional<std::int64_t> integerOf(const StoredValue& value) {
+    if (value.type == SQLITE_INTEGER) return value.integer;
     constexpr double limit = 9223372036854775808.0;  // 2^63
-    const auto real = number(row);
+    const auto real = realOf(value);
     if (!real || !(*real >= -limit && *real < limit)) return std::nullopt;
     return static_cast<std::int64_t>(*real);
 }
 
-std::optional<bool> boolean(const Row& row) {
-    if (row.type(0) == SQLITE_TEXT) {
-        const auto text = row.bytes(0);
-        return text == "YES" || text == "true" || text == "1";
+std::optional<bool> booleanOf(const StoredValue& value) {
+    if (value.type == SQLITE_TEXT) {
+        return value.bytes == "YES" || value.bytes == "true" || value.bytes == "1";
     }
-    const auto real = number(row);
+    const auto real = realOf(value);
     return real ? std::optional{*real != 0} : std::nullopt;
 }
 
 }  // namespace
 
-SqliteUserDefaults::SqliteUserDefaults(const std::filesystem::path& file)
-    : database_(std::make_unique<UserDefaultsDatabase>(file)) {}
+SqliteUserDefaults::SqliteUserDefaults(const std::filesystem::path& file, StorageOptions options)
+    : database_(std::make_unique<UserDefaultsDatabase>(file, std::move(options))) {}
 
 SqliteUserDefaults::~SqliteUserDefaults() = default;
 
-bool SqliteUserDefaults::hasObject(std::string_view key) const { return database_->has(key); }
+bool SqliteUserDefaults::hasObject(std::string_view key) const {
+    return database_->read(key).has_value();
+}
 
 std::optional<std::string> SqliteUserDefaults::data(std::string_view key) const {
-    return database_->read<std::string>(
-        key, [](const Row& row) { return bytesOfType(row, SQLITE_BLOB); });
+    return bytesOfType(database_->read(key), SQLITE_BLOB);
 }
 
 std::optional<std::string> SqliteUserDefaults::string(std::string_view key) const {
-    return database_->read<std::string>(
-        key, [](const Row& row) { return bytesOfType(row, SQLITE_TEXT); });
+    return bytesOfType(database_->read(key), SQLITE_TEXT);
 }
 
 std::optional<std::int64_t> SqliteUserDefaults::integer(std::string_view key) const {
-    return database_->read<std::int64_t>(key, orvu::integer);
+    return database_->read(key).and_then(integerOf);
 }
 
 std::optional<double> SqliteUserDefaults::number(std::string_view key) const {
-    return database_->read<double>(key, orvu::number);
+    return database_->read(key).and_then(realOf);
 }
 
 std::optional<bool> SqliteUserDefaults::boolean(std::string_view key) const {
-    return database_->read<bool>(key, orvu::boolean);
+    return database_->read(key).and_then(booleanOf);
 }
 
 void SqliteUserDefaults::setData(std::string_view key, std::string_view bytes) {
-    database_->write(key, [&](Row& row, int value) { row.bindBlob(value, bytes); });
+    if (bytes.size() > mostBytes) return;
+    database_->write(key, StoredValue{ValueView::ofData(bytes)});
 }
 
 void SqliteUserDefaults::setString(std::string_view key, std::string_view text) {
-    database_->write(key, [&](Row& row, int value) { row.bindText(value, text); });
+    if (text.size() > mostBytes) return;
+    database_->write(key, StoredValue{ValueView::ofText(text)});
 }
 
 void SqliteUserDefaults::setInteger(std::string_view key, std::int64_t number) {
-    database_->write(key, [&](Row& row, int value) { row.bindInteger(value, number); });
+    database_->write(key, StoredValue{ValueView::ofInteger(number)});
 }
 
 void SqliteUserDefaults::setNumber(std::string_view key, double number) {
     if (std::isnan(number)) return;  // the database has no form for it
-    database_->write(key, [&](Row& row, int value) { row.bindReal(value, number); });
+    database_->write(key, StoredValue{ValueView::ofReal(number)});
 }
 
-void SqliteUserDefaults::remove(std::string_view key) { database_->remove(key); }
+void SqliteUserDefaults::remove(std::string_view key) { database_->write(key, std::nullopt); }
+
+void SqliteUserDefaults::setAside(std::string_view key) { database_->setAside(key); }
 
 void SqliteUserDefaults::beginBatch() { database_->beginBatch(); }
 

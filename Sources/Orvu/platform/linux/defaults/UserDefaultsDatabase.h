@@ -1,114 +1,92 @@
 #pragma once
 
 #include "platform/linux/defaults/DatabaseFile.h"
+#include "platform/linux/defaults/DefaultsTable.h"
+#include "platform/linux/defaults/Housekeeper.h"
 #include "platform/linux/defaults/LogCheckpointer.h"
+#include "platform/linux/defaults/Salvage.h"
 #include "platform/linux/defaults/Sqlite.h"
+#include "platform/linux/defaults/StorageOptions.h"
 
-#include <memory>
+#include <map>
 #include <optional>
+#include <set>
+#include <string>
 #include <string_view>
 
 namespace orvu {
 
-/// The table of named values, and what happens when its file turns out to be damaged or can't
-/// be written. No operation fails loudly: what can't be read is absent, what can't be written
-/// leaves the previous value.
+/// The named values, and what happens when their file turns out to be damaged or can't be
+/// written. No operation fails loudly: what can't be read is taken from the older copy or is
+/// absent, what can't be written stays in memory until it can.
 class UserDefaultsDatabase {
 public:
-    explicit UserDefaultsDatabase(const std::filesystem::path& file);
+    UserDefaultsDatabase(const std::filesystem::path& file, StorageOptions options);
     ~UserDefaultsDatabase();
     UserDefaultsDatabase(const UserDefaultsDatabase&) = delete;
     UserDefaultsDatabase& operator=(const UserDefaultsDatabase&) = delete;
 
-    [[nodiscard]] bool has(std::string_view key);
-    /// What `take` makes of the key's row; nothing if there is none. `take` gets a row whose
-    /// column 0 is the value.
-    template <class T, class Take>
-    [[nodiscard]] std::optional<T> read(std::string_view key, const Take& take);
-    /// `bind` gets the statement and the number of the parameter that is the value.
-    template <class Bind>
-    void write(std::string_view key, const Bind& bind);
-    void remove(std::string_view key);
+    [[nodiscard]] std::optional<StoredValue> read(std::string_view key);
+    /// Sets the value, or removes it if there is none.
+    void write(std::string_view key, std::optional<StoredValue> value);
+    void setAside(std::string_view key) { doubted_.emplace(key); }
     /// Batches may stand within one another; the outermost is one transaction.
-    void beginBatch();
-    /// Stores the batch, or none of it if one of its writes was refused.
+    void beginBatch() { ++batches_; }
     void endBatch();
 
 private:
     enum class Opening { good, damaged, refused };
-    struct Open {
-        SqliteConnection connection;
-        SqliteStatement has;
-        SqliteStatement select;
-        SqliteStatement upsert;
-        SqliteStatement erase;
+    struct Write {
+        std::optional<StoredValue> value;  ///< nothing removes the key
+        bool isRepair = false;             ///< of a value that was found damaged
     };
 
     void openOrReplace();
     [[nodiscard]] Opening open();
     [[nodiscard]] Opening openTable();
-    /// What the connection's last code says of the file.
-    [[nodiscard]] Opening failure() const;
+    [[nodiscard]] Opening failure(int code) const;
     [[nodiscard]] bool isSound();
     void openInMemory();
+    void readIntoMemory();
     void replaceDamaged();
     void startAnew();
-    /// Takes over what can be read of a file with the same table.
-    void copyFrom(const DatabaseFile& other);
-    void copyRows(SqliteConnection& source);
-    void watchLog();
+    void watch();
     void close();
+
+    [[nodiscard]] bool writeSalvaged(const Salvage& salvage) const;
+    /// What can be read of the file and, where that is not all, of its older copy.
+    [[nodiscard]] Salvage salvaged() const;
+    void write(std::string_view key, Write write);
+    [[nodiscard]] std::optional<StoredValue> repaired(std::string_view key);
+
+    /// Whether a value changes with each page, so that its changes are no deletions.
+    [[nodiscard]] bool isPassing(std::string_view key) const;
 
     /// Does `work`, which gives a result code. If that is of damage, begins anew and repeats it.
     template <class Work>
     int run(const Work& work);
-    template <class Work>
-    void runWrite(const Work& work);
-    [[nodiscard]] static bool isDamage(int code);
+    /// Writes all that is unwritten, or nothing of it.
+    void commit();
+    [[nodiscard]] int tryCommit();
+    [[nodiscard]] int writeOne(const std::string& key, const Write& write);
+    /// Keeps or drops what the write of a key takes away.
+    [[nodiscard]] int seeToPrevious(const std::string& key, const ValueView& value);
+    [[nodiscard]] int noteDeletion(const std::string& key);
 
     const DatabaseFile file_;
+    const StorageOptions options_;
     std::optional<DatabaseFile::Identity> identity_;  ///< of the file that is open
     std::optional<LogCheckpointer> checkpointer_;
-    Open open_;
-    int batches_ = 0;           ///< how many stand within one another
-    bool batchFailed_ = false;  ///< a write of the present batch was refused
+    std::optional<Housekeeper> housekeeper_;
+    SqliteConnection connection_;
+    DefaultsTable table_;
+    int batches_ = 0;      ///< how many stand within one another
+    /// Of the present batch, and what the disk did not take.
+    std::map<std::string, Write, std::less<>> unwritten_;
+    std::set<std::string, std::less<>> trusted_;  ///< keys whose stored values are known to be sound
+    std::set<std::string, std::less<>> doubted_;  ///< keys whose stored values nobody could read
+    bool hasErased_ = false;   ///< the present transaction notes an erasure
+    bool hasDeleted_ = false;  ///< and it is a deletion
 };
-
-template <class Work>
-int UserDefaultsDatabase::run(const Work& work) {
-    const int code = work();
-    if (!isDamage(code)) return code;
-    startAnew();
-    return work();
-}
-
-template <class Work>
-void UserDefaultsDatabase::runWrite(const Work& work) {
-    if (batchFailed_) return;
-    if (run(work) != SQLITE_DONE && batches_ > 0) batchFailed_ = true;
-}
-
-template <class T, class Take>
-std::optional<T> UserDefaultsDatabase::read(std::string_view key, const Take& take) {
-    std::optional<T> result;
-    run([&] {
-        SqliteStatement::Turn row{open_.select};
-        row.bindText(1, key);
-        const int code = row.step();
-        if (code == SQLITE_ROW) result = take(row);
-        return code;
-    });
-    return result;
-}
-
-template <class Bind>
-void UserDefaultsDatabase::write(std::string_view key, const Bind& bind) {
-    runWrite([&] {
-        SqliteStatement::Turn row{open_.upsert};
-        row.bindText(1, key);
-        bind(row, 2);
-        return row.step();
-    });
-}
 
 }  // namespace orvu

@@ -1,0 +1,426 @@
+#include "platform/linux/defaults/SqliteUserDefaults.h"
+
+#include "platform/DefaultsWorld.h"
+
+#include <array>
+#include <map>
+#include <random>
+
+namespace orvu {
+namespace {
+
+constexpr std::size_t pageSize = 32768;
+
+/// Values that are damaged: what was written last, and what the older copy has.
+class StorageTest : public DefaultsTest {
+protected:
+    using Values = std::map<std::string, std::string>;
+
+    static Values values(char mark) {
+        return {{"browserSession", std::string(500, mark)},
+                {"browserShelf", std::string(40, mark)},
+                {"browserGroups", std::string(3000, mark)},
+                {"orvuBookmarks", std::string(70'000, mark)},
+                {"browserVisits", std::string(120'000, mark)}};
+    }
+    void write(const Values& stored) const {
+        SqliteUserDefaults defaults{file};
+        for (const auto& [key, value] : stored) defaults.setData(key, value);
+    }
+    /// The older copy has `older`, the database `last`.
+    void makeBoth() {
+        write(older);
+        backUp();
+        const std::string copy = contents(beside(".backup"));
+        write(last);
+        overwrite(beside(".backup"), copy);  // as if each had only grown
+        whole = contents(file);
+        backup = copy;
+    }
+    void restore(std::string_view database) const {
+        fs::remove_all(folder);
+        fs::create_directory(folder);
+        overwrite(file, database);
+        if (!backup.empty()) overwrite(beside(".backup"), backup);
+    }
+    /// How many keys have their last value. Each must have that or the older copy's.
+    int checkEachIsWhole(const std::string& what) const {
+        SqliteUserDefaults defaults{file};
+        int latest = 0;
+        for (const auto& [key, value] : last) {
+            const auto stored = defaults.data(key);
+            EXPECT_TRUE(stored == value || stored == older.at(key)) << key << ", " << what;
+            if (stored == value) ++latest;
+        }
+        defaults.setString("after", "written");
+        EXPECT_EQ(defaults.string("after"), "written") << what;
+        return latest;
+    }
+
+    const Values older = values('o');
+    const Values last = values('l');
+    std::string whole;
+    std::string backup;
+};
+
+TEST_F(StorageTest, OfADatabaseThatIsCutAnywhereEachValueIsTheLastOrThatOfTheOlderCopy) {
+    makeBoth();
+    std::minstd_rand random{20260301};
+    std::vector<std::size_t> lengths{0, 1, 99, 100, pageSize, pageSize * 2, pageSize * 3};
+    for (int number = 0; number < 20; ++number) lengths.push_back(random() % whole.size());
+    int latest = 0;
+    for (const auto length : lengths) {
+        restore(std::string_view{whole}.substr(0, length));
+        latest += checkEachIsWhole(std::to_string(length));
+        checkEachIsWhole("reopened after " + std::to_string(length));
+    }
+    // What stands before the cut is not taken from the older copy.
+    EXPECT_GT(latest, 30);
+}
+
+TEST_F(StorageTest, AfterAFlippedBitInAnyPageEachValueIsTheLastOrThatOfTheOlderCopy) {
+    makeBoth();
+    std::minstd_rand random{20260302};
+    int latest = 0;
+    int rounds = 0;
+    for (std::size_t page = 0; page < whole.size() / pageSize; ++page) {
+        for (int round = 0; round < 10; ++round, ++rounds) {
+            std::string damaged = whole;
+            // Half of them where a page tells what is in it.
+            const std::size_t range = round % 2 == 0 ? 128 : pageSize;
+            const std::size_t at = page * pageSize + random() % range;
+            damaged[at] = static_cast<char>(damaged[at] ^ (1U << random() % 8));
+            restore(damaged);
+            latest += checkEachIsWhole("byte " + std::to_string(at));
+        }
+    }
+    EXPECT_GT(latest, rounds * 3);
+}
+
+TEST_F(StorageTest, AfterAFlippedBitInTheHeaderAllLastValuesAreThere) {
+    makeBoth();
+    constexpr std::size_t versionAt = 60;  // of the tables: that of a later program is not read
+    for (std::size_t at = 0; at < 100; ++at) {
+        if (at >= versionAt && at < versionAt + 4) continue;
+        std::string damaged = whole;
+        damaged[at] = static_cast<char>(damaged[at] ^ (1U << at % 8));
+        restore(damaged);
+        EXPECT_EQ(checkEachIsWhole("byte " + std::to_string(at)), 5) << at;
+    }
+}
+
+TEST_F(StorageTest, WithoutAnOlderCopyADamagedValueIsAbsentAndTheOthersAreThere) {
+    makeBoth();
+    backup.clear();
+    std::string damaged = whole;
+    const auto at = damaged.find(std::string(1000, 'l')) + 500;
+    damaged[at] = 'L';
+    restore(damaged);
+
+    const SqliteUserDefaults defaults{file};
+
+    int present = 0;
+    for (const auto& [key, value] : last) {
+        const auto stored = defaults.data(key);
+        EXPECT_TRUE(!stored || stored == value) << key;
+        present += stored ? 1 : 0;
+    }
+    EXPECT_EQ(present, 4);
+}
+
+TEST_F(StorageTest, ADamagedValueIsSetAsideWhenItIsFound) {
+    makeBoth();
+    const auto at = whole.find(std::string(5000, 'l')) + 2000;
+    std::string damaged = whole;
+    damaged[at] = 'L';
+    restore(damaged);
+
+    checkEachIsWhole("one letter");
+
+    SqliteConnection connection{file, Access::readOnly};
+    EXPECT_EQ(connection.queryInteger("SELECT count(*) FROM setAside"), 1);
+    EXPECT_EQ(connection.queryInteger("SELECT instr(value, x'6C4C6C') > 0 FROM setAside"), 1);
+    EXPECT_FALSE(fs::exists(beside(".damaged-1")));
+}
+
+TEST_F(StorageTest, ADatabaseThatIsGoneComesBackFromItsOlderCopy) {
+    makeBoth();
+    fs::remove(file);
+
+    const SqliteUserDefaults defaults{file};
+
+    for (const auto& [key, value] : older) EXPECT_EQ(defaults.data(key), value) << key;
+}
+
+TEST_F(StorageTest, AProcessThatDiedWhileItReplacedADamagedFileHasLostNothing) {
+    makeBoth();
+    fs::rename(file, beside(".salvaged"));
+    fs::remove(beside(".backup"));
+
+    const SqliteUserDefaults defaults{file};
+
+    for (const auto& [key, value] : last) EXPECT_EQ(defaults.data(key), value) << key;
+}
+
+TEST_F(StorageTest, ADamagedOlderCopyGivesOnlyWhatIsRight) {
+    makeBoth();
+    std::minstd_rand random{20260303};
+    for (int round = 0; round < 40; ++round) {
+        std::string damaged = backup;
+        for (int bit = 0; bit < 5; ++bit) {
+            auto& byte = damaged[random() % damaged.size()];
+            byte = static_cast<char>(byte ^ (1U << random() % 8));
+        }
+        restore("");
+        overwrite(beside(".backup"), damaged);
+
+        const SqliteUserDefaults defaults{file};
+
+        for (const auto& [key, value] : older) {
+            const auto stored = defaults.data(key);
+            EXPECT_TRUE(!stored || stored == value) << key << ", round " << round;
+        }
+    }
+}
+
+TEST_F(StorageTest, ADatabaseWithoutChecksumsOpensAndGetsThemWithTheNextWrites) {
+    fs::create_directory(folder);
+    SqliteConnection{file, Access::create}.execute(
+        "PRAGMA page_size=32768; PRAGMA journal_mode=WAL;"
+        "CREATE TABLE defaults (key TEXT PRIMARY KEY NOT NULL, value);"
+        "INSERT INTO defaults VALUES ('name', 'stored'), ('launchCount', 7);"
+        "PRAGMA user_version=1");
+
+    {
+        SqliteUserDefaults defaults{file};
+        EXPECT_EQ(defaults.string("name"), "stored");
+        defaults.setInteger("launchCount", 8);
+    }
+
+    SqliteConnection connection{file, Access::readOnly};
+    EXPECT_EQ(connection.queryInteger("SELECT count(*) FROM defaults WHERE checksum IS NULL"), 1);
+    EXPECT_EQ(connection.queryInteger("SELECT checksum IS NOT NULL FROM defaults "
+                                      "WHERE key = 'launchCount' AND value = 8"),
+              1);
+    EXPECT_FALSE(fs::exists(beside(".damaged-1")));
+}
+
+TEST_F(StorageTest, AValueThatAProgramWithoutChecksumsWroteCounts) {
+    makeStore();
+    SqliteConnection{file, Access::readWrite}.execute(
+        "INSERT INTO defaults (key, value) VALUES ('searchEngine', 'other') "
+        "ON CONFLICT (key) DO UPDATE SET value = excluded.value");
+
+    EXPECT_EQ(SqliteUserDefaults{file}.string("searchEngine"), "other");
+}
+
+TEST_F(StorageTest, TheOlderCopyIsPrivateToItsOwner) {
+    makeStore();
+    backUp();
+
+    EXPECT_EQ(permissions(beside(".backup")), 0600U);
+    EXPECT_FALSE(fs::exists(beside(".backup.half-made")));
+}
+
+TEST_F(StorageTest, TheOlderCopyIsNotMadeAnewBeforeItIsOld) {
+    makeStore();
+    backUp();
+    const std::string copy = contents(beside(".backup"));
+    auto options = backingUp();
+    options.pace.backupAge = std::chrono::hours{24};
+    {
+        SqliteUserDefaults defaults{file, options};
+        defaults.setInteger("launchCount", 99);
+        std::this_thread::sleep_for(std::chrono::milliseconds{100});
+    }
+    EXPECT_TRUE(contents(beside(".backup")) == copy);
+
+    fs::last_write_time(beside(".backup"),
+                        fs::file_time_type::clock::now() - std::chrono::hours{25});
+    const SqliteUserDefaults defaults{file, options};
+
+    EXPECT_TRUE(waitUntil([&] { return contents(beside(".backup")) != copy; }));
+}
+
+TEST_F(StorageTest, ADatabaseThatDoesNotReadWholeLeavesTheOlderCopyAlone) {
+    makeBoth();
+    std::string damaged = whole;
+    damaged[damaged.find(std::string(5000, 'l')) + 2000] = 'L';
+    restore(damaged);
+    {
+        const SqliteUserDefaults defaults{file, backingUp()};
+        std::this_thread::sleep_for(std::chrono::milliseconds{200});
+    }
+
+    EXPECT_TRUE(contents(beside(".backup")) == backup);
+}
+
+TEST_F(StorageTest, WhatNobodyCouldReadIsSetAsideWhenItIsReplaced) {
+    {
+        SqliteUserDefaults defaults{file};
+        defaults.setData("browserShelf", "[{broken");
+        defaults.setAside("browserShelf");
+        EXPECT_EQ(defaults.data("browserShelf"), "[{broken");
+        defaults.setData("browserShelf", "[1]");
+        defaults.setData("browserShelf", "[1,2]");
+    }
+
+    SqliteConnection connection{file, Access::readOnly};
+    EXPECT_EQ(connection.queryInteger("SELECT count(*) FROM setAside"), 1);
+    EXPECT_EQ(connection.queryInteger("SELECT count(*) FROM setAside WHERE key = 'browserShelf' "
+                                      "AND value = CAST('[{broken' AS BLOB)"),
+              1);
+}
+
+TEST_F(StorageTest, TheValuesSetAsideAreFewAndSmall) {
+    {
+        SqliteUserDefaults defaults{file};
+        for (int number = 0; number < 20; ++number) {
+            defaults.setData("list", "broken " + std::to_string(number));
+            defaults.setAside("list");
+        }
+        defaults.setData("list", "[]" + std::string(10'000'000, 'x'));
+        defaults.setAside("list");
+        defaults.setData("list", std::string(10'000'000, 'y'));
+        defaults.setAside("list");
+        defaults.setData("list", "[1]");
+    }
+
+    SqliteConnection connection{file, Access::readOnly};
+    EXPECT_EQ(connection.queryInteger("SELECT count(*) FROM setAside"), 1);
+    EXPECT_LE(connection.queryInteger("SELECT sum(length(value)) FROM setAside"), 16 << 20);
+}
+
+/// What a person deletes.
+class DeletionTest : public DefaultsTest {
+protected:
+    const std::string secret = "https://secret-page.example/";
+    const std::string kept = "https://kept-page.example/";
+
+    /// The secret in the database, the older copy, a value set aside, a file set aside, the log.
+    void spread(std::string_view key) {
+        SqliteUserDefaults defaults{file, backingUp()};
+        defaults.setData(key, "[" + secret);
+        defaults.setAside(key);
+        defaults.setData(key, listOf({secret, kept}));
+        defaults.setData("browserSession", listOf({secret, kept}));
+        ASSERT_TRUE(waitUntil([&] { return folderHas(folder, secret, ".backup"); }));
+        overwrite(beside(".damaged-1"), "damaged " + secret);
+        overwrite(beside(".damaged-3-wal"), "damaged " + secret);
+    }
+    void expectGone() const {
+        EXPECT_TRUE(waitUntil([&] { return !folderHas(folder, secret, ""); }));
+        for (const auto& entry : fs::directory_iterator{folder}) {
+            EXPECT_FALSE(contents(entry.path()).contains(secret)) << entry.path();
+        }
+    }
+};
+
+TEST_F(DeletionTest, WhatIsGoneFromADocumentIsGoneEverywhereWhileTheProgramRuns) {
+    for (const auto* const key : {"browserVisits", "orvuBookmarks", "browserShelf.PROFILE"}) {
+        spread(key);
+        SqliteUserDefaults defaults{file, atOnce()};
+
+        defaults.setData("browserSession", listOf({kept}));
+        defaults.setData(key, listOf({kept}));
+
+        expectGone();
+        EXPECT_TRUE(folderHas(folder, kept, ".backup")) << key;
+    }
+}
+
+TEST_F(DeletionTest, ARemovedKeyIsGoneEverywhere) {
+    spread("browserVisits");
+    SqliteUserDefaults defaults{file, atOnce()};
+
+    defaults.remove("browserSession");
+    defaults.remove("browserVisits");
+
+    expectGone();
+}
+
+TEST_F(DeletionTest, AnEmptiedDocumentIsGoneEverywhereAlsoIfNothingStoodThere) {
+    spread("browserVisits");
+    SqliteConnection{file, Access::readWrite}.execute("DELETE FROM defaults");
+    SqliteUserDefaults defaults{file, atOnce()};
+
+    defaults.setData("browserSession", "[]");
+    defaults.setData("browserVisits", "[]");
+
+    EXPECT_TRUE(waitUntil([&] { return !folderHas(folder, secret, ".damaged-1"); }));
+    EXPECT_TRUE(waitUntil([&] { return !folderHas(folder, secret, "-wal"); }));
+    SqliteConnection connection{file, Access::readOnly};
+    EXPECT_EQ(connection.queryInteger("SELECT count(*) FROM setAside"), 0);
+}
+
+TEST_F(DeletionTest, ADeletionIsCarriedOutBeforeTheEnd) {
+    spread("browserVisits");
+    {
+        auto options = atOnce();
+        options.pace.afterStart = options.pace.afterDeletion = options.pace.afterChange =
+            std::chrono::hours{1};
+        SqliteUserDefaults defaults{file, options};
+        defaults.setData("browserSession", listOf({kept}));
+        defaults.setData("browserVisits", listOf({kept}));
+    }
+
+    EXPECT_FALSE(folderHas(folder, secret, ""));
+    EXPECT_TRUE(folderHas(folder, kept, ".backup"));
+    SqliteConnection connection{file, Access::readOnly};
+    EXPECT_EQ(connection.queryInteger("SELECT count(*) FROM erasures"), 0);
+}
+
+TEST_F(DeletionTest, AClosedTabIsGoneFromTheOlderCopyAndLeavesFilesSetAsideAlone) {
+    spread("browserVisits");
+    SqliteUserDefaults defaults{file, atOnce()};
+    defaults.setData("browserSession", listOf({kept}));
+
+    const auto copied = [&] {
+        SqliteConnection copy{beside(".backup"), Access::readOnly};
+        return copy.queryInteger("SELECT instr(value, CAST('secret' AS BLOB)) FROM defaults "
+                                 "WHERE key = 'browserSession'") == 0;
+    };
+
+    EXPECT_TRUE(waitUntil(copied));
+    EXPECT_TRUE(fs::exists(beside(".damaged-1")));
+}
+
+TEST_F(DeletionTest, VisitsThatAreAddedNoteNothing) {
+    auto options = atOnce();
+    options.pace.afterStart = std::chrono::hours{1};
+    SqliteUserDefaults defaults{file, options};
+    std::vector<std::string> addresses;
+    for (int number = 100; number < 150; ++number) {
+        addresses.push_back("https://site" + std::to_string(number) + ".example/");
+        if (addresses.size() > 20) addresses.erase(addresses.begin());
+        std::string list = listOf(addresses);
+        // As records have: an identifier of their own comes first.
+        defaults.setData("browserVisits", list);
+    }
+
+    SqliteConnection connection{file, Access::readOnly};
+    EXPECT_EQ(connection.queryInteger("SELECT count(*) FROM erasures"), 0);
+}
+
+TEST_F(DeletionTest, StrangersFilesAndThoseOfLaterVersionsStay) {
+    makeStore();
+    SqliteConnection{file, Access::readWrite}.execute("PRAGMA user_version=2");
+    { const SqliteUserDefaults defaults{file}; }
+    fs::remove(file);
+    SqliteConnection{file, Access::create}.execute("CREATE TABLE notes (text)");
+    { const SqliteUserDefaults defaults{file}; }
+    fs::remove(file);
+    fs::create_directories(file / "within");
+    SqliteUserDefaults defaults{file, atOnce()};
+    overwrite(beside(".damaged-4"), std::string(5000, '?'));
+
+    defaults.remove("browserVisits");
+
+    EXPECT_TRUE(waitUntil([&] { return !fs::exists(beside(".damaged-4")); }));
+    EXPECT_TRUE(fs::exists(beside(".damaged-1")));
+    EXPECT_TRUE(fs::exists(beside(".damaged-2")));
+    EXPECT_TRUE(fs::exists(beside(".damaged-3") / "within"));
+}
+
+}  // namespace
+}  // namespace orvu
