@@ -5,6 +5,7 @@
 #include "core/BrowserStore.h"
 #include "platform/TemporaryFolder.h"
 #include "platform/linux/defaults/SqliteUserDefaults.h"
+#include "profiles/SettingsKeys.h"
 #include "support/FakeDesktop.h"
 
 #include <benchmark/benchmark.h>
@@ -18,10 +19,17 @@
 namespace orvu {
 namespace {
 
+/// As in the program.
+StorageOptions storageOptions() {
+    StorageOptions options;
+    for (const auto& key : passingDocuments) options.passing.emplace_back(key.name);
+    return options;
+}
+
 /// A full profile in a real database, with an engine whose pages do nothing.
 struct World {
     TemporaryFolder folder;
-    SqliteUserDefaults defaults{folder.path() / "UserDefaults.sqlite"};
+    SqliteUserDefaults defaults{folder.path() / "UserDefaults.sqlite", storageOptions()};
     FakeDesktop desktop;
     VirtualMainLoop& loop = desktop.loop;
     FullProfile profile{20251121, loop.now()};
@@ -42,6 +50,23 @@ void resolve(benchmark::State& state) {
         benchmark::DoNotOptimize(
             resolveAddress(inputs.at(next++ % inputs.size()), world.services.settings()));
     }
+}
+
+void openDefaults(benchmark::State& state) {
+    const TemporaryFolder folder;
+    const auto file = folder.path() / "UserDefaults.sqlite";
+    FakeDesktop desktop;
+    {
+        SqliteUserDefaults defaults{file};
+        FullProfile{20251121, desktop.loop.now()}.store(defaults);
+    }
+    CallTimes times;
+    for (auto _ : state) {
+        std::unique_ptr<SqliteUserDefaults> defaults;
+        times.measure(state, [&] { defaults = std::make_unique<SqliteUserDefaults>(file); });
+        if (!defaults->hasObject("browserVisits")) state.SkipWithError("nothing was there");
+    }
+    times.report(state);
 }
 
 void openStore(benchmark::State& state) {
@@ -124,6 +149,7 @@ void bookmarksMatching(benchmark::State& state) {
 }
 
 BENCHMARK(resolve)->Name("Resolve")->Unit(benchmark::kMicrosecond);
+BENCHMARK(openDefaults)->Name("OpenDefaults")->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK(openStore)->Name("OpenStore")->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK(recordVisit)->Name("RecordVisit")->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK(saveSession)->Name("SaveSession")->Unit(benchmark::kMillisecond)->UseManualTime();

@@ -5,7 +5,7 @@ namespace {
 
 // `defaults` is made first, so that its two trees begin on the same pages in every file, which
 // helps to read a damaged one. A program that knows no checksums updates the value alone; then
-// the checksum, of a value that is gone, has to go. Ours replaces the row.
+// the checksum, of a value that is gone, has to go. Our connections have triggers switched off.
 constexpr const char* createTables = R"(
     BEGIN IMMEDIATE;
     CREATE TABLE IF NOT EXISTS defaults (key TEXT PRIMARY KEY NOT NULL, value, checksum INTEGER);
@@ -54,11 +54,13 @@ int DefaultsTable::create() {
 }
 
 int DefaultsTable::prepare() {
+    sqlite3_db_config(connection_->handle(), SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
     select_ = connection_->prepare("SELECT value, checksum FROM defaults WHERE key = ?1");
     if (!select_) return connection_->status();
-    replace_ =
-        connection_->prepare("REPLACE INTO defaults (key, value, checksum) VALUES (?1, ?2, ?3)");
-    if (!replace_) return connection_->status();
+    upsert_ = connection_->prepare(
+        "INSERT INTO defaults (key, value, checksum) VALUES (?1, ?2, ?3) ON CONFLICT (key) "
+        "DO UPDATE SET value = excluded.value, checksum = excluded.checksum");
+    if (!upsert_) return connection_->status();
     erase_ = connection_->prepare("DELETE FROM defaults WHERE key = ?1");
     if (!erase_) return connection_->status();
     note_ = connection_->prepare("INSERT INTO erasures (key, isDeletion) VALUES (?1, ?2)");
@@ -72,7 +74,7 @@ int DefaultsTable::read(std::string_view key, std::optional<Row>& row) {
 }
 
 int DefaultsTable::write(std::string_view key, const ValueView& value) {
-    SqliteStatement::Turn turn{replace_};
+    SqliteStatement::Turn turn{upsert_};
     turn.bindText(1, key);
     value.bind(turn, 2);
     turn.bindInteger(3, value.checksum(key));

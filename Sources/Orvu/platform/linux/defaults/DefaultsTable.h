@@ -75,7 +75,7 @@ public:
 private:
     SqliteConnection* connection_ = nullptr;
     SqliteStatement select_;
-    SqliteStatement replace_;
+    SqliteStatement upsert_;
     SqliteStatement erase_;
     SqliteStatement note_;
 };

@@ -14,10 +14,17 @@ class Sum {
 public:
     void add(std::string_view bytes) {
         add(bytes.size());
-        while (bytes.size() >= lanes_.size() * wordSize) {
-            for (auto& lane : lanes_) lane = mixed(lane ^ takeWord(bytes));
+        const std::size_t round = lanes_.size() * wordSize;
+        for (; bytes.size() >= round; bytes.remove_prefix(round)) {
+            for (std::size_t lane = 0; lane < lanes_.size(); ++lane) {
+                lanes_[lane] = mixed(lanes_[lane] ^ word(bytes.data() + lane * wordSize, wordSize));
+            }
         }
-        while (!bytes.empty()) add(takeWord(bytes));
+        while (!bytes.empty()) {
+            const auto count = std::min(bytes.size(), wordSize);
+            add(word(bytes.data(), count));
+            bytes.remove_prefix(count);
+        }
     }
     void add(std::uint64_t word) { lanes_[0] = mixed(lanes_[0] ^ word); }
 
@@ -35,11 +42,9 @@ private:
         state *= oddFactor;
         return state ^ state >> 32U;
     }
-    static std::uint64_t takeWord(std::string_view& bytes) {
+    static std::uint64_t word(const char* bytes, std::size_t count) {
         std::uint64_t word = 0;
-        const auto count = std::min(bytes.size(), wordSize);
-        std::memcpy(&word, bytes.data(), count);
-        bytes.remove_prefix(count);
+        std::memcpy(&word, bytes, count);
         if constexpr (std::endian::native == std::endian::big) word = std::byteswap(word);
         return word;
     }
