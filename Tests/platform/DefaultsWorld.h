@@ -82,7 +82,8 @@ inline StorageOptions backingUp() {
 inline bool folderHas(const fs::path& folder, std::string_view text, std::string_view ending) {
     for (const auto& entry : fs::directory_iterator{folder}) {
         const bool isMeant = entry.path().string().ends_with(ending);
-        if (isMeant && entry.is_regular_file() && contents(entry.path()).contains(text)) return true;
+        if (isMeant && entry.is_regular_file() && contents(entry.path()).contains(text))
+            return true;
     }
     return false;
 }

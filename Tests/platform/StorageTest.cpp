@@ -377,8 +377,9 @@ TEST_F(DeletionTest, AClosedTabIsGoneFromTheOlderCopyAndLeavesFilesSetAsideAlone
 
     const auto copied = [&] {
         SqliteConnection copy{beside(".backup"), Access::readOnly};
-        return copy.queryInteger("SELECT instr(value, CAST('secret' AS BLOB)) FROM defaults "
-                                 "WHERE key = 'browserSession'") == 0;
+        return copy.queryInteger(
+                   "SELECT instr(value, CAST('secret' AS BLOB)) FROM defaults "
+                   "WHERE key = 'browserSession'") == 0;
     };
 
     EXPECT_TRUE(waitUntil(copied));
@@ -405,10 +406,14 @@ TEST_F(DeletionTest, VisitsThatAreAddedNoteNothing) {
 TEST_F(DeletionTest, StrangersFilesAndThoseOfLaterVersionsStay) {
     makeStore();
     SqliteConnection{file, Access::readWrite}.execute("PRAGMA user_version=2");
-    { const SqliteUserDefaults defaults{file}; }
+    {
+        const SqliteUserDefaults defaults{file};
+    }
     fs::remove(file);
     SqliteConnection{file, Access::create}.execute("CREATE TABLE notes (text)");
-    { const SqliteUserDefaults defaults{file}; }
+    {
+        const SqliteUserDefaults defaults{file};
+    }
     fs::remove(file);
     fs::create_directories(file / "within");
     SqliteUserDefaults defaults{file, atOnce()};

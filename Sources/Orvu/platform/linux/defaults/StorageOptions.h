@@ -10,12 +10,12 @@ namespace orvu {
 struct HousekeepingPace {
     using Duration = std::chrono::milliseconds;
 
-    Duration afterStart = std::chrono::seconds{1};     ///< what an earlier run left to do
-    Duration afterChange = std::chrono::seconds{10};   ///< after a value moved on
-    Duration afterDeletion = std::chrono::seconds{0};  ///< after a person deleted something
-    Duration afterFailure = std::chrono::minutes{1};   ///< until the next attempt
-    Duration firstBackup = std::chrono::seconds{30};   ///< after the start, not before
-    Duration nextBackup = std::chrono::hours{1};       ///< until its age is looked at again
+    Duration afterStart = std::chrono::seconds{1};            ///< what an earlier run left to do
+    Duration afterChange = std::chrono::seconds{10};          ///< after a value moved on
+    Duration afterDeletion = std::chrono::seconds{0};         ///< after a person deleted something
+    Duration afterFailure = std::chrono::minutes{1};          ///< until the next attempt
+    Duration firstBackup = std::chrono::seconds{30};          ///< after the start, not before
+    Duration nextBackup = std::chrono::hours{1};              ///< until its age is looked at again
     std::chrono::seconds backupAge = std::chrono::hours{24};  ///< at which it is made anew
 };
 

@@ -15,8 +15,12 @@ struct ValueView {
     std::int64_t integer = 0;
     double real = 0;
 
-    [[nodiscard]] static ValueView ofText(std::string_view text) { return {SQLITE_TEXT, text, 0, 0}; }
-    [[nodiscard]] static ValueView ofData(std::string_view data) { return {SQLITE_BLOB, data, 0, 0}; }
+    [[nodiscard]] static ValueView ofText(std::string_view text) {
+        return {SQLITE_TEXT, text, 0, 0};
+    }
+    [[nodiscard]] static ValueView ofData(std::string_view data) {
+        return {SQLITE_BLOB, data, 0, 0};
+    }
     [[nodiscard]] static ValueView ofInteger(std::int64_t n) { return {SQLITE_INTEGER, {}, n, 0}; }
     [[nodiscard]] static ValueView ofReal(double number) { return {SQLITE_FLOAT, {}, 0, number}; }
     /// The value in a column of the present row; it stands until the row's next step.

@@ -176,9 +176,8 @@ int UserDefaultsDatabase::noteDeletion(const std::string& key) {
 
 std::optional<StoredValue> UserDefaultsDatabase::repaired(std::string_view key) {
     const auto erasures = table_.erasures();
-    const bool isOutdated = std::ranges::any_of(erasures, [&](const Erasure& erasure) {
-        return erasure.isDeletion && erasure.key == key;
-    });
+    const bool isOutdated = std::ranges::any_of(
+        erasures, [&](const Erasure& erasure) { return erasure.isDeletion && erasure.key == key; });
     std::optional<StoredValue> older;
     if (!isOutdated) {
         const FolderLock lock{file_.folder()};
@@ -259,8 +258,8 @@ bool UserDefaultsDatabase::isSound() {
         return false;
     }
     // Not the quick check alone: that does not find keys that only a scan would find.
-    const auto isWhole = connection_.queryInteger(
-        "SELECT integrity_check = 'ok' FROM pragma_integrity_check(1)");
+    const auto isWhole =
+        connection_.queryInteger("SELECT integrity_check = 'ok' FROM pragma_integrity_check(1)");
     return isWhole ? *isWhole != 0 : !isDamage(connection_.status());
 }
 

@@ -80,13 +80,14 @@ private:
     std::optional<Housekeeper> housekeeper_;
     SqliteConnection connection_;
     DefaultsTable table_;
-    int batches_ = 0;      ///< how many stand within one another
+    int batches_ = 0;  ///< how many stand within one another
     /// Of the present batch, and what the disk did not take.
     std::map<std::string, Write, std::less<>> unwritten_;
-    std::set<std::string, std::less<>> trusted_;  ///< keys whose stored values are known to be sound
+    std::set<std::string, std::less<>>
+        trusted_;  ///< keys whose stored values are known to be sound
     std::set<std::string, std::less<>> doubted_;  ///< keys whose stored values nobody could read
-    bool hasErased_ = false;   ///< the present transaction notes an erasure
-    bool hasDeleted_ = false;  ///< and it is a deletion
+    bool hasErased_ = false;                      ///< the present transaction notes an erasure
+    bool hasDeleted_ = false;                     ///< and it is a deletion
 };
 
 }  // namespace orvu
