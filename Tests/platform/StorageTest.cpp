@@ -291,6 +291,18 @@ TEST_F(StorageTest, TheValuesSetAsideAreFewAndSmall) {
     EXPECT_LE(connection.queryInteger("SELECT sum(length(value)) FROM setAside"), 16 << 20);
 }
 
+TEST_F(StorageTest, WhatAKilledProcessLeftHalfDoneIsRemoved) {
+    makeStore();
+    for (const auto* const ending : {".backup.half-made", ".salvaged", ".salvaged.half-made"}) {
+        overwrite(beside(ending), "of a former life");
+    }
+
+    const SqliteUserDefaults defaults{file, atOnce()};
+
+    EXPECT_TRUE(waitUntil([&] { return !folderHas(folder, "of a former life", ""); }));
+    EXPECT_EQ(defaults.integer("launchCount"), 7);
+}
+
 /// What a person deletes.
 class DeletionTest : public DefaultsTest {
 protected:

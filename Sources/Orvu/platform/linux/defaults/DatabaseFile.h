@@ -44,6 +44,8 @@ public:
     /// What was set aside, damaged or not.
     [[nodiscard]] std::vector<DatabaseFile> filesSetAside() const;
 
+    /// What was saved of this file while it was damaged, until it takes its place.
+    [[nodiscard]] DatabaseFile salvaged() const { return sibling(".salvaged"); }
     /// A database whose name is this one's with an ending, in the same folder.
     [[nodiscard]] DatabaseFile sibling(const char* ending) const;
     /// Gives this file, which nobody has open, the other's name. The other one's goes.

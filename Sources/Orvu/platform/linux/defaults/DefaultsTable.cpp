@@ -124,11 +124,13 @@ int DefaultsTable::forgetErasures(std::int64_t upTo) {
 int DefaultsTable::setAside(std::string_view key) {
     auto copy = connection_->prepare(
         "INSERT INTO setAside (key, value, date) "
-        "SELECT key, value, datetime() FROM defaults WHERE key = ?1 AND value IS NOT NULL");
+        "SELECT key, value, datetime() FROM defaults "
+        "WHERE key = ?1 AND value IS NOT NULL AND length(value) <= ?2");
     int code = SQLITE_DONE;
     {
         SqliteStatement::Turn turn{copy};
         turn.bindText(1, key);
+        turn.bindInteger(2, bytesSetAside);
         code = turn.step();
     }
     if (code != SQLITE_DONE) return code;

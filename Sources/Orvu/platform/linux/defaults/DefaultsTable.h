@@ -64,8 +64,8 @@ public:
     [[nodiscard]] std::vector<Erasure> erasures();
     int forgetErasures(std::int64_t upTo);
 
-    /// Copies the value that stands to those set aside. Of those, the oldest go so that the
-    /// others are at most `mostSetAside`, and `bytesSetAside` together.
+    /// Copies the value that stands to those set aside, unless it has more than `bytesSetAside`.
+    /// The oldest go, so that the others are at most `mostSetAside` and that large together.
     int setAside(std::string_view key);
     /// Drops the values of this key that were set aside.
     int dropSetAside(std::string_view key);

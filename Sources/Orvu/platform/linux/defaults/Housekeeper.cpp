@@ -1,6 +1,7 @@
 #include "platform/linux/defaults/Housekeeper.h"
 
 #include "platform/linux/defaults/Backup.h"
+#include "platform/linux/defaults/DatabaseWriter.h"
 #include "platform/linux/defaults/DefaultsTable.h"
 
 #include <algorithm>
@@ -54,6 +55,11 @@ bool removeFilesSetAside(const DatabaseFile& database) {
     });
 }
 
+/// Removes what a process that was killed has saved of a damaged file and not put into its place.
+bool removeSalvaged(const DatabaseFile& database) {
+    return DatabaseWriter::removeHalfMade(database.salvaged()) && database.salvaged().remove();
+}
+
 /// Moves the log into the file, and leaves nothing in it.
 bool emptyLog(SqliteConnection& connection) {
     // The first does the work while others read and write; for the second, which keeps them
@@ -68,7 +74,7 @@ bool carryOutErasures(const DatabaseFile& database) {
     const FolderLock lock{database.folder(), std::try_to_lock};
     if (!lock.isHeld()) return false;
     Backup backup{database};
-    if (!backup.removeHalfMade()) return false;
+    if (!backup.removeHalfMade() || !removeSalvaged(database)) return false;
 
     SqliteConnection connection{database.path(), SqliteConnection::Access::readWrite};
     sqlite3_busy_timeout(connection.handle(), patience);

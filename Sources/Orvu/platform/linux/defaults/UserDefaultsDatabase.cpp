@@ -35,8 +35,6 @@ constexpr const char* settings = R"(
 constexpr int openingPatience = 2000;  // milliseconds
 constexpr int patience = 250;
 
-constexpr const char* salvagedEnding = ".salvaged";
-
 /// The same key of the same profile as `key`'s.
 std::string besideKey(std::string_view name, std::string_view key) {
     const auto profile = key.find('.');
@@ -193,7 +191,7 @@ std::optional<StoredValue> UserDefaultsDatabase::repaired(std::string_view key) 
 void UserDefaultsDatabase::openOrReplace() {
     if (!file_.makeFolder()) return openInMemory();
     const FolderLock lock{file_.folder()};
-    const auto whole = file_.sibling(salvagedEnding);
+    const auto whole = file_.salvaged();
     if (file_.isAbsent() && (whole.hasContent() || Backup{file_}.exists())) {
         // It is gone, but not by this program: what there is of it takes its place.
         return replaceDamaged();
@@ -274,7 +272,7 @@ void UserDefaultsDatabase::openInMemory() {
 void UserDefaultsDatabase::replaceDamaged() {
     connection_.keepLogAtClose();  // the file is set aside as it is
     close();
-    const auto whole = file_.sibling(salvagedEnding);
+    const auto whole = file_.salvaged();
     Salvage salvage;
     bool isWritten = file_.isAbsent() && whole.hasContent();
     if (!isWritten) {
@@ -313,7 +311,7 @@ Salvage UserDefaultsDatabase::salvaged() const {
 }
 
 bool UserDefaultsDatabase::writeSalvaged(const Salvage& salvage) const {
-    DatabaseWriter writer{file_.sibling(salvagedEnding)};
+    DatabaseWriter writer{file_.salvaged()};
     for (const auto& [key, value] : salvage.damaged) {
         if (!writer.add(key, value.view())) return false;
         if (writer.table().setAside(key) != SQLITE_DONE) return false;
