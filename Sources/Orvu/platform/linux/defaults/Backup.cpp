@@ -16,6 +16,9 @@ constexpr const char* updateSettings = R"(
     PRAGMA secure_delete=ON;
 )";
 
+/// Somebody may be looking at the copy, who does not take long.
+constexpr int patience = 250;  // milliseconds
+
 bool isWhole(SqliteConnection& source) {
     return source.queryInteger("SELECT integrity_check = 'ok' FROM pragma_integrity_check") == 1;
 }
@@ -61,6 +64,7 @@ bool Backup::update(const Changes& changes) {
 
 bool Backup::tryUpdate(const Changes& changes) {
     SqliteConnection connection{file_.path(), SqliteConnection::Access::readWrite};
+    sqlite3_busy_timeout(connection.handle(), patience);
     DefaultsTable table{connection};
     if (connection.status() != SQLITE_OK || connection.execute(updateSettings) != SQLITE_OK ||
         table.form() != DefaultsTable::Form::ours || table.prepare() != SQLITE_OK ||
