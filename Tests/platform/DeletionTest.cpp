@@ -84,6 +84,32 @@ TEST_F(DeletionTest, ADeletionIsCarriedOutBeforeTheEnd) {
     EXPECT_EQ(connection.queryInteger("SELECT count(*) FROM erasures"), 0);
 }
 
+TEST_F(DeletionTest, WhatWasDeletedWhileTheDiskRefusedWritesIsGoneAfterTheNextOne) {
+    spread("browserVisits");
+    SqliteUserDefaults defaults{file, atOnce()};
+    defaults.setData("browserSession", listOf({kept}));
+    {
+        SqliteConnection other{file, Access::readWrite};
+        other.execute("BEGIN IMMEDIATE");
+        defaults.setData("browserVisits", listOf({kept}));
+    }
+
+    // Beside what is stored this looks like a full list that moved on.
+    defaults.setData("browserVisits", listOf({kept, "https://next-page.example/"}));
+
+    expectGone();
+}
+
+TEST_F(DeletionTest, WhatNobodyCouldReadIsNotSetAsideWhenItsDocumentIsEmptied) {
+    SqliteUserDefaults defaults{file, atOnce()};
+    defaults.setData("browserVisits", "[" + secret);
+    defaults.setAside("browserVisits");
+
+    defaults.setData("browserVisits", "[]");
+
+    expectGone();
+}
+
 TEST_F(DeletionTest, AClosedTabIsGoneFromTheOlderCopyAndLeavesFilesSetAsideAlone) {
     spread("browserVisits");
     SqliteUserDefaults defaults{file, atOnce()};

@@ -124,10 +124,14 @@ std::int64_t ValueView::checksum(std::string_view key) const {
     return static_cast<std::int64_t>(sum.result());
 }
 
+bool ValueView::extends(const ValueView& previous) const {
+    if (previous.bytes.empty()) return true;
+    return previous.type == type && isInsertion(previous.bytes, bytes);
+}
+
 bool ValueView::loses(const ValueView& previous) const {
-    if (previous.bytes.empty()) return false;
-    if (previous.type != type) return true;
-    return !isInsertion(previous.bytes, bytes) && !hasMovedOn(previous.bytes, bytes);
+    if (extends(previous)) return false;
+    return previous.type != type || !hasMovedOn(previous.bytes, bytes);
 }
 
 bool ValueView::isEmpty() const {

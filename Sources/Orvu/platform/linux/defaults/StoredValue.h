@@ -31,9 +31,11 @@ struct ValueView {
     /// Tells the value under this key from a damaged one. A change within one word of
     /// eight bytes always shows. It is no protection from somebody who wants to deceive.
     [[nodiscard]] std::int64_t checksum(std::string_view key) const;
-    /// Whether this value, in the place of `previous`, takes anything away: false if all of
-    /// `previous` still stands in it in one or two pieces, or all but a beginning that made room
-    /// for new things at the end, as the oldest of a list that is full.
+    /// Whether all of `previous` still stands in this value, in one or two pieces.
+    [[nodiscard]] bool extends(const ValueView& previous) const;
+    /// Whether this value, in the place of `previous`, takes anything away: false if it extends
+    /// it, or lacks no more than a beginning that made room for new things at the end, as the
+    /// oldest of a list that is full.
     [[nodiscard]] bool loses(const ValueView& previous) const;
     /// Whether this is a list without entries, or nothing at all.
     [[nodiscard]] bool isEmpty() const;

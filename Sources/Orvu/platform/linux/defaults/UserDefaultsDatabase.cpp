@@ -95,6 +95,7 @@ void UserDefaultsDatabase::write(std::string_view key, std::optional<StoredValue
 }
 
 void UserDefaultsDatabase::write(std::string_view key, Write write) {
+    write.isLater = unwritten_.contains(key);
     unwritten_.insert_or_assign(std::string{key}, std::move(write));
     if (batches_ == 0) commit();
 }
@@ -132,7 +133,7 @@ int UserDefaultsDatabase::writeOne(const std::string& key, const Write& write) {
     if (write.isRepair) {
         code = table_.setAside(key);
     } else if (write.value) {
-        code = seeToPrevious(key, write.value->view());
+        code = seeToPrevious(key, write);
     } else {
         code = noteDeletion(key);
     }
@@ -140,21 +141,22 @@ int UserDefaultsDatabase::writeOne(const std::string& key, const Write& write) {
     return write.value ? table_.write(key, write.value->view()) : table_.remove(key);
 }
 
-int UserDefaultsDatabase::seeToPrevious(const std::string& key, const ValueView& value) {
+int UserDefaultsDatabase::seeToPrevious(const std::string& key, const Write& write) {
     using Check = DefaultsTable::Check;
+    const auto value = write.value->view();
     const auto check = trusted_.contains(key) ? Check::none : Check::checksum;
     bool isBad = doubted_.contains(key);
     bool loses = false;
     const auto compare = [&](const ValueView& previous, bool isSound) {
         isBad = isBad || !isSound;
-        loses = !isBad && value.loses(previous);
+        // Of several changes in one, the first may have deleted what a full list would drop.
+        loses = !isBad && (write.isLater ? !value.extends(previous) : value.loses(previous));
     };
     const int code = table_.inspect(key, check, compare);
     if (code != SQLITE_ROW && code != SQLITE_DONE) return code;
+    const bool isDocument = value.type == SQLITE_BLOB && !isPassing(key);
+    if (isDocument && (loses || value.isEmpty())) return noteDeletion(key);
     if (isBad) return table_.setAside(key);
-    if (!isPassing(key) && value.type == SQLITE_BLOB && (loses || value.isEmpty())) {
-        return noteDeletion(key);
-    }
     if (!loses) return SQLITE_DONE;
     hasErased_ = true;
     return table_.note(key, false);

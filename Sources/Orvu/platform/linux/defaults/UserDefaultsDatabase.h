@@ -39,6 +39,7 @@ private:
     struct Write {
         std::optional<StoredValue> value;  ///< nothing removes the key
         bool isRepair = false;             ///< of a value that was found damaged
+        bool isLater = false;              ///< another one, unwritten as well, came before it
     };
 
     void openOrReplace();
@@ -70,7 +71,7 @@ private:
     [[nodiscard]] int tryCommit();
     [[nodiscard]] int writeOne(const std::string& key, const Write& write);
     /// Keeps or drops what the write of a key takes away.
-    [[nodiscard]] int seeToPrevious(const std::string& key, const ValueView& value);
+    [[nodiscard]] int seeToPrevious(const std::string& key, const Write& write);
     [[nodiscard]] int noteDeletion(const std::string& key);
 
     const DatabaseFile file_;
