@@ -77,8 +77,8 @@ protected:
     }
 
     /// Writes values from `first` on, says the number of each to the pipe, and never ends.
-    void writeForEver(std::uint64_t first, int pipe) const {
-        SqliteUserDefaults defaults{file};
+    void writeForEver(std::uint64_t first, int pipe, const StorageOptions& options) const {
+        SqliteUserDefaults defaults{file, options};
         for (std::uint64_t number = first;; ++number) {
             defaults.setData(keyOf(number), numberedValue(number));
             if (write(pipe, &number, sizeof number) != sizeof number) return;
@@ -87,13 +87,13 @@ protected:
 
     /// Kills a process that writes values from `first` on, some time after it has reported
     /// `reports` of them. Gives the number of the last one reported.
-    [[nodiscard]] std::uint64_t killWriter(std::uint64_t first, int reports,
-                                           std::uint32_t spins) const {
+    [[nodiscard]] std::uint64_t killWriter(std::uint64_t first, int reports, std::uint32_t spins,
+                                           const StorageOptions& options) const {
         std::array<int, 2> ends{};
         EXPECT_EQ(pipe(ends.data()), 0);
         const pid_t writer = startProcess([&] {
             close(ends[0]);
-            writeForEver(first, ends[1]);
+            writeForEver(first, ends[1], options);
         });
         close(ends[1]);
         std::uint64_t last = first - 1;
@@ -111,35 +111,54 @@ protected:
         return last;
     }
 
-    const TemporaryFolder temporary;
-    const fs::path folder = temporary.path() / "Orvu";
-    const fs::path file = folder / "UserDefaults.sqlite";
-};
-
-TEST_F(SqliteUserDefaultsProcessTest, AKilledProcessLosesNothingThatItHasWritten) {
-    constexpr int rounds = 50;
-    std::minstd_rand random{20251121};
-    std::uint64_t next = 1;
-    for (int round = 0; round < rounds; ++round) {
-        const std::uint64_t last = killWriter(next, static_cast<int>(random() % 12),
-                                              static_cast<std::uint32_t>(random() % 2'000'000));
-
+    /// Whether each key has the last value that was reported under it, or the one that was just
+    /// being written.
+    [[nodiscard]] bool hasAllUpTo(std::uint64_t last) const {
         const SqliteUserDefaults defaults{file};
+        bool hasAll = true;
         for (const auto* const key : keys) {
             std::uint64_t written = last;
             while (written > 0 && keyOf(written) != key) --written;
             const std::uint64_t found = storedNumber(defaults, key);
             const bool wasBeingWritten = found == last + 1 && keyOf(found) == key;
             EXPECT_TRUE(found == written || wasBeingWritten)
-                << "round " << round << ", " << key << ": " << found << " instead of " << written;
+                << key << ": " << found << " instead of " << written;
+            hasAll = hasAll && (found == written || wasBeingWritten);
         }
-        next = last + 2;  // the one behind the last may stand already
-        SqliteUserDefaults settled{file};
-        for (const std::uint64_t end = next + keys.size(); next < end; ++next) {
-            settled.setData(keyOf(next), numberedValue(next));
-            ASSERT_EQ(storedNumber(settled, keyOf(next)), next);
-        }
+        return hasAll;
     }
+    /// Kills writers at random moments. Gives after how many of the kills nothing was lost.
+    [[nodiscard]] int killsSurvived(int rounds, const StorageOptions& options) const {
+        std::minstd_rand random{20251121};
+        std::uint64_t next = 1;
+        int survived = 0;
+        for (int round = 0; round < rounds; ++round) {
+            const auto reports = static_cast<int>(random() % 12);
+            const auto spins = static_cast<std::uint32_t>(random() % 2'000'000);
+            const std::uint64_t last = killWriter(next, reports, spins, options);
+            survived += hasAllUpTo(last) ? 1 : 0;
+            next = last + 2;  // the one behind the last may stand already
+            SqliteUserDefaults settled{file};
+            for (const std::uint64_t end = next + keys.size(); next < end; ++next) {
+                settled.setData(keyOf(next), numberedValue(next));
+                EXPECT_EQ(storedNumber(settled, keyOf(next)), next) << "round " << round;
+            }
+        }
+        return survived;
+    }
+
+    const TemporaryFolder temporary;
+    const fs::path folder = temporary.path() / "Orvu";
+    const fs::path file = folder / "UserDefaults.sqlite";
+};
+
+TEST_F(SqliteUserDefaultsProcessTest, AKilledProcessLosesNothingThatItHasWritten) {
+    EXPECT_EQ(killsSurvived(50, {}), 50);
+    EXPECT_FALSE(fs::exists(fs::path{file} += ".damaged-1"));
+}
+
+TEST_F(SqliteUserDefaultsProcessTest, AProcessKilledWhileItCopiesAndErasesLosesNothing) {
+    EXPECT_EQ(killsSurvived(50, backingUp()), 50);
     EXPECT_FALSE(fs::exists(fs::path{file} += ".damaged-1"));
 }
 
