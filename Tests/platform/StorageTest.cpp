@@ -78,6 +78,16 @@ TEST_F(StorageTest, OfADatabaseThatIsCutAnywhereEachValueIsTheLastOrThatOfTheOld
     EXPECT_GT(latest, 30);
 }
 
+TEST_F(StorageTest, OfACutDatabaseWithoutChecksumsTheOlderCopysValuesAreTaken) {
+    makeBoth();
+    SqliteConnection{file, Access::readWrite}.execute("UPDATE defaults SET checksum = NULL");
+    whole = contents(file);
+    for (std::size_t length = 40'000; length < whole.size(); length += 20'000) {
+        restore(std::string_view{whole}.substr(0, length));
+        EXPECT_EQ(checkEachIsWhole(std::to_string(length)), 0);
+    }
+}
+
 TEST_F(StorageTest, AfterAFlippedBitInAnyPageEachValueIsTheLastOrThatOfTheOlderCopy) {
     makeBoth();
     std::minstd_rand random{20260302};

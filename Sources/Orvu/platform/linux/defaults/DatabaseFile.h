@@ -32,6 +32,8 @@ public:
     /// Whether a file with anything in it is there. Where none is, the library takes a log that
     /// stands beside its place for rubbish and deletes it.
     [[nodiscard]] bool hasContent() const;
+    /// Whether a log is there that may have what the file lacks.
+    [[nodiscard]] bool hasLog() const;
     [[nodiscard]] bool isFolder() const;
     /// Whether the system lets this user write it.
     [[nodiscard]] bool isWritable() const;
@@ -64,7 +66,6 @@ public:
     [[nodiscard]] std::optional<Identity> identity() const;
 
 private:
-    [[nodiscard]] bool hasLog() const;
     [[nodiscard]] std::filesystem::path beside(const char* suffix) const;
 
     std::filesystem::path path_;

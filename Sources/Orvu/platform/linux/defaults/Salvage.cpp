@@ -71,6 +71,11 @@ Salvage Salvage::of(const DatabaseFile& file) {
     return result;
 }
 
+bool Salvage::isProven(std::string_view key) const {
+    const auto found = isProven_.find(key);
+    return found != isProven_.end() && found->second;
+}
+
 void Salvage::readAll(SqliteConnection& source) {
     isComplete = readRows(source, Trust::all) && damaged.empty();
     DefaultsTable table{source};

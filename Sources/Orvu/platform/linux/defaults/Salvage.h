@@ -6,6 +6,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace orvu {
@@ -23,6 +24,8 @@ struct Salvage {
     /// Reads what it can of a database that nobody writes to meanwhile, with its log, and leaves
     /// the file as it is. Nothing of a file that a later version of the program wrote.
     [[nodiscard]] static Salvage of(const DatabaseFile& file);
+    /// Whether a value was found that its checksum proves to be what was written.
+    [[nodiscard]] bool isProven(std::string_view key) const;
 
 private:
     enum class Trust { all, provenAlone };

@@ -252,7 +252,11 @@ UserDefaultsDatabase::Opening UserDefaultsDatabase::failure(int code) const {
 bool UserDefaultsDatabase::isSound() {
     std::error_code failure;
     const auto size = std::filesystem::file_size(file_.path(), failure);
-    if (failure || size > checkedFileSize) return true;
+    if (failure) return true;
+    // The library reads zeros behind the end of a file that was cut amid its last page.
+    const auto pageSize = connection_.queryInteger("PRAGMA page_size").value_or(1);
+    if (size % static_cast<std::uintmax_t>(pageSize) != 0 && !file_.hasLog()) return false;
+    if (size > checkedFileSize) return true;
     // In another encoding every text would be read as another one.
     if (connection_.queryInteger("SELECT encoding = 'UTF-8' FROM pragma_encoding") == 0) {
         return false;
@@ -307,7 +311,9 @@ Salvage UserDefaultsDatabase::salvaged() const {
         if (erasure.isDeletion) deleted.insert(erasure.key);
     }
     for (auto& [key, value] : Backup{file_}.values()) {
-        if (!deleted.contains(key)) result.sound.try_emplace(key, std::move(value));
+        if (deleted.contains(key)) continue;
+        // What a damaged file has without a checksum may be half a value.
+        if (!result.isProven(key)) result.sound.insert_or_assign(key, std::move(value));
     }
     return result;
 }
