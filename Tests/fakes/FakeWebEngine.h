@@ -50,6 +50,7 @@ public:
         live_.push_back(this);
     }
     ~FakeWebView() override {
+        for (const auto& asked : std::exchange(closings, {})) asked.resolve(true);
         std::erase(live_, this);
         if (atEnd) atEnd();
     }
@@ -100,6 +101,14 @@ public:
         setCapture(left);
     }
     [[nodiscard]] std::shared_ptr<WebsiteData> websiteData() override { return data_; }
+    [[nodiscard]] PageDialogs& dialogs() override { return dialogs_; }
+    [[nodiscard]] Future<bool> mayClose() override {
+        const Promise<bool> promise;
+        if (!asksBeforeClosing) promise.resolve(true);
+        closings.push_back(promise);
+        return promise.future();
+    }
+    void print() override { calls.emplace_back("print"); }
     void setNavigationDelegate(NavigationDelegate* delegate) override { delegate_ = delegate; }
     sigc::connection connectPropertyChanged(
         const sigc::slot<void(WebViewProperty)>& slot) override {
@@ -136,6 +145,17 @@ public:
         set(isLoading_, false, WebViewProperty::isLoading);
         setUrl(previous_);
     }
+    /// The page asks whether it is to be left, when it was asked whether it may be closed. What the
+    /// person says is what the program hears.
+    void askBeforeClosing() {
+        const auto asked = closings.back();
+        dialogs_.ask({.kind = PageDialog::Kind::beforeUnload, .startedByPerson = true}, Date{},
+                     [asked](const PageDialogAnswer& answer) { asked.resolve(answer.isAccepted); });
+    }
+    /// Answers what the page asks.
+    void answerDialog(const PageDialogAnswer& answer) {
+        dialogs_.answer(dialogs_.current()->id, answer);
+    }
     [[nodiscard]] NavigationDelegate* delegate() const { return delegate_; }
 
     FakeEngineLog calls;
@@ -149,6 +169,8 @@ public:
     };
     std::vector<Search> searches;
     std::deque<Promise<bool>> findAnswers;  ///< one for each search, to be resolved
+    bool asksBeforeClosing = false;         ///< otherwise it may be closed at once
+    std::deque<Promise<bool>> closings;     ///< one for each time that it was asked
 
 private:
     template <class T>
@@ -161,6 +183,7 @@ private:
     std::vector<FakeWebView*>& live_;
     const std::shared_ptr<FakeWebsiteData> data_;
     NavigationDelegate* delegate_ = nullptr;
+    PageDialogs dialogs_;
     sigc::signal<void(WebViewProperty)> changed_;
     std::string title_;
     std::optional<Url> url_;

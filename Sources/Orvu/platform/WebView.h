@@ -5,6 +5,7 @@
 #include "platform/LoadFailure.h"
 #include "platform/MediaCapture.h"
 #include "platform/Navigation.h"
+#include "platform/PageDialogs.h"
 #include "platform/RefusedPermission.h"
 #include "platform/WebsiteData.h"
 
@@ -120,6 +121,15 @@ public:
     virtual void stopCapture(CaptureKind kind) = 0;
     /// What websites stored where this page stores too.
     [[nodiscard]] virtual std::shared_ptr<WebsiteData> websiteData() = 0;
+
+    /// What the page asks the person. It lives as long as the view.
+    [[nodiscard]] virtual PageDialogs& dialogs() = 0;
+    /// Whether the view may end: a page in which the person did something may want to ask first, in
+    /// its dialogs. A page that doesn't answer may be ended after a moment. Who drops the answer
+    /// takes the question back.
+    [[nodiscard]] virtual Future<bool> mayClose() = 0;
+    /// Shows the desktop's dialog for printing the page.
+    virtual void print() = 0;
 
     /// `delegate` must outlive the view or be taken away with nullptr.
     virtual void setNavigationDelegate(NavigationDelegate* delegate) = 0;

@@ -117,6 +117,8 @@ private:
         self(data).changed_.emit(WebViewProperty::estimatedProgress);
     }
     static void loadingChanged(WebKitWebView*, GParamSpec*, gpointer data) {
+        // Also where the document only moved within itself.
+        if (!self(data).isLoading()) self(data).leaving_->loadEnded();
         self(data).changed_.emit(WebViewProperty::isLoading);
     }
     static void captureChanged(WebKitWebView* view, GParamSpec*, gpointer data) {
@@ -148,7 +150,9 @@ private:
         if (!delegate) return FALSE;
         if (type == WEBKIT_POLICY_DECISION_TYPE_RESPONSE) {
             const auto response = navigationResponse(WEBKIT_RESPONSE_POLICY_DECISION(decision));
-            if (delegate->decidePolicy(response) == ResponsePolicy::allow) return FALSE;
+            if (delegate->decidePolicy(response) == ResponsePolicy::allow) {
+                return static_cast<gboolean>(self(data).asksBefore(decision));
+            }
             self(data).becomesDownload_ = response.isForMainFrame;
             webkit_policy_decision_download(decision);
             return TRUE;
@@ -156,6 +160,7 @@ private:
         const auto action =
             navigationAction(webkit_navigation_policy_decision_get_navigation_action(
                 WEBKIT_NAVIGATION_POLICY_DECISION(decision)));
+        self(data).leaving_->pageNavigates(action.navigationType == NavigationType::linkActivated);
         if (mayGoOn(self(data), type, action) &&
             delegate->decidePolicy(action) == NavigationPolicy::allow) {
             return FALSE;
@@ -245,11 +250,15 @@ OrvuWebView::OrvuWebView(std::shared_ptr<WebKitShared> shared, MainLoop& loop)
 OrvuWebView::~OrvuWebView() {
     if (!view_) return;
     Events::disconnect(view(), this);
+    leaving_.reset();
+    webkit_web_view_terminate_web_process(view());  // it could ask the next thing
+    dialogs_.cancelAll();
+    printing_.reset();
+    engineDialogs_.reset();
     finder_.reset();
     swipes_.reset();
     GtkWidget* const parent = gtk_widget_get_parent(GTK_WIDGET(view()));
     if (parent && GTK_IS_BOX(parent)) gtk_box_remove(GTK_BOX(parent), GTK_WIDGET(view()));
-    webkit_web_view_terminate_web_process(view());
 }
 
 GtkWidget* OrvuWebView::widget() {
@@ -268,7 +277,26 @@ void OrvuWebView::make() {
     Events::connect(view(), this);
     swipes_.emplace(view(), loop_);
     finder_.emplace(view());
+    addDialogs();
     if (const auto url = std::exchange(pending_, std::nullopt)) load(*url);
+}
+
+void OrvuWebView::addDialogs() {
+    const auto host = [this] {
+        const auto& document = address_.document();
+        return (document ? document->host() : std::nullopt).value_or("");
+    };
+    const auto isAboutToChange = [this] { return isLoading() && !committed_; };
+    leaving_.emplace(view(), dialogs_, loop_);
+    engineDialogs_.emplace(view(), dialogs_, *leaving_, loop_,
+                           EngineDialogs::Page{host, isAboutToChange});
+    printing_.emplace(view(), loop_);
+}
+
+/// The person wants something else of the page than to answer its dialogs, which would hold it up.
+void OrvuWebView::beginNavigation() {
+    dialogs_.cancelAll();
+    if (leaving_) leaving_->personNavigates();
 }
 
 void OrvuWebView::load(const Url& url) {
@@ -276,6 +304,8 @@ void OrvuWebView::load(const Url& url) {
     loads_.dismiss();
     if (view_) {
         const std::weak_ptr alive{self_};
+        beginNavigation();
+        if (!living(alive)) return;
         tellUrl(address_.asked(url));
         if (living(alive)) webkit_web_view_load_uri(view(), url.absoluteString().c_str());
         return;
@@ -289,6 +319,7 @@ void OrvuWebView::load(const Url& url) {
 
 void OrvuWebView::stopLoading() {
     awaitsNetwork_ = false;
+    dialogs_.cancelAll();
     if (view_) return webkit_web_view_stop_loading(view());
     starter_.cancel();
     if (std::exchange(pending_, std::nullopt)) changed_.emit(WebViewProperty::isLoading);
@@ -297,14 +328,17 @@ void OrvuWebView::stopLoading() {
 void OrvuWebView::reload() {
     // The engine has nothing to load again where no page ever stood.
     if (const auto url = address_.unshown()) return load(*url);
+    beginNavigation();
     if (view_) webkit_web_view_reload(view());
 }
 
 void OrvuWebView::goBack() {
+    beginNavigation();
     if (view_) webkit_web_view_go_back(view());
 }
 
 void OrvuWebView::goForward() {
+    beginNavigation();
     if (view_) webkit_web_view_go_forward(view());
 }
 
@@ -354,6 +388,24 @@ std::shared_ptr<WebsiteData> OrvuWebView::websiteData() {
     return std::make_shared<SessionWebsiteData>(shared_->session);
 }
 
+Future<bool> OrvuWebView::mayClose() {
+    if (view_ && address_.document()) return leaving_->mayGo();
+    const Promise<bool> yes;
+    yes.resolve(true);
+    return yes.future();
+}
+
+void OrvuWebView::print() {
+    if (view_ && address_.document()) printing_->print();
+}
+
+/// Whether the page that stands is asked first, and the decision made later.
+bool OrvuWebView::asksBefore(WebKitPolicyDecision* decision) {
+    const auto& document = address_.document();
+    return document && leaving_->holds(WEBKIT_RESPONSE_POLICY_DECISION(decision),
+                                       document->host().value_or(""));
+}
+
 void OrvuWebView::emit(std::initializer_list<WebViewProperty> properties) {
     const std::weak_ptr alive{self_};  // whoever hears of one change may end this view
     for (const auto property : properties) {
@@ -400,7 +452,7 @@ void OrvuWebView::loadChanged(WebKitLoadEvent event) {
             loads_.answered();
             finder_->pageUnloaded();
             address_.committed();
-            if (delegate_) delegate_->documentUnloaded();
+            documentGone();
             setSecure(cameSecurely(view()));
             break;
         }
@@ -415,8 +467,16 @@ void OrvuWebView::loadChanged(WebKitLoadEvent event) {
     }
 }
 
+void OrvuWebView::documentGone() {
+    leaving_->documentGone();
+    printing_->documentGone();
+    dialogs_.documentGone();
+    if (delegate_) delegate_->documentUnloaded();
+}
+
 void OrvuWebView::loadFailed(const char* uri, const GError* error) {
     failed_ = true;
+    leaving_->loadEnded();
     awaitsNetwork_ = address_.unshown() && isNetworkFailure(error);
     const std::weak_ptr alive{self_};
     if (!becomesDownload_) noteFailure(loadFailureCause(error), Url::parse(uri ? uri : ""));
@@ -426,6 +486,7 @@ void OrvuWebView::loadFailed(const char* uri, const GError* error) {
 void OrvuWebView::loadFailedInTls(const char* uri, GTlsCertificate* certificate,
                                   GTlsCertificateFlags flags) {
     failed_ = true;
+    leaving_->loadEnded();
     const auto url = Url::parse(uri ? uri : "");
     if (!url) return;
     refused_ = GObjectPointer<GTlsCertificate>::retain(certificate);
@@ -473,7 +534,7 @@ void OrvuWebView::finish() {
 void OrvuWebView::processTerminated(WebKitWebProcessTerminationReason reason) {
     const std::weak_ptr alive{self_};
     setCapture({});
-    if (living(alive) && delegate_) delegate_->documentUnloaded();
+    if (living(alive)) documentGone();
     if (!living(alive) || reason == WEBKIT_WEB_PROCESS_TERMINATED_BY_API) return;
     finder_->pageUnloaded();
     // Within the signal the engine still knows the address.

@@ -6,7 +6,10 @@
 #include "platform/NetworkMonitor.h"
 #include "platform/PageAddress.h"
 #include "platform/WebView.h"
+#include "platform/linux/web/EngineDialogs.h"
 #include "platform/linux/web/PageFinder.h"
+#include "platform/linux/web/PageLeaving.h"
+#include "platform/linux/web/PagePrinting.h"
 #include "platform/linux/web/SwipeGestures.h"
 #include "platform/linux/web/WebKitContentRules.h"
 #include "platform/linux/web/WebKitSession.h"
@@ -81,6 +84,9 @@ public:
     [[nodiscard]] Future<bool> find(std::string text, FindConfiguration configuration) override;
     void stopCapture(CaptureKind kind) override;
     [[nodiscard]] std::shared_ptr<WebsiteData> websiteData() override;
+    [[nodiscard]] PageDialogs& dialogs() override { return dialogs_; }
+    [[nodiscard]] Future<bool> mayClose() override;
+    void print() override;
     void setNavigationDelegate(NavigationDelegate* delegate) override { delegate_ = delegate; }
     sigc::connection connectPropertyChanged(
         const sigc::slot<void(WebViewProperty)>& slot) override {
@@ -98,6 +104,10 @@ private:
     class Events;
 
     void make();
+    void addDialogs();
+    void beginNavigation();
+    void documentGone();
+    [[nodiscard]] bool asksBefore(WebKitPolicyDecision* decision);
     void emit(std::initializer_list<WebViewProperty> properties);
     void uriChanged(const std::optional<Url>& uri);
     void tellUrl(bool changed);
@@ -117,10 +127,15 @@ private:
     const std::shared_ptr<WebKitShared> shared_;
     MainLoop& loop_;
     NavigationDelegate* delegate_ = nullptr;
+    PageDialogs dialogs_;
     GObjectPointer<WebKitWebView> view_;
     GObjectPointer<GTlsCertificate> refused_;  ///< of the present failure by certificate
-    std::optional<SwipeGestures> swipes_;      ///< once the engine's view is made
-    std::optional<PageFinder> finder_;         ///< once the engine's view is made
+    // Once the engine's view is made.
+    std::optional<SwipeGestures> swipes_;
+    std::optional<PageFinder> finder_;
+    std::optional<PageLeaving> leaving_;
+    std::optional<EngineDialogs> engineDialogs_;
+    std::optional<PagePrinting> printing_;
     sigc::signal<void(WebViewProperty)> changed_;
     sigc::signal<void(bool)> fullscreen_;
     std::string title_;

@@ -42,15 +42,22 @@ void cleared(GObject* manager, GAsyncResult* result, gpointer data) {
 
 WebKitSession::WebKitSession()
     : session_(
-          GObjectPointer<WebKitNetworkSession>::adopt(webkit_network_session_new_ephemeral())) {}
+          GObjectPointer<WebKitNetworkSession>::adopt(webkit_network_session_new_ephemeral())) {
+    keepNoPasswords();
+}
 
 WebKitSession::WebKitSession(const std::filesystem::path& data, const std::filesystem::path& caches)
     : session_(GObjectPointer<WebKitNetworkSession>::adopt(
           webkit_network_session_new(data.c_str(), caches.c_str()))) {
+    keepNoPasswords();
     // Without this call cookies would live in memory only.
     webkit_cookie_manager_set_persistent_storage(
         webkit_network_session_get_cookie_manager(session_.get()),
         (data / "cookies.sqlite").c_str(), WEBKIT_COOKIE_PERSISTENT_STORAGE_SQLITE);
+}
+
+void WebKitSession::keepNoPasswords() const {
+    webkit_network_session_set_persistent_credential_storage_enabled(get(), FALSE);
 }
 
 void WebKitSession::giveDownloadsTo(std::shared_ptr<const DownloadTaker> taker) const {

@@ -33,6 +33,8 @@ public:
     void giveDownloadsTo(std::shared_ptr<const DownloadTaker> taker) const;
 
 private:
+    void keepNoPasswords() const;
+
     GObjectPointer<WebKitNetworkSession> session_;
 };
 
