@@ -305,6 +305,37 @@ TEST_F(BrowserWindowControllerTest, APrivateWindowThatSwitchesBecomesOrdinaryBut
     EXPECT_EQ(window.traits.title, "Orvu — Private");
 }
 
+TEST_F(BrowserWindowControllerTest, APageThatAsksIsAnsweredBeforeItsWindowSwitches) {
+    FakeBrowserWindow& window = openWindow();
+    auto& asking = page(storeAt(0).newTab(url(a), Select::yes));
+    asking.asksBeforeClosing = true;
+    storeAt(0).newTab(url(b), Select::yes);
+    window.calls.clear();
+
+    controller().switchProfile(storeAt(0), world.work);
+    asking.askBeforeClosing();
+    EXPECT_EQ(front(storeAt(0)), a);
+    EXPECT_EQ(window.calls, Strings{"present"});
+    EXPECT_EQ(storeAt(0).profile(), Profile::personal());
+    asking.answerDialog({.isAccepted = true});
+    world.loop.advance(std::chrono::milliseconds{0});
+
+    EXPECT_EQ(storeAt(0).profile(), world.work);
+}
+
+TEST_F(BrowserWindowControllerTest, APageThatStaysKeepsTheProfileOfItsWindow) {
+    openWindow();
+    auto& asking = page(storeAt(0).newTab(url(a), Select::yes));
+    asking.asksBeforeClosing = true;
+    controller().switchProfile(storeAt(0), world.work);
+    asking.askBeforeClosing();
+
+    asking.answerDialog({});
+    world.loop.advance(std::chrono::milliseconds{0});
+
+    EXPECT_EQ(storeAt(0).profile(), Profile::personal());
+}
+
 TEST_F(BrowserWindowControllerTest, AStoreWithoutAWindowCannotSwitch) {
     openWindow();
     const auto stranger = openStore();

@@ -425,6 +425,29 @@ TEST_F(CommandsTest, TheKeyboardMovesAmongTheAreas) {
     EXPECT_EQ(press(store, "⇧F6"), Strings{"areas -1"});
 }
 
+TEST_F(CommandsTest, CommandPPrintsThePageInFront) {
+    const std::shared_ptr<BrowserStore> store = openStoreWith({a});
+    page(*store->active()).calls.clear();
+
+    press(store, "⌘P");
+
+    EXPECT_EQ(page(*store->active()).calls, Strings{"print"});
+}
+
+TEST_F(CommandsTest, WhatClosesTabsAsksTheirPagesFirst) {
+    const std::shared_ptr<BrowserStore> store = openStoreWith({a});
+    auto& front = page(*store->active());
+    front.asksBeforeClosing = true;
+    const auto group = store->newGroup(*store->active());
+
+    run(store, "closeTab");
+    run(store, "park");
+    std::get<Command::ForGroup>(command("closeGroup").run)(*store, *group);
+
+    EXPECT_EQ(front.closings.size(), 3U);
+    EXPECT_EQ(addresses(store->tabs()), Strings{a});
+}
+
 TEST_F(CommandsTest, CommandFOpensTheSearchInThePage) {
     const std::shared_ptr<BrowserStore> store = openStore();
 

@@ -7,6 +7,7 @@
 #include "core/TabGroup.h"
 #include "core/WindowReader.h"
 #include "foundation/Signal.h"
+#include "foundation/async/TaskScope.h"
 #include "site/icons/SiteIcons.h"
 
 #include <memory>
@@ -57,6 +58,9 @@ public:
     [[nodiscard]] SiteIcons icons() const { return {services_.favicons(), persistence()}; }
     /// What sites may do, to be asked with `persistence`.
     [[nodiscard]] SitePermissions& permissions() const { return services_.permissions(); }
+    [[nodiscard]] MainLoop& loop() const { return loop_; }
+    /// What others do about this window that is to end with it.
+    [[nodiscard]] TaskScope& work() { return work_; }
     /// How articles look, in this window as in all others.
     [[nodiscard]] ReaderLook& readerLook() const { return services_.readerLook(); }
     /// Whether what this window meets may leave a trace on the disk.
@@ -209,7 +213,8 @@ private:
     std::vector<TabGroup> groups_;
     bool restoring_ = false;
     ChangeSignal changes_;
-    WindowReader reader_;  // last, so that what it reads ends first
+    WindowReader reader_;
+    TaskScope work_;  // last, so that what reads and works ends first
 };
 
 }  // namespace orvu

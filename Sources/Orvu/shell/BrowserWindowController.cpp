@@ -1,5 +1,7 @@
 #include "shell/BrowserWindowController.h"
 
+#include "shell/TabCloser.h"
+
 #include <algorithm>
 #include <ranges>
 #include <utility>
@@ -64,12 +66,47 @@ void BrowserWindowController::switchProfile(const BrowserStore& store, const Pro
     const auto found = std::ranges::find_if(
         windows_, [&](const Entry& entry) { return entry.store.get() == &store; });
     if (found == windows_.end()) return;
+    const auto show = sigc::bind(sigc::mem_fun(*this, &BrowserWindowController::present), &store);
     const Profile wanted = profile;  // the argument may belong to the store that goes
+    const auto go =
+        sigc::bind(sigc::mem_fun(*this, &BrowserWindowController::exchange), &store, wanted);
+    TabCloser{*found->store}.whenAllMayGo(show, go);
+}
+
+void BrowserWindowController::exchange(const BrowserStore* store, const Profile& profile) {
+    const auto found = std::ranges::find_if(
+        windows_, [&](const Entry& entry) { return entry.store.get() == store; });
+    if (found == windows_.end()) return;
+    const Profile wanted = profile;  // the argument goes with the store
     const auto next = std::make_shared<BrowserStore>(services_, false, wanted);
     // The window's views refer to the previous store until they are exchanged.
     const auto previous = std::exchange(found->store, next);
     found->window->setContent(next);
     services_.settings().lastProfile.set(wanted.id.string());
+}
+
+Task<bool> BrowserWindowController::mayCloseAll() {
+    TabCloser::Tabs tabs;
+    for (const Entry& entry : windows_) {
+        tabs.insert(tabs.end(), entry.store->tabs().begin(), entry.store->tabs().end());
+    }
+    return TabCloser::mayGo(std::move(tabs), sigc::mem_fun(*this, &BrowserWindowController::show),
+                            services_.platform().loop);
+}
+
+void BrowserWindowController::show(BrowserTab& tab) {
+    const auto found =
+        std::ranges::find_if(windows_, [&](const Entry& entry) { return entry.store->holds(tab); });
+    if (found == windows_.end()) return;
+    const auto store = found->store;  // an observer of it may open or close windows
+    if (store->activeID() != tab.id()) store->select(tab);
+    present(store.get());
+}
+
+void BrowserWindowController::present(const BrowserStore* store) {
+    const auto found = std::ranges::find_if(
+        windows_, [&](const Entry& entry) { return entry.store.get() == store; });
+    if (found != windows_.end()) found->window->present();
 }
 
 void BrowserWindowController::presentNewest() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/async/Task.h"
 #include "shell/BrowserWindow.h"
 
 #include <memory>
@@ -9,7 +10,7 @@
 namespace orvu {
 
 /// Owns all browser windows and pairs each with its store.
-class BrowserWindowController {
+class BrowserWindowController : public sigc::trackable {
 public:
     enum class Private { no, yes };
 
@@ -35,12 +36,17 @@ public:
     /// Opens the web addresses among `urls`, which came from another program, in the newest
     /// visible ordinary window or a new one.
     void open(const std::vector<Url>& urls);
-    /// Gives the window of `store` a store of another profile.
+    /// Gives the window of `store` a store of another profile, once its pages agree.
     void switchProfile(const BrowserStore& store, const Profile& profile);
+    /// Whether all windows may close: their pages are asked, each at the front.
+    [[nodiscard]] Task<bool> mayCloseAll();
     /// Brings the newest visible window to the front.
     void presentNewest();
 
 private:
+    void exchange(const BrowserStore* store, const Profile& profile);
+    void present(const BrowserStore* store);
+    void show(BrowserTab& tab);
     [[nodiscard]] Profile lastProfile() const;
     [[nodiscard]] const Entry* newestVisible() const;
     void place(BrowserWindow& window, Private isPrivate) const;

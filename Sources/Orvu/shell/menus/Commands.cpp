@@ -3,6 +3,7 @@
 #include "look/text/PlatformText.h"
 #include "shell/BrowserView.h"
 #include "shell/OrvuApp.h"
+#include "shell/TabCloser.h"
 #include "shell/column/ColumnItems.h"
 
 #include <algorithm>
@@ -160,7 +161,7 @@ Commands addressAndTabs() {
          .title = "New Tab",
          .showsKeyOf = "newTab"},
         {.name = "closeTab",
-         .run = Command::ForTab{[](auto& store, auto& tab) { store.close(tab); }},
+         .run = Command::ForTab{[](auto& store, auto& tab) { TabCloser{store}.close(tab); }},
          .title = "Close Tab",
          .keys = {"⌘W"},
          .help = "close the tab"},
@@ -250,6 +251,12 @@ Commands page() {
          .run = Command::ForWindow{copyLink},
          .title = "Copy Link",
          .isEnabled = hasAddress},
+        {.name = "print",
+         .run = onPage(&WebView::print),
+         .title = "Print…",
+         .keys = {"⌘P"},
+         .help = "print the page",
+         .isEnabled = hasPage},
         {.name = "openInDefaultBrowser",
          .run = Command::ForWindow{openInDefaultBrowser},
          .title = "Open in Default Browser",
@@ -309,7 +316,7 @@ Commands arranging() {
          .titleOn = "Unpin Tab",
          .isOn = isPinned},
         {.name = "park",
-         .run = Command::ForTab{[](auto& store, auto& tab) { store.park(tab); }},
+         .run = Command::ForTab{[](auto& store, auto& tab) { TabCloser{store}.park(tab); }},
          .title = "Park on the Shelf",
          .isEnabled = hasPage},
         {.name = "unpark", .run = Command::ForWindow{unparkNewest}},
@@ -331,7 +338,9 @@ Commands arranging() {
          .run = Command::ForGroup{[](auto& store, auto& group) { store.ungroup(group); }},
          .title = "Ungroup"},
         {.name = "closeGroup",
-         .run = Command::ForGroup{[](auto& store, auto& group) { store.closeGroup(group); }},
+         .run = Command::ForGroup{[](auto& store, auto& group) {
+             TabCloser{store}.closeGroup(group);
+         }},
          .title = "Close Group"},
     };
 }

@@ -5,6 +5,7 @@
 #include "profiles/ProfileLook.h"
 #include "shell/menus/Commands.h"
 #include "shell/menus/KeySigns.h"
+#include "shell/TabCloser.h"
 
 #include <gtkmm/shortcut.h>
 #include <gtkmm/shortcutaction.h>
@@ -181,11 +182,16 @@ void BrowserWindowView::saveFrame() {
 }
 
 bool BrowserWindowView::closeRequested() {
+    TabCloser{view_->store()}.whenAllMayGo(sigc::mem_fun(*this, &BrowserWindowView::present),
+                                           sigc::mem_fun(*this, &BrowserWindowView::close));
+    return true;
+}
+
+void BrowserWindowView::close() {
     if (remembersFrame_) saveFrame();
     window_.set_visible(false);
     // The window's own signal is still on the stack; it goes in a turn of its own.
     closes_ = services_.platform().loop.after(std::chrono::milliseconds{0}, closed_);
-    return true;
 }
 
 }  // namespace orvu

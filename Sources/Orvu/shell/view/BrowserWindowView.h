@@ -45,6 +45,7 @@ private:
     void saveFrame();
     void frameChanged();
     bool closeRequested();
+    void close();
 
     AppServices& services_;
     BrowserWindowController& windows_;

@@ -2,6 +2,7 @@
 
 #include "look/view/Accessible.h"
 #include "look/view/CssClass.h"
+#include "shell/TabCloser.h"
 #include "shell/column/ShownTitle.h"
 
 namespace orvu {
@@ -41,7 +42,7 @@ void BrowserPinnedTile::select() {
 }
 
 void BrowserPinnedTile::remove() {
-    if (const auto tab = tab_.lock()) store_.close(*tab);
+    if (const auto tab = tab_.lock()) TabCloser{store_}.close(*tab);
 }
 
 void BrowserPinnedTile::refresh() {

@@ -3,6 +3,7 @@
 #include "look/view/Accessible.h"
 #include "look/view/CssClass.h"
 #include "look/view/SymbolImage.h"
+#include "shell/TabCloser.h"
 #include "shell/column/ShownTitle.h"
 
 namespace orvu {
@@ -70,7 +71,7 @@ void BrowserTabRow::select() {
 }
 
 void BrowserTabRow::remove() {
-    if (const auto tab = tab_.lock()) store_.close(*tab);
+    if (const auto tab = tab_.lock()) TabCloser{store_}.close(*tab);
 }
 
 void BrowserTabRow::refresh() {
