@@ -147,6 +147,22 @@ TEST_F(BrowserViewTest, EscapeDismissesWhatThePageAsksForOnlyWhenNothingElseIsOp
     EXPECT_FALSE(store->active()->captureQuestion());
 }
 
+TEST_F(BrowserViewTest, EscapeCancelsADialogOfThePageBeforeWhatThePageAsksForBesideIt) {
+    const std::shared_ptr<BrowserStore> store = openStoreWith({a});
+    const auto view = viewOf(store);
+    askForCamera(*store);
+    std::optional<PageDialogAnswer> answer;
+    page(*store->active())
+        .dialogs()
+        .ask({.kind = PageDialog::Kind::confirm}, Date{},
+             [&](const PageDialogAnswer& given) { answer = given; });
+
+    EXPECT_TRUE(view->endEditing());
+
+    EXPECT_EQ(answer, PageDialogAnswer{});
+    EXPECT_TRUE(store->active()->captureQuestion());
+}
+
 TEST_F(BrowserViewTest, SwitchingTheProfileMayEndTheView) {
     std::unique_ptr<BrowserView> view;
     const auto end = [&](const Profile& profile) {

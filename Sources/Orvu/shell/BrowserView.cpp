@@ -47,6 +47,10 @@ bool BrowserView::endEditing() {
     if (ended) return true;
     const auto tab = store_->active();
     if (!tab) return false;
+    if (const auto* const asked = tab->webView().dialogs().current()) {
+        tab->webView().dialogs().answer(asked->id, {});
+        return true;
+    }
     if (tab->captureQuestion()) {
         tab->answerCapture(CaptureAnswer::dismiss);
         return true;

@@ -9,6 +9,7 @@ BrowserPageContent::BrowserPageContent(BrowserView& view)
     : view_(view),
       store_(view.sharedStore()),
       notice_(view),
+      dialogs_(*this),
       refresh_(*this, [this] { refresh(); }) {
     add_css_class("page-card");
     set_overflow(Gtk::Overflow::HIDDEN);
@@ -19,6 +20,8 @@ BrowserPageContent::BrowserPageContent(BrowserView& view)
     add_overlay(notice_);
     notice_.connectKeyboardFree(sigc::mem_fun(*this, &BrowserPageContent::focusContent));
     question_.connectKeyboardFree(sigc::mem_fun(*this, &BrowserPageContent::focusContent));
+    add_overlay(dialogs_);
+    dialogs_.connectShown(sigc::mem_fun(*this, &BrowserPageContent::dialogsChanged));
     host_.connectFullscreen(sigc::mem_fun(*this, &BrowserPageContent::fullscreenChanged));
 }
 
@@ -36,12 +39,15 @@ bool BrowserPageContent::show(const std::shared_ptr<BrowserTab>& tab) {
     watch(tab);
     question_.show(tab);
     notice_.show(tab);
+    dialogs_.show(tab);
     const bool otherArticle = showReader(tab);
     return otherPage || otherNewTab || otherArticle;
 }
 
 void BrowserPageContent::focusContent() {
-    if (newTabPage_) {
+    if (dialogs_.isShown()) {
+        dialogs_.focusCard();
+    } else if (newTabPage_) {
         newTabPage_->focusField();
     } else if (isReading_) {
         reader_->focusText();
@@ -69,6 +75,7 @@ void BrowserPageContent::showNewTabPage(const std::optional<Uuid>& tab) {
     if (!tab) return;
     newTabPage_ = std::make_unique<BrowserNewTabPageView>(store_);
     add_overlay(*newTabPage_);
+    newTabPage_->insert_before(*this, question_);
 }
 
 void BrowserPageContent::watch(const std::shared_ptr<BrowserTab>& tab) {
@@ -107,12 +114,12 @@ void BrowserPageContent::openReader(std::shared_ptr<const ReaderArticle> article
     add_overlay(*reader_);
     reader_->insert_before(*this, question_);  // what the page asks for stays in sight
     isReading_ = true;
-    host_.set_can_focus(false);  // the keyboard stays with what is seen
+    updatePageFocus();
 }
 
 void BrowserPageContent::leaveReader() {
     isReading_ = false;
-    host_.set_can_focus(true);
+    updatePageFocus();
     reader_->leave([this] { refresh_.mark(); });
     refresh_.mark();  // it may never have been seen
 }
@@ -123,7 +130,7 @@ void BrowserPageContent::dropReader() {
     remove_overlay(*reader_);
     reader_.reset();
     isReading_ = false;
-    host_.set_can_focus(true);
+    updatePageFocus();
 }
 
 void BrowserPageContent::refresh() {
@@ -132,6 +139,19 @@ void BrowserPageContent::refresh() {
     if (reader_ && !isReading_ && reader_->get_opacity() == 0) dropReader();
     const bool keyboardIsHere = holdsKeyboard(*this);  // it may be in the other one of a pair
     if (showReader(tab_.lock()) && keyboardIsHere) focusContent();
+}
+
+/// The keyboard goes to the card from the page alone, and back.
+void BrowserPageContent::dialogsChanged() {
+    const bool keyboardIsHere = holdsKeyboard(*this) || !focusOf(*this);
+    dialogs_.set_visible(dialogs_.isShown());
+    updatePageFocus();
+    if (keyboardIsHere) focusContent();
+}
+
+/// The keyboard stays with what is seen.
+void BrowserPageContent::updatePageFocus() {
+    host_.set_can_focus(!isReading_ && !dialogs_.isShown());
 }
 
 void BrowserPageContent::fullscreenChanged(bool on) {

@@ -7,6 +7,7 @@
 #include "shell/BrowserView.h"
 #include "shell/pagearea/view/BrowserNewTabPageView.h"
 #include "shell/pagearea/view/CaptureQuestionView.h"
+#include "shell/pagearea/view/PageDialogView.h"
 #include "shell/pagearea/view/PageNoticeView.h"
 
 #include <gtkmm/overlay.h>
@@ -45,6 +46,8 @@ private:
     void refresh();
     void selectTab();
     void fullscreenChanged(bool on);
+    void dialogsChanged();
+    void updatePageFocus();
 
     BrowserView& view_;
     const std::shared_ptr<BrowserStore> store_;
@@ -53,6 +56,7 @@ private:
     std::optional<Uuid> newTab_;  ///< the empty tab that `newTabPage_` stands for
     CaptureQuestionView question_;
     PageNoticeView notice_;
+    PageDialogView dialogs_;  ///< over all else
     std::weak_ptr<BrowserTab> tab_;
     std::unique_ptr<ReaderView> reader_;  ///< also while it fades out
     bool isReading_ = false;
