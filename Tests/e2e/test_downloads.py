@@ -332,14 +332,30 @@ class DownloadsTest(DownloadTest):
         for number in range(count):
             self.assertEqual((self.folder / f"file-{number}.txt").read_text(), f"file {number}")
 
-    def test_quitting_ends_it_and_leaves_nothing(self):
+    def test_quitting_asks_and_then_ends_it_and_leaves_nothing(self):
         url, _ = self.downloads.serve_halting("/file", Payload(4 * MEGABYTE), "slow.bin")
         self.app.start(url)
         self.downloads.wait_for_half("slow.bin")
 
-        self.app.quit()
+        self.app.app_action("terminate")
+        self.windows.press("push button", "Quit")
+        self.app.wait_for_end(0)
 
         self.downloads.wait_for_files()
+
+    def test_a_download_that_is_kept_keeps_the_program(self):
+        url, stream = self.downloads.serve_halting("/file", Payload(4 * MEGABYTE), "slow.bin")
+        self.app.start(url)
+        self.downloads.wait_for_half("slow.bin")
+        self.app.app_action("terminate")
+        self.windows.find("label", "A download is still running. Quitting ends it.")
+
+        self.windows.press("push button", "Cancel")
+        self.windows.wait_until_gone("push button", "Quit")
+        stream.go_on()
+
+        self.downloads.wait_for_row("slow.bin, Done")
+        self.app.quit()
 
     def test_the_list_is_empty_at_each_start(self):
         url = self.downloads.serve("/file", Payload(1000), "file.bin")

@@ -1,8 +1,10 @@
 #include "shell/OrvuApp.h"
 
 #include "fakes/FakeBrowserWindow.h"
+#include "fakes/FakeDownload.h"
 #include "support/StoreWorld.h"
 
+#include <deque>
 #include <limits>
 
 namespace orvu {
@@ -12,9 +14,16 @@ namespace {
 class FakeApplicationHost : public ApplicationHost {
 public:
     void terminate() override { ++terminations; }
+    [[nodiscard]] Future<bool> mayTerminate(const std::string& reason) override {
+        reasons.push_back(reason);
+        answers.emplace_back();
+        return answers.back().future();
+    }
     void orderFrontStandardAboutPanel() override { ++aboutPanels; }
 
     int terminations = 0;
+    std::vector<std::string> reasons;   ///< why the person was asked
+    std::deque<Promise<bool>> answers;  ///< one for each, to be resolved
     int aboutPanels = 0;
 };
 
@@ -22,6 +31,17 @@ class OrvuAppTest : public StoreTest {
 protected:
     [[nodiscard]] BrowserStore& storeAt(std::size_t index) {
         return *windows.windows().at(index).store;
+    }
+    [[nodiscard]] FakeWebView& pageAt(std::size_t index, std::string_view address) {
+        return page(*tabAt(storeAt(index), address));
+    }
+    /// Opens a page in a window that asks before it is closed.
+    void askingPage(std::size_t index) {
+        page(storeAt(index).newTab(url(a), Select::yes)).asksBeforeClosing = true;
+    }
+    void startDownload() {
+        static FakeDownload::Facts facts;  // outlives the program
+        world.services.downloads().add(std::make_unique<FakeDownload>(facts));
     }
     [[nodiscard]] std::int64_t launchCount() const {
         return world.defaults.integer("launchCount").value_or(-1);
@@ -131,6 +151,124 @@ TEST_F(OrvuAppTest, TheMenuAsksTheDesktopToMakeThisTheDefaultBrowser) {
     app.makeDefaultBrowser();
 
     EXPECT_EQ(world.workspace.defaultBrowserRequests, 1);
+}
+
+// --- Quitting -----------------------------------------------------------------------------------
+
+TEST_F(OrvuAppTest, QuittingAsksNothingWhereNothingWouldBeLost) {
+    app.applicationDidFinishLaunching();
+
+    app.terminate();
+
+    EXPECT_EQ(host.terminations, 1);
+    EXPECT_TRUE(host.reasons.empty());
+}
+
+TEST_F(OrvuAppTest, QuittingAsksOnceAboutDownloadsThatRun) {
+    app.applicationDidFinishLaunching();
+    startDownload();
+    startDownload();
+
+    app.terminate();
+    EXPECT_EQ(host.reasons, Strings{"2 downloads are still running. Quitting ends them."});
+    EXPECT_EQ(host.terminations, 0);
+    host.answers.back().resolve(true);
+
+    EXPECT_EQ(host.terminations, 1);
+    EXPECT_EQ(host.reasons.size(), 1U);
+}
+
+TEST_F(OrvuAppTest, WhoKeepsADownloadKeepsTheProgramAndIsAskedAgainTheNextTime) {
+    app.applicationDidFinishLaunching();
+    startDownload();
+    app.terminate();
+
+    host.answers.back().resolve(false);
+    EXPECT_EQ(host.terminations, 0);
+    app.terminate();
+
+    const std::string reason = "A download is still running. Quitting ends it.";
+    EXPECT_EQ(host.reasons, (Strings{reason, reason}));
+}
+
+TEST_F(OrvuAppTest, ADownloadThatEndedIsNotAskedAbout) {
+    app.applicationDidFinishLaunching();
+    startDownload();
+    world.services.downloads().items().front()->cancel();
+
+    app.terminate();
+
+    EXPECT_EQ(host.terminations, 1);
+}
+
+TEST_F(OrvuAppTest, QuittingAsksThePagesOfAllWindowsAndBringsEachToTheFront) {
+    app.applicationDidFinishLaunching();
+    app.newWindow();
+    for (std::size_t i = 0; i < 2; ++i) {
+        askingPage(i);
+        storeAt(i).newTab(url(b), Select::yes);
+    }
+    screen.windows[0]->calls.clear();
+    screen.windows[1]->calls.clear();
+
+    app.terminate();
+    pageAt(0, a).askBeforeClosing();
+    pageAt(1, a).askBeforeClosing();
+    EXPECT_EQ(front(storeAt(0)), a);
+    EXPECT_EQ(front(storeAt(1)), b);
+    EXPECT_EQ(screen.windows[0]->calls, Strings{"present"});
+    EXPECT_TRUE(screen.windows[1]->calls.empty());
+    pageAt(0, a).answerDialog({.isAccepted = true});
+    EXPECT_EQ(front(storeAt(1)), a);
+    EXPECT_EQ(host.terminations, 0);
+    pageAt(1, a).answerDialog({.isAccepted = true});
+    world.loop.advance(std::chrono::milliseconds{0});
+
+    EXPECT_EQ(host.terminations, 1);
+}
+
+TEST_F(OrvuAppTest, OneStayEndsTheQuitting) {
+    app.applicationDidFinishLaunching();
+    askingPage(0);
+    app.terminate();
+    pageAt(0, a).askBeforeClosing();
+
+    pageAt(0, a).answerDialog({});
+    world.loop.advance(std::chrono::seconds{10});
+
+    EXPECT_EQ(host.terminations, 0);
+    EXPECT_EQ(windows.windows().size(), 1U);
+}
+
+TEST_F(OrvuAppTest, TheDownloadsAreAskedAboutBeforeThePages) {
+    app.applicationDidFinishLaunching();
+    askingPage(0);
+    startDownload();
+
+    app.terminate();
+    EXPECT_TRUE(pageAt(0, a).closings.empty());
+    host.answers.back().resolve(true);
+
+    EXPECT_EQ(pageAt(0, a).closings.size(), 1U);
+    EXPECT_EQ(host.terminations, 0);
+}
+
+TEST_F(OrvuAppTest, AWindowMayCloseWhileTheProgramAsks) {
+    app.applicationDidFinishLaunching();
+    app.newWindow();
+    askingPage(0);
+    askingPage(1);
+    app.terminate();
+    pageAt(0, a).askBeforeClosing();
+    const auto asked = pageAt(0, a).closings.back();
+
+    screen.windows[0]->close();
+    asked.resolve(true);
+    pageAt(0, a).askBeforeClosing();
+    pageAt(0, a).answerDialog({.isAccepted = true});
+    world.loop.advance(std::chrono::milliseconds{0});
+
+    EXPECT_EQ(host.terminations, 1);
 }
 
 }  // namespace

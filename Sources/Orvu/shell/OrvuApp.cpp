@@ -39,4 +39,27 @@ void AppDelegate::newPrivateWindow() {
 
 void AppDelegate::makeDefaultBrowser() { services_.platform().workspace.makeDefaultBrowser(); }
 
+void AppDelegate::terminate() {
+    quitting_.cancel();
+    quitting_.start(quit());
+}
+
+Task<void> AppDelegate::quit() {
+    const std::string reason = reasonAgainstQuitting();
+    if (!reason.empty()) {
+        auto answer = host_.mayTerminate(reason);
+        if (!co_await answer) co_return;
+    }
+    auto pages = windows_.mayCloseAll();
+    if (co_await pages) host_.terminate();
+}
+
+std::string AppDelegate::reasonAgainstQuitting() const {
+    const auto count = std::ranges::count(services_.downloads().items(),
+                                          DownloadItem::State::running, &DownloadItem::state);
+    if (count == 0) return "";
+    if (count == 1) return "A download is still running. Quitting ends it.";
+    return std::to_string(count) + " downloads are still running. Quitting ends them.";
+}
+
 }  // namespace orvu

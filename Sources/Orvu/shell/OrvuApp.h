@@ -1,7 +1,10 @@
 #pragma once
 
+#include "foundation/async/Future.h"
+#include "foundation/async/TaskScope.h"
 #include "shell/BrowserWindowController.h"
 
+#include <string>
 #include <vector>
 
 namespace orvu {
@@ -11,7 +14,11 @@ class ApplicationHost {
 public:
     virtual ~ApplicationHost() = default;
 
+    /// Ends it, without a question.
     virtual void terminate() = 0;
+    /// Asks the person whether the program may quit although `reason`. Who drops the answer takes
+    /// the question back.
+    [[nodiscard]] virtual Future<bool> mayTerminate(const std::string& reason) = 0;
     /// Shows what program this is.
     virtual void orderFrontStandardAboutPanel() = 0;
 };
@@ -41,14 +48,21 @@ public:
     void newPrivateWindow();
     void makeDefaultBrowser();
     void orderFrontStandardAboutPanel() { host_.orderFrontStandardAboutPanel(); }
-    void terminate() { host_.terminate(); }
+    /// Ends the program, once the person gave up what would be lost by that: downloads that run,
+    /// and what was typed into pages. All is asked before anything ends. Asked for again, it asks
+    /// again.
+    void terminate();
 
 private:
+    [[nodiscard]] Task<void> quit();
+    [[nodiscard]] std::string reasonAgainstQuitting() const;
+
     AppServices& services_;
     BrowserWindowController& windows_;
     ApplicationHost& host_;
     std::vector<Url> pendingURLs_;
     bool launched_ = false;
+    TaskScope quitting_;  // last, so that it ends before what its work uses
 };
 
 }  // namespace orvu

@@ -67,6 +67,7 @@ void OrvuApplication::on_startup() {
 void OrvuApplication::on_shutdown() {
     about_.reset();
     refusal_.reset();
+    quitting_.reset();
     world_.reset();
     Gtk::Application::on_shutdown();
 }
@@ -107,6 +108,28 @@ void OrvuApplication::addActions() {
             add_action(command.name, [this, run] { (*run)(world_->delegate()); });
         }
     }
+}
+
+Future<bool> OrvuApplication::mayTerminate(const std::string& reason) {
+    quitting_ = std::make_unique<Gtk::MessageDialog>(
+        "Quit Orvu?", false, Gtk::MessageType::QUESTION, Gtk::ButtonsType::NONE, true);
+    quitting_->set_secondary_text(reason);
+    quitting_->set_title("Orvu");
+    quitting_->add_button("Cancel", Gtk::ResponseType::CANCEL);
+    quitting_->add_button("Quit", Gtk::ResponseType::OK);
+    quitting_->set_default_response(Gtk::ResponseType::OK);
+    quitting_->set_hide_on_close(true);
+    if (auto* const window = get_active_window()) quitting_->set_transient_for(*window);
+    const Promise<bool> promise;
+    promise.onAbandoned([this] {
+        if (quitting_) quitting_->set_visible(false);
+    });
+    quitting_->signal_response().connect([this, promise](int response) {
+        quitting_->set_visible(false);
+        promise.resolve(response == Gtk::ResponseType::OK);
+    });
+    quitting_->present();
+    return promise.future();
 }
 
 void OrvuApplication::orderFrontStandardAboutPanel() {

@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 
 namespace orvu {
 
@@ -30,6 +31,7 @@ public:
     explicit OrvuApplication(MakeWorld makeWorld);
 
     void terminate() override { quit(); }
+    [[nodiscard]] Future<bool> mayTerminate(const std::string& reason) override;
     void orderFrontStandardAboutPanel() override;
 
 protected:
@@ -46,6 +48,7 @@ private:
     std::unique_ptr<AppWorld> world_;
     std::unique_ptr<Gtk::MessageDialog> refusal_;
     std::unique_ptr<Gtk::AboutDialog> about_;
+    std::unique_ptr<Gtk::MessageDialog> quitting_;
 };
 
 }  // namespace orvu
