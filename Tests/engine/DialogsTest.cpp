@@ -336,8 +336,11 @@ protected:
         // A key that comes before the window has the keyboard is lost.
         ASSERT_TRUE(waitFor([&] { return gtk_window_is_active(window) != FALSE; }));
         gtk_widget_grab_focus(widget);
-        g_spawn_command_line_sync("xdotool key a", nullptr, nullptr, nullptr, nullptr);
-        expectLog("key ");
+        // One that comes before the page listens is lost too.
+        EXPECT_TRUE(waitFor([this] {
+            g_spawn_command_line_sync("xdotool key a", nullptr, nullptr, nullptr, nullptr);
+            return !log().empty();
+        }));
     }
     void expectStands(const std::string& path, const std::string& host = "127.0.0.1") {
         EXPECT_TRUE(waitFor([&] { return view->url() == url(path, host) && !view->isLoading(); }))
@@ -478,7 +481,7 @@ TEST_F(LeavingTest, StayingKeepsThePageThatStands) {
         answer(cancelled);
 
         expectStands("/form");
-        EXPECT_EQ(log(), "key ") << host;
+        EXPECT_TRUE(log().starts_with("key")) << host;
     }
 }
 
@@ -505,7 +508,7 @@ TEST_F(LeavingTest, ALinkAsksAsAnAddressDoes) {
         answer(cancelled);
 
         expectStands("/form");
-        EXPECT_EQ(log(), "key ") << host;
+        EXPECT_TRUE(log().starts_with("key")) << host;
     }
 }
 
@@ -521,7 +524,7 @@ TEST_F(LeavingTest, ReloadAndBackKeepThePageTooWhenThePersonStays) {
         expectStands("/form");
         EXPECT_TRUE(view->canGoBack());
     }
-    EXPECT_EQ(log(), "key ");
+    EXPECT_TRUE(log().starts_with("key"));
 }
 
 TEST_F(LeavingTest, AfterStayingThePageMayMoveWithinItself) {
