@@ -9,6 +9,8 @@
 #include "shell/CommandLine.h"
 #include "shell/menus/Commands.h"
 
+#include <gtkmm/button.h>
+
 #include <algorithm>
 #include <filesystem>
 #include <iostream>
@@ -115,8 +117,10 @@ Future<bool> OrvuApplication::mayTerminate(const std::string& reason) {
         "Quit Orvu?", false, Gtk::MessageType::QUESTION, Gtk::ButtonsType::NONE, true);
     quitting_->set_secondary_text(reason);
     quitting_->set_title("Orvu");
-    quitting_->add_button("Cancel", Gtk::ResponseType::CANCEL);
-    quitting_->add_button("Quit", Gtk::ResponseType::OK);
+    // A button of the dialog's own making has its name twice for assistive technology.
+    quitting_->add_action_widget(*Gtk::make_managed<Gtk::Button>("Cancel"),
+                                 Gtk::ResponseType::CANCEL);
+    quitting_->add_action_widget(*Gtk::make_managed<Gtk::Button>("Quit"), Gtk::ResponseType::OK);
     quitting_->set_default_response(Gtk::ResponseType::OK);
     quitting_->set_hide_on_close(true);
     if (auto* const window = get_active_window()) quitting_->set_transient_for(*window);

@@ -3,6 +3,7 @@
 #include "look/motion/view/WindowTicker.h"
 
 #include <gdkmm/frameclock.h>
+#include <gtkmm/snapshot.h>
 
 namespace orvu {
 

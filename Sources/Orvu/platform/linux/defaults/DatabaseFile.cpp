@@ -136,6 +136,7 @@ std::vector<DatabaseFile> DatabaseFile::filesSetAside() const {
         if (end > start.size()) numbers.insert(name.substr(start.size(), end - start.size()));
     }
     std::vector<DatabaseFile> result;
+    result.reserve(numbers.size());
     for (const auto& number : numbers) result.push_back(sibling((asideEnding + number).c_str()));
     return result;
 }

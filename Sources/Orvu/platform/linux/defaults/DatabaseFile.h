@@ -53,9 +53,9 @@ public:
     /// Gives this file, which nobody has open, the other's name. The other one's goes.
     [[nodiscard]] bool replace(const DatabaseFile& other) const;
     /// Deletes the file and what stands beside it. True if none of it is there afterwards.
-    bool remove() const;
+    [[nodiscard]] bool remove() const;
     /// Deletes what stands beside the file: log, index and journal.
-    bool removeCompanions() const;
+    [[nodiscard]] bool removeCompanions() const;
 
     /// Tells the file from another that later bears its name.
     struct Identity {

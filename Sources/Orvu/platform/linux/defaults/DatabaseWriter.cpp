@@ -3,6 +3,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <tuple>
+
 namespace orvu {
 namespace {
 
@@ -35,7 +37,7 @@ DatabaseWriter::DatabaseWriter(const DatabaseFile& target)
 DatabaseWriter::~DatabaseWriter() {
     table_ = {};
     connection_ = {};
-    file_.remove();
+    std::ignore = file_.remove();  // the next writer tries again
 }
 
 bool DatabaseWriter::add(std::string_view key, const ValueView& value) {

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 namespace orvu {
@@ -95,14 +96,15 @@ bool carryOutErasures(const DatabaseFile& database) {
 
 }  // namespace
 
-Housekeeper::Housekeeper(const DatabaseFile& database, const HousekeepingPace& pace)
-    : database_(database),
+Housekeeper::Housekeeper(DatabaseFile database, const HousekeepingPace& pace)
+    : database_(std::move(database)),
       pace_(pace),
       eraseAt_(Clock::now() + pace.afterStart),
       backUpAt_(Clock::now() + pace.firstBackup) {
     try {
         thread_ = std::jthread{[this](const std::stop_token& stop) { run(stop); }};
-    } catch (const std::system_error&) {  // no thread to be had: the next start does the work
+    } catch (const std::system_error&) {
+        thread_ = {};  // no thread to be had: the next start does the work
     }
 }
 

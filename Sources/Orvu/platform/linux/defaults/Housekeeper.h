@@ -18,7 +18,7 @@ namespace orvu {
 /// the next start if the process ends before.
 class Housekeeper {
 public:
-    Housekeeper(const DatabaseFile& database, const HousekeepingPace& pace);
+    Housekeeper(DatabaseFile database, const HousekeepingPace& pace);
     Housekeeper(const Housekeeper&) = delete;
     Housekeeper& operator=(const Housekeeper&) = delete;
     /// Removes first what was noted. A copy that is just being made is given up.

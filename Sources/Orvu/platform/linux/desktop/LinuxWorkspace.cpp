@@ -111,6 +111,7 @@ void LinuxWorkspace::makeDefaultBrowser() {
 }
 
 std::optional<std::string> LinuxWorkspace::programFor(const Url& url) {
+    if (url.scheme().empty()) return std::nullopt;
     const auto program = GObjectPointer<GAppInfo>::adopt(
         g_app_info_get_default_for_uri_scheme(std::string{url.scheme()}.c_str()));
     if (!program) return std::nullopt;
