@@ -99,7 +99,8 @@ TEST_F(StorageTest, AfterAFlippedBitInAnyPageEachValueIsTheLastOrThatOfTheOlderC
             // Half of them where a page tells what is in it.
             const std::size_t range = round % 2 == 0 ? 128 : pageSize;
             const std::size_t at = page * pageSize + random() % range;
-            damaged[at] = static_cast<char>(damaged[at] ^ (1U << random() % 8));
+            damaged[at] =
+                static_cast<char>(static_cast<unsigned char>(damaged[at]) ^ (1U << random() % 8));
             restore(damaged);
             latest += checkEachIsWhole("byte " + std::to_string(at));
         }
@@ -113,7 +114,7 @@ TEST_F(StorageTest, AfterAFlippedBitInTheHeaderAllLastValuesAreThere) {
     for (std::size_t at = 0; at < 100; ++at) {
         if (at >= versionAt && at < versionAt + 4) continue;
         std::string damaged = whole;
-        damaged[at] = static_cast<char>(damaged[at] ^ (1U << at % 8));
+        damaged[at] = static_cast<char>(static_cast<unsigned char>(damaged[at]) ^ (1U << at % 8));
         restore(damaged);
         EXPECT_EQ(checkEachIsWhole("byte " + std::to_string(at)), 5) << at;
     }
@@ -179,7 +180,7 @@ TEST_F(StorageTest, ADamagedOlderCopyGivesOnlyWhatIsRight) {
         std::string damaged = backup;
         for (int bit = 0; bit < 5; ++bit) {
             auto& byte = damaged[random() % damaged.size()];
-            byte = static_cast<char>(byte ^ (1U << random() % 8));
+            byte = static_cast<char>(static_cast<unsigned char>(byte) ^ (1U << random() % 8));
         }
         restore("");
         overwrite(beside(".backup"), damaged);

@@ -27,9 +27,11 @@ TEST(StoredValueTest, EveryFlippedBitChangesTheChecksum) {
     std::string bytes(100, 'x');
     const auto whole = blob(bytes).checksum("key");
     for (std::size_t bit = 0; bit < bytes.size() * 8; ++bit) {
-        bytes[bit / 8] = static_cast<char>(bytes[bit / 8] ^ (1U << bit % 8));
+        bytes[bit / 8] =
+            static_cast<char>(static_cast<unsigned char>(bytes[bit / 8]) ^ (1U << bit % 8));
         EXPECT_NE(blob(bytes).checksum("key"), whole) << bit;
-        bytes[bit / 8] = static_cast<char>(bytes[bit / 8] ^ (1U << bit % 8));
+        bytes[bit / 8] =
+            static_cast<char>(static_cast<unsigned char>(bytes[bit / 8]) ^ (1U << bit % 8));
     }
     EXPECT_EQ(blob(bytes).checksum("key"), whole);
 }
