@@ -135,7 +135,7 @@ TEST_F(StoredProfileTest, AfterFlippedBitsEachDocumentIsTheLatestOrThatOfTheOlde
         std::string damaged = whole;
         for (int bit = round % 3; bit >= 0; --bit) {
             auto& byte = damaged[100 + random() % (damaged.size() - 100)];
-            byte = static_cast<char>(byte ^ (1U << random() % 8));
+            byte = static_cast<char>(static_cast<unsigned char>(byte) ^ (1U << random() % 8));
         }
         restore(damaged);
         count += countLatest("round " + std::to_string(round));
