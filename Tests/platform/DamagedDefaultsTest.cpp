@@ -125,7 +125,10 @@ TEST_F(DamagedDefaultsTest, DamageThatShowsWhileOpenEndsInANewDatabase) {
 
 TEST_F(DamagedDefaultsTest, DamageThatShowsInAWriteDoesNotLoseTheWrite) {
     makeStore();
-    SqliteUserDefaults defaults{file};
+    // The write takes something away, and with it goes what was set aside: not so soon.
+    StorageOptions options;
+    options.pace.afterDeletion = std::chrono::hours{1};
+    SqliteUserDefaults defaults{file, options};
     breakHistory();
     forgetCache();
 
