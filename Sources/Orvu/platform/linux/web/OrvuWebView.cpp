@@ -250,12 +250,12 @@ OrvuWebView::OrvuWebView(std::shared_ptr<WebKitShared> shared, MainLoop& loop)
 OrvuWebView::~OrvuWebView() {
     if (!view_) return;
     Events::disconnect(view(), this);
+    finder_.reset();  // which would hear of the process' end as of a search without a match
     leaving_.reset();
     webkit_web_view_terminate_web_process(view());  // it could ask the next thing
     dialogs_.cancelAll();
     printing_.reset();
     engineDialogs_.reset();
-    finder_.reset();
     swipes_.reset();
     GtkWidget* const parent = gtk_widget_get_parent(GTK_WIDGET(view()));
     if (parent && GTK_IS_BOX(parent)) gtk_box_remove(GTK_BOX(parent), GTK_WIDGET(view()));
