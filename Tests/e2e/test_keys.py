@@ -59,7 +59,8 @@ class KeysTest(BrowserTest):
         plain = self.widths("greedy")[-1]
 
         for keys, key in (("ctrl+equal", "%3D"), ("ctrl+f", "f"), ("ctrl+bracketleft", "%5B"),
-                          ("F3", "F3"), ("F12", "F12")):
+                          ("F3", "F3"), ("F12", "F12"),
+                          ("ctrl+p", "p")):
             self.hands.press(keys)
             self.server.wait_for_report(f"key-{key}")
         self.hands.press("ctrl+t")

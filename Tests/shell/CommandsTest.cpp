@@ -82,7 +82,7 @@ TEST_F(CommandsTest, KeysThatAreNotAboutTabsWindowsAndTheNotchGoToThePageFirst) 
 
     EXPECT_EQ(pageFirst, (std::set<std::string>{"goBack", "goForward", "rewind", "find", "findNext",
                                                 "findPrevious", "zoomIn", "zoomOut", "actualSize",
-                                                "inspect"}));
+                                                "inspect", "print"}));
 }
 
 TEST_F(CommandsTest, EveryLineOfTheMenusIsACommandWithATitle) {

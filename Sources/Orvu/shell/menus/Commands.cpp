@@ -255,6 +255,7 @@ Commands page() {
          .run = onPage(&WebView::print),
          .title = "Print…",
          .keys = {"⌘P"},
+         .keysOf = KeysOf::pageFirst,
          .help = "print the page",
          .isEnabled = hasPage},
         {.name = "openInDefaultBrowser",
