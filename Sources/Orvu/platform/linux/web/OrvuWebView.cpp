@@ -19,14 +19,6 @@ namespace {
 constexpr std::size_t titleLimit = 1000;  // characters
 constexpr std::size_t titleBytes = 16'000;
 
-/// Whether a load failed for want of the network, and not by a decision of ours, the person's or
-/// the server's.
-bool isNetworkFailure(const GError* error) {
-    if (!error) return false;
-    if (error->domain == WEBKIT_POLICY_ERROR || error->domain == G_TLS_ERROR) return false;
-    return !g_error_matches(error, WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_CANCELLED);
-}
-
 /// Whether an unconnected computer explains a failure.
 bool isNetworkCause(LoadFailureCause cause) {
     return cause == LoadFailureCause::noSuchName || cause == LoadFailureCause::unreachable ||
@@ -477,9 +469,10 @@ void OrvuWebView::documentGone() {
 void OrvuWebView::loadFailed(const char* uri, const GError* error) {
     failed_ = true;
     leaving_->loadEnded();
-    awaitsNetwork_ = address_.unshown() && isNetworkFailure(error);
+    const auto cause = loadFailureCause(error);
+    awaitsNetwork_ = address_.unshown() && cause && cause != LoadFailureCause::secureConnection;
     const std::weak_ptr alive{self_};
-    if (!becomesDownload_) noteFailure(loadFailureCause(error), Url::parse(uri ? uri : ""));
+    if (!becomesDownload_) noteFailure(cause, Url::parse(uri ? uri : ""));
     if (living(alive) && becomesDownload_) tellUrl(address_.becameDownload());
 }
 
