@@ -12,7 +12,7 @@ using namespace std::chrono_literals;
 using BrowserTabTest = TabTest;
 
 TEST_F(BrowserTabTest, ANewTabWithoutAnAddressStandsAtItsInitialValues) {
-    const auto tab = openTab(std::nullopt);
+    const auto tab = openTab(UrlRequest{});
 
     EXPECT_TRUE(tab->isNewTab());
     EXPECT_EQ(tab->title(), "New tab");
@@ -40,7 +40,7 @@ TEST_F(BrowserTabTest, EachTabHasAnIdentityOfItsOwn) {
 }
 
 TEST_F(BrowserTabTest, EveryPropertyOfThePageIsMirroredWithOneSignalEach) {
-    const auto tab = openTab(std::nullopt);
+    const auto tab = openTab(UrlRequest{});
     const ChangeCounter changes{*tab};
     FakeWebView& view = page(*tab);
 
@@ -64,7 +64,7 @@ TEST_F(BrowserTabTest, EveryPropertyOfThePageIsMirroredWithOneSignalEach) {
 }
 
 TEST_F(BrowserTabTest, SettingWhatStandsAlreadySignalsNothing) {
-    const auto tab = openTab(std::nullopt);
+    const auto tab = openTab(UrlRequest{});
     const Uuid group = Uuid::random();
     tab->setPinned(true);
     tab->setGroupID(group);

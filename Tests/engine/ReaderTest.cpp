@@ -82,7 +82,7 @@ protected:
     std::unique_ptr<WebConfiguration> configuration =
         engine.makeConfiguration(WebsiteDataStore::nonPersistentDataStore());
     std::shared_ptr<BrowserTab> page =
-        std::make_shared<BrowserTab>(*configuration, std::nullopt, loop, services().favicons(),
+        std::make_shared<BrowserTab>(*configuration, UrlRequest{}, loop, services().favicons(),
                                      services().permissions(), Persistence::ephemeral);
     int visits = 0;
 };

@@ -55,8 +55,14 @@ public:
         if (atEnd) atEnd();
     }
 
-    void load(const Url& url) override {
-        calls.push_back("load " + url.absoluteString());
+    void load(const Url& url) override { begin(url, "load " + url.absoluteString()); }
+    void load(const Url& url, const Initiator& initiator) override {
+        const auto& referrer = initiator.referrer;
+        begin(url, "load " + url.absoluteString() + " for " +
+                       (referrer ? referrer->absoluteString() : "an unknown page"));
+    }
+    void begin(const Url& url, std::string call) {
+        calls.push_back(std::move(call));
         previous_ = url_;
         setUrl(url);
         set(isLoading_, true, WebViewProperty::isLoading);

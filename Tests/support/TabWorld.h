@@ -14,14 +14,14 @@ protected:
     std::unique_ptr<WebConfiguration> configuration =
         world.engine.makeConfiguration(WebsiteDataStore::defaultDataStore());
 
-    [[nodiscard]] std::shared_ptr<BrowserTab> openTab(const std::optional<Url>& address) {
-        auto tab = std::make_shared<BrowserTab>(*configuration, address, world.loop, world.favicons,
+    [[nodiscard]] std::shared_ptr<BrowserTab> openTab(const UrlRequest& wanted) {
+        auto tab = std::make_shared<BrowserTab>(*configuration, wanted, world.loop, world.favicons,
                                                 world.permissions, Persistence::persistent);
         tab->onOpenInNewTab = [this](const UrlRequest& request) { opened.push_back(request); };
         return tab;
     }
     [[nodiscard]] std::shared_ptr<BrowserTab> openTab(std::string_view address) {
-        return openTab(std::optional{url(address)});
+        return openTab(UrlRequest{url(address)});
     }
     [[nodiscard]] static NavigationAction linkTo(std::string_view address) {
         return {.request = {url(address)}, .navigationType = NavigationType::linkActivated};

@@ -131,9 +131,13 @@ void BrowserStore::open(std::string_view text, NewTab inNewTab) {
 }
 
 BrowserTab& BrowserStore::newTab(const std::optional<Url>& url, Select select) {
+    return addTab({url}, select);
+}
+
+BrowserTab& BrowserStore::addTab(const UrlRequest& request, Select select) {
     const Operation operation{*this};
-    const auto tab = std::make_shared<BrowserTab>(*configuration_, url, loop_, services_.favicons(),
-                                                  permissions(), persistence());
+    const auto tab = std::make_shared<BrowserTab>(
+        *configuration_, request, loop_, services_.favicons(), permissions(), persistence());
     tab->onVisit = sigc::mem_fun(*this, &BrowserStore::recordVisit);
     tab->onDownload = sigc::mem_fun(*this, &BrowserStore::saveSession);
     tab->onOpenInNewTab = sigc::mem_fun(*this, &BrowserStore::openInBackground);
@@ -282,7 +286,7 @@ bool BrowserStore::isInSplit(const Uuid& id) const {
 }
 
 void BrowserStore::openInBackground(const UrlRequest& request) {
-    if (request.url) newTab(request.url, Select::no);
+    if (request.url) addTab(request, Select::no);
 }
 
 void BrowserStore::tabTookFocus(const Uuid& id) {

@@ -188,6 +188,7 @@ private:
     [[nodiscard]] TabGroup* findGroup(const TabGroup& group);
     [[nodiscard]] bool isInSplit(const Uuid& id) const;
     void recordVisit(const BrowserTab& tab);
+    BrowserTab& addTab(const UrlRequest& request, Select select);
     void openInBackground(const UrlRequest& request);
     void tabTookFocus(const Uuid& id);
     void readerChanged();

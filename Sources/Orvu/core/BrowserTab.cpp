@@ -15,7 +15,7 @@ std::optional<std::string> hostOf(const std::optional<Url>& url) {
 
 }  // namespace
 
-BrowserTab::BrowserTab(WebConfiguration& configuration, const std::optional<Url>& url,
+BrowserTab::BrowserTab(WebConfiguration& configuration, const UrlRequest& request,
                        const MainLoop& clock, FaviconStore& favicons, SitePermissions& permissions,
                        Persistence persistence)
     : clock_(clock),
@@ -27,7 +27,12 @@ BrowserTab::BrowserTab(WebConfiguration& configuration, const std::optional<Url>
     hasOnlySecureContent_ = webView_->hasOnlySecureContent();
     webView_->connectPropertyChanged(sigc::mem_fun(*this, &BrowserTab::mirror));
     permissions.connectChanged(sigc::mem_fun(*this, &BrowserTab::permissionsChanged));
-    if (url) webView_->load(*url);
+    if (!request.url) return;
+    if (request.initiator) {
+        webView_->load(*request.url, *request.initiator);
+    } else {
+        webView_->load(*request.url);
+    }
 }
 
 BrowserTab::~BrowserTab() { webView_->setNavigationDelegate(nullptr); }

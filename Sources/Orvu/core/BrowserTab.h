@@ -29,11 +29,10 @@ public:
     /// How long after an allowed scripted popup the next ones are dropped, inclusive.
     static constexpr double popupPause = 3.0;  // seconds
 
-    /// Makes the web view and, with a `url`, begins to load at once. `clock`, `favicons` and
+    /// Makes the web view and, with an address, begins to load at once. `clock`, `favicons` and
     /// `permissions` must outlive the tab; `persistence` says whether what it meets may be written down.
-    BrowserTab(WebConfiguration& configuration, const std::optional<Url>& url,
-               const MainLoop& clock, FaviconStore& favicons, SitePermissions& permissions,
-               Persistence persistence);
+    BrowserTab(WebConfiguration& configuration, const UrlRequest& request, const MainLoop& clock,
+               FaviconStore& favicons, SitePermissions& permissions, Persistence persistence);
     ~BrowserTab() override;
     BrowserTab(const BrowserTab&) = delete;
     BrowserTab& operator=(const BrowserTab&) = delete;

@@ -7,9 +7,19 @@
 
 namespace orvu {
 
-/// What a page asks to load. A request may come without an address.
+/// The page in whose name something is loaded.
+struct Initiator {
+    /// What it lets the target know of its own address: all of it, or its origin. Nothing if it
+    /// keeps it to itself; then nobody knows whose page it is, and every site is another one.
+    std::optional<Url> referrer;
+
+    friend bool operator==(const Initiator&, const Initiator&) = default;
+};
+
+/// What is to be loaded, and in whose name. A page may ask without an address.
 struct UrlRequest {
     std::optional<Url> url;
+    std::optional<Initiator> initiator = {};  ///< nothing if the person or the program asks
 
     friend bool operator==(const UrlRequest&, const UrlRequest&) = default;
 };
@@ -25,7 +35,7 @@ enum class NavigationType {
 
 /// A navigation that a page or the user is about to make.
 struct NavigationAction {
-    UrlRequest request;
+    UrlRequest request;  ///< in a page's name
     NavigationType navigationType = NavigationType::other;
     bool commandKey = false;  ///< the key for "in a new tab" was held
     int buttonNumber = 0;     ///< 1 left, 2 middle, 3 right; 0 without a pointer

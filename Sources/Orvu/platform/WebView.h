@@ -78,6 +78,9 @@ public:
     /// Begins to load; `url()` gives the new address at once. A load that fails leaves the
     /// previous page and puts its address back.
     virtual void load(const Url& url) = 0;
+    /// The same in the name of a page, in a view that shows none yet: what is sent tells no more of
+    /// that page, and brings no more cookies, than if the page itself led there.
+    virtual void load(const Url& url, const Initiator& initiator) = 0;
     virtual void stopLoading() = 0;
     virtual void reload() = 0;
     virtual void goBack() = 0;

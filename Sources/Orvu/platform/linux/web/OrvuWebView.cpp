@@ -4,6 +4,7 @@
 #include "platform/NavigationGate.h"
 #include "platform/linux/web/CapturePermission.h"
 #include "platform/linux/web/LinkMenu.h"
+#include "platform/linux/web/LinkReferrer.h"
 #include "platform/linux/web/LoadErrors.h"
 #include "platform/linux/web/PageScript.h"
 #include "platform/linux/web/PolicyTranslation.h"
@@ -43,6 +44,12 @@ GObjectPointer<WebKitSettings> makeSettings(const WebKitShared& shared) {
         webkit_settings_set_user_agent(settings.get(), shared.userAgent.c_str());
     }
     return settings;
+}
+
+/// The engine's address of its page; nothing where it has none.
+std::optional<Url> engineUrl(WebKitWebView* view) {
+    const char* const uri = webkit_web_view_get_uri(view);
+    return uri ? Url::parse(uri) : std::nullopt;
 }
 
 /// The view, if it still lives.
@@ -98,8 +105,7 @@ private:
     static OrvuWebView& self(gpointer data) { return *static_cast<OrvuWebView*>(data); }
 
     static void uriChanged(WebKitWebView* view, GParamSpec*, gpointer data) {
-        const char* const uri = webkit_web_view_get_uri(view);
-        self(data).uriChanged(uri ? Url::parse(uri) : std::nullopt);
+        self(data).uriChanged(engineUrl(view));
     }
     static void titleChanged(WebKitWebView* view, GParamSpec*, gpointer data) {
         const char* const title = webkit_web_view_get_title(view);
@@ -149,14 +155,19 @@ private:
             webkit_policy_decision_download(decision);
             return TRUE;
         }
+        using Navigation = InitiatedLoad::Navigation;
+        auto& initiated = self(data).initiated_;
+        const auto navigation = initiated ? initiated->navigates() : Navigation::target;
+        if (navigation == Navigation::ownDocument) return FALSE;
         const auto action =
             navigationAction(webkit_navigation_policy_decision_get_navigation_action(
                 WEBKIT_NAVIGATION_POLICY_DECISION(decision)));
         self(data).leaving_->pageNavigates(action.navigationType == NavigationType::linkActivated);
-        if (mayGoOn(self(data), type, action) &&
+        if (navigation == Navigation::target && mayGoOn(self(data), type, action) &&
             delegate->decidePolicy(action) == NavigationPolicy::allow) {
             return FALSE;
         }
+        if (initiated) initiated->giveUp();
         webkit_policy_decision_ignore(decision);
         return TRUE;
     }
@@ -187,12 +198,22 @@ private:
     static gboolean contextMenu(WebKitWebView*, WebKitContextMenu* menu, WebKitHitTestResult* hit,
                                 gpointer data) {
         offerNewTab(menu, hit, [view = std::weak_ptr{self(data).self_}](const Url& link) {
-            const OrvuWebView* const alive = living(view);
-            if (!alive || !alive->delegate_) return;
-            if (!NavigationGate::mayOpenElsewhere(link, alive->address_.document())) return;
-            alive->delegate_->createWebView({{link}, NavigationType::linkActivated, false, 0});
+            OrvuWebView* const alive = living(view);
+            if (!alive || !NavigationGate::mayOpenElsewhere(link, alive->address_.document())) {
+                return;
+            }
+            findLinkReferrer(alive->view(), alive->loop_, link,
+                             [view, link](const std::optional<Url>& referrer) {
+                                 if (OrvuWebView* const still = living(view)) {
+                                     openFromMenu(*still, {link, Initiator{referrer}});
+                                 }
+                             });
         });
         return FALSE;
+    }
+    static void openFromMenu(const OrvuWebView& self, UrlRequest request) {
+        if (!self.delegate_) return;
+        self.delegate_->createWebView({std::move(request), NavigationType::linkActivated});
     }
     static gboolean permissionRequest(WebKitWebView*, WebKitPermissionRequest* request,
                                       gpointer data) {
@@ -270,7 +291,7 @@ void OrvuWebView::make() {
     swipes_.emplace(view(), loop_);
     finder_.emplace(view());
     addDialogs();
-    if (const auto url = std::exchange(pending_, std::nullopt)) load(*url);
+    if (const auto request = std::exchange(pending_, std::nullopt)) begin(*request);
 }
 
 void OrvuWebView::addDialogs() {
@@ -291,35 +312,59 @@ void OrvuWebView::beginNavigation() {
     if (leaving_) leaving_->personNavigates();
 }
 
-void OrvuWebView::load(const Url& url) {
+void OrvuWebView::begin(const UrlRequest& request) {
     awaitsNetwork_ = false;
     loads_.dismiss();
+    const std::weak_ptr alive{self_};
     if (view_) {
-        const std::weak_ptr alive{self_};
         beginNavigation();
         if (!living(alive)) return;
-        tellUrl(address_.asked(url));
-        if (living(alive)) webkit_web_view_load_uri(view(), url.absoluteString().c_str());
+        tellUrl(address_.asked(*request.url));
+        if (living(alive)) startEngine(request);
         return;
     }
-    pending_ = url;
+    pending_ = request;
     starter_ = loop_.whenIdle([this] { make(); });
-    const std::weak_ptr alive{self_};
-    tellUrl(address_.asked(url));
+    tellUrl(address_.asked(*request.url));
     if (living(alive)) changed_.emit(WebViewProperty::isLoading);
+}
+
+/// In the name of the page that asked for it, if one did.
+void OrvuWebView::loadAgain(const Url& url) {
+    UrlRequest request{url};
+    if (initiated_) request.initiator = initiated_->initiator();
+    begin(request);
+}
+
+void OrvuWebView::startEngine(const UrlRequest& request) {
+    initiated_ =
+        request.initiator ? InitiatedLoad::of(*request.url, *request.initiator) : std::nullopt;
+    if (!initiated_) {
+        return webkit_web_view_load_uri(view(), request.url->absoluteString().c_str());
+    }
+    committed_ = false;
+    const auto& place = initiated_->place();
+    webkit_web_view_load_html(view(), initiated_->document().c_str(),
+                              place ? place->absoluteString().c_str() : nullptr);
 }
 
 void OrvuWebView::stopLoading() {
     awaitsNetwork_ = false;
     dialogs_.cancelAll();
-    if (view_) return webkit_web_view_stop_loading(view());
+    if (view_) {
+        const bool ahead = initiated_ && initiated_->isAhead();
+        if (ahead) initiated_->giveUp();
+        webkit_web_view_stop_loading(view());
+        if (ahead) changed_.emit(WebViewProperty::isLoading);
+        return;
+    }
     starter_.cancel();
     if (std::exchange(pending_, std::nullopt)) changed_.emit(WebViewProperty::isLoading);
 }
 
 void OrvuWebView::reload() {
     // The engine has nothing to load again where no page ever stood.
-    if (const auto url = address_.unshown()) return load(*url);
+    if (const auto url = address_.unshown()) return loadAgain(*url);
     beginNavigation();
     if (view_) webkit_web_view_reload(view());
 }
@@ -339,11 +384,14 @@ bool OrvuWebView::canGoBack() const { return view_ && webkit_web_view_can_go_bac
 bool OrvuWebView::canGoForward() const { return view_ && webkit_web_view_can_go_forward(view()); }
 
 double OrvuWebView::estimatedProgress() const {
-    return view_ ? webkit_web_view_get_estimated_load_progress(view()) : 0;
+    if (!view_ || (initiated_ && initiated_->isAhead())) return 0;
+    return webkit_web_view_get_estimated_load_progress(view());
 }
 
 bool OrvuWebView::isLoading() const {
-    return view_ ? webkit_web_view_is_loading(view()) != FALSE : pending_.has_value();
+    if (!view_) return pending_.has_value();
+    const bool engineLoads = webkit_web_view_is_loading(view()) != FALSE;
+    return initiated_ ? initiated_->isLoading(engineLoads) : engineLoads;
 }
 
 void OrvuWebView::showInspector() {
@@ -406,6 +454,7 @@ void OrvuWebView::emit(std::initializer_list<WebViewProperty> properties) {
 }
 
 void OrvuWebView::uriChanged(const std::optional<Url>& uri) {
+    if (initiated_) return;  // the page that leads there
     tellUrl(address_.engineMoved(uri, isLoading()));
 }
 
@@ -435,19 +484,14 @@ void OrvuWebView::setCapture(ActiveCapture capture) {
 void OrvuWebView::loadChanged(WebKitLoadEvent event) {
     switch (event) {
         case WEBKIT_LOAD_STARTED:
+            if (initiated_ && !initiated_->started()) break;
             ++loadNumber_;
             failed_ = committed_ = becomesDownload_ = awaitsNetwork_ = false;
             if (address_.url()) loads_.asked(*address_.url());
             break;
-        case WEBKIT_LOAD_COMMITTED: {
-            committed_ = true;
-            loads_.answered();
-            finder_->pageUnloaded();
-            address_.committed();
-            documentGone();
-            setSecure(cameSecurely(view()));
+        case WEBKIT_LOAD_COMMITTED:
+            if (!initiated_ || initiated_->committed()) documentStands();
             break;
-        }
         case WEBKIT_LOAD_FINISHED:
             // This event also ends loads that failed, were stopped or were replaced.
             if (!isLoading()) loads_.answered();
@@ -457,6 +501,20 @@ void OrvuWebView::loadChanged(WebKitLoadEvent event) {
             if (address_.url()) loads_.redirected(*address_.url());
             break;
     }
+}
+
+void OrvuWebView::documentStands() {
+    committed_ = true;
+    loads_.answered();
+    if (std::exchange(initiated_, std::nullopt)) {
+        const std::weak_ptr alive{self_};
+        uriChanged(engineUrl(view()));
+        if (!living(alive)) return;
+    }
+    finder_->pageUnloaded();
+    address_.committed();
+    documentGone();
+    setSecure(cameSecurely(view()));
 }
 
 void OrvuWebView::documentGone() {
@@ -469,6 +527,7 @@ void OrvuWebView::documentGone() {
 void OrvuWebView::loadFailed(const char* uri, const GError* error) {
     failed_ = true;
     leaving_->loadEnded();
+    if (initiated_) initiated_->failed();
     const auto cause = loadFailureCause(error);
     awaitsNetwork_ = address_.unshown() && cause && cause != LoadFailureCause::secureConnection;
     const std::weak_ptr alive{self_};
@@ -480,6 +539,7 @@ void OrvuWebView::loadFailedInTls(const char* uri, GTlsCertificate* certificate,
                                   GTlsCertificateFlags flags) {
     failed_ = true;
     leaving_->loadEnded();
+    if (initiated_) initiated_->failed();
     const auto url = Url::parse(uri ? uri : "");
     if (!url) return;
     refused_ = GObjectPointer<GTlsCertificate>::retain(certificate);
@@ -504,12 +564,12 @@ void OrvuWebView::loadWithRefusedCertificate() {
     if (!host || !refused_ || failure->cause != LoadFailureCause::certificate) return;
     webkit_network_session_allow_tls_certificate_for_host(shared_->session->get(), refused_.get(),
                                                           host->c_str());
-    load(failure->url);
+    loadAgain(failure->url);
 }
 
 void OrvuWebView::networkCameBack() {
     const auto url = address_.unshown();
-    if (std::exchange(awaitsNetwork_, false) && url) load(*url);
+    if (std::exchange(awaitsNetwork_, false) && url) loadAgain(*url);
 }
 
 void OrvuWebView::finish() {
@@ -530,9 +590,14 @@ void OrvuWebView::processTerminated(WebKitWebProcessTerminationReason reason) {
     if (living(alive)) documentGone();
     if (!living(alive) || reason == WEBKIT_WEB_PROCESS_TERMINATED_BY_API) return;
     finder_->pageUnloaded();
-    // Within the signal the engine still knows the address.
+    const auto initiated = initiated_;
+    if (initiated_) initiated_->giveUp();
     const auto url = address_.url();
-    if (crashReload_.shouldReload(url)) return webkit_web_view_reload(view());
+    if (crashReload_.shouldReload(url)) {
+        if (initiated) return begin({url, initiated->initiator()});
+        // Within the signal the engine still knows the address.
+        return webkit_web_view_reload(view());
+    }
     if (url) loads_.failed({LoadFailureCause::processEnded, *url, std::nullopt});
 }
 

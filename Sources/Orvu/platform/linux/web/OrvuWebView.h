@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/CrashReload.h"
+#include "platform/InitiatedLoad.h"
 #include "platform/LoadWatch.h"
 #include "platform/MainLoop.h"
 #include "platform/NetworkMonitor.h"
@@ -59,7 +60,8 @@ public:
     /// While off, the focus that arrives is not reported: it comes and goes when views are moved.
     void setReportsFocus(bool reports) { reportsFocus_ = reports; }
 
-    void load(const Url& url) override;
+    void load(const Url& url) override { begin({url}); }
+    void load(const Url& url, const Initiator& initiator) override { begin({url, initiator}); }
     void stopLoading() override;
     void reload() override;
     void goBack() override;
@@ -108,6 +110,9 @@ private:
     void beginNavigation();
     void documentGone();
     [[nodiscard]] bool asksBefore(WebKitPolicyDecision* decision);
+    void begin(const UrlRequest& request);
+    void loadAgain(const Url& url);
+    void startEngine(const UrlRequest& request);
     void emit(std::initializer_list<WebViewProperty> properties);
     void uriChanged(const std::optional<Url>& uri);
     void tellUrl(bool changed);
@@ -119,6 +124,7 @@ private:
     void loadFailedInTls(const char* uri, GTlsCertificate* certificate, GTlsCertificateFlags flags);
     void noteFailure(const std::optional<LoadFailureCause>& cause, const std::optional<Url>& url);
     void refusedAddress(const Url& url);
+    void documentStands();
     void networkCameBack();
     void finish();
     void processTerminated(WebKitWebProcessTerminationReason reason);
@@ -140,7 +146,8 @@ private:
     sigc::signal<void(bool)> fullscreen_;
     std::string title_;
     PageAddress address_;
-    std::optional<Url> pending_;  ///< to be loaded once the engine's view is made
+    std::optional<UrlRequest> pending_;       ///< to be loaded once the engine's view is made
+    std::optional<InitiatedLoad> initiated_;  ///< until its target stands
     double zoom_ = 1;
     bool secure_ = false;
     ActiveCapture capture_;

@@ -26,12 +26,20 @@ NavigationType navigationType(WebKitNavigationAction* action) {
     return NavigationType::other;
 }
 
+/// The page's own policy has gone into the header already; a frame gives the frame's address.
+Initiator initiator(WebKitURIRequest* request) {
+    SoupMessageHeaders* const headers = webkit_uri_request_get_http_headers(request);
+    const char* const referrer =
+        headers ? soup_message_headers_get_one(headers, "Referer") : nullptr;
+    return {referrer ? Url::parse(referrer) : std::nullopt};
+}
+
 }  // namespace
 
 NavigationAction navigationAction(WebKitNavigationAction* action) {
-    const char* const uri =
-        webkit_uri_request_get_uri(webkit_navigation_action_get_request(action));
-    return {{uri ? Url::parse(uri) : std::nullopt},
+    WebKitURIRequest* const request = webkit_navigation_action_get_request(action);
+    const char* const uri = webkit_uri_request_get_uri(request);
+    return {{uri ? Url::parse(uri) : std::nullopt, initiator(request)},
             navigationType(action),
             (webkit_navigation_action_get_modifiers(action) & GDK_CONTROL_MASK) != 0,
             static_cast<int>(webkit_navigation_action_get_mouse_button(action))};
