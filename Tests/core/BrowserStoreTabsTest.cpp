@@ -126,6 +126,17 @@ TEST_F(BrowserStoreTabsTest, WhatAPageOpensComesAsABackgroundTabAtTheEnd) {
     EXPECT_EQ(changes.count(), 1);
 }
 
+TEST_F(BrowserStoreTabsTest, WhatAPageOpensIsLoadedInItsNameAndTheRestInNobodys) {
+    const auto store = openStoreWith({a});
+
+    tabAt(*store, a)->onOpenInNewTab({url(b), Initiator{url(a)}});
+    store->newTab(url(c), BrowserStore::Select::no);
+
+    EXPECT_EQ(page(*tabAt(*store, b)).calls,
+              Strings{"load https://b.example/ for https://a.example/"});
+    EXPECT_EQ(page(*tabAt(*store, c)).calls, Strings{"load https://c.example/"});
+}
+
 TEST_F(BrowserStoreTabsTest, ARequestWithoutAnAddressOpensNothing) {
     const auto store = openStoreWith({a});
     const ChangeCounter changes{*store};

@@ -1,8 +1,11 @@
 #include "core/BrowserTab.h"
 
+#include "fakes/FakeDownloadRequest.h"
 #include "support/TabWorld.h"
 
 #include <chrono>
+#include <memory>
+#include <string>
 
 namespace orvu {
 namespace {
@@ -381,6 +384,79 @@ TEST_F(BrowserTabTest, AnotherDocumentForgetsWhatWasRefusedWithOneSignal) {
     EXPECT_FALSE(tab->refusedPermissions().contains(RefusedPermission::location));
     tab->documentUnloaded();
     EXPECT_EQ(changes.count(), 1);
+}
+
+// --- Downloads ---------------------------------------------------------------------------------
+
+class TabDownloadsTest : public BrowserTabTest {
+protected:
+    void ask(BrowserTab& tab, const std::string& name) {
+        tab.requestDownload(std::make_unique<FakeDownloadRequest>(log, name, DownloadCause::page));
+    }
+
+    FakeDownloadRequest::Log log;
+};
+
+TEST_F(TabDownloadsTest, ThoseThatAPageBeginsUnaskedAreAskedAboutOnce) {
+    const auto tab = openTab(a);
+    int changes = 0;
+    tab->connectChanged([&] { ++changes; });
+
+    for (const auto name : {"1", "2", "3"}) ask(*tab, name);
+    ASSERT_TRUE(tab->question());
+    EXPECT_EQ(changes, 1);
+    tab->answer(*tab->question(), PageAnswer::allow);
+
+    EXPECT_EQ(log, (FakeDownloadRequest::Log{"1 begun", "2 begun", "3 begun"}));
+    EXPECT_FALSE(tab->question());
+    EXPECT_EQ(changes, 2);
+}
+
+TEST_F(TabDownloadsTest, TheQuestionAboutTheCameraComesFirst) {
+    const auto tab = openTab(a);
+    for (const auto name : {"1", "2"}) ask(*tab, name);
+    const auto downloads = tab->question();
+
+    tab->requestMediaCapture({MediaCaptureType::camera, "a.example", [](auto) {}});
+    EXPECT_EQ(tab->question()->text, "“a.example” wants to use your camera");
+    tab->answer(*tab->question(), PageAnswer::refuse);
+
+    EXPECT_EQ(tab->question(), downloads);
+    EXPECT_EQ(log, FakeDownloadRequest::Log{"1 begun"});
+}
+
+TEST_F(TabDownloadsTest, AnAnswerToAnotherQuestionHasNoEffect) {
+    const auto tab = openTab(a);
+    for (const auto name : {"1", "2"}) ask(*tab, name);
+    const PageQuestion downloads = *tab->question();
+    tab->requestMediaCapture({MediaCaptureType::camera, "a.example", [](auto) {}});
+
+    tab->answer(downloads, PageAnswer::allow);
+
+    EXPECT_EQ(log, FakeDownloadRequest::Log{"1 begun"});
+    EXPECT_TRUE(tab->captureQuestion());
+}
+
+TEST_F(TabDownloadsTest, TheEndOfTheTabDropsWhatWaits) {
+    auto tab = openTab(a);
+    for (const auto name : {"1", "2"}) ask(*tab, name);
+
+    tab.reset();
+
+    EXPECT_EQ(log, (FakeDownloadRequest::Log{"1 begun", "2 dropped"}));
+}
+
+TEST_F(TabDownloadsTest, WhereThePersonLedThePageBeginsAnew) {
+    const auto tab = openTab(a);
+    ask(*tab, "1");
+    auto action = linkTo(b);
+    action.byPerson = true;
+    static_cast<void>(tab->decidePolicy(action));
+    tab->documentUnloaded();
+
+    ask(*tab, "2");
+
+    EXPECT_EQ(log, (FakeDownloadRequest::Log{"1 begun", "2 begun"}));
 }
 
 }  // namespace

@@ -136,11 +136,11 @@ TEST_F(CaptureTest, ForEachKindOfRequestThePersonIsAskedUnderThePagesHost) {
 
     tell(opened, "camera");
     expectQuestion(opened, MediaCaptureType::camera);
-    opened.answerCapture(CaptureAnswer::allow);
+    opened.answer(*opened.question(), PageAnswer::allow);
     expectLog(opened, "got video ");
     tell(opened, "microphone");
     expectQuestion(opened, MediaCaptureType::microphone);
-    opened.answerCapture(CaptureAnswer::refuse);
+    opened.answer(*opened.question(), PageAnswer::refuse);
 
     expectLog(opened, "got video NotAllowedError ");
     EXPECT_TRUE(services().permissions().choices().empty());
@@ -150,12 +150,12 @@ TEST_F(CaptureTest, ADismissedPageMayAskAgainAtOnce) {
     auto& opened = openPage();
     tell(opened, "both");
     expectQuestion(opened, MediaCaptureType::cameraAndMicrophone);
-    opened.answerCapture(CaptureAnswer::dismiss);
+    opened.answer(*opened.question(), PageAnswer::dismiss);
     expectLog(opened, "NotAllowedError ");
 
     tell(opened, "both");
     expectQuestion(opened, MediaCaptureType::cameraAndMicrophone);
-    opened.answerCapture(CaptureAnswer::allow);
+    opened.answer(*opened.question(), PageAnswer::allow);
 
     expectLog(opened, "NotAllowedError got audio got video ");
 }
@@ -180,7 +180,7 @@ TEST_F(CaptureTest, ABlockTakesBackWhatThePersonAllowedAndThePageAsksAnewAfterAs
     auto& opened = openPage();
     tell(opened, "camera");
     expectQuestion(opened, MediaCaptureType::camera);
-    opened.answerCapture(CaptureAnswer::allow);
+    opened.answer(*opened.question(), PageAnswer::allow);
     expectLog(opened, "got video ");
 
     choose(Choice::block, Kind::camera);
@@ -243,7 +243,7 @@ TEST_F(CaptureTest, APageMayAskWhileTheNextOneIsStillLoadingOverIt) {
 
     expectQuestion(opened, MediaCaptureType::camera);
     EXPECT_EQ(opened.path(), "/slow");
-    opened.answerCapture(CaptureAnswer::allow);
+    opened.answer(*opened.question(), PageAnswer::allow);
     EXPECT_FALSE(opened.captureQuestion());
 }
 
@@ -315,7 +315,7 @@ TEST_F(CaptureTest, AStopEndsTheTracksAndTheNextRequestIsAskedAboutEvenOnAnAllow
     }));
     tell(opened, "camera");
     expectQuestion(opened, MediaCaptureType::camera);
-    opened.answerCapture(CaptureAnswer::allow);
+    opened.answer(*opened.question(), PageAnswer::allow);
     expectCapture(opened, {.camera = true});
 }
 

@@ -1,7 +1,10 @@
 #include "engine/EngineWorld.h"
 
+#include <algorithm>
+#include <chrono>
 #include <fstream>
 #include <iterator>
+#include <utility>
 
 namespace orvu {
 namespace {
@@ -315,6 +318,205 @@ TEST_F(DownloadsTest, TheEndOfTheStoreEndsWhatRuns) {
     EXPECT_TRUE(waitFor([&] { return server.dripping() == 0; }));
     settle();
     EXPECT_TRUE(files().empty());
+}
+
+/// Downloads that a page begins by itself.
+class PageDownloadsTest : public DownloadsTest {
+protected:
+    /// Shows a page that runs a script, without a gesture.
+    void openPage(const std::string& script) {
+        server.serve("/page", "<title>Page</title><script>" + helpers + "setTimeout(() => {" +
+                                  script + "}, 50)</script>");
+        store->open(server.url("/page"), BrowserStore::NewTab::no);
+        ASSERT_TRUE(waitFor([&] { return store->active()->title() == "Page"; }));
+    }
+    [[nodiscard]] BrowserTab& tab() const { return *store->active(); }
+    [[nodiscard]] bool waitForQuestion() const {
+        return waitFor([&] { return tab().question().has_value(); });
+    }
+    /// Waits until the page's script has begun all that it begins.
+    [[nodiscard]] bool waitForScript() const {
+        return waitFor([&] {
+            return evaluate(tab().webView(), "document.body.dataset.done || ''").text == "1";
+        });
+    }
+    [[nodiscard]] bool waitForDone(std::size_t count) const {
+        return waitFor(
+            [&] { return downloads.items().size() == count && downloads.running() == nullptr; });
+    }
+
+    /// `saves` begins so many downloads of "/file", each in a turn of its own; `makes` those of
+    /// files that the page made itself.
+    const std::string helpers =
+        "const click = (href, name) => { const link = document.createElement('a');"
+        "link.href = href; link.download = name; link.click(); };"
+        "const turns = async (count, each) => { for (let i = 0; i < count; i++) { each(i);"
+        "await new Promise(done => setTimeout(done, 20)); } document.body.dataset.done = 1; };"
+        "const saves = count => turns(count, i => click('/file?' + i, i + '.txt'));"
+        "const makes = count => turns(count, i => click("
+        "URL.createObjectURL(new Blob(['made ' + i])), i + '.txt'));";
+    std::unique_ptr<BrowserStore> store = open();
+};
+
+TEST_F(PageDownloadsTest, TheFirstGoesAndTheOthersWait) {
+    server.serve("/file", LoopbackServer::Answer{.body = "content", .type = "text/plain"});
+
+    openPage("saves(3)");
+
+    ASSERT_TRUE(waitForQuestion());
+    EXPECT_EQ(tab().question()->text, "“127.0.0.1” wants to download more files");
+    ASSERT_TRUE(waitForDone(1));
+    settle();
+    EXPECT_EQ(files(), (std::vector<std::string>{"0.txt"}));
+}
+
+TEST_F(PageDownloadsTest, AllowedOnesAreSavedWithTheirNames) {
+    openPage("makes(4)");
+    ASSERT_TRUE(waitForQuestion());
+    settle();
+
+    tab().answer(*tab().question(), PageAnswer::allow);
+
+    ASSERT_TRUE(waitForDone(4));
+    EXPECT_EQ(files(), (std::vector<std::string>{"0.txt", "1.txt", "2.txt", "3.txt"}));
+    EXPECT_EQ(contentOf("3.txt"), "made 3");
+    EXPECT_FALSE(tab().question());
+}
+
+TEST_F(PageDownloadsTest, RefusedOnesLeaveNothing) {
+    server.serve("/file", endless("head", "stream.bin"));
+    openPage("saves(4)");
+    ASSERT_TRUE(waitForQuestion());
+    settle();
+
+    tab().answer(*tab().question(), PageAnswer::refuse);
+    settle();
+
+    EXPECT_EQ(downloads.items().size(), 1U);
+    EXPECT_TRUE(waitFor([&] { return server.dripping() == 1; }));
+    EXPECT_FALSE(tab().question());
+}
+
+TEST_F(PageDownloadsTest, ThoseOfFramesWaitToo) {
+    server.serve("/file", attachment("content", "a.bin"));
+
+    openPage(
+        "for (let i = 0; i < 3; i++) { const frame = document.createElement('iframe');"
+        "frame.src = '/file?' + i; document.body.append(frame); }");
+
+    ASSERT_TRUE(waitForQuestion());
+    ASSERT_TRUE(waitForDone(1));
+    tab().answer(*tab().question(), PageAnswer::allow);
+    EXPECT_TRUE(waitForDone(3));
+}
+
+TEST_F(PageDownloadsTest, TheSiteAnswersOthersWhileManyWait) {
+    server.serve("/file",
+                 LoopbackServer::Answer{.body = std::string(3'000'000, 'x'), .type = "text/plain"});
+    server.serve("/other", "<title>Other</title>");
+    openPage("saves(20)");
+    ASSERT_TRUE(waitForQuestion());
+    ASSERT_TRUE(waitFor([&] { return server.requests("/file") >= 10; }));
+
+    auto& other = store->newTab(url("/other"), BrowserStore::Select::no);
+
+    EXPECT_TRUE(waitFor([&] { return other.title() == "Other"; }));
+}
+
+TEST_F(PageDownloadsTest, ManyOfTheSiteAreSavedOnceAllowed) {
+    server.serve("/file", LoopbackServer::Answer{.body = "content", .type = "text/plain"});
+    openPage("saves(20)");
+    ASSERT_TRUE(waitForQuestion());
+    ASSERT_TRUE(waitFor(
+        [&] { return evaluate(tab().webView(), "document.body.dataset.done || ''").text == "1"; }));
+    settle();
+
+    tab().answer(*tab().question(), PageAnswer::allow);
+
+    EXPECT_TRUE(waitForDone(20));
+}
+
+TEST_F(PageDownloadsTest, AFileThatThePersonAsksForDoesNotWait) {
+    server.serve("/file", attachment("content", "a.bin"));
+    openPage("makes(3)");
+    ASSERT_TRUE(waitForQuestion());
+    ASSERT_TRUE(waitForScript());
+    ASSERT_TRUE(waitForDone(1));
+
+    store->open(server.url("/file"), BrowserStore::NewTab::no);
+
+    EXPECT_TRUE(waitForDone(2));
+    EXPECT_TRUE(tab().question());
+}
+
+TEST_F(PageDownloadsTest, WithinAGestureOneGoesAndThenTheFirstOfThePage) {
+    showLink(*store, "");
+
+    static_cast<void>(evaluate(tab().webView(), helpers + "makes(4), ''"));
+
+    ASSERT_TRUE(waitForQuestion());
+    ASSERT_TRUE(waitForDone(2));
+    settle();
+    EXPECT_EQ(files(), (std::vector<std::string>{"0.txt", "1.txt"}));
+}
+
+TEST_F(PageDownloadsTest, TheQuestionGoesWithItsPage) {
+    openPage("makes(3)");
+    ASSERT_TRUE(waitForQuestion());
+    ASSERT_TRUE(waitForScript());
+    server.serve("/next", "<title>Next</title>");
+
+    store->open(server.url("/next"), BrowserStore::NewTab::no);
+
+    EXPECT_TRUE(waitFor([&] { return tab().title() == "Next"; }));
+    EXPECT_FALSE(tab().question());
+    settle();
+    EXPECT_EQ(downloads.items().size(), 1U);
+}
+
+TEST_F(PageDownloadsTest, APageThatIsLoadedByItselfAgainAndAgainAsks) {
+    server.serve("/again", "<title>Again</title><script>" + helpers +
+                               "click(URL.createObjectURL(new Blob(['x'])), 'x.txt');"
+                               "setTimeout(() => location.reload(), 100)</script>");
+
+    store->open(server.url("/again"), BrowserStore::NewTab::no);
+    ASSERT_TRUE(waitFor([&] { return server.requests("/again") > 4; }));
+
+    EXPECT_EQ(downloads.items().size(), 1U);
+}
+
+TEST_F(PageDownloadsTest, TheEndOfTheTabDropsWhatWaits) {
+    server.serve("/file", endless("head", "stream.bin"));
+    openPage("saves(3)");
+    ASSERT_TRUE(waitForQuestion());
+
+    store->close(tab());
+
+    EXPECT_TRUE(waitFor([&] { return server.dripping() == 1; }));
+    EXPECT_EQ(downloads.items().size(), 1U);
+}
+
+/// The main loop goes on between them: the longest that it is away is what a person would feel.
+TEST_F(PageDownloadsTest, AFloodIsBoundedAndTheWindowAnswers) {
+    openPage(
+        "const run = async () => { const made = URL.createObjectURL(new Blob(['x']));"
+        "for (let i = 0; i < 300; i++) { click(made, i + '.txt');"
+        "await new Promise(done => setTimeout(done)); } document.title = 'Flooded'; };"
+        "run()");
+    std::chrono::milliseconds longest{0};
+
+    const bool flooded = waitFor([&, last = std::chrono::steady_clock::now()]() mutable {
+        const auto now = std::chrono::steady_clock::now();
+        const auto away = now - std::exchange(last, now);
+        longest = std::max(longest, std::chrono::duration_cast<std::chrono::milliseconds>(away));
+        return tab().title() == "Flooded";
+    });
+
+    EXPECT_TRUE(flooded);
+    RecordProperty("longest", static_cast<int>(longest.count()));
+    EXPECT_LT(longest.count(), 1000);  // a machine that is busy otherwise
+    tab().answer(*tab().question(), PageAnswer::allow);
+    EXPECT_TRUE(waitForDone(1 + DownloadQuestions::waitingLimit));
 }
 
 }  // namespace

@@ -44,6 +44,7 @@ public:
         captures.push_back(std::move(request));
     }
     void permissionRefused(RefusedPermission permission) override { refused.push_back(permission); }
+    void requestDownload(std::unique_ptr<DownloadRequest> request) override { request->begin(); }
     void documentUnloaded() override { ++documentsUnloaded; }
 
     std::vector<NavigationAction> actions;

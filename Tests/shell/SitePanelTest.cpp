@@ -229,7 +229,7 @@ TEST_F(TabCaptureTest, TheTabHoldsTheQuestionUntilItIsAnswered) {
     ask(*store->active(), "a.example");
     ASSERT_EQ(store->active()->captureQuestion(),
               (CaptureQuestion{MediaCaptureType::camera, "a.example"}));
-    store->active()->answerCapture(CaptureAnswer::allow);
+    store->active()->answer(*store->active()->question(), PageAnswer::allow);
 
     EXPECT_EQ(answers, std::vector{Answer::grant});
     EXPECT_EQ(store->active()->captureQuestion(), std::nullopt);

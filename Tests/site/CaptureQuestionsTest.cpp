@@ -54,7 +54,7 @@ TEST_F(CaptureQuestionsTest, TheRestIsAskedOneAtATime) {
     EXPECT_FALSE(ask("microphone", microphone));
     EXPECT_EQ(asked(), camera);
 
-    EXPECT_TRUE(questions.answer(CaptureAnswer::allow));
+    EXPECT_TRUE(questions.answer(PageAnswer::allow));
 
     EXPECT_EQ(asked(), microphone);
     EXPECT_EQ(answers, (Answers{{"camera", Answer::grant}}));
@@ -65,7 +65,7 @@ TEST_F(CaptureQuestionsTest, OneAnswerServesAllRequestsThatItCovers) {
     ask("again", cameraAndMicrophone);
     ask("camera", camera);
 
-    EXPECT_TRUE(questions.answer(CaptureAnswer::allow));
+    EXPECT_TRUE(questions.answer(PageAnswer::allow));
 
     EXPECT_EQ(answers.size(), 3u);
     EXPECT_EQ(asked(), std::nullopt);
@@ -75,7 +75,7 @@ TEST_F(CaptureQuestionsTest, AllowingOneKindDoesNotAllowTheOther) {
     ask("camera", camera);
     ask("both", cameraAndMicrophone);
 
-    questions.answer(CaptureAnswer::allow);
+    questions.answer(PageAnswer::allow);
 
     EXPECT_EQ(answers, (Answers{{"camera", Answer::grant}}));
     EXPECT_EQ(asked(), cameraAndMicrophone);
@@ -84,7 +84,7 @@ TEST_F(CaptureQuestionsTest, AllowingOneKindDoesNotAllowTheOther) {
 TEST_F(CaptureQuestionsTest, AnAnswerIsNotRemembered) {
     ask("camera", camera);
 
-    questions.answer(CaptureAnswer::allow);
+    questions.answer(PageAnswer::allow);
 
     EXPECT_TRUE(permissions.choices().empty());
     EXPECT_TRUE(ask("again", camera));
@@ -92,7 +92,7 @@ TEST_F(CaptureQuestionsTest, AnAnswerIsNotRemembered) {
 
 TEST_F(CaptureQuestionsTest, ARefusedPageIsNotHeardAgainOnThatKindUntilItIsLoadedAnew) {
     ask("camera", camera);
-    questions.answer(CaptureAnswer::refuse);
+    questions.answer(PageAnswer::refuse);
 
     EXPECT_FALSE(ask("again", camera));
     EXPECT_FALSE(ask("both", cameraAndMicrophone));
@@ -109,7 +109,7 @@ TEST_F(CaptureQuestionsTest, ARefusalAnswersTheQueueAsWell) {
     ask("camera", camera);
     ask("microphone", microphone);
 
-    questions.answer(CaptureAnswer::refuse);
+    questions.answer(PageAnswer::refuse);
 
     EXPECT_EQ(
         answers,
@@ -118,13 +118,13 @@ TEST_F(CaptureQuestionsTest, ARefusalAnswersTheQueueAsWell) {
 }
 
 TEST_F(CaptureQuestionsTest, ADismissedPageMayAskAgainButNotForEver) {
-    for (int i = 1; i < CaptureQuestions::patience; ++i) {
+    for (int i = 1; i < patienceWithPages; ++i) {
         EXPECT_TRUE(ask("camera", camera));
-        EXPECT_TRUE(questions.answer(CaptureAnswer::dismiss));
+        EXPECT_TRUE(questions.answer(PageAnswer::dismiss));
         EXPECT_EQ(answers.at("camera"), Answer::deny);
     }
     EXPECT_TRUE(ask("last", camera));
-    questions.answer(CaptureAnswer::dismiss);
+    questions.answer(PageAnswer::dismiss);
 
     EXPECT_FALSE(ask("too often", camera));
     EXPECT_EQ(answers.at("too often"), Answer::deny);
@@ -146,7 +146,7 @@ TEST_F(CaptureQuestionsTest, AChoiceMadeMeanwhileAnswersTheQuestion) {
 
 TEST_F(CaptureQuestionsTest, ARefusedPageIsHeardAgainAfterAChoice) {
     ask("camera", camera);
-    questions.answer(CaptureAnswer::refuse);
+    questions.answer(PageAnswer::refuse);
 
     choose(Choice::block, Kind::microphone);
     questions.permissionsChanged();
@@ -178,7 +178,7 @@ TEST_F(CaptureQuestionsTest, ARequestThatComesWhileAnotherIsAnsweredIsAskedNext)
     bool askedAgain = false;
     questions.add({camera, host, [&](Answer) { askedAgain = ask("next", microphone); }});
 
-    EXPECT_TRUE(questions.answer(CaptureAnswer::allow));
+    EXPECT_TRUE(questions.answer(PageAnswer::allow));
 
     EXPECT_TRUE(askedAgain);
     EXPECT_EQ(asked(), microphone);
@@ -202,7 +202,7 @@ TEST_F(CaptureQuestionsTest, WhatIsAllowedAnewAfterAnEndIsAllowedFromThenOn) {
     questions.captureStopped({.camera = true});
     ask("again", camera);
 
-    questions.answer(CaptureAnswer::allow);
+    questions.answer(PageAnswer::allow);
 
     EXPECT_FALSE(ask("third", camera));
     EXPECT_EQ(answers, (Answers{{"again", Answer::grant}, {"third", Answer::grant}}));
@@ -213,7 +213,7 @@ TEST_F(CaptureQuestionsTest, ARefusalAfterAnEndHoldsOnAnAllowedSite) {
     questions.captureStopped({.camera = true});
     ask("again", camera);
 
-    questions.answer(CaptureAnswer::refuse);
+    questions.answer(PageAnswer::refuse);
 
     EXPECT_FALSE(ask("third", camera));
     EXPECT_EQ(answers, (Answers{{"again", Answer::deny}, {"third", Answer::deny}}));
@@ -255,7 +255,7 @@ TEST_F(CaptureQuestionsTest, OnlyAPageThatAskedIsAffectedByABlock) {
 }
 
 TEST_F(CaptureQuestionsTest, AnAnswerWithoutAQuestionDoesNothing) {
-    EXPECT_FALSE(questions.answer(CaptureAnswer::allow));
+    EXPECT_FALSE(questions.answer(PageAnswer::allow));
 }
 
 TEST_F(CaptureQuestionsTest, TheTextNamesTheHostAndWhatItWants) {

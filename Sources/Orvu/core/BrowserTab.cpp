@@ -22,7 +22,8 @@ BrowserTab::BrowserTab(WebConfiguration& configuration, const UrlRequest& reques
       favicons_(favicons),
       persistence_(persistence),
       webView_(configuration.makeWebView()),
-      captures_(permissions, persistence) {
+      captures_(permissions, persistence),
+      downloads_(clock) {
     webView_->setNavigationDelegate(this);
     hasOnlySecureContent_ = webView_->hasOnlySecureContent();
     webView_->connectPropertyChanged(sigc::mem_fun(*this, &BrowserTab::mirror));
@@ -65,8 +66,19 @@ Task<std::string> BrowserTab::pageText(std::size_t limit) {
     co_return std::string{firstCharacters(result.text, limit)};
 }
 
-void BrowserTab::answerCapture(CaptureAnswer answer) {
-    if (captures_.answer(answer)) changed_.emit();
+std::optional<PageQuestion> BrowserTab::question() const {
+    if (const auto capture = captures_.question()) {
+        return PageQuestion{capture->text(), capture->symbol()};
+    }
+    return downloads_.question();
+}
+
+void BrowserTab::answer(const PageQuestion& asked, PageAnswer answer) {
+    if (question() != asked) return;
+    const auto self = shared_from_this();  // what begins may close the tab
+    const bool changed =
+        captures_.question() ? captures_.answer(answer) : downloads_.answer(answer);
+    if (changed) changed_.emit();
 }
 
 void BrowserTab::stopCapture() {
@@ -102,6 +114,7 @@ sigc::connection BrowserTab::connectChanged(const sigc::slot<void()>& slot) {
 }
 
 NavigationPolicy BrowserTab::decidePolicy(const NavigationAction& action) {
+    if (action.byPerson) downloads_.personLeads();
     constexpr int middleButton = 2;
     const bool elsewhere = action.commandKey || action.buttonNumber == middleButton;
     if (!elsewhere || action.navigationType != NavigationType::linkActivated) {
@@ -172,10 +185,16 @@ void BrowserTab::permissionRefused(RefusedPermission permission) {
     if (refused_.add(permission)) changed_.emit();
 }
 
+void BrowserTab::requestDownload(std::unique_ptr<DownloadRequest> request) {
+    const auto self = shared_from_this();  // what begins may close the tab
+    if (downloads_.add(std::move(request))) changed_.emit();
+}
+
 void BrowserTab::documentUnloaded() {
     const bool asked = captures_.documentUnloaded();
     const bool refused = refused_.documentUnloaded();
-    if (asked || refused) changed_.emit();
+    const bool downloads = downloads_.documentUnloaded();
+    if (asked || refused || downloads) changed_.emit();
 }
 
 void BrowserTab::permissionsChanged() {

@@ -7,6 +7,7 @@
 #include "pagetools/Reader.h"
 #include "platform/MainLoop.h"
 #include "platform/WebConfiguration.h"
+#include "site/downloads/DownloadQuestions.h"
 #include "site/permissions/CaptureQuestions.h"
 #include "site/permissions/RefusedPermissions.h"
 #include "site/Favicons.h"
@@ -78,12 +79,14 @@ public:
     /// there is nothing either.
     [[nodiscard]] Task<std::optional<ReaderArticle>> readerArticle();
 
-    /// What the page wants to be allowed, if the person is to be asked.
+    /// The camera or microphone that the page wants, if the person is to be asked.
     [[nodiscard]] std::optional<CaptureQuestion> captureQuestion() const {
         return captures_.question();
     }
-    /// Answers that question.
-    void answerCapture(CaptureAnswer answer);
+    /// What the page wants, if the person is to be asked; one thing at a time.
+    [[nodiscard]] std::optional<PageQuestion> question() const;
+    /// Answers `asked`, if that is the question still.
+    void answer(const PageQuestion& asked, PageAnswer answer);
     /// Ends all that the page captures. It may ask anew, and then the person is asked even where
     /// the site is allowed.
     void stopCapture();
@@ -106,6 +109,7 @@ public:
     void createWebView(const NavigationAction& action) override;
     void requestMediaCapture(MediaCaptureRequest request) override;
     void permissionRefused(RefusedPermission permission) override;
+    void requestDownload(std::unique_ptr<DownloadRequest> request) override;
     void documentUnloaded() override;
 
 private:
@@ -139,8 +143,10 @@ private:
     Date lastScriptedPopup_ = Date::distantPast();
     sigc::signal<void()> changed_;
     std::unique_ptr<WebView> webView_;
-    CaptureQuestions captures_;  // after the view: what waits is denied while that still lives
-    TaskScope tasks_;            // last, so that it ends before what its work uses
+    // After the view: what waits is denied while that still lives.
+    CaptureQuestions captures_;
+    DownloadQuestions downloads_;
+    TaskScope tasks_;  // last, so that it ends before what its work uses
 };
 
 }  // namespace orvu

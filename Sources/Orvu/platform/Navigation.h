@@ -39,6 +39,7 @@ struct NavigationAction {
     NavigationType navigationType = NavigationType::other;
     bool commandKey = false;  ///< the key for "in a new tab" was held
     int buttonNumber = 0;     ///< 1 left, 2 middle, 3 right; 0 without a pointer
+    bool byPerson = false;    ///< by a gesture of theirs, or a load that the program itself began
 };
 
 /// The answer of a server, before its content is taken.

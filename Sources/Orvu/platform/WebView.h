@@ -2,6 +2,7 @@
 
 #include "foundation/async/Future.h"
 #include "foundation/Signal.h"
+#include "platform/DownloadRequest.h"
 #include "platform/LoadFailure.h"
 #include "platform/MediaCapture.h"
 #include "platform/Navigation.h"
@@ -66,6 +67,8 @@ public:
     virtual void requestMediaCapture(MediaCaptureRequest request) = 0;
     /// The page asked for something and was refused. It may do so as often as it likes.
     virtual void permissionRefused(RefusedPermission permission) = 0;
+    /// The page wants something downloaded. The request may be kept, and begun later.
+    virtual void requestDownload(std::unique_ptr<DownloadRequest> request) = 0;
     /// The document of the main frame has gone: another stands in its place, or its process ended.
     virtual void documentUnloaded() = 0;
 };

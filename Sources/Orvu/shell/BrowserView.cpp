@@ -51,8 +51,8 @@ bool BrowserView::endEditing() {
         tab->webView().dialogs().answer(asked->id, {});
         return true;
     }
-    if (tab->captureQuestion()) {
-        tab->answerCapture(CaptureAnswer::dismiss);
+    if (const auto question = tab->question()) {
+        tab->answer(*question, PageAnswer::dismiss);
         return true;
     }
     if (!tab->isLoading()) return false;

@@ -89,7 +89,7 @@ class Site:
     # The question.
 
     def questions(self):
-        return [node.name for node in self._nodes() if " wants to use your " in node.name
+        return [node.name for node in self._nodes() if " wants to " in node.name
                 and node.role != "label"]
 
     def wait_for_question(self, *texts):

@@ -17,7 +17,7 @@ void answerAll(std::vector<MediaCaptureRequest> requests, Answer answer) {
 }  // namespace
 
 std::string CaptureQuestion::text() const {
-    std::string text = host.empty() ? "This page" : "“" + host + "”";
+    std::string text = pageNamed(host);
     text.append(" wants to use your ");
     switch (type) {
         case MediaCaptureType::camera:
@@ -87,12 +87,12 @@ bool CaptureQuestions::add(MediaCaptureRequest request) {
     });
 }
 
-bool CaptureQuestions::answer(CaptureAnswer answer) {
+bool CaptureQuestions::answer(PageAnswer answer) {
     if (waiting_.empty()) return false;
     return settle([&] {
         const CaptureQuestion asked = *question();
         const auto kinds = captureKinds(asked.type);
-        if (answer == CaptureAnswer::allow) {
+        if (answer == PageAnswer::allow) {
             for (const auto kind : kinds) stopped_.erase(kind);
             const auto covered = [&](const MediaCaptureRequest& request) {
                 return request.host() == asked.host &&
@@ -100,7 +100,7 @@ bool CaptureQuestions::answer(CaptureAnswer answer) {
             };
             return answerAll(take(covered), Answer::grant);
         }
-        if (answer == CaptureAnswer::refuse || ++dismissed_ == patience) {
+        if (answer == PageAnswer::refuse || ++dismissed_ == patienceWithPages) {
             refused_.insert(kinds.begin(), kinds.end());
         }
         const auto denied = [&](const MediaCaptureRequest& request) {

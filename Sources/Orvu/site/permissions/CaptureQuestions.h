@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/MediaCapture.h"
+#include "site/PageQuestion.h"
 #include "site/permissions/SitePermissions.h"
 
 #include <optional>
@@ -15,9 +16,6 @@ struct CaptureQuestion {
     MediaCaptureType type = MediaCaptureType::camera;
     std::string host;
 
-    static constexpr std::string_view refuse = "Don't Allow";
-    static constexpr std::string_view allow = "Allow";
-
     /// "“a.example” wants to use your camera" and the like.
     [[nodiscard]] std::string text() const;
     /// What stands beside the text.
@@ -26,21 +24,11 @@ struct CaptureQuestion {
     friend bool operator==(const CaptureQuestion&, const CaptureQuestion&) = default;
 };
 
-/// What a person does about a question.
-enum class CaptureAnswer {
-    allow,
-    refuse,   ///< the page is not heard again on these kinds until it is loaded anew
-    dismiss,  ///< no, this time
-};
-
 /// The requests of one page for camera and microphone: they are decided from the permissions of
 /// its site, or wait here for the person's answer, one question at a time. No answer outlives the
 /// document to which it was given.
 class CaptureQuestions {
 public:
-    /// So many questions can a page have dismissed before that counts as a refusal.
-    static constexpr int patience = 3;
-
     /// `permissions` must outlive this. `persistence` says of which windows the choices count.
     CaptureQuestions(const SitePermissions& permissions, Persistence persistence)
         : permissions_(permissions), persistence_(persistence) {}
@@ -52,7 +40,7 @@ public:
 
     // Each of these tells whether another question, or none, is to be asked afterwards.
     bool add(MediaCaptureRequest request);
-    bool answer(CaptureAnswer answer);
+    bool answer(PageAnswer answer);
     /// The person ended what was on. From now on the page has to ask for it, even on a site that
     /// is allowed: it would begin again by itself.
     void captureStopped(ActiveCapture stopped);

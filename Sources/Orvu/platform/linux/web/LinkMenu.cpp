@@ -30,7 +30,35 @@ std::optional<guint> placeOfOwnItem(WebKitContextMenu* menu) {
     return std::nullopt;
 }
 
+bool saves(WebKitContextMenuAction action) {
+    switch (action) {
+        case WEBKIT_CONTEXT_MENU_ACTION_DOWNLOAD_LINK_TO_DISK:
+        case WEBKIT_CONTEXT_MENU_ACTION_DOWNLOAD_IMAGE_TO_DISK:
+        case WEBKIT_CONTEXT_MENU_ACTION_DOWNLOAD_VIDEO_TO_DISK:
+        case WEBKIT_CONTEXT_MENU_ACTION_DOWNLOAD_AUDIO_TO_DISK:
+            return true;
+        default:
+            return false;
+    }
+}
+
+void callChosen(GAction*, GVariant*, gpointer data) {
+    (*static_cast<std::function<void()>*>(data))();
+}
+
 }  // namespace
+
+void watchSaving(WebKitContextMenu* menu, std::function<void()> chosen) {
+    for (guint i = 0; i < webkit_context_menu_get_n_items(menu); ++i) {
+        WebKitContextMenuItem* const item = webkit_context_menu_get_item_at_position(menu, i);
+        if (!saves(webkit_context_menu_item_get_stock_action(item))) continue;
+        g_signal_connect_data(
+            webkit_context_menu_item_get_gaction(item), "activate", G_CALLBACK(callChosen),
+            std::make_unique<std::function<void()>>(chosen).release(),
+            [](gpointer data, GClosure*) { delete static_cast<std::function<void()>*>(data); },
+            G_CONNECT_DEFAULT);
+    }
+}
 
 void offerNewTab(WebKitContextMenu* menu, WebKitHitTestResult* hit,
                  std::function<void(const Url&)> open) {

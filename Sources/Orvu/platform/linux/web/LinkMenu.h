@@ -13,4 +13,7 @@ namespace orvu {
 void offerNewTab(WebKitContextMenu* menu, WebKitHitTestResult* hit,
                  std::function<void(const Url&)> open);
 
+/// Calls `chosen` when an item of the page's menu that saves something is chosen.
+void watchSaving(WebKitContextMenu* menu, std::function<void()> chosen);
+
 }  // namespace orvu

@@ -2,6 +2,8 @@
 
 #include <libsoup/soup.h>
 
+#include <utility>
+
 namespace orvu {
 namespace {
 
@@ -35,25 +37,52 @@ OrvuDownload::OrvuDownload(WebKitDownload* download)
 }
 
 OrvuDownload::~OrvuDownload() {
+    if (telling_ != 0) g_source_remove(telling_);
     stopListening();
     if (!ended_) webkit_download_cancel(download_.get());
 }
 
-gboolean OrvuDownload::decideDestination(WebKitDownload* download, const char* name,
-                                         gpointer data) {
+gboolean OrvuDownload::decideDestination(WebKitDownload*, const char* name, gpointer data) {
     auto& self = orvu::self(data);
-    const auto file = self.delegate_ ? self.delegate_->decideDestination(name) : std::nullopt;
-    if (!file) {
-        webkit_download_cancel(download);
-        return TRUE;
-    }
-    webkit_download_set_destination(download, file->c_str());
     // The engine doesn't tell when this process goes: its downloads would run for ever.
     self.engine_.start(networkProcess, [&self] {
         self.failed_ = true;
         self.end();
     });
-    return TRUE;
+    if (self.delegate_) {
+        self.decide(name);
+    } else {
+        self.suggestedName_ = name;
+    }
+    return TRUE;  // the engine waits until somebody decides
+}
+
+void OrvuDownload::decide(const std::string& name) {
+    const auto file = delegate_->decideDestination(name);
+    if (file) {
+        webkit_download_set_destination(download_.get(), file->c_str());
+    } else {
+        webkit_download_cancel(download_.get());
+    }
+}
+
+void OrvuDownload::setDelegate(DownloadDelegate* delegate) {
+    delegate_ = delegate;
+    if (!delegate || telling_ != 0 || (!ended_ && !suggestedName_)) return;
+    const auto tell = +[](gpointer data) -> gboolean {
+        auto& self = orvu::self(data);
+        self.telling_ = 0;
+        self.tellDelegate();
+        return G_SOURCE_REMOVE;
+    };
+    telling_ = g_idle_add(tell, this);
+}
+
+void OrvuDownload::tellDelegate() {
+    if (!delegate_) return;
+    const auto name = std::exchange(suggestedName_, std::nullopt);
+    if (ended_) return end();
+    if (name) decide(*name);
 }
 
 void OrvuDownload::progressed(WebKitDownload*, GParamSpec*, gpointer data) {

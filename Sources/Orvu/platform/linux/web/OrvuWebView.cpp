@@ -6,6 +6,7 @@
 #include "platform/linux/web/LinkMenu.h"
 #include "platform/linux/web/LinkReferrer.h"
 #include "platform/linux/web/LoadErrors.h"
+#include "platform/linux/web/PageDownload.h"
 #include "platform/linux/web/PageScript.h"
 #include "platform/linux/web/PolicyTranslation.h"
 #include "platform/linux/web/SessionWebsiteData.h"
@@ -32,6 +33,9 @@ bool cameSecurely(WebKitWebView* view) {
     GTlsCertificateFlags errors{};
     return webkit_web_view_get_tls_info(view, &certificate, &errors) != FALSE && errors == 0;
 }
+
+/// Under which the engine's view knows the one that it belongs to.
+constexpr const char* dataKey = "orvu-web-view";
 
 /// The settings of a new view. Each view has its own, because one of them follows the view.
 GObjectPointer<WebKitSettings> makeSettings(const WebKitShared& shared) {
@@ -156,19 +160,22 @@ private:
             return TRUE;
         }
         using Navigation = InitiatedLoad::Navigation;
-        auto& initiated = self(data).initiated_;
+        const std::weak_ptr view{self(data).self_};  // the delegate may end it
+        const auto& initiated = self(data).initiated_;
         const auto navigation = initiated ? initiated->navigates() : Navigation::target;
         if (navigation == Navigation::ownDocument) return FALSE;
-        const auto action =
-            navigationAction(webkit_navigation_policy_decision_get_navigation_action(
-                WEBKIT_NAVIGATION_POLICY_DECISION(decision)));
+        auto* const asked = webkit_navigation_policy_decision_get_navigation_action(
+            WEBKIT_NAVIGATION_POLICY_DECISION(decision));
+        auto action = navigationAction(asked);
+        self(data).noteCause(action, webkit_navigation_action_is_redirect(asked) != FALSE);
         self(data).leaving_->pageNavigates(action.navigationType == NavigationType::linkActivated);
         if (navigation == Navigation::target && mayGoOn(self(data), type, action) &&
             delegate->decidePolicy(action) == NavigationPolicy::allow) {
             return FALSE;
         }
-        if (initiated) initiated->giveUp();
         webkit_policy_decision_ignore(decision);
+        OrvuWebView* const alive = living(view);
+        if (alive && alive->initiated_) alive->initiated_->giveUp();
         return TRUE;
     }
     static GtkWidget* create(WebKitWebView*, WebKitNavigationAction* created, gpointer data) {
@@ -197,6 +204,9 @@ private:
     }
     static gboolean contextMenu(WebKitWebView*, WebKitContextMenu* menu, WebKitHitTestResult* hit,
                                 gpointer data) {
+        watchSaving(menu, [view = std::weak_ptr{self(data).self_}] {
+            if (OrvuWebView* const alive = living(view)) alive->menuDownloads_ = true;
+        });
         offerNewTab(menu, hit, [view = std::weak_ptr{self(data).self_}](const Url& link) {
             OrvuWebView* const alive = living(view);
             if (!alive || !NavigationGate::mayOpenElsewhere(link, alive->address_.document())) {
@@ -263,6 +273,7 @@ OrvuWebView::OrvuWebView(std::shared_ptr<WebKitShared> shared, MainLoop& loop)
 OrvuWebView::~OrvuWebView() {
     if (!view_) return;
     Events::disconnect(view(), this);
+    g_object_set_data(G_OBJECT(view()), dataKey, nullptr);
     finder_.reset();  // which would hear of the process' end as of a search without a match
     leaving_.reset();
     webkit_web_view_terminate_web_process(view());  // it could ask the next thing
@@ -287,6 +298,7 @@ void OrvuWebView::make() {
         g_object_new(WEBKIT_TYPE_WEB_VIEW, "network-session", shared_->session->get(), "settings",
                      settings.get(), "user-content-manager", shared_->content.get(), nullptr)));
     webkit_web_view_set_zoom_level(view(), zoom_);
+    g_object_set_data(G_OBJECT(view()), dataKey, this);
     Events::connect(view(), this);
     swipes_.emplace(view(), loop_);
     finder_.emplace(view());
@@ -312,6 +324,49 @@ void OrvuWebView::beginNavigation() {
     if (leaving_) leaving_->personNavigates();
 }
 
+OrvuWebView* OrvuWebView::of(WebKitWebView* view) {
+    return static_cast<OrvuWebView*>(g_object_get_data(G_OBJECT(view), dataKey));
+}
+
+void OrvuWebView::downloadBegan(std::unique_ptr<Download> download, WebKitDownload* engineDownload,
+                                std::shared_ptr<const DownloadTaker> taker) {
+    const auto url =
+        Url::parse(webkit_uri_request_get_uri(webkit_download_get_request(engineDownload)));
+    const auto cause = std::exchange(menuDownloads_, false) ? DownloadCause::person
+                       : url                                ? causes_.cause(*url)
+                                                            : DownloadCause::page;
+    auto request = std::make_unique<PageDownload>(std::move(download), engineDownload, view(),
+                                                  address_.document(), cause, std::move(taker));
+    if (delegate_) {
+        delegate_->requestDownload(std::move(request));
+    } else {
+        request->begin();
+    }
+}
+
+/// A load of the program's own, and where a server sends it on to, is the person's wish.
+void OrvuWebView::noteCause(NavigationAction& action, bool isRedirect) {
+    const bool isAsked = ownLoad_ != NavigationType::other ||
+                         action.request.url == engineUrl(view());  // a page's may come between
+    const bool begins = ownLoad_ == action.navigationType && !isRedirect && isAsked;
+    if (begins) {
+        ownLoad_.reset();
+        ownLoadRuns_ = true;
+    }
+    const bool isOwn = begins || (isRedirect && ownLoadRuns_);
+    const bool clicked = action.buttonNumber != 0;  // a script has no button
+    const auto cause = isOwn || (action.byPerson && clicked) ? DownloadCause::person
+                       : action.byPerson                     ? DownloadCause::gesture
+                                                             : DownloadCause::page;
+    action.byPerson = action.byPerson || isOwn;
+    if (action.request.url) causes_.add(*action.request.url, cause);
+}
+
+void OrvuWebView::load(const Url& url) {
+    ownLoad_ = NavigationType::other;
+    begin({url});
+}
+
 void OrvuWebView::begin(const UrlRequest& request) {
     awaitsNetwork_ = false;
     loads_.dismiss();
@@ -331,9 +386,8 @@ void OrvuWebView::begin(const UrlRequest& request) {
 
 /// In the name of the page that asked for it, if one did.
 void OrvuWebView::loadAgain(const Url& url) {
-    UrlRequest request{url};
-    if (initiated_) request.initiator = initiated_->initiator();
-    begin(request);
+    if (!initiated_) return load(url);
+    begin({url, initiated_->initiator()});
 }
 
 void OrvuWebView::startEngine(const UrlRequest& request) {
@@ -365,18 +419,24 @@ void OrvuWebView::stopLoading() {
 void OrvuWebView::reload() {
     // The engine has nothing to load again where no page ever stood.
     if (const auto url = address_.unshown()) return loadAgain(*url);
+    if (!view_) return;
     beginNavigation();
-    if (view_) webkit_web_view_reload(view());
+    ownLoad_ = NavigationType::reload;
+    webkit_web_view_reload(view());
 }
 
 void OrvuWebView::goBack() {
+    if (!view_) return;
     beginNavigation();
-    if (view_) webkit_web_view_go_back(view());
+    ownLoad_ = NavigationType::backForward;
+    webkit_web_view_go_back(view());
 }
 
 void OrvuWebView::goForward() {
+    if (!view_) return;
     beginNavigation();
-    if (view_) webkit_web_view_go_forward(view());
+    ownLoad_ = NavigationType::backForward;
+    webkit_web_view_go_forward(view());
 }
 
 bool OrvuWebView::canGoBack() const { return view_ && webkit_web_view_can_go_back(view()); }
@@ -506,6 +566,7 @@ void OrvuWebView::loadChanged(WebKitLoadEvent event) {
 void OrvuWebView::documentStands() {
     committed_ = true;
     loads_.answered();
+    ownLoadRuns_ = false;
     if (std::exchange(initiated_, std::nullopt)) {
         const std::weak_ptr alive{self_};
         uriChanged(engineUrl(view()));
@@ -527,6 +588,7 @@ void OrvuWebView::documentGone() {
 void OrvuWebView::loadFailed(const char* uri, const GError* error) {
     failed_ = true;
     leaving_->loadEnded();
+    ownLoadRuns_ = false;
     if (initiated_) initiated_->failed();
     const auto cause = loadFailureCause(error);
     awaitsNetwork_ = address_.unshown() && cause && cause != LoadFailureCause::secureConnection;

@@ -4,6 +4,7 @@
 #include "platform/InitiatedLoad.h"
 #include "platform/LoadWatch.h"
 #include "platform/MainLoop.h"
+#include "platform/NavigationCauses.h"
 #include "platform/NetworkMonitor.h"
 #include "platform/PageAddress.h"
 #include "platform/WebView.h"
@@ -53,6 +54,13 @@ public:
     /// Ends the page's process: the engine would keep it for later.
     ~OrvuWebView() override;
 
+    /// The view that an engine's one belongs to; nullptr once that is gone.
+    [[nodiscard]] static OrvuWebView* of(WebKitWebView* view);
+
+    /// The engine began a download for this page. What may go on goes to `taker`.
+    void downloadBegan(std::unique_ptr<Download> download, WebKitDownload* engineDownload,
+                       std::shared_ptr<const DownloadTaker> taker);
+
     /// The widget to put into a window. It stays this view's own.
     [[nodiscard]] GtkWidget* widget();
     /// Whether the engine's view was made.
@@ -60,7 +68,7 @@ public:
     /// While off, the focus that arrives is not reported: it comes and goes when views are moved.
     void setReportsFocus(bool reports) { reportsFocus_ = reports; }
 
-    void load(const Url& url) override { begin({url}); }
+    void load(const Url& url) override;
     void load(const Url& url, const Initiator& initiator) override { begin({url, initiator}); }
     void stopLoading() override;
     void reload() override;
@@ -112,6 +120,7 @@ private:
     [[nodiscard]] bool asksBefore(WebKitPolicyDecision* decision);
     void begin(const UrlRequest& request);
     void loadAgain(const Url& url);
+    void noteCause(NavigationAction& action, bool isRedirect);
     void startEngine(const UrlRequest& request);
     void emit(std::initializer_list<WebViewProperty> properties);
     void uriChanged(const std::optional<Url>& uri);
@@ -157,6 +166,10 @@ private:
     bool becomesDownload_ = false;  ///< the present load
     bool awaitsNetwork_ = false;    ///< the last load failed by the network
     std::uint64_t loadNumber_ = 0;
+    NavigationCauses causes_;
+    std::optional<NavigationType> ownLoad_;  ///< the program asked for, and has yet to begin
+    bool ownLoadRuns_ = false;               ///< until it stands or fails
+    bool menuDownloads_ = false;             ///< an item of the page's menu that saves was chosen
     CrashReload crashReload_;
     LoadWatch loads_;
     /// Lets callbacks of the engine find out whether this view still lives.

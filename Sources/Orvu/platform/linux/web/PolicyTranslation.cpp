@@ -42,7 +42,8 @@ NavigationAction navigationAction(WebKitNavigationAction* action) {
     return {{uri ? Url::parse(uri) : std::nullopt, initiator(request)},
             navigationType(action),
             (webkit_navigation_action_get_modifiers(action) & GDK_CONTROL_MASK) != 0,
-            static_cast<int>(webkit_navigation_action_get_mouse_button(action))};
+            static_cast<int>(webkit_navigation_action_get_mouse_button(action)),
+            webkit_navigation_action_is_user_gesture(action) != FALSE};
 }
 
 NavigationResponse navigationResponse(WebKitResponsePolicyDecision* decision) {

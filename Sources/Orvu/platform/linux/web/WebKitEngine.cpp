@@ -1,5 +1,6 @@
 #include "platform/linux/web/WebKitEngine.h"
 
+#include "platform/linux/web/OrvuDownload.h"
 #include "platform/linux/web/OrvuWebView.h"
 
 namespace orvu {
@@ -29,17 +30,31 @@ private:
     MainLoop& loop_;
 };
 
+/// A page's downloads are the page's to ask for; others begin at once.
+void downloadBegan(WebKitDownload* download, const std::shared_ptr<const DownloadTaker>& taker) {
+    auto begun = std::make_unique<OrvuDownload>(download);
+    WebKitWebView* const page = webkit_download_get_web_view(download);
+    OrvuWebView* const view = page ? OrvuWebView::of(page) : nullptr;
+    if (view) {
+        view->downloadBegan(std::move(begun), download, taker);
+    } else if (const auto& take = *taker) {
+        take(std::move(begun));
+    }
+}
+
 }  // namespace
 
 WebKitEngine::WebKitEngine(const SystemPaths& paths, MainLoop& loop, NetworkMonitor& network)
-    : downloads_(std::make_shared<DownloadTaker>([this](std::unique_ptr<Download> download) {
+    : taker_(std::make_shared<DownloadTaker>([this](std::unique_ptr<Download> download) {
           if (onDownload) onDownload(std::move(download));
       })),
-      sessions_(paths, downloads_),
+      begun_(std::make_shared<DownloadsBegun>(
+          [taker = taker_](WebKitDownload* download) { downloadBegan(download, taker); })),
+      sessions_(paths, begun_),
       loop_(loop),
       network_(network) {}
 
-WebKitEngine::~WebKitEngine() { *downloads_ = nullptr; }
+WebKitEngine::~WebKitEngine() { *taker_ = nullptr; }
 
 std::unique_ptr<WebConfiguration> WebKitEngine::makeConfiguration(const WebsiteDataStore& store) {
     return std::make_unique<Configuration>(sessions_.session(store), loop_, network_);

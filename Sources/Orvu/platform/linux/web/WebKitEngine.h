@@ -28,7 +28,9 @@ public:
     void removeDataStoresExcept(const std::vector<Uuid>& known) { sessions_.removeAllBut(known); }
 
 private:
-    const std::shared_ptr<DownloadTaker> downloads_;  ///< sessions outlive the engine
+    // Sessions outlive the engine.
+    const std::shared_ptr<DownloadTaker> taker_;
+    const std::shared_ptr<const DownloadsBegun> begun_;
     WebKitSessions sessions_;
     MainLoop& loop_;
     NetworkMonitor& network_;

@@ -1,7 +1,5 @@
 #include "platform/linux/web/WebKitSession.h"
 
-#include "platform/linux/web/OrvuDownload.h"
-
 #include <algorithm>
 #include <string>
 #include <system_error>
@@ -60,15 +58,14 @@ void WebKitSession::keepNoPasswords() const {
     webkit_network_session_set_persistent_credential_storage_enabled(get(), FALSE);
 }
 
-void WebKitSession::giveDownloadsTo(std::shared_ptr<const DownloadTaker> taker) const {
-    using Held = std::shared_ptr<const DownloadTaker>;
+void WebKitSession::tellOfDownloads(std::shared_ptr<const DownloadsBegun> begun) const {
+    using Held = std::shared_ptr<const DownloadsBegun>;
     const auto started = +[](WebKitNetworkSession*, WebKitDownload* download, gpointer data) {
-        auto begun = std::make_unique<OrvuDownload>(download);
-        if (const auto& take = **static_cast<Held*>(data)) take(std::move(begun));
+        if (const auto& tell = **static_cast<Held*>(data)) tell(download);
     };
     g_signal_connect_data(
         get(), "download-started", G_CALLBACK(started),
-        std::make_unique<Held>(std::move(taker)).release(),
+        std::make_unique<Held>(std::move(begun)).release(),
         [](gpointer data, GClosure*) { delete static_cast<Held*>(data); }, G_CONNECT_DEFAULT);
 }
 
@@ -83,7 +80,7 @@ WebKitSessions::Folders WebKitSessions::folders(const WebsiteDataStore& store) c
 std::shared_ptr<WebKitSession> WebKitSessions::session(const WebsiteDataStore& store) {
     if (store.kind == WebsiteDataStore::Kind::nonPersistent) {
         auto session = std::make_shared<WebKitSession>();
-        session->giveDownloadsTo(taker_);
+        session->tellOfDownloads(begun_);
         return session;
     }
     const Folders location = folders(store);
@@ -91,7 +88,7 @@ std::shared_ptr<WebKitSession> WebKitSessions::session(const WebsiteDataStore& s
     auto session = known.lock();
     if (!session) {
         session = std::make_shared<WebKitSession>(location.data, location.caches);
-        session->giveDownloadsTo(taker_);
+        session->tellOfDownloads(begun_);
         known = session;
     }
     return session;

@@ -16,8 +16,10 @@
 
 namespace orvu {
 
-/// Takes each download that begins.
+/// Takes a download that may begin.
 using DownloadTaker = std::function<void(std::unique_ptr<Download>)>;
+/// Hears of each download that the engine began.
+using DownloadsBegun = std::function<void(WebKitDownload*)>;
 
 /// A network session of the engine, which holds one website data store. It lives as long as
 /// somebody holds it.
@@ -30,7 +32,7 @@ public:
 
     [[nodiscard]] WebKitNetworkSession* get() const { return session_.get(); }
     /// From now on; once. What begins while nobody holds this any more is given on as well.
-    void giveDownloadsTo(std::shared_ptr<const DownloadTaker> taker) const;
+    void tellOfDownloads(std::shared_ptr<const DownloadsBegun> begun) const;
 
 private:
     void keepNoPasswords() const;
@@ -41,9 +43,9 @@ private:
 /// The sessions of all profiles, each made when it is first wanted and shared while it lives.
 class WebKitSessions {
 public:
-    /// The downloads of all sessions go to `taker`.
-    WebKitSessions(SystemPaths paths, std::shared_ptr<const DownloadTaker> taker)
-        : paths_(std::move(paths)), taker_(std::move(taker)) {}
+    /// `begun` hears of the downloads of all sessions.
+    WebKitSessions(SystemPaths paths, std::shared_ptr<const DownloadsBegun> begun)
+        : paths_(std::move(paths)), begun_(std::move(begun)) {}
 
     [[nodiscard]] std::shared_ptr<WebKitSession> session(const WebsiteDataStore& store);
     /// Deletes what a profile's websites stored, on a thread of its own.
@@ -60,7 +62,7 @@ private:
     [[nodiscard]] Folders folders(const WebsiteDataStore& store) const;
 
     const SystemPaths paths_;
-    const std::shared_ptr<const DownloadTaker> taker_;
+    const std::shared_ptr<const DownloadsBegun> begun_;
     std::map<std::filesystem::path, std::weak_ptr<WebKitSession>> live_;
 };
 

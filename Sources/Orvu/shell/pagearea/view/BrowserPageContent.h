@@ -6,9 +6,9 @@
 #include "platform/linux/web/WebViewHost.h"
 #include "shell/BrowserView.h"
 #include "shell/pagearea/view/BrowserNewTabPageView.h"
-#include "shell/pagearea/view/CaptureQuestionView.h"
 #include "shell/pagearea/view/PageDialogView.h"
 #include "shell/pagearea/view/PageNoticeView.h"
+#include "shell/pagearea/view/PageQuestionView.h"
 
 #include <gtkmm/overlay.h>
 
@@ -54,7 +54,7 @@ private:
     WebViewHost host_;
     std::unique_ptr<BrowserNewTabPageView> newTabPage_;
     std::optional<Uuid> newTab_;  ///< the empty tab that `newTabPage_` stands for
-    CaptureQuestionView question_;
+    PageQuestionView question_;
     PageNoticeView notice_;
     PageDialogView dialogs_;  ///< over all else
     std::weak_ptr<BrowserTab> tab_;

@@ -1,4 +1,4 @@
-#include "shell/pagearea/view/CaptureQuestionView.h"
+#include "shell/pagearea/view/PageQuestionView.h"
 
 #include "look/view/Accessible.h"
 #include "look/view/Keyboard.h"
@@ -15,14 +15,14 @@ constexpr unsigned armingTime = 500;  // milliseconds
 
 }  // namespace
 
-CaptureQuestionView::CaptureQuestionView() : Gtk::Box(Gtk::Orientation::VERTICAL) {
-    add_css_class("capture-question");
+PageQuestionView::PageQuestionView() : Gtk::Box(Gtk::Orientation::VERTICAL) {
+    add_css_class("page-question");
     property_accessible_role() = Gtk::Accessible::Role::ALERT;
     set_halign(Gtk::Align::START);
     set_valign(Gtk::Align::START);
     set_size_request(width, -1);
     set_visible(false);
-    line_.add_css_class("capture-line");
+    line_.add_css_class("question-line");
     symbol_.set_valign(Gtk::Align::START);
     line_.append(symbol_);
     text_.set_wrap(true);
@@ -35,26 +35,26 @@ CaptureQuestionView::CaptureQuestionView() : Gtk::Box(Gtk::Orientation::VERTICAL
     addAnswers();
 }
 
-void CaptureQuestionView::addAnswers() {
-    answers_.add_css_class("capture-line");
+void PageQuestionView::addAnswers() {
+    answers_.add_css_class("question-line");
     answers_.set_halign(Gtk::Align::END);
     for (auto* const button : {&refuse_, &allow_}) {
-        button->add_css_class("capture-answer");
+        button->add_css_class("question-answer");
         button->set_focus_on_click(false);
         answers_.append(*button);
     }
-    refuse_.set_label(std::string{CaptureQuestion::refuse});
-    refuse_.signal_clicked().connect([this] { answer(CaptureAnswer::refuse); });
+    refuse_.set_label(std::string{PageQuestion::refuse});
+    refuse_.signal_clicked().connect([this] { answer(PageAnswer::refuse); });
     allow_.add_css_class("suggested");
-    allow_.set_label(std::string{CaptureQuestion::allow});
-    allow_.signal_clicked().connect([this] { answer(CaptureAnswer::allow); });
+    allow_.set_label(std::string{PageQuestion::allow});
+    allow_.signal_clicked().connect([this] { answer(PageAnswer::allow); });
     append(answers_);
 }
 
-void CaptureQuestionView::show(const std::shared_ptr<BrowserTab>& tab) {
+void PageQuestionView::show(const std::shared_ptr<BrowserTab>& tab) {
     const bool otherTab = tab != tab_.lock();
     tab_ = tab;
-    const auto question = tab ? tab->captureQuestion() : std::nullopt;
+    const auto question = tab ? tab->question() : std::nullopt;
     if (question == shown_ && !otherTab) return;
     shown_ = question;
     const bool keyboardGoes = !question && holdsKeyboard(*this);
@@ -63,11 +63,10 @@ void CaptureQuestionView::show(const std::shared_ptr<BrowserTab>& tab) {
     if (keyboardGoes) keyboardFree_.emit();
 }
 
-void CaptureQuestionView::draw(const CaptureQuestion& question) {
-    const std::string text = question.text();
-    setSymbol(symbol_, question.symbol(), symbolSize);
-    text_.set_text(text);
-    setAccessibleLabel(*this, text);
+void PageQuestionView::draw(const PageQuestion& question) {
+    setSymbol(symbol_, question.symbol, symbolSize);
+    text_.set_text(question.text);
+    setAccessibleLabel(*this, question.text);
     allow_.set_sensitive(false);
     arming_.disconnect();
     arming_ = Glib::signal_timeout().connect(sigc::track_object(
@@ -79,8 +78,9 @@ void CaptureQuestionView::draw(const CaptureQuestion& question) {
                                              armingTime);
 }
 
-void CaptureQuestionView::answer(CaptureAnswer answer) {
-    if (const auto tab = tab_.lock()) tab->answerCapture(answer);
+void PageQuestionView::answer(PageAnswer answer) {
+    const auto tab = tab_.lock();
+    if (tab && shown_) tab->answer(PageQuestion{*shown_}, answer);
 }
 
 }  // namespace orvu

@@ -12,13 +12,13 @@
 
 namespace orvu {
 
-/// A card over a page with what the page wants to be allowed. It leaves the keyboard with the
+/// A card over a page with what the page wants. It leaves the keyboard with the
 /// page. Allowing takes a moment until it can be pressed: a page must not put the card under a
 /// click that is on its way.
-class CaptureQuestionView : public Gtk::Box {
+class PageQuestionView : public Gtk::Box {
 public:
-    CaptureQuestionView();
-    ~CaptureQuestionView() override { notify_callbacks(); }
+    PageQuestionView();
+    ~PageQuestionView() override { notify_callbacks(); }
 
     /// Shows the question of `tab`, if it has one; `tab` may be nothing.
     void show(const std::shared_ptr<BrowserTab>& tab);
@@ -30,11 +30,11 @@ public:
 
 private:
     void addAnswers();
-    void answer(CaptureAnswer answer);
-    void draw(const CaptureQuestion& question);
+    void answer(PageAnswer answer);
+    void draw(const PageQuestion& question);
 
     std::weak_ptr<BrowserTab> tab_;
-    std::optional<CaptureQuestion> shown_;
+    std::optional<PageQuestion> shown_;
     Gtk::Box line_;
     Gtk::Image symbol_;
     Gtk::Label text_;
