@@ -109,9 +109,14 @@ public:
     }
     /// By which others find out whether this view still lives.
     [[nodiscard]] std::weak_ptr<OrvuWebView*> handle() const { return self_; }
+    /// The view of that handle; nullptr once it is gone.
+    [[nodiscard]] static OrvuWebView* living(const std::weak_ptr<OrvuWebView*>& handle);
 
 private:
     class Events;
+
+    /// More of a title isn't looked through.
+    static constexpr std::size_t titleBytes = 16'000;
 
     void make();
     void addDialogs();
@@ -137,6 +142,8 @@ private:
     void networkCameBack();
     void finish();
     void processTerminated(WebKitWebProcessTerminationReason reason);
+    /// The engine's address of its page; nothing where it has none.
+    [[nodiscard]] std::optional<Url> engineUrl() const;
     [[nodiscard]] WebKitWebView* view() const { return view_.get(); }
 
     const std::shared_ptr<WebKitShared> shared_;
