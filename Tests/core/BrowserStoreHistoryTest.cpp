@@ -58,6 +58,17 @@ TEST_F(BrowserStoreHistoryTest, AFinishedPageIsRecordedAndSavedWithTheSession) {
     EXPECT_EQ(world.stored("browserSession"), R"([{"url":"https://a.example/","pinned":false}])");
 }
 
+TEST_F(BrowserStoreHistoryTest, TheSourceOfAPageIsATabAndNoVisit) {
+    const auto store = openStoreWith({a});
+
+    page(*store->active()).load(url("view-source:https://a.example/"));
+    page(*store->active()).finish("");
+
+    EXPECT_TRUE(store->visits().empty());
+    EXPECT_EQ(world.stored("browserSession"),
+              R"([{"url":"view-source:https://a.example/","pinned":false}])");
+}
+
 TEST_F(BrowserStoreHistoryTest, ANavigationReachesTheSavedSessionWhenItFinishes) {
     const auto store = openStoreWith({a});
     page(*store->active()).finish("A");

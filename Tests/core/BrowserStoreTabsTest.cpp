@@ -137,6 +137,19 @@ TEST_F(BrowserStoreTabsTest, WhatAPageOpensIsLoadedInItsNameAndTheRestInNobodys)
     EXPECT_EQ(page(*tabAt(*store, c)).calls, Strings{"load https://c.example/"});
 }
 
+TEST_F(BrowserStoreTabsTest, ATabThatOpensBehindIsTold) {
+    const auto store = openStoreWith({a, b});
+    std::vector<std::string> told;
+    store->connectOpenedBehind(
+        [&](const Uuid& id) { told.push_back(store->tab(id)->url()->absoluteString()); });
+
+    tabAt(*store, a)->onOpenInNewTab({url(c)});
+    store->newTab(url(a), BrowserStore::Select::yes);
+    tabAt(*store, a)->onOpenInNewTab({});
+
+    EXPECT_EQ(told, Strings{c});
+}
+
 TEST_F(BrowserStoreTabsTest, ARequestWithoutAnAddressOpensNothing) {
     const auto store = openStoreWith({a});
     const ChangeCounter changes{*store};

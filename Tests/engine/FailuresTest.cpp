@@ -105,6 +105,21 @@ TEST_F(FailuresTest, ALoadWithoutAnAnswerIsGivenUpInTime) {
     EXPECT_EQ(page->failure()->cause, LoadFailureCause::timedOut) << "its end says no more";
 }
 
+TEST_F(FailuresTest, APageThatNeverCameInTimeIsTriedAgainWhenTheNetworkComesBack) {
+    HurriedMainLoop hurried;
+    WebKitEngine hurriedEngine{paths, hurried, network};
+    const auto pages = hurriedEngine.makeConfiguration(WebsiteDataStore::nonPersistentDataStore());
+    server.serve("/held", LoopbackServer::Answer{.body = "", .held = true});
+    const auto page = pages->makeWebView();
+    page->load(url("/held"));
+    ASSERT_TRUE(waitFor([&] { return page->failure().has_value() && !page->isLoading(); }));
+    settle();
+
+    network.cameBack.emit();
+
+    EXPECT_TRUE(page->isLoading());
+}
+
 TEST_F(FailuresTest, ASlowPageThatHasBegunIsNotGivenUp) {
     HurriedMainLoop hurried;
     WebKitEngine hurriedEngine{paths, hurried, network};

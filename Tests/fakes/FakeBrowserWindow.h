@@ -51,6 +51,9 @@ public:
     void performMiniaturize() override { calls.emplace_back("performMiniaturize"); }
     void performZoom() override { calls.emplace_back("performZoom"); }
     void toggleFullScreen() override { calls.emplace_back("toggleFullScreen"); }
+    void openPrivately(const Url& url) override {
+        calls.push_back("openPrivately " + url.absoluteString());
+    }
     void edit(EditingCommand command) override {
         calls.push_back("edit " + std::to_string(static_cast<int>(command)));
     }

@@ -115,6 +115,19 @@ public:
         return promise.future();
     }
     void print() override { calls.emplace_back("print"); }
+    void savePage() override { calls.emplace_back("savePage"); }
+    [[nodiscard]] Future<std::optional<std::string>> source() override {
+        sources.emplace_back();
+        return sources.back().future();
+    }
+    void showSource(const Url& page, std::string text) override {
+        calls.push_back("showSource " + page.absoluteString() + " " + text);
+    }
+    [[nodiscard]] const std::optional<Url>& hoveredLink() const override { return hoveredLink_; }
+    sigc::connection connectMenuChosen(
+        const sigc::slot<void(const PageMenuChoice&)>& slot) override {
+        return menuChosen.connect(slot);
+    }
     void setNavigationDelegate(NavigationDelegate* delegate) override { delegate_ = delegate; }
     sigc::connection connectPropertyChanged(
         const sigc::slot<void(WebViewProperty)>& slot) override {
@@ -133,6 +146,9 @@ public:
     }
     void setCapture(ActiveCapture capture) {
         set(capture_, capture, WebViewProperty::activeCapture);
+    }
+    void setHoveredLink(std::optional<Url> link) {
+        set(hoveredLink_, std::move(link), WebViewProperty::hoveredLink);
     }
     /// The load that was asked for ends well.
     void finish(const std::string& title) {
@@ -175,8 +191,10 @@ public:
     };
     std::vector<Search> searches;
     std::deque<Promise<bool>> findAnswers;  ///< one for each search, to be resolved
-    bool asksBeforeClosing = false;         ///< otherwise it may be closed at once
-    std::deque<Promise<bool>> closings;     ///< one for each time that it was asked
+    std::deque<Promise<std::optional<std::string>>> sources;  ///< one for each time asked
+    sigc::signal<void(const PageMenuChoice&)> menuChosen;
+    bool asksBeforeClosing = false;      ///< otherwise it may be closed at once
+    std::deque<Promise<bool>> closings;  ///< one for each time that it was asked
 
 private:
     template <class T>
@@ -201,6 +219,7 @@ private:
     bool isLoading_ = false;
     bool secure_ = false;
     ActiveCapture capture_;
+    std::optional<Url> hoveredLink_;
     double zoom_ = 1;
 };
 

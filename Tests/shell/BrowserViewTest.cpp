@@ -178,5 +178,44 @@ TEST_F(BrowserViewTest, SwitchingTheProfileMayEndTheView) {
     EXPECT_EQ(asked, Strings{"Work"});
 }
 
+TEST_F(BrowserViewTest, ASelectionIsSearchedForInATabInFront) {
+    const auto view = viewOf(openStoreWith({a}));
+
+    view->menuChosen({PageMenuChoice::Kind::search, "a.example"});
+
+    ASSERT_EQ(view->store().tabs().size(), 2U);
+    const auto front = view->store().active();
+    EXPECT_EQ(front->url()->absoluteString(), "https://www.google.com/search?q=a.example");
+}
+
+TEST_F(BrowserViewTest, ASelectionIsSearchedForWithTheChosenEngine) {
+    services->settings().searchEngine.set(Prefs::Engine::ecosia);
+    const auto view = viewOf(openStoreWith({a}));
+
+    view->menuChosen({PageMenuChoice::Kind::search, "snail & food"});
+
+    EXPECT_EQ(view->store().active()->url()->host(), "www.ecosia.org");
+    EXPECT_EQ(view->store().active()->url()->queryItem("q"), "snail & food");
+}
+
+TEST_F(BrowserViewTest, NothingIsSearchedForWithoutAText) {
+    const auto view = viewOf(openStoreWith({a}));
+
+    view->menuChosen({PageMenuChoice::Kind::search, ""});
+
+    EXPECT_EQ(view->store().tabs().size(), 1U);
+}
+
+TEST_F(BrowserViewTest, ALinkOpensInAPrivateWindowOnlyIfItIsOfTheWeb) {
+    const auto view = viewOf(openStoreWith({a}));
+
+    view->menuChosen({PageMenuChoice::Kind::openPrivately, b});
+    view->menuChosen({PageMenuChoice::Kind::openPrivately, "file:///etc/passwd"});
+    view->menuChosen({PageMenuChoice::Kind::openPrivately, "javascript:1"});
+
+    EXPECT_EQ(window.calls, Strings{"openPrivately " + std::string{b}});
+    EXPECT_EQ(view->store().tabs().size(), 1U);
+}
+
 }  // namespace
 }  // namespace orvu

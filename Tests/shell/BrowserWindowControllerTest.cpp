@@ -64,6 +64,16 @@ TEST_F(BrowserWindowControllerTest, APrivateWindowThatOpensAloneKeepsNoFrame) {
     EXPECT_TRUE(storeAt(0).isPrivate());
 }
 
+TEST_F(BrowserWindowControllerTest, AnAddressOpensPrivatelyAsTheOnlyTabOfAWindow) {
+    openWindow();
+
+    controller().openPrivately(url(a));
+
+    ASSERT_EQ(controller().windows().size(), 2U);
+    EXPECT_TRUE(storeAt(1).isPrivate());
+    EXPECT_EQ(addresses(storeAt(1).tabs()), Strings{a});
+}
+
 TEST_F(BrowserWindowControllerTest, ANewWindowCascadesFromTheNewestVisibleOne) {
     openWindow().corner = Point{10, 20};
     openWindow().corner = Point{100, 200};

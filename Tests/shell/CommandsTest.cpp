@@ -82,7 +82,7 @@ TEST_F(CommandsTest, KeysThatAreNotAboutTabsWindowsAndTheNotchGoToThePageFirst) 
 
     EXPECT_EQ(pageFirst, (std::set<std::string>{"goBack", "goForward", "rewind", "find", "findNext",
                                                 "findPrevious", "zoomIn", "zoomOut", "actualSize",
-                                                "inspect", "print"}));
+                                                "inspect", "print", "savePage", "showSource"}));
 }
 
 TEST_F(CommandsTest, EveryLineOfTheMenusIsACommandWithATitle) {
@@ -432,6 +432,50 @@ TEST_F(CommandsTest, CommandPPrintsThePageInFront) {
     press(store, "⌘P");
 
     EXPECT_EQ(page(*store->active()).calls, Strings{"print"});
+}
+
+TEST_F(CommandsTest, CommandSSavesThePageInFront) {
+    const std::shared_ptr<BrowserStore> store = openStoreWith({a});
+    page(*store->active()).calls.clear();
+
+    press(store, "⌘S");
+
+    EXPECT_EQ(page(*store->active()).calls, Strings{"savePage"});
+}
+
+TEST_F(CommandsTest, CommandUShowsThePagesSourceInATabInFront) {
+    const std::shared_ptr<BrowserStore> store = openStoreWith({a});
+    auto& shown = page(*store->active());
+
+    press(store, "⌘U");
+    ASSERT_EQ(shown.sources.size(), 1U);
+    shown.sources.front().resolve("<p>text");
+
+    ASSERT_EQ(store->tabs().size(), 2U);
+    EXPECT_EQ(page(*store->active()).calls, Strings{"showSource " + std::string{a} + " <p>text"});
+}
+
+TEST_F(CommandsTest, APageWithoutASourceOpensNoTab) {
+    const std::shared_ptr<BrowserStore> store = openStoreWith({a});
+    auto& shown = page(*store->active());
+
+    press(store, "⌘U");
+    shown.sources.front().resolve(std::nullopt);
+
+    EXPECT_EQ(store->tabs().size(), 1U);
+}
+
+TEST_F(CommandsTest, ASourceThatComesAfterItsTabWentIsShownAllTheSame) {
+    const std::shared_ptr<BrowserStore> store = openStoreWith({a, b});
+    const auto promise = [&] {
+        press(store, "⌘U");
+        return page(*store->active()).sources.front();
+    }();
+
+    store->close(*store->active());
+    promise.resolve("<p>text");
+
+    EXPECT_EQ(store->tabs().size(), 2U);
 }
 
 TEST_F(CommandsTest, WhatClosesTabsAsksTheirPagesFirst) {

@@ -286,7 +286,9 @@ bool BrowserStore::isInSplit(const Uuid& id) const {
 }
 
 void BrowserStore::openInBackground(const UrlRequest& request) {
-    if (request.url) addTab(request, Select::no);
+    if (!request.url) return;
+    const Uuid id = addTab(request, Select::no).id();
+    openedBehind_.emit(id);
 }
 
 void BrowserStore::tabTookFocus(const Uuid& id) {

@@ -156,6 +156,10 @@ public:
     static int importVisits(const std::vector<Visit>& visits, const Profile& profile,
                             UserDefaults& defaults, NotificationCenter& notifications);
 
+    /// Calls `slot` with each tab that opened behind the one in front, after the change.
+    sigc::connection connectOpenedBehind(const sigc::slot<void(const Uuid&)>& slot) {
+        return openedBehind_.connect(slot);
+    }
     /// Calls `slot` once after each operation that changed something.
     sigc::connection connectChanged(const sigc::slot<void()>& slot) {
         return changes_.connect(slot);
@@ -215,6 +219,7 @@ private:
     bool restoring_ = false;
     ChangeSignal changes_;
     WindowReader reader_;
+    sigc::signal<void(const Uuid&)> openedBehind_;
     TaskScope work_;  // last, so that what reads and works ends first
 };
 

@@ -1,5 +1,6 @@
 #include "core/BrowserStore.h"
 
+#include "platform/SourceAddress.h"
 #include "platform/StoredRecords.h"
 
 #include <string>
@@ -59,6 +60,7 @@ void BrowserStore::saveSession() {
 void BrowserStore::recordVisit(const BrowserTab& tab) {
     if (isPrivate_ || !holds(tab) || !tab.url()) return;
     if (tab.url()->absoluteString().size() > VisitHistory::addressLimit) return;
+    if (pageOfSource(*tab.url())) return saveSession();  // the page was visited before
     const Operation operation{*this};
     if (!history_.add({Uuid::random(), *tab.url(), tab.title(), loop_.now()})) return;
     changes_.note();

@@ -219,7 +219,8 @@ void BrowserTab::mirror(WebViewProperty property) {
         case WebViewProperty::isLoading:
             return update(isLoading_, webView_->isLoading());
         case WebViewProperty::failure:
-            return;  // it changes nothing in the tab
+        case WebViewProperty::hoveredLink:
+            return;  // they change nothing in the tab
         case WebViewProperty::activeCapture:
             return update(activeCapture_, webView_->activeCapture());
     }

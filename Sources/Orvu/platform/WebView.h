@@ -7,6 +7,7 @@
 #include "platform/MediaCapture.h"
 #include "platform/Navigation.h"
 #include "platform/PageDialogs.h"
+#include "platform/PageMenu.h"
 #include "platform/RefusedPermission.h"
 #include "platform/WebsiteData.h"
 
@@ -28,6 +29,7 @@ enum class WebViewProperty {
     isLoading,
     failure,
     activeCapture,
+    hoveredLink,
 };
 
 /// What a page script gave.
@@ -136,6 +138,20 @@ public:
     [[nodiscard]] virtual Future<bool> mayClose() = 0;
     /// Shows the desktop's dialog for printing the page.
     virtual void print() = 0;
+    /// Saves the page with all that belongs to it as a download.
+    virtual void savePage() = 0;
+
+    /// The page's document as its server sent it, in UTF-8. Nothing without a page, or for a
+    /// document of more than 16 MB. No result comes once the view is gone.
+    [[nodiscard]] virtual Future<std::optional<std::string>> source() = 0;
+    /// Shows `text`, the source of `page`, as plain text. The address then says so.
+    virtual void showSource(const Url& page, std::string text) = 0;
+
+    /// Where the link leads that the pointer is over.
+    [[nodiscard]] virtual const std::optional<Url>& hoveredLink() const = 0;
+    /// Calls `slot` when something is chosen in the page's menu that is for others to do.
+    virtual sigc::connection connectMenuChosen(
+        const sigc::slot<void(const PageMenuChoice&)>& slot) = 0;
 
     /// `delegate` must outlive the view or be taken away with nullptr.
     virtual void setNavigationDelegate(NavigationDelegate* delegate) = 0;

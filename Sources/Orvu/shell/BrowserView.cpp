@@ -1,5 +1,7 @@
 #include "shell/BrowserView.h"
 
+#include "profiles/Preferences.h"
+
 #include <utility>
 
 namespace orvu {
@@ -58,6 +60,17 @@ bool BrowserView::endEditing() {
     if (!tab->isLoading()) return false;
     tab->webView().stopLoading();
     return true;
+}
+
+void BrowserView::menuChosen(const PageMenuChoice& choice) {
+    if (choice.kind == PageMenuChoice::Kind::openPrivately) {
+        const auto url = Url::parse(choice.text);
+        if (url && isWebUrl(*url)) window_.openPrivately(*url);
+        return;
+    }
+    const auto engine = services_.settings().searchEngine.get();
+    const auto results = Prefs::searchURL(engine, choice.text);
+    if (results && !choice.text.empty()) store_->newTab(results, BrowserStore::Select::yes);
 }
 
 }  // namespace orvu

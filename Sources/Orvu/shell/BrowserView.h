@@ -64,6 +64,9 @@ public:
     /// asks for or else stops its load. False if there was nothing of the kind.
     bool endEditing();
 
+    /// Does what was chosen in the menu of a page.
+    void menuChosen(const PageMenuChoice& choice);
+
     // What is asked of parts of the window. A part that isn't there lets it pass.
     void openRewind() { rewindRequested_.emit(); }
     /// Gives the keyboard to what the tab in front shows.

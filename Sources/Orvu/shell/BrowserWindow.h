@@ -36,6 +36,8 @@ public:
     /// Fills the screen's free area with the window, or gives it its own size back.
     virtual void performZoom() = 0;
     virtual void toggleFullScreen() = 0;
+    /// Opens an address in a private window of its own.
+    virtual void openPrivately(const Url& url) = 0;
     /// Edits where the keyboard is, in a page or in a text field.
     virtual void edit(EditingCommand command) = 0;
 };

@@ -47,6 +47,12 @@ void BrowserWindowController::place(BrowserWindow& window, Private isPrivate) co
     }
 }
 
+void BrowserWindowController::openPrivately(const Url& url) {
+    newWindow(Private::yes, std::nullopt, {});
+    const auto tab = windows_.back().store->active();
+    if (tab) tab->webView().load(url);
+}
+
 void BrowserWindowController::open(const std::vector<Url>& urls) {
     std::vector<Url> web;
     std::ranges::copy_if(urls, std::back_inserter(web), isWebUrl);

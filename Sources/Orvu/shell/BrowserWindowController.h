@@ -33,6 +33,8 @@ public:
     /// of `urls` is in front.
     void newWindow(Private isPrivate, const std::optional<Profile>& profile,
                    const std::vector<Url>& urls);
+    /// Makes and shows a private window with that page alone.
+    void openPrivately(const Url& url);
     /// Opens the web addresses among `urls`, which came from another program, in the newest
     /// visible ordinary window or a new one.
     void open(const std::vector<Url>& urls);

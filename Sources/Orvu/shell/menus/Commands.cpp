@@ -91,6 +91,18 @@ void copyLink(BrowserView& view) {
         view.services().platform().pasteboard.setString(tab->url()->absoluteString());
 }
 
+/// What the page answers is awaited without holding its tab.
+Task<void> openSource(BrowserStore& store, Url page, Future<std::optional<std::string>> source) {
+    auto text = co_await source;
+    if (!text) co_return;
+    auto& tab = store.newTab(std::nullopt, BrowserStore::Select::yes);
+    tab.webView().showSource(page, std::move(*text));
+}
+
+void showSource(BrowserStore& store, BrowserTab& tab) {
+    if (tab.url()) store.work().start(openSource(store, *tab.url(), tab.webView().source()));
+}
+
 void openInDefaultBrowser(BrowserView& view) {
     const auto tab = view.store().active();
     if (tab && tab->url()) view.services().platform().workspace.open(*tab->url());
@@ -257,6 +269,20 @@ Commands page() {
          .keys = {"⌘P"},
          .keysOf = KeysOf::pageFirst,
          .help = "print the page",
+         .isEnabled = hasPage},
+        {.name = "savePage",
+         .run = onPage(&WebView::savePage),
+         .title = "Save Page",
+         .keys = {"⌘S"},
+         .keysOf = KeysOf::pageFirst,
+         .help = "save the page among the downloads",
+         .isEnabled = hasPage},
+        {.name = "showSource",
+         .run = Command::ForTab{showSource},
+         .title = "Page Source",
+         .keys = {"⌘U"},
+         .keysOf = KeysOf::pageFirst,
+         .help = "the page's source, in a tab of its own",
          .isEnabled = hasPage},
         {.name = "openInDefaultBrowser",
          .run = Command::ForWindow{openInDefaultBrowser},

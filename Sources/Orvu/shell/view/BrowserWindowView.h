@@ -35,6 +35,7 @@ public:
     void performMiniaturize() override { window_.minimize(); }
     void performZoom() override;
     void toggleFullScreen() override;
+    void openPrivately(const Url& url) override { windows_.openPrivately(url); }
     void edit(EditingCommand command) override { editInFocus(window_, command); }
 
 private:

@@ -19,13 +19,14 @@ constexpr std::chrono::milliseconds patience{300};
 
 /// What is told at most; of a longer address the engine cuts what its policy says.
 constexpr std::string_view script = R"js((link => {
-    const own = [...document.links].find(each => each.href === link);
-    if (!own || own.relList.contains('noreferrer')) return '';
+    const own = [...document.links].find(each => each.href === link) ??
+                [...document.images].find(each => each.currentSrc === link);
+    if (!own || own.relList?.contains('noreferrer')) return '';
     const meta = document.querySelector('meta[name=referrer i]');
     switch (own.referrerPolicy || meta?.content.trim().toLowerCase()) {
         case 'no-referrer': case 'never': return '';
         case 'origin': case 'strict-origin': return location.origin + '/';
-        case 'same-origin': return own.origin === location.origin ? location.href : '';
+        case 'same-origin': return new URL(link).origin === location.origin ? location.href : '';
     }
     return location.href;
 }))js";

@@ -2,11 +2,13 @@
 
 #include "foundation/text/Text.h"
 #include "platform/NavigationGate.h"
+#include "platform/SourceAddress.h"
 #include "platform/linux/web/CapturePermission.h"
 #include "platform/linux/web/LoadErrors.h"
 #include "platform/linux/web/OrvuWebViewEvents.h"
 #include "platform/linux/web/PageDownload.h"
 #include "platform/linux/web/PageScript.h"
+#include "platform/linux/web/SavedPage.h"
 #include "platform/linux/web/SessionWebsiteData.h"
 
 #include <utility>
@@ -51,7 +53,11 @@ GObjectPointer<WebKitSettings> makeSettings(const WebKitShared& shared) {
 OrvuWebView::OrvuWebView(std::shared_ptr<WebKitShared> shared, MainLoop& loop)
     : shared_(std::move(shared)),
       loop_(loop),
-      loads_(loop_, {.stop = [this] { stopLoading(); },
+      loads_(loop_, {.stop =
+                         [this] {
+                             stopLoading();
+                             awaitsNetwork_ = address_.unshown().has_value();
+                         },
                      .changed = [this] { changed_.emit(WebViewProperty::failure); }}),
       networkWatch_(shared_->network.connectCameBack([this] { networkCameBack(); })) {}
 
@@ -59,10 +65,12 @@ OrvuWebView::~OrvuWebView() {
     if (!view_) return;
     Events::disconnect(view(), this);
     g_object_set_data(G_OBJECT(view()), dataKey, nullptr);
+    webkit_web_inspector_close(webkit_web_view_get_inspector(view()));
     finder_.reset();  // which would hear of the process' end as of a search without a match
     leaving_.reset();
     webkit_web_view_terminate_web_process(view());  // it could ask the next thing
     dialogs_.cancelAll();
+    menu_.reset();
     printing_.reset();
     engineDialogs_.reset();
     swipes_.reset();
@@ -88,6 +96,7 @@ void OrvuWebView::make() {
     swipes_.emplace(view(), loop_);
     finder_.emplace(view());
     addDialogs();
+    addMenu();
     if (const auto request = std::exchange(pending_, std::nullopt)) begin(*request);
 }
 
@@ -101,6 +110,24 @@ void OrvuWebView::addDialogs() {
     engineDialogs_.emplace(view(), dialogs_, *leaving_, loop_,
                            EngineDialogs::Page{host, isAboutToChange});
     printing_.emplace(view(), loop_);
+}
+
+void OrvuWebView::addMenu() {
+    menu_.emplace(
+        view(), *this, loop_,
+        EngineMenu::Handlers{
+            .mayOpen =
+                [this](const Url& url) {
+                    return NavigationGate::mayOpenElsewhere(url, address_.document());
+                },
+            .open =
+                [this](const UrlRequest& request) {
+                    if (delegate_)
+                        delegate_->createWebView({request, NavigationType::linkActivated});
+                },
+            .saves = [this] { menuDownloads_ = true; },
+            .choose = [this](const PageMenuChoice& choice) { menuChosen_.emit(choice); },
+        });
 }
 
 /// The person wants something else of the page than to answer its dialogs, which would hold it up.
@@ -158,6 +185,9 @@ void OrvuWebView::noteCause(NavigationAction& action, bool isRedirect) {
 }
 
 void OrvuWebView::load(const Url& url) {
+    // A source that nobody holds any more: then the page itself.
+    const auto page = pageOfSource(url);
+    if (page && source_.address != url.absoluteString()) return load(*page);
     ownLoad_ = NavigationType::other;
     begin({url});
 }
@@ -186,6 +216,8 @@ void OrvuWebView::loadAgain(const Url& url) {
 }
 
 void OrvuWebView::startEngine(const UrlRequest& request) {
+    // Where a document is on its way elsewhere, the engine might let that come after all.
+    if (initiated_) webkit_web_view_stop_loading(view());
     initiated_ =
         request.initiator ? InitiatedLoad::of(*request.url, *request.initiator) : std::nullopt;
     if (!initiated_) {
@@ -294,6 +326,36 @@ void OrvuWebView::print() {
     if (view_ && address_.document()) printing_->print();
 }
 
+void OrvuWebView::savePage() {
+    if (!view_ || !address_.document()) return;
+    if (SavedPage::canSave(view())) {
+        if (const auto& take = *shared_->taker) {
+            take(std::make_unique<SavedPage>(view(), title_, address_.document()->host()));
+        }
+        return;
+    }
+    menuDownloads_ = true;
+    const char* const uri = webkit_web_view_get_uri(view());
+    if (uri) g_object_unref(webkit_web_view_download_uri(view(), uri));
+}
+
+Future<std::optional<std::string>> OrvuWebView::source() {
+    const Promise<std::optional<std::string>> promise;
+    if (view_ && address_.document()) {
+        readPageSource(view(), [promise](auto text) { promise.resolve(std::move(text)); });
+    } else {
+        promise.resolve(std::nullopt);
+    }
+    return promise.future();
+}
+
+void OrvuWebView::showSource(const Url& page, std::string text) {
+    const auto url = sourceAddress(page);
+    if (!url) return;
+    source_ = {url->absoluteString(), std::move(text)};
+    load(*url);
+}
+
 /// Whether the page that stands is asked first, and the decision made later.
 bool OrvuWebView::asksBefore(WebKitPolicyDecision* decision) {
     const auto& document = address_.document();
@@ -328,6 +390,12 @@ void OrvuWebView::setSecure(bool secure) {
     if (secure_ == secure) return;
     secure_ = secure;
     changed_.emit(WebViewProperty::hasOnlySecureContent);
+}
+
+void OrvuWebView::setHoveredLink(std::optional<Url> link) {
+    if (hoveredLink_ == link) return;
+    hoveredLink_ = std::move(link);
+    changed_.emit(WebViewProperty::hoveredLink);
 }
 
 void OrvuWebView::setCapture(ActiveCapture capture) {
@@ -374,6 +442,9 @@ void OrvuWebView::documentStands() {
 }
 
 void OrvuWebView::documentGone() {
+    const std::weak_ptr alive{self_};
+    setHoveredLink(std::nullopt);
+    if (!living(alive)) return;
     leaving_->documentGone();
     printing_->documentGone();
     dialogs_.documentGone();
@@ -386,7 +457,8 @@ void OrvuWebView::loadFailed(const char* uri, const GError* error) {
     ownLoadRuns_ = false;
     if (initiated_) initiated_->failed();
     const auto cause = loadFailureCause(error);
-    awaitsNetwork_ = address_.unshown() && cause && cause != LoadFailureCause::secureConnection;
+    // A load that was stopped has no cause; the watch stops one that gets no answer.
+    if (cause) awaitsNetwork_ = address_.unshown() && cause != LoadFailureCause::secureConnection;
     const std::weak_ptr alive{self_};
     if (!becomesDownload_) noteFailure(cause, Url::parse(uri ? uri : ""));
     if (living(alive) && becomesDownload_) tellUrl(address_.becameDownload());

@@ -9,9 +9,11 @@
 #include "platform/PageAddress.h"
 #include "platform/WebView.h"
 #include "platform/linux/web/EngineDialogs.h"
+#include "platform/linux/web/EngineMenu.h"
 #include "platform/linux/web/PageFinder.h"
 #include "platform/linux/web/PageLeaving.h"
 #include "platform/linux/web/PagePrinting.h"
+#include "platform/linux/web/PageSource.h"
 #include "platform/linux/web/SwipeGestures.h"
 #include "platform/linux/web/WebKitContentRules.h"
 #include "platform/linux/web/WebKitSession.h"
@@ -27,13 +29,15 @@ namespace orvu {
 
 /// What all views of one configuration are made with.
 struct WebKitShared {
-    WebKitShared(std::shared_ptr<WebKitSession> ofSession, NetworkMonitor& monitor)
-        : session(std::move(ofSession)), network(monitor) {}
+    WebKitShared(std::shared_ptr<WebKitSession> ofSession, NetworkMonitor& monitor,
+                 std::shared_ptr<const DownloadTaker> downloadTaker)
+        : session(std::move(ofSession)), network(monitor), taker(std::move(downloadTaker)) {}
 
     std::shared_ptr<WebKitSession> session;
     WebKitUserContent content;
     NetworkMonitor& network;
-    std::string userAgent;  ///< whole; empty for the engine's own
+    const std::shared_ptr<const DownloadTaker> taker;  ///< of pages that are saved
+    std::string userAgent;                             ///< whole; empty for the engine's own
     bool elementFullscreen = false;
 };
 
@@ -97,11 +101,22 @@ public:
     [[nodiscard]] PageDialogs& dialogs() override { return dialogs_; }
     [[nodiscard]] Future<bool> mayClose() override;
     void print() override;
+    void savePage() override;
+    [[nodiscard]] Future<std::optional<std::string>> source() override;
+    void showSource(const Url& page, std::string text) override;
+    [[nodiscard]] const std::optional<Url>& hoveredLink() const override { return hoveredLink_; }
+    sigc::connection connectMenuChosen(
+        const sigc::slot<void(const PageMenuChoice&)>& slot) override {
+        return menuChosen_.connect(slot);
+    }
     void setNavigationDelegate(NavigationDelegate* delegate) override { delegate_ = delegate; }
     sigc::connection connectPropertyChanged(
         const sigc::slot<void(WebViewProperty)>& slot) override {
         return changed_.connect(slot);
     }
+
+    /// The source that this view is to show as text, if it is one of these.
+    [[nodiscard]] const PageSource& shownSource() const { return source_; }
 
     /// Calls `slot` when an element of the page takes the whole screen, and when it gives it back.
     sigc::connection connectFullscreen(const sigc::slot<void(bool)>& slot) {
@@ -120,6 +135,7 @@ private:
 
     void make();
     void addDialogs();
+    void addMenu();
     void beginNavigation();
     void documentGone();
     [[nodiscard]] bool asksBefore(WebKitPolicyDecision* decision);
@@ -132,6 +148,7 @@ private:
     void tellUrl(bool changed);
     void setTitle(std::string_view title);
     void setSecure(bool secure);
+    void setHoveredLink(std::optional<Url> link);
     void setCapture(ActiveCapture capture);
     void loadChanged(WebKitLoadEvent event);
     void loadFailed(const char* uri, const GError* error);
@@ -158,8 +175,10 @@ private:
     std::optional<PageLeaving> leaving_;
     std::optional<EngineDialogs> engineDialogs_;
     std::optional<PagePrinting> printing_;
+    std::optional<EngineMenu> menu_;
     sigc::signal<void(WebViewProperty)> changed_;
     sigc::signal<void(bool)> fullscreen_;
+    sigc::signal<void(const PageMenuChoice&)> menuChosen_;
     std::string title_;
     PageAddress address_;
     std::optional<UrlRequest> pending_;       ///< to be loaded once the engine's view is made
@@ -167,6 +186,8 @@ private:
     double zoom_ = 1;
     bool secure_ = false;
     ActiveCapture capture_;
+    std::optional<Url> hoveredLink_;
+    PageSource source_;
     bool reportsFocus_ = true;
     bool committed_ = false;        ///< the present load has shown something
     bool failed_ = false;           ///< the present load failed

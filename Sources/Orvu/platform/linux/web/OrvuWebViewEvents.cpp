@@ -2,8 +2,6 @@
 
 #include "platform/NavigationGate.h"
 #include "platform/linux/web/CapturePermission.h"
-#include "platform/linux/web/LinkMenu.h"
-#include "platform/linux/web/LinkReferrer.h"
 #include "platform/linux/web/PolicyTranslation.h"
 
 #include <cstring>
@@ -51,6 +49,10 @@ struct OrvuWebView::Events::Handlers {
     static void insecureContent(WebKitWebView*, WebKitInsecureContentEvent, gpointer data) {
         self(data).setSecure(false);
     }
+    static void mouseTargetChanged(WebKitWebView*, WebKitHitTestResult* hit, guint, gpointer data) {
+        const char* const link = webkit_hit_test_result_get_link_uri(hit);
+        self(data).setHoveredLink(link ? Url::parse(link) : std::nullopt);
+    }
     static gboolean decidePolicy(WebKitWebView*, WebKitPolicyDecision* decision,
                                  WebKitPolicyDecisionType type, gpointer data) {
         NavigationDelegate* const delegate = self(data).delegate_;
@@ -92,8 +94,10 @@ struct OrvuWebView::Events::Handlers {
     /// Whether the gate lets a navigation come to the tab's own decision.
     static bool mayGoOn(OrvuWebView& self, WebKitPolicyDecisionType type,
                         const NavigationAction& action) {
-        if (action.request.url && !NavigationGate::canLoad(*action.request.url)) {
-            self.refusedAddress(*action.request.url);
+        const auto& target = action.request.url;
+        const bool isSource = target && target->absoluteString() == self.source_.address;
+        if (target && !isSource && !NavigationGate::canLoad(*target)) {
+            self.refusedAddress(*target);
             return false;
         }
         constexpr int middleButton = 2;
@@ -106,29 +110,6 @@ struct OrvuWebView::Events::Handlers {
     static bool mayOpenElsewhere(const OrvuWebView& self, const NavigationAction& action) {
         const auto& url = action.request.url;
         return !url || NavigationGate::mayOpenElsewhere(*url, self.address_.document());
-    }
-    static gboolean contextMenu(WebKitWebView*, WebKitContextMenu* menu, WebKitHitTestResult* hit,
-                                gpointer data) {
-        watchSaving(menu, [view = std::weak_ptr{self(data).self_}] {
-            if (OrvuWebView* const alive = living(view)) alive->menuDownloads_ = true;
-        });
-        offerNewTab(menu, hit, [view = std::weak_ptr{self(data).self_}](const Url& link) {
-            OrvuWebView* const alive = living(view);
-            if (!alive || !NavigationGate::mayOpenElsewhere(link, alive->address_.document())) {
-                return;
-            }
-            findLinkReferrer(alive->view(), alive->loop_, link,
-                             [view, link](const std::optional<Url>& referrer) {
-                                 if (OrvuWebView* const still = living(view)) {
-                                     openFromMenu(*still, {link, Initiator{referrer}});
-                                 }
-                             });
-        });
-        return FALSE;
-    }
-    static void openFromMenu(const OrvuWebView& self, UrlRequest request) {
-        if (!self.delegate_) return;
-        self.delegate_->createWebView({std::move(request), NavigationType::linkActivated});
     }
     static gboolean permissionRequest(WebKitWebView*, WebKitPermissionRequest* request,
                                       gpointer data) {
@@ -183,9 +164,9 @@ void OrvuWebView::Events::connect(WebKitWebView* view, OrvuWebView* self) {
     on(view, "load-failed", Handlers::loadFailed);
     on(view, "load-failed-with-tls-errors", Handlers::loadFailedInTls);
     on(view, "insecure-content-detected", Handlers::insecureContent);
+    on(view, "mouse-target-changed", Handlers::mouseTargetChanged);
     on(view, "decide-policy", Handlers::decidePolicy);
     on(view, "create", Handlers::create);
-    on(view, "context-menu", Handlers::contextMenu);
     on(view, "permission-request", Handlers::permissionRequest);
     on(view, "enter-fullscreen", Handlers::enterFullscreen);
     on(view, "leave-fullscreen", Handlers::leaveFullscreen);

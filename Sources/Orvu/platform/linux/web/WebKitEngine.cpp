@@ -8,8 +8,10 @@ namespace {
 
 class Configuration : public WebConfiguration {
 public:
-    Configuration(std::shared_ptr<WebKitSession> session, MainLoop& loop, NetworkMonitor& network)
-        : shared_(std::make_shared<WebKitShared>(std::move(session), network)), loop_(loop) {}
+    Configuration(std::shared_ptr<WebKitSession> session, MainLoop& loop, NetworkMonitor& network,
+                  std::shared_ptr<const DownloadTaker> taker)
+        : shared_(std::make_shared<WebKitShared>(std::move(session), network, std::move(taker))),
+          loop_(loop) {}
 
     void setElementFullscreenEnabled(bool enabled) override {
         shared_->elementFullscreen = enabled;
@@ -29,6 +31,18 @@ private:
     std::shared_ptr<WebKitShared> shared_;
     MainLoop& loop_;
 };
+
+/// Pages that show the source of another one. There is one handler for the whole process.
+void serveSources() {
+    static const bool once = [] {
+        registerPageSources([](WebKitWebView* engineView) {
+            const OrvuWebView* const view = OrvuWebView::of(engineView);
+            return view ? &view->shownSource() : nullptr;
+        });
+        return true;
+    }();
+    (void)once;
+}
 
 /// A page's downloads are the page's to ask for; others begin at once.
 void downloadBegan(WebKitDownload* download, const std::shared_ptr<const DownloadTaker>& taker) {
@@ -52,12 +66,14 @@ WebKitEngine::WebKitEngine(const SystemPaths& paths, MainLoop& loop, NetworkMoni
           [taker = taker_](WebKitDownload* download) { downloadBegan(download, taker); })),
       sessions_(paths, begun_),
       loop_(loop),
-      network_(network) {}
+      network_(network) {
+    serveSources();
+}
 
 WebKitEngine::~WebKitEngine() { *taker_ = nullptr; }
 
 std::unique_ptr<WebConfiguration> WebKitEngine::makeConfiguration(const WebsiteDataStore& store) {
-    return std::make_unique<Configuration>(sessions_.session(store), loop_, network_);
+    return std::make_unique<Configuration>(sessions_.session(store), loop_, network_, taker_);
 }
 
 std::string userAgent(std::string_view engineOwn, std::string_view applicationName) {

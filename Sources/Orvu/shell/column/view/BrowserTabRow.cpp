@@ -6,6 +6,8 @@
 #include "shell/TabCloser.h"
 #include "shell/column/ShownTitle.h"
 
+#include <glibmm/main.h>
+
 namespace orvu {
 
 BrowserTabRow::BrowserTabRow(BrowserStore& store, const std::shared_ptr<BrowserTab>& tab)
@@ -44,6 +46,13 @@ BrowserTabRow::BrowserTabRow(BrowserStore& store, const std::shared_ptr<BrowserT
 void BrowserTabRow::setActive(bool active) {
     setCssClass(*this, "active", active);
     setAccessibleSelected(*this, active);
+}
+
+void BrowserTabRow::lightUp() {
+    constexpr unsigned lightingTime = 1500;  // milliseconds; longer than its animation
+    add_css_class("lit");
+    Glib::signal_timeout().connect_once(
+        sigc::track_object([this] { remove_css_class("lit"); }, *this), lightingTime);
 }
 
 void BrowserTabRow::setTabStop(TabStop stop) {

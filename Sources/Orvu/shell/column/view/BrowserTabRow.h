@@ -26,6 +26,8 @@ public:
     BrowserTabRow(BrowserStore& store, const std::shared_ptr<BrowserTab>& tab);
 
     void setActive(bool active);
+    /// Shows once that it has just come.
+    void lightUp();
     [[nodiscard]] bool hasTab() const { return !tab_.expired(); }
 
     [[nodiscard]] Gtk::Widget& widget() override { return *this; }

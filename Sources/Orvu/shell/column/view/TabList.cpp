@@ -11,6 +11,7 @@
 #include <gtkmm/viewport.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace orvu {
 namespace {
@@ -41,7 +42,7 @@ TabList::TabList(BrowserStore& store, ContextMenu& menu)
               return index != count() ? &lineAt(index) : nullptr;
           },
           [this](guint key, ColumnLine& line) { return keyPressed(key, line); }),
-      reveal_(*this, [this] { revealActive(); }) {
+      reveal_(*this, [this] { reveal(); }) {
     add_css_class("tab-scroll");
     rows_.add_css_class("tab-list");
     rows_.property_accessible_role() = Gtk::Accessible::Role::LIST;
@@ -55,6 +56,7 @@ TabList::TabList(BrowserStore& store, ContextMenu& menu)
     focus->signal_enter().connect(sigc::mem_fun(*this, &TabList::focusEntered));
     rows_.add_controller(focus);
     signal_map().connect(sigc::mem_fun(reveal_, &FrameRefresh::mark));
+    store_.connectOpenedBehind(sigc::mem_fun(*this, &TabList::openedBehind));
     update();
 }
 
@@ -78,6 +80,8 @@ void TabList::update() {
     updateActive();
     repairTabStop(index, hadFocus);
     forgetLines();
+    if (indexOf(opened_) == count()) opened_.reset();
+    if (opened_) reveal_.mark();
 }
 
 void TabList::apply(const std::vector<ColumnKey>& keys) {
@@ -218,11 +222,20 @@ void TabList::focusEntered() {
     if (const Index index = indexOf(tabStop_); index != count()) rows_.reveal(lineAt(index));
 }
 
-void TabList::revealActive() {
-    const Index index = indexOf(active_);
-    if (!get_mapped() || index == count()) return;
+void TabList::openedBehind(const Uuid& tab) {
+    opened_ = ColumnKey{Kind::tab, tab};  // its row comes with the update
+}
+
+void TabList::reveal() {
+    if (!get_mapped()) return;
     if (get_height() == 0) return reveal_.mark();  // not laid out yet
-    rows_.reveal(lineAt(index));
+    const auto opened = std::exchange(opened_, std::nullopt);
+    const Index index = indexOf(opened);
+    if (index != count()) {
+        dynamic_cast<BrowserTabRow&>(lineAt(index)).lightUp();
+        return rows_.reveal(lineAt(index));
+    }
+    if (const Index active = indexOf(active_); active != count()) rows_.reveal(lineAt(active));
 }
 
 TabList::Index TabList::indexOf(const std::optional<ColumnKey>& key) const {

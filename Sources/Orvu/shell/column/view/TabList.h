@@ -44,7 +44,8 @@ private:
     bool keyPressed(guint key, ColumnLine& line);
     bool focus(Index index, Index step);
     void focusEntered();
-    void revealActive();
+    void openedBehind(const Uuid& tab);
+    void reveal();
 
     [[nodiscard]] Index indexOf(const std::optional<ColumnKey>& key) const;
     /// The index of the line that holds `widget`; behind the last one if none does.
@@ -62,6 +63,7 @@ private:
     std::vector<ColumnKey> shown_;      ///< the lines that stand in `rows_`, in their order
     std::optional<ColumnKey> tabStop_;  ///< where the Tab key stops
     std::optional<ColumnKey> active_;   ///< the line that is drawn as the one in front
+    std::optional<ColumnKey> opened_;   ///< the newest tab that opened behind, until it is shown
     Narrow narrow_ = Narrow::no;
     FrameRefresh reveal_;
 };

@@ -16,6 +16,7 @@ BrowserPageContent::BrowserPageContent(BrowserView& view)
     set_expand(true);
     set_child(host_);
     addPageGestures(host_, [this] { return tab_.lock(); });
+    add_overlay(link_);
     add_overlay(question_);
     add_overlay(notice_);
     notice_.connectKeyboardFree(sigc::mem_fun(*this, &BrowserPageContent::focusContent));
@@ -40,6 +41,7 @@ bool BrowserPageContent::show(const std::shared_ptr<BrowserTab>& tab) {
     question_.show(tab);
     notice_.show(tab);
     dialogs_.show(tab);
+    showLink();
     const bool otherArticle = showReader(tab);
     return otherPage || otherNewTab || otherArticle;
 }
@@ -84,12 +86,15 @@ void BrowserPageContent::watch(const std::shared_ptr<BrowserTab>& tab) {
     dropReader();  // nothing of one tab fades out over another
     tabChanged_ = tab ? tab->connectChanged(sigc::mem_fun(refresh_, &FrameRefresh::mark))
                       : sigc::connection{};
-    pageFailed_ = tab ? tab->webView().connectPropertyChanged(sigc::track_object(
-                            [this](WebViewProperty property) {
-                                if (property == WebViewProperty::failure) refresh_.mark();
-                            },
-                            *this))
-                      : sigc::connection{};
+    if (!tab) {
+        pageChanged_ = {};
+        menuChosen_ = {};
+        return;
+    }
+    WebView& page = tab->webView();
+    pageChanged_ =
+        page.connectPropertyChanged(sigc::mem_fun(*this, &BrowserPageContent::pageChanged));
+    menuChosen_ = page.connectMenuChosen(sigc::mem_fun(view_, &BrowserView::menuChosen));
 }
 
 bool BrowserPageContent::showReader(const std::shared_ptr<BrowserTab>& tab) {
@@ -131,6 +136,16 @@ void BrowserPageContent::dropReader() {
     reader_.reset();
     isReading_ = false;
     updatePageFocus();
+}
+
+void BrowserPageContent::pageChanged(WebViewProperty property) {
+    if (property == WebViewProperty::failure) refresh_.mark();
+    if (property == WebViewProperty::hoveredLink) showLink();
+}
+
+void BrowserPageContent::showLink() {
+    const auto tab = tab_.lock();
+    link_.show(tab && !tab->isNewTab() ? &tab->webView() : nullptr);
 }
 
 void BrowserPageContent::refresh() {

@@ -6,6 +6,7 @@
 #include "platform/linux/web/WebViewHost.h"
 #include "shell/BrowserView.h"
 #include "shell/pagearea/view/BrowserNewTabPageView.h"
+#include "shell/pagearea/view/LinkAddressView.h"
 #include "shell/pagearea/view/PageDialogView.h"
 #include "shell/pagearea/view/PageNoticeView.h"
 #include "shell/pagearea/view/PageQuestionView.h"
@@ -44,6 +45,8 @@ private:
     void leaveReader();
     void dropReader();
     void refresh();
+    void pageChanged(WebViewProperty property);
+    void showLink();
     void selectTab();
     void fullscreenChanged(bool on);
     void dialogsChanged();
@@ -54,6 +57,7 @@ private:
     WebViewHost host_;
     std::unique_ptr<BrowserNewTabPageView> newTabPage_;
     std::optional<Uuid> newTab_;  ///< the empty tab that `newTabPage_` stands for
+    LinkAddressView link_{host_};
     PageQuestionView question_;
     PageNoticeView notice_;
     PageDialogView dialogs_;  ///< over all else
@@ -62,7 +66,8 @@ private:
     bool isReading_ = false;
     FrameRefresh refresh_;
     ScopedConnection tabChanged_;
-    ScopedConnection pageFailed_;
+    ScopedConnection pageChanged_;
+    ScopedConnection menuChosen_;
     ScopedConnection readerFocused_;
 };
 
