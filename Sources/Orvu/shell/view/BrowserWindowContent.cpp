@@ -135,7 +135,7 @@ void BrowserWindowContent::moveFocus(int areas) {
 
 void BrowserWindowContent::fullscreenChanged() {
     const bool on = view_.fullscreenTab.get().has_value();
-    view_.commandOpen.set(false);
+    if (on) view_.commandOpen.set(false);
     notchView_.setHidden(on);
     bar_.set_visible(!on);
     tabs_.set_visible(!on);

@@ -1,5 +1,6 @@
 #include "platform/linux/web/WebViewHost.h"
 
+#include <gtkmm/eventcontrollerkey.h>
 #include <gtkmm/window.h>
 
 namespace orvu {
@@ -7,6 +8,15 @@ namespace orvu {
 WebViewHost::WebViewHost() {
     add_css_class("web-view-host");
     set_expand(true);
+    const auto keys = Gtk::EventControllerKey::create();
+    keys->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
+    keys->signal_key_pressed().connect(
+        [this](guint key, guint, Gdk::ModifierType) {
+            if (inFullscreen_ && key == GDK_KEY_Escape) takeScreenBack();
+            return false;  // the engine tells the page
+        },
+        false);
+    add_controller(keys);
 }
 
 WebViewHost::~WebViewHost() { detach(); }
@@ -55,8 +65,25 @@ void WebViewHost::detach() {
 }
 
 void WebViewHost::setFullscreen(bool on) {
+    if (on && !inFullscreen_) watchWindow();
+    if (!on) windowFullscreen_ = {};
     inFullscreen_ = on;
     fullscreen_.emit(on);
+}
+
+void WebViewHost::watchWindow() {
+    auto* const window = dynamic_cast<Gtk::Window*>(get_root());
+    if (!window) return;
+    windowWasFull_ = window->is_fullscreen();
+    windowFullscreen_ = window->property_fullscreened().signal_changed().connect([this, window] {
+        if (!window->is_fullscreen()) setFullscreen(false);
+    });
+}
+
+void WebViewHost::takeScreenBack() {
+    auto* const window = dynamic_cast<Gtk::Window*>(get_root());
+    if (window && !windowWasFull_) window->unfullscreen();
+    setFullscreen(false);
 }
 
 void WebViewHost::giveScreenBack(OrvuWebView* page) {

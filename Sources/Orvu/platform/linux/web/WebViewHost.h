@@ -22,7 +22,9 @@ public:
     /// Gives the keyboard to the page.
     void focusPage();
 
-    /// Calls `slot` when an element of the page takes the whole screen, and when it gives it back.
+    /// Calls `slot` when an element of the page takes the whole screen, and when it gives it back. The
+    /// person takes it back by Escape or with the window, and a page that is too busy to answer
+    /// can't keep it.
     sigc::connection connectFullscreen(const sigc::slot<void(bool)>& slot) {
         return fullscreen_.connect(slot);
     }
@@ -32,13 +34,17 @@ private:
     void attach(OrvuWebView& page);
     void detach();
     void setFullscreen(bool on);
+    void watchWindow();
+    void takeScreenBack();
     /// Ends the whole-screen view of a page that is not shown any more; null if it is gone.
     void giveScreenBack(OrvuWebView* page);
 
     std::weak_ptr<OrvuWebView*> shown_;
     bool inFullscreen_ = false;
+    bool windowWasFull_ = false;  ///< before an element took the screen
     sigc::signal<void(bool)> fullscreen_;
     ScopedConnection pageFullscreen_;
+    ScopedConnection windowFullscreen_;
 };
 
 }  // namespace orvu
