@@ -12,10 +12,14 @@
 #include <gtkmm/shortcutcontroller.h>
 #include <gtkmm/shortcuttrigger.h>
 
+#include <string_view>
 #include <utility>
 
 namespace orvu {
 namespace {
+
+/// Whether the engine scrolls with a key, so that it never gives it back, whatever the page does.
+bool isKeptByEngine(std::string_view keys) { return keys == "⌥Left" || keys == "⌥Right"; }
 
 /// The toolkit's own inspector has the keys of the page's.
 void switchOffDebugging(Gtk::Window& window) {
@@ -141,9 +145,9 @@ void BrowserWindowView::addEscape() {
 void BrowserWindowView::addShortcut(const Command& command, const std::string& keys) {
     auto controller = Gtk::ShortcutController::create();
     // Before the page, which could swallow every key; or what the page left.
-    controller->set_propagation_phase(command.keysOf == Command::KeysOf::window
-                                          ? Gtk::PropagationPhase::CAPTURE
-                                          : Gtk::PropagationPhase::BUBBLE);
+    const bool before = command.keysOf == Command::KeysOf::window || isKeptByEngine(keys);
+    controller->set_propagation_phase(before ? Gtk::PropagationPhase::CAPTURE
+                                             : Gtk::PropagationPhase::BUBBLE);
     controller->set_scope(Gtk::ShortcutScope::LOCAL);
     controller->add_shortcut(
         Gtk::Shortcut::create(Gtk::ShortcutTrigger::parse_string(shortcutTrigger(keys)),
