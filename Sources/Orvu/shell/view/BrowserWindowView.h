@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/web/EditingCommands.h"
+#include "platform/linux/web/ReturnedKeys.h"
 #include "shell/BrowserWindowController.h"
 #include "shell/view/BrowserWindowContent.h"
 
@@ -52,6 +53,7 @@ private:
     BrowserWindowController& windows_;
     const std::function<void()> closed_;
     Gtk::ApplicationWindow window_;
+    ReturnedKeys returnedKeys_{window_};
     Gtk::Box invisibleTitlebar_;
     std::unique_ptr<BrowserView> view_;
     std::unique_ptr<BrowserWindowContent> content_;
