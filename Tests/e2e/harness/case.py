@@ -40,7 +40,7 @@ class BrowserTest(unittest.TestCase):
     has_test_devices = False
 
     def setUp(self):
-        self.display = Display.shared(**self.display_traits)
+        self.display = self.make_display()
         self.home = Home()
         self.addCleanup(self.home.remove)
         self.server = Server()
@@ -57,9 +57,15 @@ class BrowserTest(unittest.TestCase):
         self.saved = self.home.saved
         self.windows = Windows(self.app)
         self.addCleanup(self.windows.close)
-        self.hands = Hands(self.app)
+        self.hands = self.make_hands()
         self.notch = Notch(self.windows, self.hands)
         self.site = Site(self.windows, self.hands)
+
+    def make_display(self):
+        return Display.shared(**self.display_traits)
+
+    def make_hands(self):
+        return Hands(self.app)
 
     def run(self, result=None):
         self._result = result

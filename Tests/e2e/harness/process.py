@@ -7,6 +7,7 @@ import subprocess
 
 _libc = ctypes.CDLL(None, use_errno=True)
 _PR_SET_PDEATHSIG = 1
+QUIET = {"stdin": subprocess.DEVNULL, "stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL}
 
 
 def _end_with_parent():
@@ -16,6 +17,19 @@ def _end_with_parent():
 def spawn(arguments, **options):
     """Starts a program that is killed when this process ends."""
     return subprocess.Popen(arguments, preexec_fn=_end_with_parent, **options)
+
+
+def announced(*arguments):
+    """Starts a program that writes a line to a descriptor given by "{fd}"; gives both. The line is
+    empty if it ended instead."""
+    reader, writer = os.pipe()
+    try:
+        started = spawn([each.replace("{fd}", str(writer)) for each in arguments],
+                        pass_fds=[writer], **QUIET)
+    finally:
+        os.close(writer)
+    with os.fdopen(reader) as lines:
+        return started, lines.readline().strip()
 
 
 def stop(process, deadline=10):
