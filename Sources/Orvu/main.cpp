@@ -1,6 +1,7 @@
 #include "core/AppServices.h"
 #include "platform/linux/Desktop.h"
 #include "platform/linux/desktop/Renderer.h"
+#include "platform/linux/desktop/WaylandSocket.h"
 #include "search/SearchSuggester.h"
 #include "shell/BrowserWindowController.h"
 #include "shell/CommandLine.h"
@@ -82,6 +83,7 @@ int main(int argc, char** argv) {
     const std::vector<std::string> arguments{argv + std::min(argc, 1), argv + argc};
     if (const auto status = answerAtOnce(CommandLine::parse(arguments))) return *status;
     chooseRenderer();
+    nameWaylandSocket();
     const auto application = Glib::make_refptr_for_instance(new OrvuApplication(
         [](OrvuApplication& running) { return std::make_unique<Program>(running); }));
     return application->run(argc, argv);
