@@ -3,6 +3,7 @@
 #include "look/view/Fonts.h"
 #include "look/view/Style.h"
 #include "pagetools/view/ReaderThemeRules.h"
+#include "platform/linux/desktop/ActivationToken.h"
 #include "platform/linux/desktop/ApplicationId.h"
 #include "platform/linux/files/LinuxSystemPaths.h"
 #include "shell/column/view/GroupColorRules.h"
@@ -53,7 +54,9 @@ std::vector<Url> urlsOf(const StartCall& call, const std::vector<std::string>& a
 
 OrvuApplication::OrvuApplication(MakeWorld makeWorld)
     : Gtk::Application(applicationId, Gio::Application::Flags::HANDLES_COMMAND_LINE),
-      makeWorld_(std::move(makeWorld)) {}
+      makeWorld_(std::move(makeWorld)) {
+    passOnActivationToken(G_APPLICATION(gobj()));
+}
 
 void OrvuApplication::on_startup() {
     probe_ = std::make_unique<SandboxProbe>();  // runs beside the toolkit's own start
