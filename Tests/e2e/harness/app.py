@@ -71,7 +71,7 @@ class App:
         self.process = None
         self._errors = None
         self._complaints = []
-        self._environment = os.environ | display.environment() | home.environment() \
+        self.environment = os.environ | display.environment() | home.environment() \
             | proxy.environment() | dict(extra_environment)
         self._bus = Bus(display.bus_address)
 
@@ -88,7 +88,7 @@ class App:
         until(lambda: not self._bus.has_name(ID), "the previous program to leave the bus")
         self._close_errors()
         self._errors = tempfile.TemporaryFile()
-        self.process = process.spawn([program(), *arguments], env=self._environment,
+        self.process = process.spawn([program(), *arguments], env=self.environment,
                                      stdin=subprocess.DEVNULL, stdout=self._errors,
                                      stderr=self._errors, restore_signals=restores_signals)
         if window:
@@ -106,7 +106,7 @@ class App:
 
     def run(self, *arguments):
         """A start that ends by itself, as one beside a running program does."""
-        return subprocess.run([program(), *arguments], env=self._environment, timeout=DEADLINE,
+        return subprocess.run([program(), *arguments], env=self.environment, timeout=DEADLINE,
                               stdin=subprocess.DEVNULL, capture_output=True, text=True, check=False)
 
     def hand_over(self, *arguments):

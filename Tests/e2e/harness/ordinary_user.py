@@ -10,6 +10,7 @@ import sys
 import tempfile
 
 from .app import program
+from .case import artefacts
 
 NAME = "nobody"
 DECODER = "orvu-image-decoder"
@@ -24,16 +25,16 @@ class OrdinaryUser:
     _shared = None
 
     @classmethod
-    def shared(cls, artefacts):
+    def shared(cls):
         if cls._shared is None:
-            cls._shared = cls(artefacts)
+            cls._shared = cls()
         return cls._shared
 
-    def __init__(self, artefacts):
-        """`artefacts` is the folder for what the tests leave."""
-        artefacts.mkdir(parents=True, exist_ok=True)
+    def __init__(self):
+        folder = artefacts() / "wayland"
+        folder.mkdir(exist_ok=True)
         # Open from now on, for a checkout may stand where only root comes.
-        self._artefacts = os.open(artefacts, os.O_DIRECTORY)
+        self._artefacts = os.open(folder, os.O_DIRECTORY)
         probe = PROBE.read_text()
         if os.geteuid() == 0:
             self._become(pwd.getpwnam(NAME))

@@ -22,6 +22,7 @@ output HEADLESS-1 resolution {}x{} position 0 0
 default_border none
 default_floating_border none
 focus_follows_mouse no
+focus_on_window_activation focus
 for_window [app_id=".*"] floating enable
 """
 
@@ -33,7 +34,7 @@ class SwayDisplay(SessionDisplay):
     def __init__(self):
         super().__init__()
         folder = pathlib.Path(self._folder)
-        self._socket = folder / SOCKET
+        self.socket = folder / SOCKET
         self._control = folder / "control"
         os.environ.pop("DISPLAY", None)
         self._start_bus()
@@ -46,11 +47,11 @@ class SwayDisplay(SessionDisplay):
         sway = process.spawn(["sway", "-c", str(configuration)],
                              env=without_display | headless, **process.QUIET)
         self._processes.append(sway)
-        until(lambda: self._control.exists() and self._socket.exists() or sway.poll() is not None,
+        until(lambda: self._control.exists() and self.socket.exists() or sway.poll() is not None,
               "the compositor", deadline=60)
         if sway.poll() is not None:
             raise AssertionError(f"the compositor ended with {sway.returncode}")
-        self.devices = Devices(self._socket, SIZE)
+        self.devices = Devices(self.socket, SIZE)
 
     def environment(self):
         return super().environment() | {"GDK_BACKEND": "wayland", "SWAYSOCK": str(self._control),
@@ -59,7 +60,7 @@ class SwayDisplay(SessionDisplay):
     def join(self, folder):
         """Lets programs whose folder for sockets is another one find the display. They get no
         path, for the engine's sandbox knows such sockets by names alone."""
-        (folder / SOCKET).symlink_to(self._socket)
+        (folder / SOCKET).symlink_to(self.socket)
 
     def stop(self):
         self.devices.close()

@@ -1,6 +1,6 @@
 """What tests on a Wayland display stand on."""
 
-from .case import BrowserTest, artefacts
+from .case import BrowserTest
 from .ordinary_user import OrdinaryUser
 from .sway import SIZE, SwayDisplay
 from .wait import until, until_equal
@@ -18,7 +18,7 @@ class WaylandTest(BrowserTest):
 
     @classmethod
     def setUpClass(cls):
-        cls.user = OrdinaryUser.shared(artefacts() / "wayland")
+        cls.user = OrdinaryUser.shared()
 
     def setUp(self):
         super().setUp()

@@ -66,20 +66,25 @@ class _Wire:
         """Waits until the compositor has done all that was sent."""
         mark = self.new()
         self.send(_DISPLAY, 0, "I", mark)
-        while self._read() != mark:
-            pass
+        self.answer_of(mark)
+
+    def answer_of(self, number):
+        """Waits for an event of an object; gives its content."""
+        while True:
+            source, body = self._read()
+            if source == number:
+                return body
 
     def _read(self):
-        """Takes one event; gives the number of the object that it came from."""
+        """Takes one event; gives the number of the object that it came from, and its content."""
         source, size = struct.unpack("=II", self._take(2 * _WORD))
         what = size & 0xFFFF
         body = self._take((size >> 16) - 2 * _WORD)
         if (source, what) == (_DISPLAY, 0):
             raise AssertionError(f"the compositor refuses: {body!r}")
         if (source, what) == (_REGISTRY, 0):
-            number, length = struct.unpack_from("=II", body)
-            self._globals[body[2 * _WORD:2 * _WORD + length - 1].decode()] = number
-        return source
+            self._globals[_text(body[_WORD:])] = struct.unpack_from("=I", body)[0]
+        return source, body
 
     def _take(self, count):
         while len(self._unread) < count:
@@ -89,6 +94,12 @@ class _Wire:
             self._unread += more
         taken, self._unread = self._unread[:count], self._unread[count:]
         return taken
+
+
+def _text(content):
+    """The text at the beginning of what an event says."""
+    length = struct.unpack_from("=I", content)[0]
+    return content[_WORD:_WORD + length - 1].decode()
 
 
 def _now():
@@ -196,6 +207,13 @@ class Devices:
         seat = self._wire.bind("wl_seat")
         self.keyboard = Keyboard(self._wire, seat)
         self.pointer = Pointer(self._wire, seat, size)
+
+    def activation_token(self):
+        """What a program gives another one that it starts, to let its window come to the front."""
+        activation, token = self._wire.bind("xdg_activation_v1"), self._wire.new()
+        self._wire.send(activation, 1, "I", token)
+        self._wire.send(token, 3)
+        return _text(self._wire.answer_of(token))
 
     def close(self):
         self._wire.close()
