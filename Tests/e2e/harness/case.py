@@ -38,6 +38,8 @@ class BrowserTest(unittest.TestCase):
     trusts_test_authority = False
     # Whether pages find a made-up camera and microphone.
     has_test_devices = False
+    # What the program finds in its environment besides.
+    environment = {}
 
     def setUp(self):
         self.display = self.make_display()
@@ -47,7 +49,9 @@ class BrowserTest(unittest.TestCase):
         self.addCleanup(self.server.stop)
         self.proxy = Proxy()
         self.addCleanup(self.proxy.stop)
-        environment = Authority.shared().environment() if self.trusts_test_authority else {}
+        environment = dict(self.environment)
+        if self.trusts_test_authority:
+            environment |= Authority.shared().environment()
         if self.has_test_devices:
             environment = devices.added_to(environment)
         self.app = App(self.display, self.home, self.proxy, environment)
