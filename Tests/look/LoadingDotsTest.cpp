@@ -38,6 +38,13 @@ TEST(LoadingDotsTest, WaveRunsAlongTheLitDots) {
     }
 }
 
+TEST(LoadingDotsTest, StandingStillEachLitDotIsAlike) {
+    const LoadingDots dots{.count = 10, .progress = 0.45};
+
+    for (int dot = 0; dot < 5; ++dot) EXPECT_EQ(dots.stillOpacity(dot), 0.7);
+    for (int dot = 5; dot < 10; ++dot) EXPECT_EQ(dots.stillOpacity(dot), 0.12);
+}
+
 TEST(LoadingDotsTest, DotsFillTheWidthEvenly) {
     const LoadingDots dots{.count = 3};
 

@@ -3,6 +3,7 @@
 #include "look/drawing/NotchShape.h"
 #include "look/gallery/Stage.h"
 #include "look/view/DotFaceView.h"
+#include "look/drawing/view/BrowserLoadingDots.h"
 #include "look/drawing/view/DottedPaperView.h"
 #include "look/drawing/view/Drawing.h"
 
@@ -180,6 +181,51 @@ TEST(DottedPaperDrawingTest, AGroundLiesBelowTheDots) {
     EXPECT_EQ(picture.at(0, 0), Desk::paper);
     EXPECT_EQ(picture.at(119, 119), Desk::paper);
     EXPECT_TRUE(isNear(picture.at(20, 20), blend({Desk::ink, 0.5}, Desk::paper)));
+}
+
+/// A row of loading dots at a time of the test's.
+class LoadingDotsDrawing : public testing::Test {
+protected:
+    static constexpr int width = 100;
+    static constexpr int scale = 4;
+
+    LoadingDotsDrawing() {
+        dots.set_size_request(width, -1);
+        dots.set_halign(Gtk::Align::START);
+        dots.set_valign(Gtk::Align::START);
+    }
+    /// The colour in the middle of the first dot at `seconds`.
+    Color firstDot(double seconds) {
+        now = Date{seconds};
+        return Stage::draw(dots, width, 2, scale).at(scale, scale);
+    }
+
+    Date now{0};
+    BrowserLoadingDots dots{10, [this] { return now; }};
+};
+
+TEST_F(LoadingDotsDrawing, AWaveRunsAlongThem) {
+    const Animations animations{true};
+    const Stage stage{dots};
+
+    EXPECT_NE(firstDot(0.2), firstDot(0.7));
+}
+
+TEST_F(LoadingDotsDrawing, WithoutAnimationsTheyStandStillHoweverOftenTheyAreDrawn) {
+    const Animations animations{false};
+    const Stage stage{dots};
+
+    EXPECT_TRUE(isNear(firstDot(0.2), onBlack({Desk::sky, LoadingDots::still})));
+    EXPECT_EQ(firstDot(0.2), firstDot(0.7));
+}
+
+TEST_F(LoadingDotsDrawing, AnimationsSwitchedOffStopTheWaveWhereItIsSeen) {
+    const Animations animations{true};
+    const Stage stage{dots};
+
+    Animations::setting() = false;
+
+    EXPECT_EQ(firstDot(0.2), firstDot(0.7));
 }
 
 Picture notch(const std::string& name, NotchShape shape, double width, double height) {

@@ -56,8 +56,10 @@ void BrowserLoadingDots::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snaps
     const auto context = snapshot->append_cairo(&bounds);
     // A phase is all that the wave takes of the time; few digits keep it exact.
     const double time = std::fmod(clock_().secondsSinceReference(), 24 * 60 * 60);
+    const bool moves = animationsEnabled();
     for (int dot = 0; dot < dots_.count; ++dot) {
-        setSource(context, {Desk::sky, dots_.opacity(dot, time)});
+        const double opacity = moves ? dots_.opacity(dot, time) : dots_.stillOpacity(dot);
+        setSource(context, {Desk::sky, opacity});
         fillDot(context, {dots_.centre(dot, width), LoadingDots::diameter / 2},
                 LoadingDots::diameter);
     }

@@ -12,7 +12,8 @@ namespace orvu {
 
 class WindowTicker;
 
-/// Draws a row of loading dots, alive while it is mapped in a window that can be seen.
+/// Draws a row of loading dots, alive while it is mapped in a window that can be seen. Where
+/// animations are switched off no wave runs along it.
 class BrowserLoadingDots : public Gtk::Widget {
 public:
     using Clock = std::function<Date()>;

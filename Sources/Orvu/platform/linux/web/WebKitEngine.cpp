@@ -1,5 +1,6 @@
 #include "platform/linux/web/WebKitEngine.h"
 
+#include "platform/linux/web/MotionNotice.h"
 #include "platform/linux/web/OrvuDownload.h"
 #include "platform/linux/web/OrvuWebView.h"
 
@@ -11,7 +12,8 @@ public:
     Configuration(std::shared_ptr<WebKitSession> session, MainLoop& loop, NetworkMonitor& network,
                   std::shared_ptr<const DownloadTaker> taker)
         : shared_(std::make_shared<WebKitShared>(std::move(session), network, std::move(taker))),
-          loop_(loop) {}
+          loop_(loop),
+          motion_(shared_->content.get(), loop) {}
 
     void setElementFullscreenEnabled(bool enabled) override {
         shared_->elementFullscreen = enabled;
@@ -30,6 +32,7 @@ public:
 private:
     std::shared_ptr<WebKitShared> shared_;
     MainLoop& loop_;
+    MotionNotice motion_;
 };
 
 /// Pages that show the source of another one. There is one handler for the whole process.
