@@ -1,5 +1,6 @@
 #include "platform/linux/web/WebKitEngine.h"
 
+#include "platform/SpellingLanguages.h"
 #include "platform/linux/web/MotionNotice.h"
 #include "platform/linux/web/OrvuDownload.h"
 #include "platform/linux/web/OrvuWebView.h"
@@ -59,6 +60,20 @@ void downloadBegan(WebKitDownload* download, const std::shared_ptr<const Downloa
     }
 }
 
+/// Has what a person writes checked in the languages of the locale. The engine leaves out those
+/// that have no dictionary here; for an empty list it would take any that it finds.
+void checkSpelling(WebKitWebContext* context) {
+    std::vector<std::string> locales;
+    for (const char* const* name = g_get_language_names(); *name; ++name)
+        locales.emplace_back(*name);
+    const auto languages = spellingLanguages(locales);
+    std::vector<const char*> list;
+    for (const std::string& language : languages) list.push_back(language.c_str());
+    list.push_back(nullptr);
+    webkit_web_context_set_spell_checking_enabled(context, languages.empty() ? FALSE : TRUE);
+    if (!languages.empty()) webkit_web_context_set_spell_checking_languages(context, list.data());
+}
+
 }  // namespace
 
 WebKitEngine::WebKitEngine(const SystemPaths& paths, MainLoop& loop, NetworkMonitor& network)
@@ -71,6 +86,7 @@ WebKitEngine::WebKitEngine(const SystemPaths& paths, MainLoop& loop, NetworkMoni
       loop_(loop),
       network_(network) {
     serveSources();
+    checkSpelling(webkit_web_context_get_default());
 }
 
 WebKitEngine::~WebKitEngine() { *taker_ = nullptr; }
