@@ -417,7 +417,7 @@ class Uses(PageWidgets):
 
         self.click_field(30, button=3)
         self.popover()
-        self.hands.go_on("Up", "Up", "Up", "Up", "Return")  # select all, over the last ones
+        self.hands.go_on("Up", "Up", "Return")  # select all, the last but one
         self.wait_until_closed()
         self.hands.type_on("x")
 

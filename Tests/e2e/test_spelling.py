@@ -1,13 +1,13 @@
 """Spelling is checked in the languages of the locale, and nowhere that a secret is typed."""
 
-from harness.case import PRIVATE, BrowserTest
+from harness.case import BrowserTest
 from harness.wait import until
 
 LEARN = "Learn Spelling"
 
 
 class SpellingTest(BrowserTest):
-    def show(self, field, name="field", private=False):
+    def show(self, field, name="field"):
         """Opens a page of one large field."""
         body = field.replace(">", " style='position:fixed;inset:0;width:100%;height:100%;"
                                   "font-size:80px;padding:0;border:0'>", 1)
@@ -15,11 +15,7 @@ class SpellingTest(BrowserTest):
                                 "input-' + encodeURIComponent(event.target.value)));"
                                 "addEventListener('focusin', () => fetch('/report/focus'));", body)
         url = self.server.url(f"/{name}")
-        if private:
-            self.app.start()
-            self.open_privately(url, name)
-        else:
-            self.app.start(url)
+        self.app.start(url)
 
     def type_in(self, text, title="Orvu"):
         """Types a text into the field, once the page has come."""
@@ -52,18 +48,6 @@ class EnglishTest(SpellingTest):
         self.windows.press("menu item", "words")
 
         self.server.wait_for_report("input-words%20end")
-
-    def test_what_a_private_window_learns_is_not_written(self):
-        self.show("<input>", private=True)
-        self.type_in("wrods end", PRIVATE)
-
-        lines = self.open_menu(PRIVATE)
-        self.hands.go_on(*["Down"] * lines.index(LEARN), "Return")
-        self.windows.wait_until_gone("menu item", "words")
-        self.assertNotIn("words", self.open_menu(PRIVATE))
-        self.app.quit()
-
-        self.assertEqual(self.home.files_with("wrods"), [])
 
     def test_a_right_word_has_no_such_lines(self):
         self.show("<input>")
