@@ -235,6 +235,19 @@ class PageMenuTest(BrowserTest):
         self.assertEqual(self.windows.selected_tabs(), ["links"])
         self.picture("opened-behind")
 
+    def test_a_tab_that_opens_behind_measures_the_pane(self):
+        tell = ("<script>onload = () => fetch(`/report/${document.visibilityState}-"
+                "${innerWidth}x${innerHeight}`)</script>")
+        target = self.server.page("/target", body=tell)
+        self.start_at(f"<a href='{target}' style='{WIDE}'>link</a>{tell}")
+        until(lambda: self.server.reports("visible-"), "the size of the page in front")
+
+        self.hands.click(button=2)
+
+        until(lambda: self.server.reports("hidden-"), "the size of the page behind",
+              self.server.reports)
+        self.assertEqual(self.server.reports("hidden-"), self.server.reports("visible-")[-1:])
+
     def inspect(self):
         processes = len(self.app.page_processes())
         self.hands.press("F12")

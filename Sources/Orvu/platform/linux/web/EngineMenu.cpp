@@ -215,6 +215,7 @@ void EngineMenu::fill(WebKitContextMenu* menu, WebKitHitTestResult* hit) {
     const Parts parts{menu};
     const auto add = [&](WebKitContextMenuItem* item) {
         const auto action = webkit_context_menu_item_get_stock_action(item);
+        if (action == WEBKIT_CONTEXT_MENU_ACTION_LEARN_SPELLING && !handlers_.learnsWords) return;
         if (saves(action)) {
             onChosen(webkit_context_menu_item_get_gaction(item),
                      [choose] { choose(PageMenuItem::saveLink); });

@@ -29,6 +29,8 @@ public:
         /// An item that saves something was chosen: the person wants what is downloaded next.
         std::function<void()> saves;
         std::function<void(const PageMenuChoice&)> choose;
+        /// Whether words may be kept as known, for all pages and later runs.
+        bool learnsWords = true;
     };
 
     /// `page` is the view that `view` belongs to. All but the handlers must outlive this.

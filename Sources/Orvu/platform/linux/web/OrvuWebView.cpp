@@ -5,7 +5,6 @@
 #include "platform/SourceAddress.h"
 #include "platform/linux/web/CapturePermission.h"
 #include "platform/linux/web/LoadErrors.h"
-#include "platform/linux/web/OrvuWebViewEvents.h"
 #include "platform/linux/web/PageDownload.h"
 #include "platform/linux/web/PageScript.h"
 #include "platform/linux/web/SavedPage.h"
@@ -100,6 +99,19 @@ void OrvuWebView::make() {
     if (const auto request = std::exchange(pending_, std::nullopt)) begin(*request);
 }
 
+/// A page that is in no window yet measures what the others of its window measure: many lay
+/// themselves out once, and would do so for a window without a size.
+void OrvuWebView::takeSize() {
+    const OrvuWebView* const seen = living(shared_->inWindow);
+    GtkWidget* const widget = GTK_WIDGET(view());
+    if (!seen || !seen->view_ || gtk_widget_get_parent(widget)) return;
+    const int width = gtk_widget_get_width(GTK_WIDGET(seen->view()));
+    const int height = gtk_widget_get_height(GTK_WIDGET(seen->view()));
+    if (width <= 0 || height <= 0) return;
+    gtk_widget_measure(widget, GTK_ORIENTATION_HORIZONTAL, -1, nullptr, nullptr, nullptr, nullptr);
+    gtk_widget_allocate(widget, width, height, -1, nullptr);
+}
+
 void OrvuWebView::addDialogs() {
     const auto host = [this] {
         const auto& document = address_.document();
@@ -127,6 +139,7 @@ void OrvuWebView::addMenu() {
                 },
             .saves = [this] { menuDownloads_ = true; },
             .choose = [this](const PageMenuChoice& choice) { menuChosen_.emit(choice); },
+            .learnsWords = webkit_network_session_is_ephemeral(shared_->session->get()) == FALSE,
         });
 }
 
@@ -216,6 +229,7 @@ void OrvuWebView::loadAgain(const Url& url) {
 }
 
 void OrvuWebView::startEngine(const UrlRequest& request) {
+    takeSize();
     // Where a document is on its way elsewhere, the engine might let that come after all.
     if (initiated_) webkit_web_view_stop_loading(view());
     initiated_ =

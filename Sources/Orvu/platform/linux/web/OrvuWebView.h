@@ -27,6 +27,8 @@
 
 namespace orvu {
 
+class OrvuWebView;
+
 /// What all views of one configuration are made with.
 struct WebKitShared {
     WebKitShared(std::shared_ptr<WebKitSession> ofSession, NetworkMonitor& monitor,
@@ -39,6 +41,7 @@ struct WebKitShared {
     const std::shared_ptr<const DownloadTaker> taker;  ///< of pages that are saved
     std::string userAgent;                             ///< whole; empty for the engine's own
     bool elementFullscreen = false;
+    std::weak_ptr<OrvuWebView*> inWindow = {};  ///< the view that was put into a window last
 };
 
 /// A page of the engine. Making the engine's view takes some 70 ms of the main thread, so it is
@@ -69,6 +72,9 @@ public:
     [[nodiscard]] GtkWidget* widget();
     /// Whether the engine's view was made.
     [[nodiscard]] bool isMade() const { return static_cast<bool>(view_); }
+    /// To be told when the widget was put into a window: pages that are hidden get the size that
+    /// this one has there.
+    void cameIntoWindow() { shared_->inWindow = self_; }
     /// While off, the focus that arrives is not reported: it comes and goes when views are moved.
     void setReportsFocus(bool reports) { reportsFocus_ = reports; }
 
@@ -128,12 +134,21 @@ public:
     [[nodiscard]] static OrvuWebView* living(const std::weak_ptr<OrvuWebView*>& handle);
 
 private:
-    class Events;
+    /// The engine's signals, each handed on to the view that they are connected for.
+    class Events {
+    public:
+        static void connect(WebKitWebView* view, OrvuWebView* self);
+        static void disconnect(WebKitWebView* view, OrvuWebView* self);
+
+    private:
+        struct Handlers;
+    };
 
     /// More of a title isn't looked through.
     static constexpr std::size_t titleBytes = 16'000;
 
     void make();
+    void takeSize();
     void addDialogs();
     void addMenu();
     void beginNavigation();

@@ -1,7 +1,6 @@
-#include "platform/linux/web/OrvuWebViewEvents.h"
-
 #include "platform/NavigationGate.h"
 #include "platform/linux/web/CapturePermission.h"
+#include "platform/linux/web/OrvuWebView.h"
 #include "platform/linux/web/PolicyTranslation.h"
 
 #include <cstring>

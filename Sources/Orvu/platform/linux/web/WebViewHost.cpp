@@ -49,6 +49,7 @@ void WebViewHost::attach(OrvuWebView& page) {
     gtk_widget_set_hexpand(widget, TRUE);
     gtk_widget_set_vexpand(widget, TRUE);
     gtk_box_append(Gtk::Box::gobj(), widget);
+    page.cameIntoWindow();
     page.setReportsFocus(true);
     pageFullscreen_ = page.connectFullscreen(sigc::mem_fun(*this, &WebViewHost::setFullscreen));
     shown_ = page.handle();
