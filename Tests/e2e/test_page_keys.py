@@ -35,8 +35,8 @@ PLACES = {
 }
 PAGE_FIRST = {"back", "forward", "rewind: the pages of today", "find in the page",
               "the next match", "the match before it", "print the page", "zoom in", "zoom out",
-              "actual size", "how the page is built"}
-
+              "actual size", "how the page is built", "save the page among the downloads",
+              "the page's source, in a tab of its own"}
 
 # Keys of theirs that the engine scrolls with, and which a page is therefore not asked about.
 NEVER_ASKED = {"Alt+Left", "Alt+Right"}
@@ -107,6 +107,8 @@ class PageKeysTest(BrowserTest):
         self.check_find()
         self.check_rewind()
         self.check_print()
+        self.check_save()
+        self.check_source()
         self.check_history(place)
         self.check_inspector()
 
@@ -147,6 +149,21 @@ class PageKeysTest(BrowserTest):
         self.assertEqual(len(self.hands.windows("Print")), 1)
         self.hands.press("Escape", title="Print")
         until_equal(lambda: self.hands.windows("Print"), [], "the dialogs for printing")
+        until(self.page_hears, "the keyboard to be back in the page")
+
+    def saved_files(self):
+        return [each.name for each in (self.home.folder / "Downloads").glob("*.mhtml")]
+
+    def check_save(self):
+        self.press(self.commands["save the page among the downloads"][0])
+        until(lambda: len(self.saved_files()) == 1, "the saved page")
+
+    def check_source(self):
+        self.press(self.commands["the page's source, in a tab of its own"][0])
+        until(lambda: len(self.windows.tabs()) == 2, "the tab of the source")
+        self.app.action("closeTab")
+        until(lambda: len(self.windows.tabs()) == 1, "the source's tab to go")
+        self.wait_until_loaded()
         until(self.page_hears, "the keyboard to be back in the page")
 
     def page_hears(self):
@@ -190,6 +207,7 @@ class PageKeysTest(BrowserTest):
         self.assertEqual(self.windows.nodes("list", LATEST), [])
         self.assertEqual(self.hands.windows("Print"), [])
         self.assertEqual(len(self.app.page_processes()), 1)
+        self.assertEqual((self.saved_files(), len(self.windows.tabs())), ([], 1))
 
     # What is always the window's.
 
