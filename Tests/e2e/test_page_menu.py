@@ -168,7 +168,7 @@ class PageMenuTest(BrowserTest):
 
         self.hands.press("ctrl+u")
 
-        until(lambda: len(self.windows.tabs()) == 2, "the source's tab")
+        self.wait_for_tabs("run", "Source of 127.0.0.1/page")
         until(lambda: any(each.startswith("view-source:http") for each in self.saved.session()),
               "the source among the tabs", self.saved.session)
         self.assertEqual(len(self.server.requests_for("/page")), asked)

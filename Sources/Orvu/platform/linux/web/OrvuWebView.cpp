@@ -341,7 +341,7 @@ void OrvuWebView::print() {
 }
 
 void OrvuWebView::savePage() {
-    if (!view_ || !address_.document()) return;
+    if (!view_ || !address_.document() || showsSource()) return;
     if (SavedPage::canSave(view())) {
         if (const auto& take = *shared_->taker) {
             take(std::make_unique<SavedPage>(view(), title_, address_.document()->host()));
@@ -363,10 +363,16 @@ Future<std::optional<std::string>> OrvuWebView::source() {
     return promise.future();
 }
 
+bool OrvuWebView::showsSource() const {
+    const auto& document = address_.document();
+    return document && document->absoluteString() == source_.address;
+}
+
 void OrvuWebView::showSource(const Url& page, std::string text) {
     const auto url = sourceAddress(page);
     if (!url) return;
-    source_ = {url->absoluteString(), std::move(text)};
+    source_ = {url->absoluteString(), std::move(text),
+               "Source of " + page.host().value_or("") + page.path()};
     load(*url);
 }
 
@@ -394,7 +400,8 @@ void OrvuWebView::tellUrl(bool changed) {
 }
 
 void OrvuWebView::setTitle(std::string_view title) {
-    const std::string_view kept = firstCharacters(wholeCodePoints(title, titleBytes), titleLimit);
+    const std::string_view told = title.empty() && showsSource() ? source_.title : title;
+    const std::string_view kept = firstCharacters(wholeCodePoints(told, titleBytes), titleLimit);
     if (title_ == kept) return;
     title_ = kept;
     changed_.emit(WebViewProperty::title);

@@ -174,6 +174,7 @@ private:
     void networkCameBack();
     void finish();
     void processTerminated(WebKitWebProcessTerminationReason reason);
+    [[nodiscard]] bool showsSource() const;
     /// The engine's address of its page; nothing where it has none.
     [[nodiscard]] std::optional<Url> engineUrl() const;
     [[nodiscard]] WebKitWebView* view() const { return view_.get(); }

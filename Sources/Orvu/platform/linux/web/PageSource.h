@@ -17,6 +17,7 @@ struct PageSource {
 
     std::string address = {};  ///< its own one, which names that of the page
     std::string text = {};     ///< in UTF-8
+    std::string title = {};    ///< of the view that shows it
 };
 
 /// `bytes` in UTF-8, read as a page says that it is written. What can't be read becomes U+FFFD.
