@@ -91,16 +91,16 @@ void copyLink(BrowserView& view) {
         view.services().platform().pasteboard.setString(tab->url()->absoluteString());
 }
 
-/// What the page answers is awaited without holding its tab.
-Task<void> openSource(BrowserStore& store, Url page, Future<std::optional<std::string>> source) {
+/// What the page answers is awaited without holding its tab. It is work of that store.
+Task<void> openSource(BrowserStore* store, Url page, Future<std::optional<std::string>> source) {
     auto text = co_await source;
     if (!text) co_return;
-    auto& tab = store.newTab(std::nullopt, BrowserStore::Select::yes);
+    auto& tab = store->newTab(std::nullopt, BrowserStore::Select::yes);
     tab.webView().showSource(page, std::move(*text));
 }
 
 void showSource(BrowserStore& store, BrowserTab& tab) {
-    if (tab.url()) store.work().start(openSource(store, *tab.url(), tab.webView().source()));
+    if (tab.url()) store.work().start(openSource(&store, *tab.url(), tab.webView().source()));
 }
 
 void openInDefaultBrowser(BrowserView& view) {
@@ -252,6 +252,11 @@ Commands page() {
          .run = Command::ForTab{toggleBookmark},
          .keys = {"⌘D"},
          .help = "set or clear a bookmark"},
+    };
+}
+
+Commands pageAsAWhole() {
+    return {
         {.name = "inspect",
          .run = onPage(&WebView::showInspector),
          .title = "Inspect",
@@ -467,8 +472,8 @@ Commands windowAndProgram() {
 
 Commands all() {
     Commands result;
-    for (auto part : {addressAndTabs(), numbered(), page(), zooming(), arranging(), editing(),
-                      windowAndProgram()}) {
+    for (auto part : {addressAndTabs(), numbered(), page(), pageAsAWhole(), zooming(), arranging(),
+                      editing(), windowAndProgram()}) {
         std::ranges::move(part, std::back_inserter(result));
     }
     return result;

@@ -26,8 +26,9 @@ std::string endOf(const std::string& host) {
 /// The port with its colon, as written; empty without one.
 std::string_view portOf(std::string_view authority) {
     const auto colon = authority.rfind(':');
-    const bool isPort = colon != authority.npos &&
-                        authority.find_first_not_of("0123456789", colon + 1) == authority.npos;
+    const bool isPort =
+        colon != std::string_view::npos &&
+        authority.find_first_not_of("0123456789", colon + 1) == std::string_view::npos;
     return isPort ? authority.substr(colon) : std::string_view{};
 }
 

@@ -68,6 +68,7 @@ void checkSpelling(WebKitWebContext* context) {
         locales.emplace_back(*name);
     const auto languages = spellingLanguages(locales);
     std::vector<const char*> list;
+    list.reserve(languages.size() + 1);
     for (const std::string& language : languages) list.push_back(language.c_str());
     list.push_back(nullptr);
     webkit_web_context_set_spell_checking_enabled(context, languages.empty() ? FALSE : TRUE);
