@@ -310,6 +310,18 @@ TEST_F(PageDialogsTest, BytesThatAreNoTextAreReplaced) {
               "a\uFFFDb");
 }
 
+TEST_F(PageDialogsTest, AWordWithoutEndIsBroken) {
+    ask({.kind = Kind::confirm, .text = "short words stay " + std::string(2'000'000, 'a')});
+
+    const std::string& text = dialogs->current()->dialog.text;
+    EXPECT_TRUE(text.starts_with("short words stay " + std::string(60, 'a') + "\naaa")) << text;
+    for (std::size_t at = 0; at != std::string::npos;) {
+        const auto end = text.find('\n', at);
+        EXPECT_LE((end == std::string::npos ? text.size() : end) - at, 80U);
+        at = end == std::string::npos ? end : end + 1;
+    }
+}
+
 TEST_F(PageDialogsTest, TheTextsOfADialogAreMadePresentable) {
     ask({.kind = Kind::prompt, .text = "a\r\nb", .suggestion = std::string(5000, 'y')});
 

@@ -14,6 +14,29 @@ using Kind = PageDialog::Kind;
 constexpr std::size_t byteLimit = 4 * PageDialogs::textLimit;
 constexpr std::string_view ellipsis = "…";
 
+/// The toolkit takes seconds to find lines in a word of thousands of characters.
+constexpr std::size_t wordLimit = 60;  // code points
+
+/// `text` with an end of the line wherever a word goes on beyond `wordLimit`.
+std::string withShortWords(std::string_view text) {
+    std::string shown;
+    std::size_t length = 0;
+    std::size_t at = 0;
+    while (at < text.size()) {
+        const std::size_t begin = at;
+        const int codePoint = nextCodePoint(text, at);
+        const bool isBlank = codePoint == ' ' || codePoint == '\n' || codePoint == '\t';
+        if (isBlank) {
+            length = 0;
+        } else if (length++ == wordLimit) {
+            shown.push_back('\n');
+            length = 1;
+        }
+        shown.append(text.substr(begin, at - begin));
+    }
+    return shown;
+}
+
 /// Whether a character may stand in a dialog as it is.
 bool isShown(int codePoint) {
     const bool isControl = codePoint < 0x20 || (codePoint >= 0x7F && codePoint <= 0x9F);
@@ -38,7 +61,7 @@ PageDialogs::Id PageDialogs::ask(PageDialog dialog, Date now, Answer answer) {
         answer({});
         return 0;
     }
-    dialog.text = presentable(dialog.text);
+    dialog.text = withShortWords(presentable(dialog.text));
     dialog.suggestion = presentable(dialog.suggestion);
     const bool offersSilence = noteTime(dialog.host, now);
     // What the person is about to do comes before what servers ask beside it.
