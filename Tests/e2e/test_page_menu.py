@@ -218,6 +218,22 @@ class PageMenuTest(BrowserTest):
         self.hands.hover((100, 300))
         self.windows.wait_until_gone("label", target)
 
+    def test_the_address_of_a_link_goes_with_its_page(self):
+        target = self.server.page("/target")
+        self.start_at(f"<a href='{target}' style='{WIDE}'>link</a>")
+        self.open(self.server.page("/other"))
+        self.app.action("selectTab1")
+        self.hands.hover((700, 400))
+        self.windows.find("label", target)
+
+        self.app.action("selectTab2")
+        self.windows.wait_until_gone("label", target)
+        self.hands.hover((100, 500))
+        self.app.action("selectTab1")
+
+        self.wait_for_selected("page")
+        self.windows.wait_until_gone("label", target)
+
     def test_a_tab_that_opens_behind_comes_into_sight(self):
         pages = self.server.pages(*[f"/page{number}" for number in range(30)])
         target = self.server.page("/target")

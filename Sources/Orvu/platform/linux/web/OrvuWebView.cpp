@@ -82,6 +82,11 @@ GtkWidget* OrvuWebView::widget() {
     return GTK_WIDGET(view());
 }
 
+void OrvuWebView::cameIntoWindow() {
+    shared_->inWindow = self_;
+    setHoveredLink(std::nullopt);  // the pointer was somewhere else meanwhile
+}
+
 void OrvuWebView::make() {
     if (view_) return;
     starter_.cancel();
@@ -231,7 +236,9 @@ void OrvuWebView::loadAgain(const Url& url) {
 void OrvuWebView::startEngine(const UrlRequest& request) {
     takeSize();
     // Where a document is on its way elsewhere, the engine might let that come after all.
+    const std::weak_ptr alive{self_};
     if (initiated_) webkit_web_view_stop_loading(view());
+    if (!living(alive)) return;
     initiated_ =
         request.initiator ? InitiatedLoad::of(*request.url, *request.initiator) : std::nullopt;
     if (!initiated_) {

@@ -74,7 +74,7 @@ public:
     [[nodiscard]] bool isMade() const { return static_cast<bool>(view_); }
     /// To be told when the widget was put into a window: pages that are hidden get the size that
     /// this one has there.
-    void cameIntoWindow() { shared_->inWindow = self_; }
+    void cameIntoWindow();
     /// While off, the focus that arrives is not reported: it comes and goes when views are moved.
     void setReportsFocus(bool reports) { reportsFocus_ = reports; }
 
