@@ -292,7 +292,8 @@ TEST_F(OpeningTest, OneThatIsStoppedAtOnceLeadsNowhere) {
 TEST_F(OpeningTest, AnAddressTypedMeanwhileWins) {
     server.serve("/typed", "<title>Typed</title>");
     showPage();
-    for (int turns = 0; turns < 60; turns += 6) {
+    // About forty events come until the engine asks whether it may go on to the target.
+    for (int turns = 0; turns < 60; turns += turns < 32 ? 8 : 2) {
         const auto tab = clickedLink();
         turnLoop(turns);
 
@@ -303,6 +304,37 @@ TEST_F(OpeningTest, AnAddressTypedMeanwhileWins) {
         EXPECT_EQ(tab->url(), url("/typed", opener)) << turns;
         store.close(*tab);
     }
+}
+
+TEST_F(OpeningTest, OneThatIsStoppedOnTheWayIsNotShown) {
+    showPage();
+    for (int turns = 32; turns < 60; turns += 2) {
+        const auto tab = clickedLink();
+        turnLoop(turns);
+        if (!tab->isLoading()) break;
+
+        tab->webView().stopLoading();
+
+        ASSERT_TRUE(waitFor([&] { return !tab->isLoading(); })) << turns;
+        settle();
+        EXPECT_FALSE(tab->isLoading()) << turns;
+        const bool stands = evaluate(tab->webView(), "document.title").text == "Target";
+        EXPECT_EQ(tab->title() == "Target", stands) << turns;
+        store.close(*tab);
+    }
+}
+
+TEST_F(OpeningTest, OneThatWasOvertakenMayBeOpenedFromThePageThatStands) {
+    server.serve("/typed", "<title>Typed</title>");
+    showPage();
+    const auto tab = clickedLink();
+    tab->webView().load(url("/typed", opener));
+    ASSERT_TRUE(waitFor([&] { return tab->title() == "Typed" && !tab->isLoading(); }));
+
+    static_cast<void>(
+        evaluate(tab->webView(), "location = '" + server.url("/target", otherSite) + "'"));
+
+    EXPECT_TRUE(waitFor([&] { return tab->title() == "Target"; }));
 }
 
 TEST_F(OpeningTest, OneThatBecomesADownloadLeavesAnEmptyTab) {

@@ -92,12 +92,29 @@ TEST(InitiatedLoadTest, ItLoadsUntilTheTargetsOwnLoadEnds) {
     EXPECT_FALSE(load.isLoading(false));
 }
 
+TEST(InitiatedLoadTest, FromTheLeaveToItsStartTheTargetStartsAnyMoment) {
+    auto load = *loadOf("https://b.example/", nullptr);
+
+    load.allowed();  // its own document, not the target
+    EXPECT_FALSE(load.startsAnyMoment());
+    static_cast<void>(load.committed());
+    EXPECT_FALSE(load.startsAnyMoment());
+    load.allowed();
+    EXPECT_TRUE(load.startsAnyMoment());
+    EXPECT_TRUE(load.isLoading(false));
+    EXPECT_EQ(load.navigates(), Navigation::target);
+    EXPECT_TRUE(load.started());
+    EXPECT_FALSE(load.startsAnyMoment());
+    EXPECT_TRUE(load.committed());
+}
+
 TEST(InitiatedLoadTest, OnceGivenUpItLeadsNowhere) {
     auto load = *loadOf("https://b.example/", nullptr);
     static_cast<void>(load.committed());
 
     load.giveUp();
 
+    EXPECT_TRUE(load.isGivenUp());
     EXPECT_EQ(load.navigates(), Navigation::stray);
     EXPECT_FALSE(load.started());
     EXPECT_FALSE(load.committed());

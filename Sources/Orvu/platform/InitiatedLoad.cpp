@@ -51,7 +51,7 @@ std::optional<InitiatedLoad> InitiatedLoad::of(const Url& target, const Initiato
     if (from.referrer && withoutFragment(*from.referrer) == withoutFragment(target)) {
         return std::nullopt;
     }
-    return InitiatedLoad{documentLeadingTo(target), std::move(from)};
+    return InitiatedLoad{target, documentLeadingTo(target), std::move(from)};
 }
 
 InitiatedLoad::Navigation InitiatedLoad::navigates() const {
@@ -59,6 +59,7 @@ InitiatedLoad::Navigation InitiatedLoad::navigates() const {
         case Stage::asked:
             return Navigation::ownDocument;
         case Stage::leading:
+        case Stage::allowed:
         case Stage::underWay:
             return Navigation::target;
         case Stage::givenUp:
@@ -67,8 +68,12 @@ InitiatedLoad::Navigation InitiatedLoad::navigates() const {
     return Navigation::stray;
 }
 
+void InitiatedLoad::allowed() {
+    if (stage_ == Stage::leading) stage_ = Stage::allowed;
+}
+
 bool InitiatedLoad::started() {
-    if (stage_ == Stage::leading) stage_ = Stage::underWay;
+    if (stage_ == Stage::leading || stage_ == Stage::allowed) stage_ = Stage::underWay;
     return stage_ == Stage::underWay;
 }
 

@@ -23,6 +23,7 @@ public:
                                                          const Initiator& initiator);
 
     [[nodiscard]] const Initiator& initiator() const { return initiator_; }
+    [[nodiscard]] const Url& target() const { return target_; }
     /// The document that leads on, in HTML.
     [[nodiscard]] const std::string& document() const { return document_; }
     /// Where it stands; nothing for an address without a site, which is nobody's.
@@ -37,6 +38,8 @@ public:
         stray,        ///< of a load that was given up; doesn't go on
     };
     [[nodiscard]] Navigation navigates() const;
+    /// The target's navigation goes on: the engine is about to start its load.
+    void allowed();
     /// A load started. Whether it is that of the target.
     [[nodiscard]] bool started();
     /// A document stands. Whether it is the target's, with which this load is over.
@@ -45,26 +48,34 @@ public:
     void failed();
     /// It was stopped or refused.
     void giveUp() { stage_ = Stage::givenUp; }
+    [[nodiscard]] bool isGivenUp() const { return stage_ == Stage::givenUp; }
 
     /// Whether this is under way, given what the engine says of itself: between the two loads it
     /// has nothing to do.
     [[nodiscard]] bool isLoading(bool engineLoads) const { return isAhead() || engineLoads; }
     /// Whether the target's load has yet to start.
     [[nodiscard]] bool isAhead() const {
-        return stage_ == Stage::asked || stage_ == Stage::leading;
+        return stage_ == Stage::asked || stage_ == Stage::leading || startsAnyMoment();
     }
+    /// Whether the engine was let go on to the target and has yet to do so. Nothing keeps it from
+    /// it then, no other load and no stop: these have to wait for the start.
+    [[nodiscard]] bool startsAnyMoment() const { return stage_ == Stage::allowed; }
 
 private:
     enum class Stage {
         asked,     ///< the document was given to the engine
         leading,   ///< it stands
+        allowed,   ///< the engine asked whether to go on to the target, and may
         underWay,  ///< the target is being loaded
         givenUp,   ///< the document stands, and leads nowhere any more
     };
 
-    InitiatedLoad(std::string document, Initiator initiator)
-        : document_(std::move(document)), initiator_(std::move(initiator)) {}
+    InitiatedLoad(Url target, std::string document, Initiator initiator)
+        : target_(std::move(target)),
+          document_(std::move(document)),
+          initiator_(std::move(initiator)) {}
 
+    Url target_;
     std::string document_;
     Initiator initiator_;
     Stage stage_ = Stage::asked;

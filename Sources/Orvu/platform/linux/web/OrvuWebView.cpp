@@ -190,6 +190,7 @@ void OrvuWebView::noteCause(NavigationAction& action, bool isRedirect) {
                          action.request.url == engineUrl();  // a page's may come between
     const bool begins = ownLoad_ == action.navigationType && !isRedirect && isAsked;
     if (begins) {
+        overtaken_.reset();
         ownLoad_.reset();
         ownLoadRuns_ = true;
     }
@@ -227,6 +228,13 @@ void OrvuWebView::begin(const UrlRequest& request) {
     if (living(alive)) changed_.emit(WebViewProperty::isLoading);
 }
 
+/// The engine may have asked about a navigation before it heard that another load took its place.
+bool OrvuWebView::overtakes(const NavigationAction& action) {
+    if (!overtaken_ || action.request.url != *overtaken_) return false;
+    overtaken_.reset();
+    return true;
+}
+
 /// In the name of the page that asked for it, if one did.
 void OrvuWebView::loadAgain(const Url& url) {
     if (!initiated_) return load(url);
@@ -234,11 +242,22 @@ void OrvuWebView::loadAgain(const Url& url) {
 }
 
 void OrvuWebView::startEngine(const UrlRequest& request) {
+    if (initiated_ && initiated_->startsAnyMoment()) {
+        pending_ = request;
+        starter_ = loop_.after(startWait, [this] { takeOver(); });
+        return;
+    }
     takeSize();
-    // Where a document is on its way elsewhere, the engine might let that come after all.
-    const std::weak_ptr alive{self_};
-    if (initiated_) webkit_web_view_stop_loading(view());
-    if (!living(alive)) return;
+    pending_.reset();
+    starter_.cancel();
+    overtaken_.reset();
+    if (initiated_) {
+        // Where a document is on its way elsewhere, the engine might let that come after all.
+        const std::weak_ptr alive{self_};
+        if (initiated_->target() != *request.url) overtaken_ = initiated_->target();
+        webkit_web_view_stop_loading(view());
+        if (!living(alive)) return;
+    }
     initiated_ =
         request.initiator ? InitiatedLoad::of(*request.url, *request.initiator) : std::nullopt;
     if (!initiated_) {
@@ -250,10 +269,19 @@ void OrvuWebView::startEngine(const UrlRequest& request) {
                               place ? place->absoluteString().c_str() : nullptr);
 }
 
+/// What was asked for while the target of an initiated load was about to start. The engine isn't
+/// told of it from within its own signals.
+void OrvuWebView::takeOver() {
+    if (initiated_) initiated_->giveUp();
+    if (const auto request = std::exchange(pending_, std::nullopt)) return startEngine(*request);
+    webkit_web_view_stop_loading(view());
+}
+
 void OrvuWebView::stopLoading() {
     awaitsNetwork_ = false;
     dialogs_.cancelAll();
     if (view_) {
+        pending_.reset();
         const bool ahead = initiated_ && initiated_->isAhead();
         if (ahead) initiated_->giveUp();
         webkit_web_view_stop_loading(view());
@@ -435,7 +463,7 @@ void OrvuWebView::setCapture(ActiveCapture capture) {
 void OrvuWebView::loadChanged(WebKitLoadEvent event) {
     switch (event) {
         case WEBKIT_LOAD_STARTED:
-            if (initiated_ && !initiated_->started()) break;
+            if (initiated_ && !targetStarts()) break;
             ++loadNumber_;
             failed_ = committed_ = becomesDownload_ = awaitsNetwork_ = false;
             if (address_.url()) loads_.asked(*address_.url());
@@ -452,6 +480,20 @@ void OrvuWebView::loadChanged(WebKitLoadEvent event) {
             if (address_.url()) loads_.redirected(*address_.url());
             break;
     }
+}
+
+/// Whether a load that started is the target of the initiated one, and nothing else is wanted now.
+bool OrvuWebView::targetStarts() {
+    const bool starts = initiated_->started();
+    if (givesWay()) return false;
+    if (initiated_->isGivenUp()) starter_ = loop_.whenIdle([this] { takeOver(); });
+    return starts;
+}
+
+/// Whether the present load only ends or starts for the one that waits for it.
+bool OrvuWebView::givesWay() {
+    if (pending_) starter_ = loop_.whenIdle([this] { takeOver(); });
+    return pending_.has_value();
 }
 
 void OrvuWebView::documentStands() {
@@ -484,6 +526,7 @@ void OrvuWebView::loadFailed(const char* uri, const GError* error) {
     leaving_->loadEnded();
     ownLoadRuns_ = false;
     if (initiated_) initiated_->failed();
+    if (givesWay()) return;
     const auto cause = loadFailureCause(error);
     // A load that was stopped has no cause; the watch stops one that gets no answer.
     if (cause) awaitsNetwork_ = address_.unshown() && cause != LoadFailureCause::secureConnection;
@@ -498,7 +541,7 @@ void OrvuWebView::loadFailedInTls(const char* uri, GTlsCertificate* certificate,
     leaving_->loadEnded();
     if (initiated_) initiated_->failed();
     const auto url = Url::parse(uri ? uri : "");
-    if (!url) return;
+    if (givesWay() || !url) return;
     refused_ = GObjectPointer<GTlsCertificate>::retain(certificate);
     loads_.failed({LoadFailureCause::certificate, *url, certificateFault(flags)});
 }
@@ -549,6 +592,7 @@ void OrvuWebView::processTerminated(WebKitWebProcessTerminationReason reason) {
     finder_->pageUnloaded();
     const auto initiated = initiated_;
     if (initiated_) initiated_->giveUp();
+    if (givesWay()) return;
     const auto url = address_.url();
     if (crashReload_.shouldReload(url)) {
         if (initiated) return begin({url, initiated->initiator()});

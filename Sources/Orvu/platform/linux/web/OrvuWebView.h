@@ -144,6 +144,8 @@ private:
         struct Handlers;
     };
 
+    /// How long another load waits at most for the one that nothing keeps from starting.
+    static constexpr std::chrono::seconds startWait{1};
     /// More of a title isn't looked through.
     static constexpr std::size_t titleBytes = 16'000;
 
@@ -157,7 +159,11 @@ private:
     void begin(const UrlRequest& request);
     void loadAgain(const Url& url);
     void noteCause(NavigationAction& action, bool isRedirect);
+    [[nodiscard]] bool overtakes(const NavigationAction& action);
     void startEngine(const UrlRequest& request);
+    [[nodiscard]] bool targetStarts();
+    [[nodiscard]] bool givesWay();
+    void takeOver();
     void emit(std::initializer_list<WebViewProperty> properties);
     void uriChanged(const std::optional<Url>& uri);
     void tellUrl(bool changed);
@@ -197,8 +203,9 @@ private:
     sigc::signal<void(const PageMenuChoice&)> menuChosen_;
     std::string title_;
     PageAddress address_;
-    std::optional<UrlRequest> pending_;       ///< to be loaded once the engine's view is made
+    std::optional<UrlRequest> pending_;       ///< to be loaded once the engine is ready for it
     std::optional<InitiatedLoad> initiated_;  ///< until its target stands
+    std::optional<Url> overtaken_;  ///< the target of one that gave way to the load asked for last
     double zoom_ = 1;
     bool secure_ = false;
     ActiveCapture capture_;

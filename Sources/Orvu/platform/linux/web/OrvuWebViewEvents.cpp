@@ -67,22 +67,27 @@ struct OrvuWebView::Events::Handlers {
         }
         using Navigation = InitiatedLoad::Navigation;
         const std::weak_ptr view{self(data).self_};  // the delegate may end it
-        const auto& initiated = self(data).initiated_;
-        const auto navigation = initiated ? initiated->navigates() : Navigation::target;
-        if (navigation == Navigation::ownDocument) return FALSE;
         auto* const asked = webkit_navigation_policy_decision_get_navigation_action(
             WEBKIT_NAVIGATION_POLICY_DECISION(decision));
         auto action = navigationAction(asked);
+        if (self(data).overtakes(action)) {
+            webkit_policy_decision_ignore(decision);
+            return TRUE;
+        }
+        const auto& initiated = self(data).initiated_;
+        const auto navigation = initiated ? initiated->navigates() : Navigation::target;
+        if (navigation == Navigation::ownDocument) return FALSE;
         self(data).noteCause(action, webkit_navigation_action_is_redirect(asked) != FALSE);
         self(data).leaving_->pageNavigates(action.navigationType == NavigationType::linkActivated);
-        if (navigation == Navigation::target && mayGoOn(self(data), type, action) &&
-            delegate->decidePolicy(action) == NavigationPolicy::allow) {
-            return FALSE;
-        }
-        webkit_policy_decision_ignore(decision);
+        const bool goesOn = navigation == Navigation::target &&
+                            mayGoOn(self(data), type, action) &&
+                            delegate->decidePolicy(action) == NavigationPolicy::allow;
+        if (!goesOn) webkit_policy_decision_ignore(decision);
         OrvuWebView* const alive = living(view);
-        if (alive && alive->initiated_) alive->initiated_->giveUp();
-        return TRUE;
+        if (alive && alive->initiated_) {
+            goesOn ? alive->initiated_->allowed() : alive->initiated_->giveUp();
+        }
+        return static_cast<gboolean>(!goesOn);
     }
     static GtkWidget* create(WebKitWebView*, WebKitNavigationAction* created, gpointer data) {
         NavigationDelegate* const delegate = self(data).delegate_;
