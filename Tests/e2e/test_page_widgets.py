@@ -276,8 +276,9 @@ class Looks(PageWidgets):
 
         self.click_field(30, button=3)
         panel = self.seen(self.panel, "the menu")
-        line = self.seen(self.highlighted, "the hovered line to be told",
-                         pointer=(panel.middle[0], panel.bottom - 20))
+        x, y = panel.middle[0], panel.bottom - 20
+        line = self.seen(lambda now: (box := self.highlighted(now)) and box.top <= y < box.bottom
+                         and box, "the hovered line to be told", pointer=(x, y))
         pixels = Pixels(self.popover())
         self.assert_text(pixels, line, "the hovered line")
         self.seen(lambda now: (box := self.highlighted(now)) and box.bottom <= line.top,
