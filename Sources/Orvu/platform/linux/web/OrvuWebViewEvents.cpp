@@ -79,8 +79,7 @@ struct OrvuWebView::Events::Handlers {
         if (navigation == Navigation::ownDocument) return FALSE;
         self(data).noteCause(action, webkit_navigation_action_is_redirect(asked) != FALSE);
         self(data).leaving_->pageNavigates(action.navigationType == NavigationType::linkActivated);
-        const bool goesOn = navigation == Navigation::target &&
-                            mayGoOn(self(data), type, action) &&
+        const bool goesOn = navigation == Navigation::target && mayGoOn(self(data), type, action) &&
                             delegate->decidePolicy(action) == NavigationPolicy::allow;
         if (!goesOn) webkit_policy_decision_ignore(decision);
         OrvuWebView* const alive = living(view);
