@@ -154,6 +154,37 @@ TEST_F(LoadingTest, WhatTheEngineCannotLoadStartsNoProcess) {
     EXPECT_EQ(evaluate(*view, "document.title").text, "A");
 }
 
+TEST_F(LoadingTest, APageThatSetsLongAddressesWithoutEndIsStopped) {
+    for (const char* const change : {"history.replaceState(0, '', '?' + n++ + 'a'.repeat(2e6))",
+                                     "location.hash = n++ + 'a'.repeat(2e6)"}) {
+        server.serve("/a", "<title>A</title>");
+        loadAndWait(*view, delegate, "/a");
+        EXPECT_EQ(pageProcesses().size(), 1U);
+
+        static_cast<void>(
+            evaluate(*view, std::string{"let n = 0; setInterval(() => { "} + change + " }, 0)"));
+
+        EXPECT_TRUE(waitFor([&] { return view->failure().has_value(); })) << change;
+        EXPECT_EQ(view->failure()->cause, LoadFailureCause::addressFlood);
+        EXPECT_TRUE(waitFor([&] { return pageProcesses().empty(); }));
+    }
+    loadAndWait(*view, delegate, "/a");
+    EXPECT_FALSE(view->failure());
+}
+
+TEST_F(LoadingTest, OneLongAddressMoreOrLessIsNothing) {
+    server.serve("/a", "<title>A</title>");
+    loadAndWait(*view, delegate, "/a");
+
+    for (int i = 0; i < 2; ++i) {
+        static_cast<void>(evaluate(*view, "history.replaceState(0, '', '?' + 'a'.repeat(3e6))"));
+    }
+    static_cast<void>(evaluate(*view, "history.replaceState(0, '', '?end')"));
+
+    EXPECT_TRUE(waitFor([&] { return view->url() == url("/a?end"); }));
+    EXPECT_FALSE(view->failure());
+}
+
 TEST_F(LoadingTest, SwipesAreOnOnlyWhileFingersMove) {
     auto& own = static_cast<OrvuWebView&>(*view);
     auto* const widget = WEBKIT_WEB_VIEW(own.widget());

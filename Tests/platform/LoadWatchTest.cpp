@@ -82,15 +82,59 @@ TEST_F(LoadWatchTest, AFailureWithoutAReasonBehindTwentyRedirectsIsThatOfTheRedi
     watch.failed(unknown);
     EXPECT_EQ(watch.failure()->cause, LoadFailureCause::other);
 
+    watch.dismiss();
     watch.asked(url);
     for (int i = 0; i < 20; ++i) watch.redirected(url);
     watch.failed(unknown);
     EXPECT_EQ(watch.failure()->cause, LoadFailureCause::tooManyRedirects);
 
+    watch.dismiss();
     watch.asked(url);
     for (int i = 0; i < 20; ++i) watch.redirected(url);
     watch.failed(refused);
     EXPECT_EQ(watch.failure()->cause, LoadFailureCause::refused);
+}
+
+TEST_F(LoadWatchTest, OfAPageThatFailsWithoutEndTheNewestIsSaidOnceInASecond) {
+    const LoadFailure other{LoadFailureCause::otherProgram, next, std::nullopt};
+    watch.failed(refused);
+    EXPECT_EQ(watch.failure(), refused);
+
+    loop.advance(400ms);
+    watch.failed({LoadFailureCause::otherProgram, url, std::nullopt});
+    loop.advance(400ms);
+    watch.failed(other);
+    EXPECT_EQ(watch.failure(), refused);
+    loop.advance(201ms);
+    EXPECT_EQ(watch.failure(), other);
+    EXPECT_EQ(changes, 2);
+
+    for (int i = 0; i < 10'000; ++i) {
+        watch.failed(i % 2 == 0 ? refused : other);
+        loop.advance(1ms);
+    }
+    EXPECT_LE(changes, 13);
+}
+
+TEST_F(LoadWatchTest, WhatThePersonAsksForIsSaidAtOnce) {
+    watch.failed(refused);
+
+    watch.dismiss();
+    watch.asked(url);
+    watch.failed(refused);
+
+    EXPECT_EQ(watch.failure(), refused);
+}
+
+TEST_F(LoadWatchTest, WhatWasToBeSaidLaterIsForgottenWithTheNextLoad) {
+    watch.failed(refused);
+    watch.failed({LoadFailureCause::otherProgram, next, std::nullopt});
+
+    watch.asked(next);
+    watch.answered();
+    loop.advance(1h);
+
+    EXPECT_FALSE(watch.failure());
 }
 
 TEST_F(LoadWatchTest, TheSameFailureAgainIsNoChange) {

@@ -1,5 +1,7 @@
 #include "shell/BrowserView.h"
 
+#include "core/Records.h"
+
 #include "support/ViewWorld.h"
 
 namespace orvu {
@@ -45,6 +47,17 @@ TEST_F(BrowserViewTest, ColumnOfOneWindowLeavesAnothersAlone) {
     one->narrow.set(true);
 
     EXPECT_FALSE(other->narrow.get());
+}
+
+TEST_F(BrowserViewTest, AnAddressThatNoFieldCanHoldIsNotEdited) {
+    const auto view = viewOf(openStoreWith({a}));
+    view->editAddress(std::string(storedAddressLimit, 'a'));
+    EXPECT_EQ(view->query.get().size(), storedAddressLimit);
+
+    view->editAddress(std::string(storedAddressLimit + 1, 'a'));
+
+    EXPECT_EQ(view->query.get(), "");
+    EXPECT_TRUE(view->commandOpen.get());
 }
 
 TEST_F(BrowserViewTest, EditingTheAddressSetsTheTextBeforeTheNotchOpens) {

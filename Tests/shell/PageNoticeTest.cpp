@@ -100,6 +100,14 @@ TEST(PageNoticeTest, APageWhoseProcessEndedTwiceCanBeReloaded) {
     EXPECT_EQ(actionsOf(notice), std::vector{Action::reload});
 }
 
+TEST(PageNoticeTest, APageThatWasStoppedCanBeReloaded) {
+    const auto notice = noticeOf(failureOf(Cause::addressFlood));
+
+    EXPECT_EQ(notice.text,
+              "Stopped this page: it changed its address without end, and held everything up.");
+    EXPECT_EQ(actionsOf(notice), std::vector{Action::reload});
+}
+
 TEST(PageNoticeTest, AnAddressWithoutAHostStandsWhole) {
     EXPECT_EQ(noticeOf(failureOf(Cause::noSuchFile, "file:///home/ada/note.html")).text,
               "Couldn't open file:///home/ada/note.html: there is no such file.");

@@ -20,6 +20,7 @@ enum class LoadFailureCause {
     noSuchFile,        ///< there is no such file on this computer
     otherProgram,      ///< the address is none that pages are loaded from
     processEnded,      ///< the page's process ended, again and again
+    addressFlood,      ///< the page was ended, because it changed its address without end
     other,
 };
 

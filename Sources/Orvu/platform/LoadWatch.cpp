@@ -1,5 +1,7 @@
 #include "platform/LoadWatch.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <utility>
 
 namespace orvu {
@@ -7,7 +9,7 @@ namespace orvu {
 void LoadWatch::asked(const Url& url) {
     redirects_ = 0;
     waitForAnswer(url);
-    dismiss();
+    clear();
 }
 
 void LoadWatch::redirected(const Url& url) {
@@ -27,6 +29,25 @@ void LoadWatch::failed(LoadFailure failure) {
     if (failure.cause == LoadFailureCause::other && redirects_ >= redirectLimit) {
         failure.cause = LoadFailureCause::tooManyRedirects;
     }
+    const double passed = said_ ? std::max(loop_.now().secondsSince(*said_), 0.0) : 1e9;
+    const auto rest = std::chrono::duration<double>{pause}.count() - passed;
+    if (rest <= 0) return say(std::move(failure));
+    later_ = loop_.after(std::chrono::milliseconds{static_cast<std::int64_t>(rest * 1000) + 1},
+                         [this, failure = std::move(failure)] { say(failure); });
+}
+
+void LoadWatch::dismiss() {
+    personLeads();
+    clear();
+}
+
+void LoadWatch::clear() {
+    later_.cancel();
+    set(std::nullopt);
+}
+
+void LoadWatch::say(LoadFailure failure) {
+    said_ = loop_.now();
     set(std::move(failure));
 }
 

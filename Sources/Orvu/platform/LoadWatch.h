@@ -17,6 +17,9 @@ public:
     /// So many redirects are followed. The engine, which counts the same, gives no reason of its own
     /// where it stops.
     static constexpr int redirectLimit = 20;
+    /// A page can fail as often as it likes. What is to be said follows at most so often, the last
+    /// of it in the end; what the person asks for is said at once.
+    static constexpr std::chrono::seconds pause{1};
 
     struct Actions {
         std::function<void()> stop;     ///< ends the present load
@@ -38,10 +41,14 @@ public:
     void answered() { timeout_.cancel(); }
     /// What happened is to be said.
     void failed(LoadFailure failure);
-    /// Nothing is to be said any more.
-    void dismiss() { set(std::nullopt); }
+    /// The person asks for what comes next.
+    void personLeads() { said_.reset(); }
+    /// The same, and nothing is to be said any more.
+    void dismiss();
 
 private:
+    void clear();
+    void say(LoadFailure failure);
     void waitForAnswer(const Url& url);
     void set(std::optional<LoadFailure> failure);
 
@@ -50,6 +57,8 @@ private:
     std::optional<LoadFailure> failure_;
     int redirects_ = 0;  ///< of the present load
     Scheduled timeout_;
+    std::optional<Date> said_;  ///< when the last failure was
+    Scheduled later_;           ///< says the next one
 };
 
 }  // namespace orvu

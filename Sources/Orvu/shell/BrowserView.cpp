@@ -1,5 +1,6 @@
 #include "shell/BrowserView.h"
 
+#include "core/Records.h"
 #include "profiles/Preferences.h"
 
 #include <utility>
@@ -20,7 +21,8 @@ void BrowserView::switchProfile(const Profile& profile) const {
 }
 
 void BrowserView::editAddress(const std::string& text) {
-    query.set(text);
+    // The field would need a second and more to lay out what a page can make of an address.
+    query.set(text.size() <= storedAddressLimit ? text : "");
     commandOpen.set(true);
     addressFocusRequested_.emit();
 }

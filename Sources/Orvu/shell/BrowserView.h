@@ -52,7 +52,8 @@ public:
 
     [[nodiscard]] int columnWidth() const { return narrow.get() ? narrowColumn : wideColumn; }
 
-    /// Opens the notch with `text` and gives its field the keyboard, all selected.
+    /// Opens the notch with `text` and gives its field the keyboard, all selected; empty where the
+    /// text is longer than an address that can be kept.
     void editAddress(const std::string& text);
     /// Closes the notch and hands its question to the assistant's panel.
     void ask(const std::string& question);

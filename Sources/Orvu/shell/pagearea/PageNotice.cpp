@@ -63,6 +63,7 @@ std::string_view reason(const LoadFailure& failure) {
         case LoadFailureCause::otherProgram:
             return "no program here opens such addresses";
         case LoadFailureCause::processEnded:
+        case LoadFailureCause::addressFlood:
         case LoadFailureCause::other:
             break;
     }
@@ -102,6 +103,10 @@ PageNotice PageNotice::of(const LoadFailure& failure, Explained explained,
             return ofOtherProgram(failure, program);
         case LoadFailureCause::processEnded:
             return {"This page ended unexpectedly, twice.", {{Action::reload, "Reload"}}};
+        case LoadFailureCause::addressFlood:
+            return {
+                "Stopped this page: it changed its address without end, and held everything up.",
+                {{Action::reload, "Reload"}}};
         default:
             return {refusal(failure), {{Action::edit, "Edit"}, {Action::tryAgain, "Try Again"}}};
     }

@@ -10,6 +10,7 @@
 #include "platform/linux/web/SavedPage.h"
 #include "platform/linux/web/SessionWebsiteData.h"
 
+#include <cstring>
 #include <utility>
 
 namespace orvu {
@@ -151,6 +152,7 @@ void OrvuWebView::addMenu() {
 /// The person wants something else of the page than to answer its dialogs, which would hold it up.
 void OrvuWebView::beginNavigation() {
     dialogs_.cancelAll();
+    loads_.personLeads();
     if (leaving_) leaving_->personNavigates();
 }
 
@@ -423,6 +425,25 @@ void OrvuWebView::emit(std::initializer_list<WebViewProperty> properties) {
     for (const auto property : properties) {
         if (living(alive)) changed_.emit(property);
     }
+}
+
+void OrvuWebView::engineMoved() {
+    const char* const uri = webkit_web_view_get_uri(view());
+    if (uri && flood_.add(std::strlen(uri), loop_.now())) {
+        // Not from within the engine's own signal.
+        if (!std::exchange(floods_, true)) floodStop_ = loop_.after({}, [this] { stopFlood(); });
+        return;
+    }
+    uriChanged(engineUrl());
+}
+
+/// Ends a page that would leave the window no time for its person.
+void OrvuWebView::stopFlood() {
+    floods_ = false;
+    const auto url = address_.url();
+    const std::weak_ptr alive{self_};
+    webkit_web_view_terminate_web_process(view());
+    if (living(alive) && url) loads_.failed({LoadFailureCause::addressFlood, *url, std::nullopt});
 }
 
 void OrvuWebView::uriChanged(const std::optional<Url>& uri) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/AddressFlood.h"
 #include "platform/CrashReload.h"
 #include "platform/InitiatedLoad.h"
 #include "platform/LoadWatch.h"
@@ -165,7 +166,9 @@ private:
     [[nodiscard]] bool givesWay();
     void takeOver();
     void emit(std::initializer_list<WebViewProperty> properties);
+    void engineMoved();
     void uriChanged(const std::optional<Url>& uri);
+    void stopFlood();
     void tellUrl(bool changed);
     void setTitle(std::string_view title);
     void setSecure(bool secure);
@@ -222,6 +225,9 @@ private:
     bool ownLoadRuns_ = false;               ///< until it stands or fails
     bool menuDownloads_ = false;             ///< an item of the page's menu that saves was chosen
     CrashReload crashReload_;
+    AddressFlood flood_;
+    bool floods_ = false;  ///< its process is about to be ended
+    Scheduled floodStop_;
     LoadWatch loads_;
     /// Lets callbacks of the engine find out whether this view still lives.
     std::shared_ptr<OrvuWebView*> self_ = std::make_shared<OrvuWebView*>(this);

@@ -10,9 +10,7 @@ namespace orvu {
 struct OrvuWebView::Events::Handlers {
     static OrvuWebView& self(gpointer data) { return *static_cast<OrvuWebView*>(data); }
 
-    static void uriChanged(WebKitWebView*, GParamSpec*, gpointer data) {
-        self(data).uriChanged(self(data).engineUrl());
-    }
+    static void uriChanged(WebKitWebView*, GParamSpec*, gpointer data) { self(data).engineMoved(); }
     static void titleChanged(WebKitWebView* view, GParamSpec*, gpointer data) {
         const char* const title = webkit_web_view_get_title(view);
         self(data).setTitle(title ? std::string_view{title, strnlen(title, titleBytes + 1)} : "");

@@ -11,6 +11,8 @@ namespace {
 
 using Action = PageNotice::Action;
 constexpr int crossSize = 10;
+/// Of the text, in characters. Without one, the toolkit breaks it behind each character to find out.
+constexpr int leastWidth = 20;
 constexpr unsigned armingTime = 500;  // milliseconds
 
 bool handsOut(Action action) { return action == Action::openAnyway || action == Action::openWith; }
@@ -25,6 +27,8 @@ PageNoticeView::PageNoticeView(BrowserView& view) : view_(view) {
     set_visible(false);
     text_.set_wrap(true);
     text_.set_wrap_mode(Pango::WrapMode::WORD_CHAR);
+    text_.set_width_chars(leastWidth);
+    text_.set_max_width_chars(leastWidth);
     text_.set_hexpand(true);
     text_.set_xalign(0);
     append(text_);
