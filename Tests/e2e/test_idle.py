@@ -34,6 +34,18 @@ class IdleTest(BrowserTest):
 
         self.check_rests("turns with a still page in a window that is seen")
 
+    def test_twenty_pages_at_rest_wake_nobody_and_ask_for_nothing(self):
+        urls = self.server.pages(*[f"/still{number}" for number in range(20)])
+        self.app.start(*urls)
+        self.server.wait_for(*[f"/still{number}" for number in range(20)])
+        self.wait_for_tabs("New tab", *[f"still{number}" for number in range(20)])
+        self.wait_for_rest()
+        asked = len(self.server.asked_paths())
+
+        self.check_rests("turns with twenty still pages")
+
+        self.assertEqual(len(self.server.asked_paths()), asked)
+
     def test_minimised_window_stops_its_face(self):
         self.app.start()
         before = self.turns()

@@ -4,6 +4,19 @@ from harness.case import PRIVATE, BrowserTest
 from harness.saved import TWO_PROFILES, WORK
 from harness.wait import until, until_equal
 
+# Tells what it finds of its own in three kinds of storage, and leaves it there.
+STORES = """
+(async () => {
+    const databases = (await indexedDB.databases()).map(each => each.name);
+    const found = [localStorage.getItem('mine'), databases.includes('mine'),
+                   await caches.has('mine')].map(each => each ? 'mine' : 'none');
+    localStorage.setItem('mine', 'mine');
+    await new Promise(done => indexedDB.open('mine').onsuccess = done);
+    await caches.open('mine');
+    fetch('/report/found-' + found.join('-'));
+})();
+"""
+
 
 class ProfilesTest(BrowserTest):
     def setUp(self):
@@ -58,6 +71,32 @@ class ProfilesTest(BrowserTest):
         self.app.start_again(asked)
         self.wait_for_visit(asked)
         self.assertEqual(self.server.cookies_for("/asked"), [None, "taste=vanilla"])
+
+    def test_profiles_do_not_share_what_pages_store_nor_what_was_fetched(self):
+        def keep(handler):
+            handler.send_response(200)
+            handler.send_header("Content-Type", "text/css")
+            handler.send_header("Content-Length", "0")
+            handler.send_header("Cache-Control", "max-age=999")
+            handler.end_headers()
+        self.server.answers["/kept"] = keep
+        page = self.server.script_page("/store", STORES, "<link rel=stylesheet href=/kept>")
+        found = []
+
+        def visit(finds, fetches):
+            found.append(finds)
+            self.app.hand_over(page)
+            until_equal(lambda: self.server.reports("found-"), found, "what the page found")
+            self.assertEqual(self.server.asked("/kept"), fetches)
+
+        self.app.start()
+        visit("none-none-none", 1)
+        visit("mine-mine-mine", 1)
+        self.hands.press("alt+2")
+        self.wait_for_tabs("New tab")
+        visit("none-none-none", 2)
+        self.hands.press("alt+1")
+        visit("mine-mine-mine", 2)
 
     def test_a_private_window_that_takes_a_profile_looks_like_any_other(self):
         """Its ground is dark as long as it is private, and so is what is written on it."""

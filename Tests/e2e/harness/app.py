@@ -13,7 +13,7 @@ import gi
 gi.require_version("GLib", "2.0")
 from gi.repository import GLib  # noqa: E402
 
-from . import complaints, process
+from . import complaints, process, traces
 from .bus import Bus
 from .saved import Saved
 from .wait import DEADLINE, until
@@ -50,8 +50,9 @@ class Home:
                 "XDG_RUNTIME_DIR": str(self.runtime)}
 
     def files_with(self, text):
-        """The files, and folders by their names, in which a text stands in some encoding."""
-        forms = [text.encode(encoding) for encoding in ("utf-8", "utf-16-le", "utf-16-be")]
+        """The files, and folders by their names, in which a text stands in some encoding, or a
+        hash of it."""
+        forms = list(traces.forms(text))
         names = []
         for file in self.folder.rglob("*"):
             content = str(file).encode() + (file.read_bytes() if file.is_file() else b"")
