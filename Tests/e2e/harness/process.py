@@ -73,3 +73,9 @@ def resident(pid):
     """The memory that a process has, in bytes."""
     with open(f"/proc/{pid}/statm", encoding="ascii") as file:
         return int(file.read().split()[1]) * os.sysconf("SC_PAGE_SIZE")
+
+
+def mapped(pid):
+    """The names of what a process has mapped, each as often as it has."""
+    with open(f"/proc/{pid}/maps", encoding="utf-8", errors="replace") as file:
+        return [line.split()[5] for line in file if len(line.split()) > 5]

@@ -19,11 +19,14 @@ WebViewHost::WebViewHost() {
     add_controller(keys);
 }
 
-WebViewHost::~WebViewHost() { detach(); }
+WebViewHost::~WebViewHost() {
+    detach();
+    while (Gtk::Widget* const child = get_first_child()) remove(*child);
+}
 
 bool WebViewHost::show(WebView* page) {
     auto* const target = static_cast<OrvuWebView*>(page);
-    const bool attached = get_first_child() != nullptr;
+    const bool attached = holdsShown();
     if (inFullscreen_ && !attached) detach();  // the page that filled the screen has ended
     if (shown() == target && attached == (target != nullptr)) return false;
     detach();
@@ -32,7 +35,7 @@ bool WebViewHost::show(WebView* page) {
 }
 
 void WebViewHost::focusPage() {
-    if (get_first_child()) get_first_child()->grab_focus();
+    if (holdsShown()) gtk_widget_grab_focus(shown()->widget());
 }
 
 OrvuWebView* WebViewHost::shown() const {
@@ -40,15 +43,23 @@ OrvuWebView* WebViewHost::shown() const {
     return live ? *live : nullptr;
 }
 
+bool WebViewHost::holdsShown() const {
+    OrvuWebView* const page = shown();
+    return page && page->isMade() &&
+           gtk_widget_get_parent(page->widget()) == GTK_WIDGET(Gtk::Box::gobj());
+}
+
 void WebViewHost::attach(OrvuWebView& page) {
     GtkWidget* const widget = page.widget();
+    GtkWidget* const parent = gtk_widget_get_parent(widget);
     page.setReportsFocus(false);
-    if (GtkWidget* const parent = gtk_widget_get_parent(widget)) {
-        gtk_box_remove(GTK_BOX(parent), widget);
-    }
     gtk_widget_set_hexpand(widget, TRUE);
     gtk_widget_set_vexpand(widget, TRUE);
-    gtk_box_append(Gtk::Box::gobj(), widget);
+    gtk_widget_set_visible(widget, TRUE);
+    if (parent != GTK_WIDGET(Gtk::Box::gobj())) {
+        if (parent) gtk_box_remove(GTK_BOX(parent), widget);
+        gtk_box_append(Gtk::Box::gobj(), widget);
+    }
     page.cameIntoWindow();
     page.setReportsFocus(true);
     pageFullscreen_ = page.connectFullscreen(sigc::mem_fun(*this, &WebViewHost::setFullscreen));
@@ -57,9 +68,11 @@ void WebViewHost::attach(OrvuWebView& page) {
 
 void WebViewHost::detach() {
     OrvuWebView* const previous = shown();
-    if (previous) previous->setReportsFocus(false);
-    while (Gtk::Widget* const child = get_first_child()) remove(*child);
-    if (previous) previous->setReportsFocus(true);
+    if (holdsShown()) {
+        previous->setReportsFocus(false);
+        gtk_widget_set_visible(previous->widget(), FALSE);
+        previous->setReportsFocus(true);
+    }
     pageFullscreen_ = {};
     shown_.reset();
     if (inFullscreen_) giveScreenBack(previous);

@@ -10,7 +10,11 @@
 namespace orvu {
 
 /// A place in a window that shows one page of the engine. The page belongs to its tab and lives on
-/// when it is taken out.
+/// when another takes its place.
+///
+/// Pages that were shown here stay here, hidden: whenever the engine's view is put into a window, the
+/// engine makes new frame buffers for it, each as large as the view, and forgets to free the former
+/// ones for as long as the page lives.
 class WebViewHost : public Gtk::Box {
 public:
     WebViewHost();
@@ -31,6 +35,8 @@ public:
 
 private:
     [[nodiscard]] OrvuWebView* shown() const;
+    /// Whether the page that was shown last is still here.
+    [[nodiscard]] bool holdsShown() const;
     void attach(OrvuWebView& page);
     void detach();
     void setFullscreen(bool on);
