@@ -1,4 +1,5 @@
 #include "core/AppServices.h"
+#include "look/motion/view/Moving.h"
 #include "platform/linux/Desktop.h"
 #include "platform/linux/desktop/Renderer.h"
 #include "platform/linux/desktop/WaylandSocket.h"
@@ -59,6 +60,8 @@ private:
     BrowserWindowController windows_;
     AppDelegate delegate_;
     Scheduled tidyUp_;
+    ScopedConnection movingWatch_ =
+        Moving::connectChanged([this] { desktop_.platform().activity.setMoving(Moving::any()); });
 };
 
 /// Answers what needs no window: the exit status, or nothing if the program is to start.

@@ -122,6 +122,36 @@ TEST_F(BrowserStoreTest, WithoutRestoringOnlyShelfAndVisitsComeBack) {
     EXPECT_EQ(store->visits(), std::vector{visit});
 }
 
+TEST_F(BrowserStoreTest, RestoredTabsLoadInTurnThePinnedOnesFirstAndThenAsTheyStandInTheColumn) {
+    const TabGroup first{Uuid::random(), "First", 0, false};
+    const TabGroup second{Uuid::random(), "Second", 1, false};
+    world.storeRecords<TabGroup>("browserGroups", {first, second});
+    world.storeRecords<SavedTab>("browserSession", {{url(a), false, std::nullopt},
+                                                    {url(b), false, second.id},
+                                                    {url(c), false, first.id},
+                                                    {url(a), true, std::nullopt},
+                                                    {url(b), true, second.id},
+                                                    {url(c), false, Uuid::random()}});
+
+    const auto store = openStore();
+
+    std::vector<std::optional<std::size_t>> turns;
+    for (const auto& tab : store->tabs()) turns.push_back(page(*tab).turn);
+    EXPECT_EQ(turns, (std::vector<std::optional<std::size_t>>{3, 2, 1, 0, 0, 3}));
+    for (const auto& tab : store->tabs()) {
+        EXPECT_EQ(page(*tab).calls, Strings{"load " + tab->url()->absoluteString()});
+    }
+}
+
+TEST_F(BrowserStoreTest, ATabThatThePersonOpensWaitsForNoTurn) {
+    const auto store = openStore();
+
+    BrowserTab& tab = store->newTab(url(a), BrowserStore::Select::no);
+
+    EXPECT_EQ(page(tab).turn, std::nullopt);
+    EXPECT_TRUE(tab.isLoading());
+}
+
 TEST_F(BrowserStoreTest, RestoringSavesTheWholeSessionOnceAndNeverAPartOfIt) {
     world.storeRecords<SavedTab>("browserSession",
                                  {{url(a), true, std::nullopt}, {url(b), false, std::nullopt}});

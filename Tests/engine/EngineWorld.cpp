@@ -74,6 +74,7 @@ AppServices& EngineTest::services() {
 Platform EngineTest::platform() {
     return {.defaults = defaults,
             .loop = loop,
+            .activity = fakes.activity,
             .engine = engine,
             .ruleLists = ruleLists,
             .iconRequests = iconRequests,

@@ -105,7 +105,7 @@ protected:
     FakeUserDefaults& defaults = fakes.defaults;
     GlibMainLoop loop;
     FakeNetworkMonitor network;
-    WebKitEngine engine{paths, loop, network};
+    WebKitEngine engine{paths, loop, fakes.activity, network};
     WebKitRuleListStore ruleLists{folder / "ContentRules"};
     SoupHttpSession iconRequests{FaviconStore::httpOptions};
     SandboxedImageCodec images{loop};

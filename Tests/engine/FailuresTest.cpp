@@ -91,7 +91,7 @@ TEST_F(FailuresTest, AnAddressOfAnotherProgramIsSaidAndStartsNoProcess) {
 
 TEST_F(FailuresTest, ALoadWithoutAnAnswerIsGivenUpInTime) {
     HurriedMainLoop hurried;
-    WebKitEngine hurriedEngine{paths, hurried, network};
+    WebKitEngine hurriedEngine{paths, hurried, fakes.activity, network};
     const auto pages = hurriedEngine.makeConfiguration(WebsiteDataStore::nonPersistentDataStore());
     server.serve("/held", LoopbackServer::Answer{.body = "", .held = true});
     const auto page = pages->makeWebView();
@@ -107,7 +107,7 @@ TEST_F(FailuresTest, ALoadWithoutAnAnswerIsGivenUpInTime) {
 
 TEST_F(FailuresTest, APageThatNeverCameInTimeIsTriedAgainWhenTheNetworkComesBack) {
     HurriedMainLoop hurried;
-    WebKitEngine hurriedEngine{paths, hurried, network};
+    WebKitEngine hurriedEngine{paths, hurried, fakes.activity, network};
     const auto pages = hurriedEngine.makeConfiguration(WebsiteDataStore::nonPersistentDataStore());
     server.serve("/held", LoopbackServer::Answer{.body = "", .held = true});
     const auto page = pages->makeWebView();
@@ -122,7 +122,7 @@ TEST_F(FailuresTest, APageThatNeverCameInTimeIsTriedAgainWhenTheNetworkComesBack
 
 TEST_F(FailuresTest, ASlowPageThatHasBegunIsNotGivenUp) {
     HurriedMainLoop hurried;
-    WebKitEngine hurriedEngine{paths, hurried, network};
+    WebKitEngine hurriedEngine{paths, hurried, fakes.activity, network};
     const auto pages = hurriedEngine.makeConfiguration(WebsiteDataStore::nonPersistentDataStore());
     server.serve("/drip",
                  LoopbackServer::Answer{.body = "<title>Slow</title><p>" + std::string(4000, 'x'),

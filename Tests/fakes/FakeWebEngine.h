@@ -61,8 +61,13 @@ public:
         begin(url, "load " + url.absoluteString() + " for " +
                        (referrer ? referrer->absoluteString() : "an unknown page"));
     }
+    void loadInTurn(const Url& url, std::size_t itsTurn) override {
+        load(url);
+        turn = itsTurn;
+    }
     void begin(const Url& url, std::string call) {
         calls.push_back(std::move(call));
+        turn.reset();
         previous_ = url_;
         setUrl(url);
         set(isLoading_, true, WebViewProperty::isLoading);
@@ -181,7 +186,8 @@ public:
     [[nodiscard]] NavigationDelegate* delegate() const { return delegate_; }
 
     FakeEngineLog calls;
-    std::function<void()> atEnd;  ///< runs when the view goes
+    std::optional<std::size_t> turn;  ///< in which the last load was to come
+    std::function<void()> atEnd;      ///< runs when the view goes
     std::vector<std::string> scripts;
     std::deque<Promise<ScriptResult>> answers;  ///< one for each script, to be resolved
     struct Search {

@@ -19,6 +19,7 @@ namespace orvu {
 struct FakeDesktop {
     FakeUserDefaults defaults;
     VirtualMainLoop loop;
+    Activity activity;
     FakeWebEngine engine;
     FakeRuleListStore ruleLists;
     FakeHttpSession iconRequests;
@@ -37,6 +38,7 @@ struct FakeDesktop {
     [[nodiscard]] Platform platform(UserDefaults& stored) {
         return {.defaults = stored,
                 .loop = loop,
+                .activity = activity,
                 .engine = engine,
                 .ruleLists = ruleLists,
                 .iconRequests = iconRequests,

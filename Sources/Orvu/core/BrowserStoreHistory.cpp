@@ -3,10 +3,27 @@
 #include "platform/SourceAddress.h"
 #include "platform/StoredRecords.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
 namespace orvu {
+namespace {
+
+/// In which turn restored tabs load: the pinned ones first, then as they stand in the column.
+std::vector<std::size_t> turnsOf(const std::vector<SavedTab>& saved,
+                                 const std::vector<TabGroup>& groups) {
+    std::vector<std::size_t> turns;
+    turns.reserve(saved.size());
+    for (const SavedTab& tab : saved) {
+        const auto group = std::ranges::find(groups, tab.group, &TabGroup::id);
+        const auto place = static_cast<std::size_t>(group - groups.begin());
+        turns.push_back(tab.pinned ? 0 : 1 + place);
+    }
+    return turns;
+}
+
+}  // namespace
 
 template <class Record>
 std::optional<std::vector<Record>> BrowserStore::load(const SettingKey& key) const {
@@ -36,8 +53,10 @@ void BrowserStore::restoreTabs() {
         load<SavedTab>(SettingsKeys::browserSession).value_or(std::vector<SavedTab>{});
     // Half a session must never be what a sudden end leaves behind: it is saved when it is whole.
     restoring_ = true;
-    for (const auto& record : saved) {
-        BrowserTab& tab = newTab(record.url, Select::no);
+    const auto turns = turnsOf(saved, groups_);
+    for (std::size_t i = 0; i < saved.size(); ++i) {
+        const SavedTab& record = saved[i];
+        BrowserTab& tab = addTab({record.url, std::nullopt, turns[i]}, Select::no);
         tab.setPinned(record.pinned);
         if (record.group && group(*record.group)) tab.setGroupID(record.group);
     }

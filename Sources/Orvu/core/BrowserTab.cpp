@@ -29,7 +29,9 @@ BrowserTab::BrowserTab(WebConfiguration& configuration, const UrlRequest& reques
     webView_->connectPropertyChanged(sigc::mem_fun(*this, &BrowserTab::mirror));
     permissions.connectChanged(sigc::mem_fun(*this, &BrowserTab::permissionsChanged));
     if (!request.url) return;
-    if (request.initiator) {
+    if (request.turn) {
+        webView_->loadInTurn(*request.url, *request.turn);
+    } else if (request.initiator) {
         webView_->load(*request.url, *request.initiator);
     } else {
         webView_->load(*request.url);

@@ -2,6 +2,7 @@
 
 #include "foundation/Url.h"
 
+#include <cstddef>
 #include <optional>
 #include <string>
 
@@ -20,6 +21,7 @@ struct Initiator {
 struct UrlRequest {
     std::optional<Url> url;
     std::optional<Initiator> initiator = {};  ///< nothing if the person or the program asks
+    std::optional<std::size_t> turn = {};     ///< for one that nobody waits for: the lowest first
 
     friend bool operator==(const UrlRequest&, const UrlRequest&) = default;
 };

@@ -2,6 +2,7 @@
 
 #include "foundation/Calendar.h"
 #include "foundation/text/Locale.h"
+#include "platform/Activity.h"
 #include "platform/ContentRules.h"
 #include "platform/DownloadFolder.h"
 #include "platform/FileIO.h"
@@ -21,6 +22,7 @@ namespace orvu {
 struct Platform {
     UserDefaults& defaults;
     MainLoop& loop;
+    Activity& activity;
     WebEngine& engine;
     ContentRuleListStore& ruleLists;
     HttpSession& iconRequests;

@@ -11,6 +11,7 @@
 #include "platform/RefusedPermission.h"
 #include "platform/WebsiteData.h"
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -86,6 +87,10 @@ public:
     /// The same in the name of a page, in a view that shows none yet: what is sent tells no more of
     /// that page, and brings no more cookies, than if the page itself led there.
     virtual void load(const Url& url, const Initiator& initiator) = 0;
+    /// The same in a view that shows no page yet and that nobody looks at. `url()` gives the address,
+    /// but nothing is on its way until the load has its turn, the lowest first, or somebody wants
+    /// to see the page. An engine that knows no turns loads at once.
+    virtual void loadInTurn(const Url& url, [[maybe_unused]] std::size_t turn) { load(url); }
     virtual void stopLoading() = 0;
     virtual void reload() = 0;
     virtual void goBack() = 0;

@@ -13,6 +13,7 @@ Desktop::Desktop(const HttpOptions& iconRequests, const HttpOptions& suggestionR
 Platform Desktop::platform() {
     return {.defaults = defaults_,
             .loop = loop_,
+            .activity = activity_,
             .engine = engine_,
             .ruleLists = ruleLists_,
             .iconRequests = iconRequests_,

@@ -42,9 +42,10 @@ private:
     const Locale locale_ = Locale::current();
     const Calendar calendar_ = Calendar::current();
     GlibMainLoop loop_;
+    Activity activity_;
     SqliteUserDefaults defaults_;
     GioNetworkMonitor network_{loop_};
-    WebKitEngine engine_{paths_, loop_, network_};
+    WebKitEngine engine_{paths_, loop_, activity_, network_};
     WebKitRuleListStore ruleLists_{paths_.caches / "ContentRules"};
     SoupHttpSession iconRequests_;
     SoupHttpSession suggestionRequests_;

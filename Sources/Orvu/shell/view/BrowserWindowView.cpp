@@ -30,6 +30,11 @@ void switchOffDebugging(Gtk::Window& window) {
     g_signal_connect(window.gobj(), "enable-debugging", G_CALLBACK(refuse), nullptr);
 }
 
+bool isPress(GdkEventType type) {
+    return type == GDK_KEY_PRESS || type == GDK_BUTTON_PRESS || type == GDK_TOUCH_BEGIN ||
+           type == GDK_SCROLL;
+}
+
 }  // namespace
 
 BrowserWindowView::BrowserWindowView(Gtk::Application& application, AppServices& services,
@@ -49,6 +54,7 @@ BrowserWindowView::BrowserWindowView(Gtk::Application& application, AppServices&
     addCommands();
     addEscape();
     switchOffDebugging(window_);
+    noticePresses();
     window_.signal_close_request().connect(sigc::mem_fun(*this, &BrowserWindowView::closeRequested),
                                            false);
 }
@@ -131,6 +137,21 @@ void BrowserWindowView::addCommands() {
             for (const auto& key : *keys) addShortcut(command, key);
         }
     }
+}
+
+/// Says what the person presses, wherever in the window.
+void BrowserWindowView::noticePresses() {
+    const auto heard = +[](GtkEventController*, GdkEvent* event, gpointer data) -> gboolean {
+        const Platform& platform = static_cast<AppServices*>(data)->platform();
+        if (isPress(gdk_event_get_event_type(event))) {
+            platform.activity.pressed(platform.loop.now());
+        }
+        return FALSE;
+    };
+    GtkEventController* const controller = gtk_event_controller_legacy_new();
+    gtk_event_controller_set_propagation_phase(controller, GTK_PHASE_CAPTURE);
+    g_signal_connect(controller, "event", G_CALLBACK(heard), &services_);
+    gtk_widget_add_controller(GTK_WIDGET(window_.gobj()), controller);
 }
 
 void BrowserWindowView::addEscape() {

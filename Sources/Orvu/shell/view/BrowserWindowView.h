@@ -43,6 +43,7 @@ private:
     void addCommands();
     void addShortcut(const Command& command, const std::string& keys);
     void addEscape();
+    void noticePresses();
     void showLook(const BrowserStore& store);
     void saveFrame();
     void frameChanged();

@@ -23,6 +23,7 @@ void SlidingBox::setKey(Gtk::Widget& line, std::string key) {
 void SlidingBox::rest() {
     if (tick_ != 0) remove_tick_callback(tick_);
     tick_ = 0;
+    moving_.reset();
     places_.clear();
 }
 
@@ -66,10 +67,12 @@ void SlidingBox::draw(Gtk::Widget& line, const Glib::RefPtr<Gtk::Snapshot>& snap
 
 void SlidingBox::keepMoving() {
     if (tick_ != 0 || !places_.isMoving(frameTime())) return;
+    moving_.emplace();
     tick_ = add_tick_callback([this](const Glib::RefPtr<Gdk::FrameClock>&) {
         queue_draw();
         if (places_.isMoving(frameTime())) return true;
         tick_ = 0;
+        moving_.reset();
         return false;
     });
 }

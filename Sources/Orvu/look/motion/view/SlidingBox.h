@@ -1,10 +1,12 @@
 #pragma once
 
 #include "look/motion/SlidingPlaces.h"
+#include "look/motion/view/Moving.h"
 
 #include <gtkmm/box.h>
 
 #include <map>
+#include <optional>
 #include <string>
 
 namespace orvu {
@@ -34,6 +36,7 @@ private:
     std::map<const Gtk::Widget*, std::string> keys_;
     SlidingPlaces places_;
     guint tick_ = 0;
+    std::optional<Moving> moving_;  ///< while a line slides
 };
 
 }  // namespace orvu

@@ -30,6 +30,7 @@ void SpringAnimation::animateTo(double target) {
     motion_ = SpringMotion{spring_, {value_, velocity}, target};
     begin_ = widget_.get_frame_clock()->get_frame_time();
     if (isRunning()) return;
+    moving_.emplace();
     tick_ =
         widget_.add_tick_callback([this](const Glib::RefPtr<Gdk::FrameClock>&) { return frame(); });
 }
@@ -63,6 +64,7 @@ void SpringAnimation::stop() {
     if (tick_ == 0) return;
     widget_.remove_tick_callback(tick_);
     tick_ = 0;
+    moving_.reset();
 }
 
 }  // namespace orvu

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "look/motion/Motion.h"
+#include "look/motion/view/Moving.h"
 
 #include <gtkmm/widget.h>
 
 #include <functional>
+#include <optional>
 
 namespace orvu {
 
@@ -44,6 +46,7 @@ private:
     SpringMotion motion_;
     gint64 begin_ = 0;  ///< of the motion, in microseconds of the frame clock
     guint tick_ = 0;
+    std::optional<Moving> moving_;  ///< while it runs
 };
 
 }  // namespace orvu

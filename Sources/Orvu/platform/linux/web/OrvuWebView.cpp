@@ -79,6 +79,7 @@ OrvuWebView::~OrvuWebView() {
 }
 
 GtkWidget* OrvuWebView::widget() {
+    hurry();
     make();
     return GTK_WIDGET(view());
 }
@@ -102,7 +103,7 @@ void OrvuWebView::make() {
     finder_.emplace(view());
     addDialogs();
     addMenu();
-    if (const auto request = std::exchange(pending_, std::nullopt)) begin(*request);
+    if (const auto request = std::exchange(pending_, std::nullopt)) beginInView(*request);
 }
 
 /// A page that is in no window yet measures what the others of its window measure: many lay
@@ -110,12 +111,18 @@ void OrvuWebView::make() {
 void OrvuWebView::takeSize() {
     const OrvuWebView* const seen = living(shared_->inWindow);
     GtkWidget* const widget = GTK_WIDGET(view());
-    if (!seen || !seen->view_ || gtk_widget_get_parent(widget)) return;
+    if (!seen || !seen->view_ || gtk_widget_get_mapped(widget)) return;
     const int width = gtk_widget_get_width(GTK_WIDGET(seen->view()));
     const int height = gtk_widget_get_height(GTK_WIDGET(seen->view()));
     if (width <= 0 || height <= 0) return;
+    // The toolkit gives no size to what is hidden; this way it isn't, and isn't shown either.
+    const gboolean visible = gtk_widget_get_visible(widget);
+    gtk_widget_set_child_visible(widget, FALSE);
+    gtk_widget_set_visible(widget, TRUE);
     gtk_widget_measure(widget, GTK_ORIENTATION_HORIZONTAL, -1, nullptr, nullptr, nullptr, nullptr);
     gtk_widget_allocate(widget, width, height, -1, nullptr);
+    gtk_widget_set_visible(widget, visible);
+    gtk_widget_set_child_visible(widget, TRUE);
 }
 
 void OrvuWebView::addDialogs() {
@@ -213,21 +220,57 @@ void OrvuWebView::load(const Url& url) {
     begin({url});
 }
 
+void OrvuWebView::loadInTurn(const Url& url, std::size_t turn) {
+    if (view_ || pending_) return load(url);
+    ownLoad_ = NavigationType::other;
+    pending_ = UrlRequest{url};
+    waits_ = true;
+    place_ = shared_->queue->wait(turn, [this] {
+        waits_ = false;
+        make();
+    });
+    tellUrl(address_.asked(url));
+}
+
+/// What waits for its turn begins now.
+void OrvuWebView::hurry() {
+    if (std::exchange(waits_, false)) place_ = shared_->queue->goFirst();
+}
+
 void OrvuWebView::begin(const UrlRequest& request) {
-    awaitsNetwork_ = false;
-    loads_.dismiss();
+    waits_ = false;
+    place_ = shared_->queue->goFirst();
+    if (view_) return beginInView(request);
     const std::weak_ptr alive{self_};
-    if (view_) {
-        beginNavigation();
-        if (!living(alive)) return;
-        tellUrl(address_.asked(*request.url));
-        if (living(alive)) startEngine(request);
-        return;
-    }
     pending_ = request;
     starter_ = loop_.whenIdle([this] { make(); });
     tellUrl(address_.asked(*request.url));
     if (living(alive)) changed_.emit(WebViewProperty::isLoading);
+}
+
+void OrvuWebView::beginInView(const UrlRequest& request) {
+    awaitsNetwork_ = false;
+    const std::weak_ptr alive{self_};
+    loads_.dismiss();
+    if (living(alive)) beginNavigation();
+    if (!living(alive)) return;
+    tellUrl(address_.asked(*request.url));
+    if (living(alive)) startEngine(request);
+}
+
+/// Others need not wait for the present load any more.
+void OrvuWebView::loadIsOver() {
+    if (!waits_) place_.reset();
+}
+
+void OrvuWebView::endPlaceWhenPainted() {
+    if (!place_ || !place_->holdsUp()) return;
+    static constexpr const char* twoFrames =
+        "await new Promise(painted => requestAnimationFrame(() => requestAnimationFrame(painted)))";
+    runAsyncPageScript(view(), twoFrames, [weak = std::weak_ptr{self_}, number = loadNumber_] {
+        OrvuWebView* const self = living(weak);
+        if (self && self->loadNumber_ == number) self->loadIsOver();
+    });
 }
 
 /// The engine may have asked about a navigation before it heard that another load took its place.
@@ -290,7 +333,9 @@ void OrvuWebView::stopLoading() {
         if (ahead) changed_.emit(WebViewProperty::isLoading);
         return;
     }
+    if (waits_) return;  // nothing is on its way yet
     starter_.cancel();
+    loadIsOver();
     if (std::exchange(pending_, std::nullopt)) changed_.emit(WebViewProperty::isLoading);
 }
 
@@ -327,7 +372,7 @@ double OrvuWebView::estimatedProgress() const {
 }
 
 bool OrvuWebView::isLoading() const {
-    if (!view_) return pending_.has_value();
+    if (!view_) return pending_ && !waits_;
     const bool engineLoads = webkit_web_view_is_loading(view()) != FALSE;
     return initiated_ ? initiated_->isLoading(engineLoads) : engineLoads;
 }
@@ -342,6 +387,7 @@ void OrvuWebView::setPageZoom(double zoom) {
 }
 
 Future<ScriptResult> OrvuWebView::evaluateJavaScript(std::string script) {
+    hurry();
     make();
     const Promise<ScriptResult> promise;
     runPageScript(view(), script,
@@ -494,7 +540,10 @@ void OrvuWebView::loadChanged(WebKitLoadEvent event) {
             break;
         case WEBKIT_LOAD_FINISHED:
             // This event also ends loads that failed, were stopped or were replaced.
-            if (!isLoading()) loads_.answered();
+            if (!isLoading()) {
+                loads_.answered();
+                loadIsOver();
+            }
             if (committed_ && !failed_) finish();
             break;
         case WEBKIT_LOAD_REDIRECTED:
@@ -529,6 +578,7 @@ void OrvuWebView::documentStands() {
     finder_->pageUnloaded();
     address_.committed();
     documentGone();
+    endPlaceWhenPainted();
     setSecure(cameSecurely(view()));
 }
 
@@ -548,6 +598,7 @@ void OrvuWebView::loadFailed(const char* uri, const GError* error) {
     ownLoadRuns_ = false;
     if (initiated_) initiated_->failed();
     if (givesWay()) return;
+    loadIsOver();
     const auto cause = loadFailureCause(error);
     // A load that was stopped has no cause; the watch stops one that gets no answer.
     if (cause) awaitsNetwork_ = address_.unshown() && cause != LoadFailureCause::secureConnection;
@@ -562,7 +613,9 @@ void OrvuWebView::loadFailedInTls(const char* uri, GTlsCertificate* certificate,
     leaving_->loadEnded();
     if (initiated_) initiated_->failed();
     const auto url = Url::parse(uri ? uri : "");
-    if (givesWay() || !url) return;
+    if (givesWay()) return;
+    loadIsOver();
+    if (!url) return;
     refused_ = GObjectPointer<GTlsCertificate>::retain(certificate);
     loads_.failed({LoadFailureCause::certificate, *url, certificateFault(flags)});
 }
@@ -614,6 +667,7 @@ void OrvuWebView::processTerminated(WebKitWebProcessTerminationReason reason) {
     const auto initiated = initiated_;
     if (initiated_) initiated_->giveUp();
     if (givesWay()) return;
+    loadIsOver();
     const auto url = address_.url();
     if (crashReload_.shouldReload(url)) {
         if (initiated) return begin({url, initiated->initiator()});

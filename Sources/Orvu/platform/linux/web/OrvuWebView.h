@@ -3,6 +3,7 @@
 #include "platform/AddressFlood.h"
 #include "platform/CrashReload.h"
 #include "platform/InitiatedLoad.h"
+#include "platform/LoadQueue.h"
 #include "platform/LoadWatch.h"
 #include "platform/MainLoop.h"
 #include "platform/NavigationCauses.h"
@@ -33,12 +34,17 @@ class OrvuWebView;
 /// What all views of one configuration are made with.
 struct WebKitShared {
     WebKitShared(std::shared_ptr<WebKitSession> ofSession, NetworkMonitor& monitor,
+                 std::shared_ptr<LoadQueue> loads,
                  std::shared_ptr<const DownloadTaker> downloadTaker)
-        : session(std::move(ofSession)), network(monitor), taker(std::move(downloadTaker)) {}
+        : session(std::move(ofSession)),
+          network(monitor),
+          queue(std::move(loads)),
+          taker(std::move(downloadTaker)) {}
 
     std::shared_ptr<WebKitSession> session;
     WebKitUserContent content;
     NetworkMonitor& network;
+    const std::shared_ptr<LoadQueue> queue;            ///< of all pages that load
     const std::shared_ptr<const DownloadTaker> taker;  ///< of pages that are saved
     std::string userAgent;                             ///< whole; empty for the engine's own
     bool elementFullscreen = false;
@@ -46,8 +52,8 @@ struct WebKitShared {
 };
 
 /// A page of the engine. Making the engine's view takes some 70 ms of the main thread, so it is
-/// made when somebody wants to see it, or in an idle turn after a load was asked for: many tabs
-/// can thus be restored without holding up the window.
+/// made when somebody wants to see it, in an idle turn after a load was asked for, or, for a load that
+/// waits, in its turn (`place_`): many tabs can thus be restored without holding up the window.
 ///
 /// `address_` tells the page's address; `pending_` waits for the view to be made. A load goes from
 /// started to committed to finished, but "finished" also ends one that failed, was stopped or was
@@ -81,6 +87,7 @@ public:
 
     void load(const Url& url) override;
     void load(const Url& url, const Initiator& initiator) override { begin({url, initiator}); }
+    void loadInTurn(const Url& url, std::size_t turn) override;
     void stopLoading() override;
     void reload() override;
     void goBack() override;
@@ -154,10 +161,14 @@ private:
     void takeSize();
     void addDialogs();
     void addMenu();
+    void hurry();
     void beginNavigation();
     void documentGone();
     [[nodiscard]] bool asksBefore(WebKitPolicyDecision* decision);
     void begin(const UrlRequest& request);
+    void beginInView(const UrlRequest& request);
+    void loadIsOver();
+    void endPlaceWhenPainted();
     void loadAgain(const Url& url);
     void noteCause(NavigationAction& action, bool isRedirect);
     [[nodiscard]] bool overtakes(const NavigationAction& action);
@@ -221,9 +232,11 @@ private:
     bool awaitsNetwork_ = false;    ///< the last load failed by the network
     std::uint64_t loadNumber_ = 0;
     NavigationCauses causes_;
-    std::optional<NavigationType> ownLoad_;  ///< the program asked for, and has yet to begin
-    bool ownLoadRuns_ = false;               ///< until it stands or fails
-    bool menuDownloads_ = false;             ///< an item of the page's menu that saves was chosen
+    std::optional<NavigationType> ownLoad_;    ///< the program asked for, and has yet to begin
+    bool ownLoadRuns_ = false;                 ///< until it stands or fails
+    bool menuDownloads_ = false;               ///< an item of the page's menu that saves was chosen
+    std::unique_ptr<LoadQueue::Place> place_;  ///< of the present load, until it is over
+    bool waits_ = false;                       ///< for its turn
     CrashReload crashReload_;
     AddressFlood flood_;
     bool floods_ = false;  ///< its process is about to be ended

@@ -46,12 +46,27 @@ void evaluated(GObject* view, GAsyncResult* result, gpointer data) {
     (*done)(value ? resultOf(value.get()) : ScriptResult{});
 }
 
+void ended(GObject* view, GAsyncResult* result, gpointer data) {
+    const std::unique_ptr<std::function<void()>> done{static_cast<std::function<void()>*>(data)};
+    const auto value =
+        GObjectPointer<JSCValue>::adopt(webkit_web_view_call_async_javascript_function_finish(
+            WEBKIT_WEB_VIEW(view), result, nullptr));
+    (*done)();
+}
+
 }  // namespace
 
 void runPageScript(WebKitWebView* view, const std::string& script, Done done) {
     webkit_web_view_evaluate_javascript(view, script.data(), static_cast<gssize>(script.size()),
                                         world, nullptr, nullptr, evaluated,
                                         std::make_unique<Done>(std::move(done)).release());
+}
+
+void runAsyncPageScript(WebKitWebView* view, const std::string& body, std::function<void()> done) {
+    auto call = std::make_unique<std::function<void()>>(std::move(done));
+    webkit_web_view_call_async_javascript_function(view, body.data(),
+                                                   static_cast<gssize>(body.size()), nullptr, world,
+                                                   nullptr, nullptr, ended, call.release());
 }
 
 }  // namespace orvu

@@ -14,4 +14,8 @@ namespace orvu {
 void runPageScript(WebKitWebView* view, const std::string& script,
                    std::function<void(ScriptResult)> done);
 
+/// Runs the body of an asynchronous function there, and calls `done` when it has ended, or failed,
+/// or the page has gone.
+void runAsyncPageScript(WebKitWebView* view, const std::string& body, std::function<void()> done);
+
 }  // namespace orvu

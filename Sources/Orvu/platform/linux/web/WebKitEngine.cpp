@@ -11,8 +11,9 @@ namespace {
 class Configuration : public WebConfiguration {
 public:
     Configuration(std::shared_ptr<WebKitSession> session, MainLoop& loop, NetworkMonitor& network,
-                  std::shared_ptr<const DownloadTaker> taker)
-        : shared_(std::make_shared<WebKitShared>(std::move(session), network, std::move(taker))),
+                  std::shared_ptr<LoadQueue> queue, std::shared_ptr<const DownloadTaker> taker)
+        : shared_(std::make_shared<WebKitShared>(std::move(session), network, std::move(queue),
+                                                 std::move(taker))),
           loop_(loop),
           motion_(shared_->content.get(), loop) {}
 
@@ -77,7 +78,8 @@ void checkSpelling(WebKitWebContext* context) {
 
 }  // namespace
 
-WebKitEngine::WebKitEngine(const SystemPaths& paths, MainLoop& loop, NetworkMonitor& network)
+WebKitEngine::WebKitEngine(const SystemPaths& paths, MainLoop& loop, Activity& activity,
+                           NetworkMonitor& network)
     : taker_(std::make_shared<DownloadTaker>([this](std::unique_ptr<Download> download) {
           if (onDownload) onDownload(std::move(download));
       })),
@@ -85,7 +87,8 @@ WebKitEngine::WebKitEngine(const SystemPaths& paths, MainLoop& loop, NetworkMoni
           [taker = taker_](WebKitDownload* download) { downloadBegan(download, taker); })),
       sessions_(paths, begun_),
       loop_(loop),
-      network_(network) {
+      network_(network),
+      queue_(std::make_shared<LoadQueue>(loop, activity)) {
     serveSources();
     checkSpelling(webkit_web_context_get_default());
 }
@@ -93,7 +96,8 @@ WebKitEngine::WebKitEngine(const SystemPaths& paths, MainLoop& loop, NetworkMoni
 WebKitEngine::~WebKitEngine() { *taker_ = nullptr; }
 
 std::unique_ptr<WebConfiguration> WebKitEngine::makeConfiguration(const WebsiteDataStore& store) {
-    return std::make_unique<Configuration>(sessions_.session(store), loop_, network_, taker_);
+    return std::make_unique<Configuration>(sessions_.session(store), loop_, network_, queue_,
+                                           taker_);
 }
 
 std::string userAgent(std::string_view engineOwn, std::string_view applicationName) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/LoadQueue.h"
 #include "platform/MainLoop.h"
 #include "platform/NetworkMonitor.h"
 #include "platform/WebConfiguration.h"
@@ -15,8 +16,9 @@ namespace orvu {
 /// The web engine of the desktop.
 class WebKitEngine : public WebEngine {
 public:
-    /// `loop` and `network` must outlive the engine and its views.
-    WebKitEngine(const SystemPaths& paths, MainLoop& loop, NetworkMonitor& network);
+    /// `loop`, `activity` and `network` must outlive the engine and its views.
+    WebKitEngine(const SystemPaths& paths, MainLoop& loop, Activity& activity,
+                 NetworkMonitor& network);
     WebKitEngine(const WebKitEngine&) = delete;
     WebKitEngine& operator=(const WebKitEngine&) = delete;
     ~WebKitEngine() override;
@@ -34,6 +36,7 @@ private:
     WebKitSessions sessions_;
     MainLoop& loop_;
     NetworkMonitor& network_;
+    const std::shared_ptr<LoadQueue> queue_;
 };
 
 /// The engine's own user agent with everything behind its layout engine's words replaced.
