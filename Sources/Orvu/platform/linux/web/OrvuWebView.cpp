@@ -222,6 +222,7 @@ void OrvuWebView::load(const Url& url) {
 
 void OrvuWebView::loadInTurn(const Url& url, std::size_t turn) {
     if (view_ || pending_) return load(url);
+    if (const auto page = pageOfSource(url)) return loadInTurn(*page, turn);
     ownLoad_ = NavigationType::other;
     pending_ = UrlRequest{url};
     waits_ = true;
