@@ -8,8 +8,8 @@ namespace orvu {
 
 /// Tells a page that changes its address so often, to such lengths, that nothing else gets done.
 ///
-/// Each change passes through the program, which reads the whole address several times over: about
-/// ten milliseconds for a million characters. Ordinary addresses never count.
+/// Each change passes through the program, whose engine reads the whole address several times over,
+/// on the main thread. Ordinary addresses never count.
 class AddressFlood {
 public:
     AddressFlood() = default;
