@@ -116,6 +116,18 @@ TEST_F(LoadWatchTest, OfAPageThatFailsWithoutEndTheNewestIsSaidOnceInASecond) {
     EXPECT_LE(changes, 13);
 }
 
+TEST_F(LoadWatchTest, AnOlderFailureIsNotSaidAfterANewerOne) {
+    const LoadFailure newest{LoadFailureCause::timedOut, next, std::nullopt};
+    watch.failed(refused);
+    watch.failed({LoadFailureCause::otherProgram, next, std::nullopt});
+    loop.advance(1s);
+
+    watch.failed(newest);
+    loop.advance(1h);
+
+    EXPECT_EQ(watch.failure(), newest);
+}
+
 TEST_F(LoadWatchTest, WhatThePersonAsksForIsSaidAtOnce) {
     watch.failed(refused);
 

@@ -26,6 +26,7 @@ void LoadWatch::waitForAnswer(const Url& url) {
 
 void LoadWatch::failed(LoadFailure failure) {
     timeout_.cancel();
+    later_.cancel();
     if (failure.cause == LoadFailureCause::other && redirects_ >= redirectLimit) {
         failure.cause = LoadFailureCause::tooManyRedirects;
     }
