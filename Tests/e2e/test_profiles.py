@@ -4,7 +4,8 @@ from harness.case import PRIVATE, BrowserTest
 from harness.saved import TWO_PROFILES, WORK
 from harness.wait import until, until_equal
 
-# Tells what it finds of its own in three kinds of storage, and leaves it there.
+# Tells what it finds of its own in three kinds of storage, and leaves it there. It tells its name
+# with it: pages that come back with a profile tell once more.
 STORES = """
 (async () => {
     const databases = (await indexedDB.databases()).map(each => each.name);
@@ -13,7 +14,7 @@ STORES = """
     localStorage.setItem('mine', 'mine');
     await new Promise(done => indexedDB.open('mine').onsuccess = done);
     await caches.open('mine');
-    fetch('/report/found-' + found.join('-'));
+    fetch('/report' + location.pathname + '-' + found.join('-'));
 })();
 """
 
@@ -80,23 +81,22 @@ class ProfilesTest(BrowserTest):
             handler.send_header("Cache-Control", "max-age=999")
             handler.end_headers()
         self.server.answers["/kept"] = keep
-        page = self.server.script_page("/store", STORES, "<link rel=stylesheet href=/kept>")
-        found = []
 
-        def visit(finds, fetches):
-            found.append(finds)
+        def visit(name, found, fetches):
+            page = self.server.script_page(f"/{name}", STORES,
+                                           "<link rel=stylesheet href=/kept>")
             self.app.hand_over(page)
-            until_equal(lambda: self.server.reports("found-"), found, "what the page found")
+            until_equal(lambda: self.server.reports(f"{name}-"), [found], "what the page found")
             self.assertEqual(self.server.asked("/kept"), fetches)
 
         self.app.start()
-        visit("none-none-none", 1)
-        visit("mine-mine-mine", 1)
+        visit("first", "none-none-none", 1)
+        visit("again", "mine-mine-mine", 1)
         self.hands.press("alt+2")
         self.wait_for_tabs("New tab")
-        visit("none-none-none", 2)
+        visit("elsewhere", "none-none-none", 2)
         self.hands.press("alt+1")
-        visit("mine-mine-mine", 2)
+        visit("back", "mine-mine-mine", 2)
 
     def test_a_private_window_that_takes_a_profile_looks_like_any_other(self):
         """Its ground is dark as long as it is private, and so is what is written on it."""

@@ -171,9 +171,10 @@ class Node:
         seen = []
 
         def rests():
+            # A busy computer's frames are that far apart, and a layout comes with the next one.
             seen.append(self.box)
-            return len(seen) > 1 and seen[-2] == seen[-1] and min(seen[-1][2:]) > 0
-        until(rests, f"{self} at its place", lambda: seen[-1], pause=0.04)
+            return seen[-3:] == [seen[-1]] * 3 and min(seen[-1][2:]) > 0
+        until(rests, f"{self} at its place", lambda: seen[-1], pause=0.06)
         left, top, width, height = seen[-1]
         return left + width // 2, top + height // 2
 

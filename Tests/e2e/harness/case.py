@@ -83,7 +83,8 @@ class BrowserTest(unittest.TestCase):
         broken = self._result.failures + self._result.errors if self._result else []
         if any(test is self for test, _ in broken):
             self.picture(f"failed-{self.id()}")
-            print(f"\nThe program wrote:\n{self.app.errors()}")
+            print(f"\nThe pointer: {self.display.pointer()}\n"
+                  f"The program wrote:\n{self.app.errors()}")
 
     def _check_complaints(self):
         """A broken promise of ours to toolkit or engine is a failure, whatever it led to."""

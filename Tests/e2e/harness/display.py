@@ -70,6 +70,10 @@ class SessionDisplay:
             process.stop(each)
         shutil.rmtree(self._folder, ignore_errors=True)
 
+    def pointer(self):
+        """Where the pointer is, in words; nothing if the display doesn't tell."""
+        return ""
+
 
 class Display(SessionDisplay):
     """Xvfb and a window manager. openbox is quick; mutter composites, so that shadows and round
@@ -90,8 +94,11 @@ class Display(SessionDisplay):
         return super().environment() | {"DISPLAY": self.name, "GDK_BACKEND": "x11",
                                         "GSK_RENDERER": "cairo"}
 
+    def pointer(self):
+        return " ".join(x11.xdotool("getmouselocation"))
+
     def picture(self, file):
-        """Writes a picture of the whole display."""
+        """Writes a picture of the whole display, without its pointer."""
         subprocess.run(["import", "-silent", "-window", "root", str(file)], check=False)
 
     def picture_of(self, window, file, beside=0):
