@@ -80,6 +80,7 @@ Platform EngineTest::platform() {
             .iconRequests = iconRequests,
             .suggestionRequests = fakes.suggestionRequests,
             .images = images,
+            .model = fakes.model,
             .files = files,
             .downloadFolder = downloadFolder,
             .workspace = fakes.workspace,

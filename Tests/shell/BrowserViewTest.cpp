@@ -182,7 +182,7 @@ TEST_F(BrowserViewTest, SwitchingTheProfileMayEndTheView) {
         view.reset();
         asked.push_back(profile.name);
     };
-    view = std::make_unique<BrowserView>(openStoreWith({a}), *services, window, end,
+    view = std::make_unique<BrowserView>(openStoreWith({a}), *services, assistant, window, end,
                                          BrowserView::Narrow::yes);
     EXPECT_TRUE(view->narrow.get());
 

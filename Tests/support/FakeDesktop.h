@@ -4,6 +4,7 @@
 #include "fakes/FakeFileIO.h"
 #include "fakes/FakeHttpSession.h"
 #include "fakes/FakeImageCodec.h"
+#include "fakes/FakeLanguageModel.h"
 #include "fakes/FakePasteboard.h"
 #include "fakes/FakeRuleListStore.h"
 #include "fakes/FakeSystemSound.h"
@@ -25,6 +26,7 @@ struct FakeDesktop {
     FakeHttpSession iconRequests;
     FakeHttpSession suggestionRequests;
     FakeImageCodec images;
+    FakeLanguageModel model;
     FakeFileIO files;
     FakeDownloadFolder downloadFolder;
     FakeWorkspace workspace;
@@ -44,6 +46,7 @@ struct FakeDesktop {
                 .iconRequests = iconRequests,
                 .suggestionRequests = suggestionRequests,
                 .images = images,
+                .model = model,
                 .files = files,
                 .downloadFolder = downloadFolder,
                 .workspace = workspace,

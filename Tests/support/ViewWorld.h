@@ -20,7 +20,7 @@ protected:
     /// A view that writes down in `asked` what is asked of the window's parts.
     [[nodiscard]] std::unique_ptr<BrowserView> viewOf(std::shared_ptr<BrowserStore> store) {
         auto view = std::make_unique<BrowserView>(
-            std::move(store), *services, window,
+            std::move(store), *services, assistant, window,
             [this](const Profile& profile) { asked.push_back("switch " + profile.name); },
             BrowserView::Narrow::no);
         view->connectAddressFocusRequested(
@@ -36,6 +36,7 @@ protected:
         return view;
     }
 
+    Assistant assistant{world.model, world.defaults};
     FakeScreen screen;
     FakeBrowserWindow window{screen, {}, [] {}};
     FakePasteboard& pasteboard = world.pasteboard;

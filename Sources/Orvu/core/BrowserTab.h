@@ -72,8 +72,8 @@ public:
     /// Whether everything on the page came over a secure connection.
     [[nodiscard]] bool isSecure() const;
 
-    /// The first `limit` characters of the page's visible text; empty if it can't be read. The
-    /// tab must outlive the task.
+    /// The first `limit` characters of the page's visible text; empty if it can't be read. The tab
+    /// may go once it began.
     [[nodiscard]] Task<std::string> pageText(std::size_t limit);
     /// The page's article; nothing if it has none or can't tell. The tab may go meanwhile: then
     /// there is nothing either.

@@ -8,6 +8,7 @@
 #include "platform/FileIO.h"
 #include "platform/HttpSession.h"
 #include "platform/ImageCodec.h"
+#include "platform/LanguageModel.h"
 #include "platform/MainLoop.h"
 #include "platform/Pasteboard.h"
 #include "platform/SystemPaths.h"
@@ -28,6 +29,7 @@ struct Platform {
     HttpSession& iconRequests;
     HttpSession& suggestionRequests;
     ImageCodec& images;
+    LanguageModel& model;
     FileIO& files;
     DownloadFolder& downloadFolder;
     Workspace& workspace;

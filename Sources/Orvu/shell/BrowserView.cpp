@@ -8,10 +8,12 @@
 namespace orvu {
 
 BrowserView::BrowserView(std::shared_ptr<BrowserStore> store, AppServices& services,
-                         BrowserWindow& window, SwitchProfile switchProfile, Narrow isNarrow)
+                         Assistant& assistant, BrowserWindow& window, SwitchProfile switchProfile,
+                         Narrow isNarrow)
     : narrow(isNarrow == Narrow::yes),
       store_(std::move(store)),
       services_(services),
+      assistant_(assistant),
       window_(window),
       switchProfile_(std::move(switchProfile)) {}
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "assistant/Assistant.h"
 #include "core/AppServices.h"
 #include "core/BrowserStore.h"
 #include "foundation/Observable.h"
@@ -26,10 +27,10 @@ public:
     using SwitchProfile = std::function<void(const Profile&)>;
     enum class Narrow { no, yes };
 
-    /// `services` and `window` must outlive the view. `switchProfile` gives the window a store of
+    /// `services`, `assistant` and `window` must outlive the view. `switchProfile` gives the window a store of
     /// another profile, and thus another view.
-    BrowserView(std::shared_ptr<BrowserStore> store, AppServices& services, BrowserWindow& window,
-                SwitchProfile switchProfile, Narrow narrow);
+    BrowserView(std::shared_ptr<BrowserStore> store, AppServices& services, Assistant& assistant,
+                BrowserWindow& window, SwitchProfile switchProfile, Narrow narrow);
     BrowserView(const BrowserView&) = delete;
     BrowserView& operator=(const BrowserView&) = delete;
 
@@ -37,6 +38,7 @@ public:
     [[nodiscard]] const std::shared_ptr<BrowserStore>& sharedStore() const { return store_; }
     [[nodiscard]] BrowserWindow& window() const { return window_; }
     [[nodiscard]] AppServices& services() const { return services_; }
+    [[nodiscard]] Assistant& assistant() const { return assistant_; }
     /// Gives the window a store of another profile, which ends this view.
     void switchProfile(const Profile& profile) const;
 
@@ -99,6 +101,7 @@ public:
 private:
     const std::shared_ptr<BrowserStore> store_;
     AppServices& services_;
+    Assistant& assistant_;
     BrowserWindow& window_;
     const SwitchProfile switchProfile_;
     sigc::signal<void()> addressFocusRequested_;

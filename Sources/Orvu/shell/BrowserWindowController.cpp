@@ -10,7 +10,9 @@ namespace orvu {
 
 BrowserWindowController::BrowserWindowController(AppServices& services,
                                                  BrowserWindowFactory makeWindow)
-    : services_(services), makeWindow_(std::move(makeWindow)) {}
+    : services_(services),
+      makeWindow_(std::move(makeWindow)),
+      assistant_(services_.platform().model, services_.platform().defaults) {}
 
 std::shared_ptr<BrowserStore> BrowserWindowController::frontStore() const {
     const auto key =

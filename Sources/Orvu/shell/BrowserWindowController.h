@@ -1,5 +1,6 @@
 #pragma once
 
+#include "assistant/Assistant.h"
 #include "foundation/async/Task.h"
 #include "shell/BrowserWindow.h"
 
@@ -23,6 +24,8 @@ public:
     /// `services` must outlive the controller.
     BrowserWindowController(AppServices& services, BrowserWindowFactory makeWindow);
 
+    /// The one assistant of all windows.
+    [[nodiscard]] Assistant& assistant() { return assistant_; }
     /// Open windows, the oldest first.
     [[nodiscard]] const std::vector<Entry>& windows() const { return windows_; }
     /// The store of the window with the keyboard, else of the newest; nothing without windows.
@@ -56,6 +59,7 @@ private:
 
     AppServices& services_;
     const BrowserWindowFactory makeWindow_;
+    Assistant assistant_;
     std::vector<Entry> windows_;
 };
 

@@ -19,6 +19,7 @@ Platform Desktop::platform() {
             .iconRequests = iconRequests_,
             .suggestionRequests = suggestionRequests_,
             .images = images_,
+            .model = model_,
             .files = files_,
             .downloadFolder = downloadFolder_,
             .workspace = workspace_,

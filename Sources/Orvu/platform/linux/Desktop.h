@@ -13,6 +13,7 @@
 #include "platform/linux/files/LinuxFileIO.h"
 #include "platform/linux/files/LinuxSystemPaths.h"
 #include "platform/linux/images/SandboxedImageCodec.h"
+#include "platform/linux/model/LocalModel.h"
 #include "platform/linux/web/WebKitContentRules.h"
 #include "platform/linux/web/WebKitEngine.h"
 
@@ -50,6 +51,7 @@ private:
     SoupHttpSession iconRequests_;
     SoupHttpSession suggestionRequests_;
     SandboxedImageCodec images_{loop_};
+    LocalModel model_;
     LinuxFileIO files_{loop_};
     LinuxDownloadFolder downloadFolder_{downloadsFolder()};
     LinuxWorkspace workspace_;

@@ -71,7 +71,7 @@ void BrowserWindowView::setContent(const std::shared_ptr<BrowserStore>& store) {
     // What the person made of the column stays with the window.
     const bool narrow = view_ ? view_->narrow.get() : services_.settings().narrowTabs.get();
     view_ = std::make_unique<BrowserView>(
-        store, services_, *this,
+        store, services_, windows_.assistant(), *this,
         [this](const Profile& profile) { windows_.switchProfile(view_->store(), profile); },
         narrow ? BrowserView::Narrow::yes : BrowserView::Narrow::no);
     content_ = std::make_unique<BrowserWindowContent>(*view_);
