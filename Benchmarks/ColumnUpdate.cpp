@@ -120,9 +120,14 @@ private:
     AppServices services_{desktop_.platform()};
     std::shared_ptr<BrowserStore> store_ =
         std::make_shared<BrowserStore>(services_, false, Profile::personal());
+    Assistant assistant_{desktop_.model, desktop_.defaults};
     FakeScreen screen_;
     FakeBrowserWindow browserWindow_{screen_, {}, [] {}};
-    BrowserView view_{store_, services_, browserWindow_, [](const Profile&) {},
+    BrowserView view_{store_,
+                      services_,
+                      assistant_,
+                      browserWindow_,
+                      [](const Profile&) {},
                       BrowserView::Narrow::no};
     Gtk::Window window_;
     Gtk::Box box_;

@@ -161,20 +161,17 @@ TEST_F(DialogsTest, APageProcessThatEndsEndsItsDialogs) {
     EXPECT_TRUE(waitFor([&] { return !asked(); }));
 }
 
+
 TEST_F(DialogsTest, AViewMayGoWithItsDialog) {
     server.serve("/page", saying("alert('Hello');"));
-    view->load(url("/page"));
-    static_cast<void>(expectDialog(Kind::alert));
+    auto other = configuration->makeWebView();
+    gtk_window_set_child(window, static_cast<OrvuWebView&>(*other).widget());
+    other->load(url("/page"));
+    EXPECT_TRUE(waitFor([&] { return other->dialogs().current() != nullptr; }));
 
-    view->setNavigationDelegate(nullptr);
     gtk_window_set_child(window, nullptr);
-    auto gone = std::move(view);
-    gone.reset();
+    other.reset();
     settle();
-
-    view = configuration->makeWebView();
-    view->setNavigationDelegate(&delegate);
-    gtk_window_set_child(window, static_cast<OrvuWebView&>(*view).widget());
 }
 
 TEST_F(DialogsTest, APageThatGoesAsksNothingMore) {
@@ -236,6 +233,20 @@ TEST_F(SignInTest, ThePersonSignsInToTheServerThatAsks) {
 
     ASSERT_TRUE(waitFor([&] { return view->title() == "In"; }));
     EXPECT_EQ(server.header("/locked", "Authorization"), "Basic bWU6c2VjcmV0");
+}
+
+TEST_F(SignInTest, ThePersonIsAskedAlsoWhereThePageThatIsLeftAskedSomething) {
+    server.serve("/page", saying("setTimeout(() => prompt('Name?'), 10);"));
+    server.serve("/locked", locked());
+    for (int round = 0; round < 8; ++round) {
+        view->load(url("/page"));
+        static_cast<void>(expectDialog(Kind::prompt));
+        view->load(url("/locked"));
+        static_cast<void>(expectDialog(Kind::authentication));
+        const auto before = delegate.finishedTitles.size();
+        answer(cancelled);
+        ASSERT_TRUE(waitFor([&] { return delegate.finishedTitles.size() > before; }));
+    }
 }
 
 TEST_F(SignInTest, AWrongPasswordIsAskedForAgain) {
@@ -591,13 +602,12 @@ TEST_F(LeavingTest, AViewMayGoWhileItsPageAsks) {
     const auto closing = mayClose();
     static_cast<void>(expectDialog(Kind::beforeUnload));
 
-    view->setNavigationDelegate(nullptr);
+    delegate.leave();
     gtk_window_set_child(window, nullptr);
     view.reset();
 
     EXPECT_EQ(closing->value, true);
     view = configuration->makeWebView();
-    view->setNavigationDelegate(&delegate);
 }
 
 }  // namespace

@@ -27,8 +27,19 @@ namespace orvu {
 /// Writes down what a page wants to do, and lets it.
 class RecordingDelegate : public NavigationDelegate {
 public:
-    explicit RecordingDelegate(WebView& view) : view_(view) { view.setNavigationDelegate(this); }
-    ~RecordingDelegate() override { view_.setNavigationDelegate(nullptr); }
+    explicit RecordingDelegate(WebView& view) { watch(view); }
+    ~RecordingDelegate() override { leave(); }
+
+    void watch(WebView& view) {
+        leave();
+        view_ = &view;
+        view_->setNavigationDelegate(this);
+    }
+    /// The view may go then.
+    void leave() {
+        if (view_) view_->setNavigationDelegate(nullptr);
+        view_ = nullptr;
+    }
 
     [[nodiscard]] NavigationPolicy decidePolicy(const NavigationAction& action) override {
         actions.push_back(action);
@@ -38,7 +49,7 @@ public:
         responses.push_back(response);
         return responsePolicy;
     }
-    void didFinish() override { finishedTitles.push_back(view_.title()); }
+    void didFinish() override { finishedTitles.push_back(view_->title()); }
     void createWebView(const NavigationAction& action) override { created.push_back(action); }
     void requestMediaCapture(MediaCaptureRequest request) override {
         captures.push_back(std::move(request));
@@ -57,7 +68,7 @@ public:
     ResponsePolicy responsePolicy = ResponsePolicy::allow;
 
 private:
-    WebView& view_;
+    WebView* view_ = nullptr;
 };
 
 /// The real engine, a server, and folders that go with the test.

@@ -187,8 +187,11 @@ void KestoPanel::send(std::string_view asked, const std::optional<std::string>& 
     // Whoever hears of what follows may close the panel.
     const auto store = store_;
     Kesto& kesto = kesto_;
-    text.set("");
-    changed_.emit();
+    if (text.get().empty()) {
+        changed_.emit();
+    } else {
+        text.set("");
+    }
     if (tabs.empty()) return kesto.ask(question, {});
     store->work().start(readAndAsk(kesto, *store, question, {tabs.begin(), tabs.end()}, reading));
 }

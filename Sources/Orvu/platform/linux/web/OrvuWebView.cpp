@@ -130,7 +130,10 @@ void OrvuWebView::addDialogs() {
         const auto& document = address_.document();
         return (document ? document->host() : std::nullopt).value_or("");
     };
-    const auto isAboutToChange = [this] { return isLoading() && !committed_; };
+    // A server's question may come before the engine says that the load has started.
+    const auto isAboutToChange = [this] {
+        return isLoading() && (!committed_ || leaving_->isPersonal());
+    };
     leaving_.emplace(view(), dialogs_, loop_);
     engineDialogs_.emplace(view(), dialogs_, *leaving_, loop_,
                            EngineDialogs::Page{host, isAboutToChange});

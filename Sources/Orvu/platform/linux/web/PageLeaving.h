@@ -44,6 +44,8 @@ public:
 
     /// The person, or the program for the person, sets off a navigation.
     void personNavigates();
+    /// Whether what the person set off is still under way.
+    [[nodiscard]] bool isPersonal() const { return isPersonal_; }
     /// A page sets one off; `byPerson` if it comes from a click on a link.
     void pageNavigates(bool byPerson) { followsLink_ = byPerson; }
     /// No load is under way any more.
