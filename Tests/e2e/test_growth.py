@@ -20,6 +20,7 @@ document.onvisibilitychange = () => {
     const name = `/report/shown-${document.title}-${++shows}`;
     if (!document.hidden) requestAnimationFrame(() => requestAnimationFrame(() => fetch(name)));
 };
+fetch('/report/ready-' + document.title);
 """
 
 
@@ -44,6 +45,9 @@ class GrowthTest(BrowserTest):
     def test_tabs_that_are_shown_in_turn_do_not_gather_frame_buffers(self):
         self.start_with_only(self.server.script_page("/one", SHOWN, "<h1>one</h1>"),
                              self.server.script_page("/two", SHOWN, "<h1>two</h1>"))
+        until(lambda: sorted(self.server.reports("ready-")) == ["one", "two"], "the pages to run",
+              lambda: self.server.reports())
+        self.wait_for_selected("one")
 
         for _ in range(15):
             for number, title in ((2, "two"), (1, "one")):

@@ -161,7 +161,6 @@ TEST_F(DialogsTest, APageProcessThatEndsEndsItsDialogs) {
     EXPECT_TRUE(waitFor([&] { return !asked(); }));
 }
 
-
 TEST_F(DialogsTest, AViewMayGoWithItsDialog) {
     server.serve("/page", saying("alert('Hello');"));
     auto other = configuration->makeWebView();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "assistant/Kesto.h"
+#include "assistant/SkillStore.h"
 #include "core/AddressResolution.h"
 #include "core/Bookmarks.h"
 #include "core/Records.h"
@@ -44,6 +46,7 @@ inline std::string jsonRecords(std::string_view input) {
     broken += keepsRecords<TabGroup>(input, "TabGroup");
     broken += keepsRecords<Profile>(input, "Profile");
     broken += keepsRecords<BookmarkStore::Bookmark>(input, "Bookmark");
+    broken += keepsRecords<KestoSkill>(input, "KestoSkill");
     return broken;
 }
 
@@ -117,6 +120,36 @@ inline std::string permissionsJson(std::string_view input) {
     expected.insert_or_assign(SitePermissions::choiceKey(CaptureKind::camera, host),
                               SitePermissions::Choice::block);
     return SitePermissions{defaults}.choices() == expected ? "" : "the choices changed";
+}
+
+/// The person's own skills, as they are stored.
+inline std::string kestoSkills(std::string_view input) {
+    FakeUserDefaults defaults;
+    defaults.setData(SkillStore::key, input);
+    SkillStore skills{defaults};
+    auto expected = skills.custom();
+    if (const auto added = skills.add("fuzzed", input.substr(0, 64))) expected.push_back(*added);
+    if (skills.custom() != expected) return "the skills changed";
+    if (!isWellFormed(input.substr(0, 64)) || expected.empty()) return {};
+    return SkillStore{defaults}.custom() == expected ? "" : "the skills were not kept";
+}
+
+/// A page's text in a question to the assistant.
+inline std::string kestoPrompt(std::string_view input) {
+    const std::string text{input};
+    const std::string prompt = Kesto::prompt("Why?", {{text, text, text}});
+    constexpr std::string_view begin = "<pages>\n";
+    constexpr std::string_view end = "\n</pages>\n\nMy question: Why?";
+    if (!prompt.starts_with(begin) || !prompt.ends_with(end)) return "the block is broken";
+    const auto json = std::string_view{prompt}.substr(begin.size());
+    const auto block = json.substr(0, json.size() - end.size());
+    if (block.find_first_of("<>\n") != std::string_view::npos) return "a page can end its block";
+    const auto document = JsonDocument::parse(block);
+    const auto pages = document ? document->root().array() : std::nullopt;
+    if (!pages || pages->size() != 1) return "the block is not one page";
+    const auto known = pages->front().field("text");
+    const auto wanted = wellFormed(firstCharacters(text, Kesto::textBudget));
+    return known && known->text() == wanted ? "" : "the text changed";
 }
 
 /// The answer of the script that takes an article out of a page.

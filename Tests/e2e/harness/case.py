@@ -108,6 +108,7 @@ class BrowserTest(unittest.TestCase):
         self.start_and_open(*urls)
         self.app.action("selectTab1")
         self.app.action("closeTab")
+        until_equal(lambda: len(self.windows.tabs()), len(urls), "the number of tabs")
 
     # Pages.
 
