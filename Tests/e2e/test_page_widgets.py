@@ -103,6 +103,15 @@ class PageWidgets:
             return judge(Pixels(window))
         return until(look, what, lambda: self.keep(window), pause=0.1)
 
+    def resting_panel(self):
+        """The box of what is over the page, once it is drawn whole."""
+        boxes = []
+
+        def rests(now):
+            boxes.append(self.panel(now))
+            return boxes[-3:] == [boxes[-1]] * 3 and boxes[-1]
+        return self.seen(rests, "something over the page at rest")
+
     def keep(self, window):
         file = artefacts() / f"widget-{self.id()}.png"
         self.display.picture_of(window, file)
@@ -275,7 +284,7 @@ class Looks(PageWidgets):
         self.show("<input value=words>")
 
         self.click_field(30, button=3)
-        panel = self.seen(self.panel, "the menu")
+        panel = self.resting_panel()
         x, y = panel.middle[0], panel.bottom - 20
         line = self.seen(lambda now: (box := self.highlighted(now)) and box.top <= y < box.bottom
                          and box, "the hovered line to be told", pointer=(x, y))

@@ -117,7 +117,7 @@ TEST_F(FailuresTest, APageThatNeverCameInTimeIsTriedAgainWhenTheNetworkComesBack
 
     network.cameBack.emit();
 
-    EXPECT_TRUE(page->isLoading());
+    EXPECT_TRUE(waitFor([&] { return page->isLoading(); }));
 }
 
 TEST_F(FailuresTest, ASlowPageThatHasBegunIsNotGivenUp) {

@@ -268,7 +268,7 @@ TEST_F(OpeningTest, WhatIsTriedAgainWhenTheNetworkComesBackIsThePagesStill) {
 
     network.cameBack.emit();
 
-    EXPECT_TRUE(tab->isLoading());
+    EXPECT_TRUE(waitFor([&] { return tab->isLoading(); }));
     EXPECT_TRUE(waitFor([&] { return !tab->isLoading(); }));
     EXPECT_EQ(tab->url(), LoopbackServer::deadUrl("/x"));
 }

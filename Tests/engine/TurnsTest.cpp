@@ -182,6 +182,30 @@ TEST_F(TurnsTest, AStopLeavesItWaitingAndTheEndOfTheViewEndsIt) {
     EXPECT_EQ(requests(2), 0);
 }
 
+TEST_F(TurnsTest, WhatFailedWithTheNetworkComesBackInTurnWithIt) {
+    int loads = 0;
+    for (int i = 0; i < 4; ++i) {
+        pages.push_back(std::make_unique<Page>(configuration->makeWebView()));
+        pages.back()->view->load(server.deadUrl("/nobody"));
+        ASSERT_TRUE(waitFor([&] { return pages.back()->view->failure().has_value(); }));
+        pages.back()->view->connectPropertyChanged(
+            [&loads, view = pages.back()->view.get()](WebViewProperty property) {
+                if (property == WebViewProperty::isLoading && view->isLoading()) ++loads;
+            });
+    }
+    fakes.activity.setMoving(true);
+
+    network.cameBack.emit();
+    settle();
+    EXPECT_EQ(loads, 0);
+    pages.front()->view->stopLoading();  // what the person stopped stays so
+    fakes.activity.setMoving(false);
+
+    EXPECT_TRUE(waitFor([&] { return loads == 3; }));
+    settle();
+    EXPECT_EQ(loads, 3);
+}
+
 TEST_F(TurnsTest, APageWhoseProcessEndsMakesRoom) {
     for (std::size_t number = 1; number <= 3; ++number) wait(number, true);
 

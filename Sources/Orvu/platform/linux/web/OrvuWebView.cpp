@@ -331,6 +331,7 @@ void OrvuWebView::stopLoading() {
     dialogs_.cancelAll();
     if (view_) {
         pending_.reset();
+        place_.reset();
         const bool ahead = initiated_ && initiated_->isAhead();
         if (ahead) initiated_->giveUp();
         webkit_web_view_stop_loading(view());
@@ -645,9 +646,19 @@ void OrvuWebView::loadWithRefusedCertificate() {
     loadAgain(failure->url);
 }
 
+/// With the network all come back that failed with it: those that nobody sees in turn.
 void OrvuWebView::networkCameBack() {
     const auto url = address_.unshown();
-    if (std::exchange(awaitsNetwork_, false) && url) loadAgain(*url);
+    if (!std::exchange(awaitsNetwork_, false) || !url) return;
+    if (gtk_widget_get_mapped(GTK_WIDGET(view()))) return loadAgain(*url);
+    place_ = shared_->queue->wait(0, [this] { loadInItsTurn(); });
+}
+
+void OrvuWebView::loadInItsTurn() {
+    const auto url = address_.unshown();
+    if (!url) return place_.reset();
+    ownLoad_ = NavigationType::other;
+    beginInView(initiated_ ? UrlRequest{*url, initiated_->initiator()} : UrlRequest{*url});
 }
 
 void OrvuWebView::finish() {

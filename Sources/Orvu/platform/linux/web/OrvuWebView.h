@@ -192,6 +192,7 @@ private:
     void refusedAddress(const Url& url);
     void documentStands();
     void networkCameBack();
+    void loadInItsTurn();
     void finish();
     void processTerminated(WebKitWebProcessTerminationReason reason);
     [[nodiscard]] bool showsSource() const;
