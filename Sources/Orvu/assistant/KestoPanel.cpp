@@ -1,6 +1,5 @@
 #include "assistant/KestoPanel.h"
 
-#include "assistant/PageReading.h"
 #include "foundation/text/Text.h"
 
 #include <algorithm>
@@ -193,17 +192,19 @@ void KestoPanel::send(std::string_view asked, const std::optional<std::string>& 
         text.set("");
     }
     if (tabs.empty()) return kesto.ask(question, {});
-    store->work().start(readAndAsk(kesto, *store, question, {tabs.begin(), tabs.end()}, reading));
+    store->work().start(readAndAsk({.kesto = kesto,
+                                    .reader = {store->loop(), store->work()},
+                                    .text = question,
+                                    .tabs = {tabs.begin(), tabs.end()},
+                                    .reading = reading}));
 }
 
-Task<void> KestoPanel::readAndAsk(Kesto& kesto, BrowserStore& store, std::string question,
-                                  std::vector<std::weak_ptr<BrowserTab>> tabs,
-                                  std::shared_ptr<Reading> reading) {
-    auto reads = readPages(std::move(tabs), store.loop(), store.work());
+Task<void> KestoPanel::readAndAsk(Question question) {
+    auto reads = question.reader.read(std::move(question.tabs));
     const auto pages = co_await reads;
-    --reading->count;
-    kesto.ask(question, pages);
-    reading->changed.emit();
+    --question.reading->count;
+    question.kesto.ask(question.text, pages);
+    question.reading->changed.emit();
 }
 
 void KestoPanel::takePending() {

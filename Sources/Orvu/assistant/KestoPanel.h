@@ -1,6 +1,7 @@
 #pragma once
 
 #include "assistant/Kesto.h"
+#include "assistant/PageReading.h"
 #include "assistant/SkillStore.h"
 #include "core/BrowserStore.h"
 #include "foundation/Observable.h"
@@ -90,8 +91,8 @@ public:
     /// Return in the field, and the button beside it: runs the first skill of the menu, brings in
     /// its first tab, or sends.
     void submit();
-    /// Asks; `shown` stands before the text in the conversation. Nothing for a blank text.
-    void send(std::string_view text, const std::optional<std::string>& shown);
+    /// Asks; `shown` stands before what is asked in the conversation. Nothing for a blank text.
+    void send(std::string_view asked, const std::optional<std::string>& shown);
     void run(const KestoSkill& skill);
     void mention(const BrowserTab& tab);
     void removeMention(const BrowserTab& tab);
@@ -119,11 +120,17 @@ private:
         sigc::signal<void()> changed;
     };
 
+    /// One that waits for its pages.
+    struct Question {
+        Kesto& kesto;
+        PageReader reader;
+        std::string text;
+        std::vector<std::weak_ptr<BrowserTab>> tabs;
+        std::shared_ptr<Reading> reading;
+    };
+
     [[nodiscard]] BrowserStore::TabList tabsToRead() const;
-    [[nodiscard]] static Task<void> readAndAsk(Kesto& kesto, BrowserStore& store,
-                                               std::string question,
-                                               std::vector<std::weak_ptr<BrowserTab>> tabs,
-                                               std::shared_ptr<Reading> reading);
+    [[nodiscard]] static Task<void> readAndAsk(Question question);
     void changed() { changed_.emit(); }
 
     const std::shared_ptr<BrowserStore> store_;

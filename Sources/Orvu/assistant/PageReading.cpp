@@ -17,18 +17,17 @@ std::optional<Kesto::Page> pageOf(const std::weak_ptr<BrowserTab>& tab) {
     return Kesto::Page{held->title(), held->url() ? held->url()->absoluteString() : "", ""};
 }
 
+}  // namespace
+
 /// The tab is held only where it is asked, so that it can go at the wait.
-void startReading(const std::weak_ptr<BrowserTab>& tab, const Promise<std::string>& promise,
-                  TaskScope& scope) {
+void PageReader::start(const std::weak_ptr<BrowserTab>& tab,
+                       const Promise<std::string>& promise) const {
     if (const auto held = tab.lock()) {
-        scope.start(tellText(held->pageText(Kesto::pageTextLimit), promise));
+        scope_.start(tellText(held->pageText(Kesto::pageTextLimit), promise));
     }
 }
 
-}  // namespace
-
-Task<std::vector<Kesto::Page>> readPages(std::vector<std::weak_ptr<BrowserTab>> tabs,
-                                         MainLoop& loop, TaskScope& scope) {
+Task<std::vector<Kesto::Page>> PageReader::read(std::vector<std::weak_ptr<BrowserTab>> tabs) const {
     std::vector<Kesto::Page> pages;
     for (const auto& tab : tabs) {
         auto page = pageOf(tab);
@@ -36,8 +35,8 @@ Task<std::vector<Kesto::Page>> readPages(std::vector<std::weak_ptr<BrowserTab>> 
         const Promise<std::string> promise;
         auto text = promise.future();
         const Scheduled patience =
-            loop.after(pageTextPatience, [promise] { promise.resolve(std::string{}); });
-        startReading(tab, promise, scope);
+            loop_.after(pageTextPatience, [promise] { promise.resolve(std::string{}); });
+        start(tab, promise);
         page->text = co_await text;
         pages.push_back(std::move(*page));
     }

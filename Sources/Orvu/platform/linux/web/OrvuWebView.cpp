@@ -655,10 +655,11 @@ void OrvuWebView::networkCameBack() {
 }
 
 void OrvuWebView::loadInItsTurn() {
-    const auto url = address_.unshown();
-    if (!url) return place_.reset();
+    UrlRequest request{address_.unshown()};
+    if (!request.url) return place_.reset();
+    if (initiated_) request.initiator = initiated_->initiator();
     ownLoad_ = NavigationType::other;
-    beginInView(initiated_ ? UrlRequest{*url, initiated_->initiator()} : UrlRequest{*url});
+    beginInView(request);
 }
 
 void OrvuWebView::finish() {
