@@ -51,7 +51,7 @@ private:
     SoupHttpSession iconRequests_;
     SoupHttpSession suggestionRequests_;
     SandboxedImageCodec images_{loop_};
-    LocalModel model_;
+    LocalModel model_{loop_};
     LinuxFileIO files_{loop_};
     LinuxDownloadFolder downloadFolder_{downloadsFolder()};
     LinuxWorkspace workspace_;
