@@ -11,6 +11,9 @@
 #include "foundation/text/Text.h"
 #include "pagetools/ReaderExtraction.h"
 #include "pagetools/ReaderText.h"
+#include "platform/model/ChatStream.h"
+#include "platform/model/ModelList.h"
+#include "platform/model/SocketOwner.h"
 #include "search/Bang.h"
 #include "search/SearchSuggester.h"
 #include "shell/WindowPlacement.h"
@@ -212,6 +215,39 @@ inline std::string downloadName(std::string_view input) {
         taken.push_back(name);
     }
     return {};
+}
+
+/// An answer of a model server in pieces of a size; the reply, or the failure.
+inline std::string modelReply(ModelProtocol protocol, std::string_view input, std::size_t piece) {
+    ChatStream stream{protocol};
+    for (; !input.empty(); input.remove_prefix(std::min(piece, input.size()))) {
+        stream.add(input.substr(0, piece));
+    }
+    const bool isComplete = stream.end() == ChatStream::State::complete;
+    return isComplete ? "reply " + stream.reply() : "failure " + sentence(stream.error());
+}
+
+/// What a model server says, as any of its answers.
+inline std::string modelServer(std::string_view input) {
+    for (const auto protocol : {ModelProtocol::ollama, ModelProtocol::openAI}) {
+        const std::string whole = modelReply(protocol, input, input.size() + 1);
+        if (!isWellFormed(whole)) return "a reply is no UTF-8";
+        if (whole == "reply ") return "a reply is empty";
+        for (const std::size_t piece : {1U, 3U, 7U}) {
+            if (modelReply(protocol, input, piece) != whole) return "a cut changes the reply";
+        }
+    }
+    for (const auto& models :
+         {ollamaModels(input), loadedOllamaModels(input), openAIModels(input)}) {
+        const auto chosen = models ? chosenModel(*models) : std::nullopt;
+        if (chosen && chosen->name.empty()) return "a model without a name is chosen";
+        if (chosen && !chosen->canAnswer) return "a model that can't answer is chosen";
+    }
+    const std::string told = sentence(errorOfAnswer(500, input));
+    if (!isWellFormed(told) || told.contains('\n')) return "a failure is more than a line";
+    const SocketTables tables{std::string{input}, std::string{input}};
+    const bool isTrusted = serverOwner(tables, {}, {}, 1) == ServerOwner::trusted;
+    return isTrusted && !input.contains(':') ? "a table without an address is trusted" : "";
 }
 
 inline std::string windowFrame(std::string_view input) {
