@@ -29,7 +29,7 @@ enum class ModelFailure {
 /// A failure with what the server says of it.
 struct ModelError {
     ModelFailure failure = ModelFailure::unreadable;
-    std::string detail = "";    ///< one line, or nothing
+    std::string detail = {};    ///< one line, or nothing
     bool isOfThinking = false;  ///< the server doesn't know how to leave thoughts out
 
     friend bool operator==(const ModelError&, const ModelError&) = default;

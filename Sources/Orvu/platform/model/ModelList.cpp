@@ -7,7 +7,6 @@
 #include <array>
 #include <charconv>
 #include <chrono>
-#include <cmath>
 #include <tuple>
 
 namespace orvu {
@@ -60,7 +59,8 @@ Date dateOf(std::string_view text) {
     double fraction = 0;
     if (text.starts_with('.')) {
         const auto end = std::min(text.find_first_not_of("0123456789", 1), text.size());
-        std::from_chars(text.data(), text.data() + end, fraction, std::chars_format::fixed);
+        const auto* const begin = text.data();
+        std::from_chars(begin, begin + end, fraction, std::chars_format::fixed);
         text.remove_prefix(end);
     }
     const auto east = offset(text);

@@ -11,11 +11,11 @@ namespace orvu {
 
 /// A model that a server lists.
 struct ListedModel {
-    std::string name = "";
+    std::string name = {};
     Date date = Date::distantPast();  ///< when it was used or changed
     bool isLoaded = false;
     bool canAnswer = true;   ///< it does more than embed, and runs on this computer
-    std::string owner = "";  ///< who serves it, as the server says: "llamacpp", "vllm"
+    std::string owner = {};  ///< who serves it, as the server says: "llamacpp", "vllm"
 
     friend bool operator==(const ListedModel&, const ListedModel&) = default;
 };

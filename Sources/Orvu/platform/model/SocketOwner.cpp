@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <bit>
 #include <charconv>
-#include <cstring>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -27,8 +26,9 @@ struct Socket {
 template <class Number>
 std::optional<Number> number(std::string_view digits, int base) {
     Number value = 0;
-    const auto* const end = digits.data() + digits.size();
-    const auto [stop, error] = std::from_chars(digits.data(), end, value, base);
+    const auto* const begin = digits.data();
+    const auto* const end = begin + digits.size();
+    const auto [stop, error] = std::from_chars(begin, end, value, base);
     return error == std::errc{} && stop == end ? std::optional{value} : std::nullopt;
 }
 

@@ -8,6 +8,16 @@ namespace {
 constexpr gsize pieceSize = 32768;                            // bytes
 constexpr std::size_t smallLimit = std::size_t{1024} * 1024;  // bytes
 
+Task<LoopbackAnswer> smallAnswer(std::unique_ptr<LoopbackExchange> exchange) {
+    const auto status = co_await exchange->send();
+    LoopbackAnswer answer{exchange->failure(), status.value_or(0), {}};
+    if (!status) co_return answer;
+    answer.body = co_await exchange->rest(smallLimit);
+    answer.failure = exchange->failure();
+    if (answer.body.size() > smallLimit) answer.failure = LoopbackExchange::Failure::broken;
+    co_return answer;
+}
+
 }  // namespace
 
 /// What the callbacks of the library share with the exchange, which may be gone before they come.
@@ -149,10 +159,10 @@ void LoopbackExchange::Transfer::pieceCame(GObject* source, GAsyncResult* result
     promise.resolve(std::move(piece));
 }
 
-Task<std::string> wholeBody(LoopbackExchange& exchange, std::size_t limit) {
+Task<std::string> LoopbackExchange::rest(std::size_t limit) {
     std::string body;
     while (body.size() <= limit) {
-        const std::string piece = co_await exchange.next();
+        const std::string piece = co_await next();
         if (piece.empty()) break;
         body += piece;
     }
@@ -163,14 +173,7 @@ Task<LoopbackAnswer> getSmall(LoopbackClient& client, LoopbackAddress address, s
                               std::chrono::milliseconds total) {
     const LoopbackExchange::Request request{
         .address = address, .path = std::move(path), .silence = total, .total = total};
-    LoopbackExchange exchange{client, request};
-    const auto status = co_await exchange.send();
-    LoopbackAnswer answer{exchange.failure(), status.value_or(0), {}};
-    if (!status) co_return answer;
-    answer.body = co_await wholeBody(exchange, smallLimit);
-    answer.failure = exchange.failure();
-    if (answer.body.size() > smallLimit) answer.failure = LoopbackExchange::Failure::broken;
-    co_return answer;
+    return smallAnswer(std::make_unique<LoopbackExchange>(client, request));
 }
 
 }  // namespace orvu

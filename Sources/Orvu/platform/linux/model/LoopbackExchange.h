@@ -36,6 +36,8 @@ public:
     [[nodiscard]] Future<std::optional<int>> send();
     /// The next bytes of the answer; none at its end, and after a failure.
     [[nodiscard]] Future<std::string> next();
+    /// All bytes that are still to come, or as many as it took to be more than `limit`.
+    [[nodiscard]] Task<std::string> rest(std::size_t limit);
     [[nodiscard]] Failure failure() const;
 
 private:
@@ -54,8 +56,6 @@ struct LoopbackAnswer {
     }
 };
 
-/// The rest of an answer. More than `limit` bytes are a broken one.
-[[nodiscard]] Task<std::string> wholeBody(LoopbackExchange& exchange, std::size_t limit);
 /// Asks for something small, within the time given.
 [[nodiscard]] Task<LoopbackAnswer> getSmall(LoopbackClient& client, LoopbackAddress address,
                                             std::string path, std::chrono::milliseconds total);

@@ -73,29 +73,30 @@ Task<Result> ServerQuestion::send(ChatRequest request) {
                                           .body = chatBody(server_.protocol, request),
                                           .silence = limits_.silence,
                                           .total = limits_.total};
-    LoopbackExchange exchange{client_, whole};
-    const auto status = co_await exchange.send();
+    auto exchange = std::make_unique<LoopbackExchange>(client_, whole);
+    const auto status = co_await exchange->send();
     if (!status) {
-        Result result = failed({connectionFailure(exchange.failure(), false)});
-        result.wasReached = exchange.failure() != Failure::unreachable;
+        Result result = failed({connectionFailure(exchange->failure(), false)});
+        result.wasReached = exchange->failure() != Failure::unreachable;
         co_return result;
     }
     if (*status == 200) {
-        Result result = co_await read(exchange);
+        Result result = co_await read(server_.protocol, std::move(exchange));
         co_return result;
     }
-    const std::string body = co_await wholeBody(exchange, errorLimit);
+    const std::string body = co_await exchange->rest(errorLimit);
     co_return failed(errorOfAnswer(*status, body));
 }
 
-Task<Result> ServerQuestion::read(LoopbackExchange& exchange) {
-    ChatStream stream{server_.protocol};
+Task<Result> ServerQuestion::read(ModelProtocol protocol,
+                                  std::unique_ptr<LoopbackExchange> exchange) {
+    ChatStream stream{protocol};
     while (stream.state() == ChatStream::State::reading) {
-        const std::string piece = co_await exchange.next();
+        const std::string piece = co_await exchange->next();
         if (!piece.empty()) {
             stream.add(piece);
-        } else if (exchange.failure() != Failure::none) {
-            co_return failed({connectionFailure(exchange.failure(), true)});
+        } else if (exchange->failure() != Failure::none) {
+            co_return failed({connectionFailure(exchange->failure(), true)});
         } else {
             stream.end();
         }

@@ -6,6 +6,7 @@
 #include "platform/model/ModelFailure.h"
 
 #include <chrono>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -22,7 +23,7 @@ class ServerQuestion {
 public:
     /// How it ended.
     struct Result {
-        std::string reply = "";
+        std::string reply = {};
         std::optional<ModelError> error = {};  ///< nothing with a reply
         bool wasReached = true;                ///< false if nobody was there to be asked
     };
@@ -38,7 +39,8 @@ private:
     /// Whether the server has to load the model first; nothing if it no longer answers.
     [[nodiscard]] Task<std::optional<bool>> needsLoading();
     [[nodiscard]] Task<Result> send(ChatRequest request);
-    [[nodiscard]] Task<Result> read(LoopbackExchange& exchange);
+    [[nodiscard]] static Task<Result> read(ModelProtocol protocol,
+                                           std::unique_ptr<LoopbackExchange> exchange);
 
     LoopbackClient& client_;
     const ModelServer server_;

@@ -16,7 +16,7 @@ namespace orvu {
 struct ModelServer {
     LoopbackAddress address;
     ModelProtocol protocol = ModelProtocol::openAI;
-    std::string model = "";
+    std::string model = {};
     bool leavesThoughtsOut = false;  ///< it knows how to
 
     friend bool operator==(const ModelServer&, const ModelServer&) = default;
