@@ -386,10 +386,14 @@ class Uses(PageWidgets):
         dialog = self.open_colors()
 
         self.click_in(dialog, "radio button", "Red")
-        self.click_in(dialog, "push button", "_Select Select")
+
+        def taken():
+            if self.is_open("Select Color"):
+                self.click_in(dialog, "push button", "_Select Select")
+            return not self.is_open("Select Color")
+        until(taken, "the dialog to take the colour", pause=1)
 
         self.wait_for_value("%23e01b24")
-        self.wait_until_dialog_is_gone("Select Color")
 
     def test_a_file_is_chosen_by_key(self):
         _, file = self.open_files()

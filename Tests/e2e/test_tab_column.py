@@ -187,8 +187,7 @@ class ColumnTest(BrowserTest):
         self.start_with("one", "two")
         self.group(1, "Bees")
 
-        self.hands.double_click(self.header("Bees").middle)
-        self.wait_for_focus("Group name")
+        self.double_click_for_focus(lambda: self.header("Bees").middle, "Group name")
         self.replace_text("Maps")
         self.hands.go_on("Return")
 

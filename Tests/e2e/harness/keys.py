@@ -107,7 +107,7 @@ class Hands:
 
     def double_click(self, at, title="Orvu"):
         self.hover(at, title)
-        xdotool("click", "--repeat", 2, "--delay", 60, 1)
+        xdotool("click", "--repeat", 2, "--delay", 20, 1)
 
     def drag(self, start, end, title="Orvu"):
         """Drags with the first button from one place in the window to another."""
