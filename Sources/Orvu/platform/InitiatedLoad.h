@@ -51,8 +51,10 @@ public:
     [[nodiscard]] bool isGivenUp() const { return stage_ == Stage::givenUp; }
 
     /// Whether this is under way, given what the engine says of itself: between the two loads it
-    /// has nothing to do.
-    [[nodiscard]] bool isLoading(bool engineLoads) const { return isAhead() || engineLoads; }
+    /// has nothing to do. One that was stopped before it began it takes for loading for ever.
+    [[nodiscard]] bool isLoading(bool engineLoads) const {
+        return isAhead() || (engineLoads && !isGivenUp());
+    }
     /// Whether the target's load has yet to start.
     [[nodiscard]] bool isAhead() const {
         return stage_ == Stage::asked || stage_ == Stage::leading || startsAnyMoment();
