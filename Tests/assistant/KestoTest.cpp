@@ -128,6 +128,7 @@ TEST_F(KestoTest, AModelThatCantBeUsedIsNotAsked) {
     EXPECT_EQ(kesto.phase(), (Kesto::Phase{Kind::error, "Kesto needs macOS 26 or later."}));
     EXPECT_EQ(kesto.sources(), Strings{"One"});
     EXPECT_TRUE(model.requests.empty());
+    EXPECT_EQ(model.looks, 1) << "so that the next question finds what came since";
 }
 
 TEST_F(KestoTest, AModelThatBecameUsableIsAskedWithTheNextQuestion) {

@@ -74,6 +74,7 @@ void Kesto::ask(std::string_view question, const std::vector<Page>& pages) {
     sources_.clear();
     for (const Page& page : pages) sources_.push_back(page.title);
     if (auto reason = unavailableReason()) {
+        model_.look();  // what is missing may have come since; then the next question finds it
         return set({Phase::Kind::error, std::move(*reason)});
     }
     std::string asked = prompt(firstCharacters(question, questionLimit), pages);
