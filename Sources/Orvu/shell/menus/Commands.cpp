@@ -192,6 +192,12 @@ Commands addressAndTabs() {
          // With Shift this key has a name of its own on some displays.
          .alias = {"⇧⌘ISO_Left_Tab"},
          .help = "the tab before it"},
+        {.name = "toggleKesto",
+         .run = Command::ForWindow{[](BrowserView& view) {
+             view.kestoOpen.set(!view.kestoOpen.get());
+         }},
+         .keys = {"⌘J"},
+         .help = "the assistant's panel, and away"},
         {.name = "toggleSideBySide",
          .run = onStore(&BrowserStore::toggleSideBySide),
          .title = "Side by Side",

@@ -11,6 +11,7 @@ BrowserTopBar::BrowserTopBar(BrowserView& view)
     : navigation_(view),
       downloads_(view.services().downloads()),
       shelf_(view.sharedStore()),
+      kesto_(view),
       menu_(view.sharedStore()) {
     add_css_class("top-bar");
     append(controls_);
@@ -20,6 +21,7 @@ BrowserTopBar::BrowserTopBar(BrowserView& view)
     if (view.store().isPrivate()) addPrivateMark();
     append(downloads_);
     append(shelf_);
+    append(kesto_);
     append(menu_);
 }
 

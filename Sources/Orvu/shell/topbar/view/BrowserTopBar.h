@@ -3,6 +3,7 @@
 #include "shell/topbar/view/BrowserMenuButton.h"
 #include "shell/topbar/view/BrowserNavButtons.h"
 #include "shell/topbar/view/BrowserShelfMenu.h"
+#include "shell/topbar/view/KestoButton.h"
 #include "shell/topbar/view/WindowControls.h"
 #include "site/downloads/view/DownloadsButton.h"
 
@@ -38,6 +39,7 @@ private:
     Gtk::Label private_{"Private"};
     DownloadsButton downloads_;
     BrowserShelfMenu shelf_;
+    KestoButton kesto_;
     BrowserMenuButton menu_;
 };
 
