@@ -45,6 +45,10 @@ std::vector<std::string> linesWith(const std::string& report, const std::string&
 /// Decoders that are shut in by bubblewrap, or by themselves where that can't work.
 class DecoderTest : public EngineTest, public testing::WithParamInterface<Isolation> {
 protected:
+    DecoderTest() {
+        // Those of earlier tests end by themselves.
+        EXPECT_TRUE(waitFor([] { return processesNamed(keptName).empty(); }));
+    }
     /// What a decoder says when it is told to try what it must not be able to do.
     [[nodiscard]] static std::string probed(std::vector<std::string> command,
                                             std::initializer_list<std::string> layers) {
@@ -229,7 +233,6 @@ TEST_P(DecoderTest, AProcessIsStartedWhenItIsNeededAndGoesWhenItIsIdle) {
     hasty.idleTime = 200ms;
     SandboxedImageCodec codec{loop, hasty};
     EXPECT_FALSE(codec.isRunning());
-    EXPECT_TRUE(waitFor([] { return processesNamed(keptName).empty(); }));  // of earlier tests
 
     EXPECT_EQ(widthOf(codec, IconFiles::png(5)), 5);
     EXPECT_TRUE(codec.isRunning());

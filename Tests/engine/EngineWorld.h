@@ -106,6 +106,8 @@ protected:
     [[nodiscard]] static std::vector<int> pageProcesses() {
         return processesNamed("WebKitWebProces");
     }
+    /// Those that began since `before`. What previous tests left may end at any time.
+    [[nodiscard]] static std::vector<int> pageProcessesSince(const std::vector<int>& before);
     /// What windows share, made when it is first wanted.
     [[nodiscard]] AppServices& services();
 

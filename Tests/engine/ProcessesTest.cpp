@@ -2,8 +2,6 @@
 
 #include <signal.h>
 
-#include <algorithm>
-
 namespace orvu {
 namespace {
 
@@ -11,11 +9,7 @@ class ProcessesTest : public EngineTest {
 protected:
     /// The page processes of this test. The engine keeps some that previous tests left for a while.
     [[nodiscard]] std::vector<int> ownProcesses() const {
-        auto own = pageProcesses();
-        std::erase_if(own, [this](int process) {
-            return std::ranges::find(previous, process) != previous.end();
-        });
-        return own;
+        return pageProcessesSince(previous);
     }
     const std::vector<int> previous = pageProcesses();
     BrowserStore store{services(), false, Profile::personal()};
