@@ -15,9 +15,7 @@ namespace {
 
 class FileTextTest : public testing::Test {
 protected:
-    void write(const std::string& text) const {
-        std::ofstream{file, std::ios::binary} << text;
-    }
+    void write(const std::string& text) const { std::ofstream{file, std::ios::binary} << text; }
 
     TemporaryFolder folder;
     const std::filesystem::path file = folder.path() / "file";

@@ -23,6 +23,7 @@ constexpr int chipSpacing = 5;
 constexpr int sendSymbolSize = 13;
 constexpr int removeSymbolSize = 8;
 constexpr int plusSymbolSize = 11;
+constexpr int menuHeight = 320;  // points; more scrolls
 constexpr std::size_t titleLimit = 200;
 
 void clear(Gtk::Box& box) {
@@ -40,11 +41,17 @@ KestoComposerView::KestoComposerView(KestoPanel& panel)
       input_(Gtk::Orientation::HORIZONTAL, spacing) {
     add_css_class("kesto-composer");
     menu_.add_css_class("kesto-menu");
+    menuScroller_.set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
+    menuScroller_.set_propagate_natural_height(true);
+    menuScroller_.set_max_content_height(menuHeight);
+    menuScroller_.set_child(menu_);
+    menuScroller_.set_visible(false);
+    nameScrollBars(menuScroller_);
     const auto keys = Gtk::EventControllerKey::create();
     keys->signal_key_pressed().connect(
         [this](guint key, guint, Gdk::ModifierType) { return menuKeyPressed(key); }, false);
     menu_.add_controller(keys);
-    append(menu_);
+    append(menuScroller_);
     append(form_);
     const auto escape = Gtk::EventControllerKey::create();
     escape->signal_key_pressed().connect(
@@ -63,6 +70,7 @@ KestoComposerView::KestoComposerView(KestoPanel& panel)
 
 void KestoComposerView::addMentions() {
     mentionsScroller_.set_policy(Gtk::PolicyType::EXTERNAL, Gtk::PolicyType::NEVER);
+    mentions_.add_css_class("kesto-chips");
     mentionsScroller_.set_child(mentions_);
     append(mentionsScroller_);
 }
@@ -147,7 +155,7 @@ void KestoComposerView::refreshMenu() {
     const bool held = holdsKeyboard(menu_);
     clearMenu();
     const auto menu = panel_.menu();
-    menu_.set_visible(!shownMenu_.empty());
+    menuScroller_.set_visible(!shownMenu_.empty());
     if (menu == KestoPanel::Menu::skills) addSkills();
     if (menu == KestoPanel::Menu::mentions) addTabs();
     if (held && !panel_.makingSkill.get()) focusField();
@@ -231,7 +239,7 @@ void KestoComposerView::refreshMentions() {
 
 bool KestoComposerView::keyPressed(guint key) {
     if (key == GDK_KEY_Escape) return panel_.cancelSkill();
-    if ((key == GDK_KEY_Up || key == GDK_KEY_KP_Up) && menu_.get_visible()) {
+    if ((key == GDK_KEY_Up || key == GDK_KEY_KP_Up) && menuScroller_.get_visible()) {
         Gtk::Widget* const last = menu_.get_last_child();
         return last && last->grab_focus();
     }

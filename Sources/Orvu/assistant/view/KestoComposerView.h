@@ -42,6 +42,7 @@ private:
     bool menuKeyPressed(guint key);
 
     KestoPanel& panel_;
+    Gtk::ScrolledWindow menuScroller_;  ///< for more rows than there is room for
     Gtk::Box menu_;
     KestoSkillForm form_;
     Gtk::ScrolledWindow mentionsScroller_;

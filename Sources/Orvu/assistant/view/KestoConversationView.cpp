@@ -4,6 +4,7 @@
 #include "assistant/view/KestoText.h"
 #include "look/text/PlatformText.h"
 #include "look/view/Accessible.h"
+#include "look/view/Children.h"
 
 #include <gtkmm/adjustment.h>
 
@@ -21,14 +22,11 @@ void setText(Gtk::Label& label, const std::string& text) {
 KestoConversationView::KestoConversationView(KestoPanel& panel)
     : panel_(panel),
       lines_(Gtk::Orientation::VERTICAL, spacing),
-      greeting_(Gtk::Orientation::VERTICAL, spacing),
-      talk_(Gtk::Orientation::VERTICAL, spacing) {
+      skills_(Gtk::Orientation::VERTICAL, spacing) {
     add_css_class("kesto-conversation");
     set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
     set_vexpand(true);
     lines_.add_css_class("kesto-lines");
-    lines_.append(greeting_);
-    lines_.append(talk_);
     set_child(lines_);
     nameScrollBars(*this);
     addGreeting();
@@ -40,12 +38,9 @@ void KestoConversationView::addGreeting() {
     intro_.add_css_class("kesto-intro");
     missing_.add_css_class("kesto-amber");
     missing_.property_accessible_role() = Gtk::Accessible::Role::STATUS;
-    for (auto* const label : {&intro_, &missing_}) {
-        wrapText(*label);
-        greeting_.append(*label);
-    }
+    for (auto* const label : {&intro_, &missing_}) wrapText(*label);
     for (std::size_t each = 0; each < KestoPanel::greetingSkills; ++each) {
-        greeting_.append(*Gtk::make_managed<KestoSkillRow>(panel_, SkillStore::builtIn()[each]));
+        skills_.append(*Gtk::make_managed<KestoSkillRow>(panel_, SkillStore::builtIn()[each]));
     }
 }
 
@@ -61,18 +56,10 @@ void KestoConversationView::addReply() {
     wrapText(answer_);
     answer_.add_css_class("kesto-answer");
     answer_.set_selectable(true);
-    talk_.append(question_);
-    talk_.append(dots_);
-    talk_.append(error_);
-    talk_.append(answer_);
-    talk_.append(sources_);
 }
 
 void KestoConversationView::refresh() {
-    const bool greets = panel_.lastQuestion().empty();
-    greeting_.set_visible(greets);
-    talk_.set_visible(!greets);
-    if (greets) {
+    if (panel_.lastQuestion().empty()) {
         refreshGreeting();
     } else {
         refreshReply();
@@ -82,8 +69,12 @@ void KestoConversationView::refresh() {
 void KestoConversationView::refreshGreeting() {
     setText(intro_, platformText(panel_.intro()));
     const auto missing = panel_.kesto().unavailableReason();
-    missing_.set_visible(missing.has_value());
     setText(missing_, platformText(missing.value_or("")));
+    if (missing) {
+        setChildren(lines_, {&intro_, &missing_, &skills_});
+    } else {
+        setChildren(lines_, {&intro_, &skills_});
+    }
 }
 
 void KestoConversationView::refreshReply() {
@@ -93,15 +84,24 @@ void KestoConversationView::refreshReply() {
         question_.set_text(panel_.lastQuestion());
         get_vadjustment()->set_value(0);
     }
-    const auto reply = panel_.reply();
-    dots_.set_visible(reply == Reply::dots);
-    error_.set_visible(reply == Reply::error);
-    answer_.set_visible(reply == Reply::answer);
-    sources_.set_visible(reply == Reply::answer && !kesto.sources().empty());
-    if (reply == Reply::error) setText(error_, platformText(kesto.phase().message));
-    if (reply != Reply::answer) return;
-    setText(answer_, kesto.answer());
-    sources_.setTexts(kesto.sources());
+    switch (panel_.reply()) {
+        case Reply::dots:
+            setChildren(lines_, {&question_, &dots_});
+            break;
+        case Reply::error:
+            setText(error_, platformText(kesto.phase().message));
+            setChildren(lines_, {&question_, &error_});
+            break;
+        case Reply::answer:
+            setText(answer_, kesto.answer());
+            sources_.setTexts(kesto.sources());
+            if (kesto.sources().empty()) {
+                setChildren(lines_, {&question_, &answer_});
+            } else {
+                setChildren(lines_, {&question_, &answer_, &sources_});
+            }
+            break;
+    }
 }
 
 }  // namespace orvu

@@ -26,10 +26,11 @@ private:
 
     KestoPanel& panel_;
     Gtk::Box lines_;
-    Gtk::Box greeting_;
+    // Of the greeting.
     Gtk::Label intro_;
     Gtk::Label missing_;
-    Gtk::Box talk_;
+    Gtk::Box skills_;
+    // Of a question.
     Gtk::Label question_;
     BrowserThinkingDots dots_;
     Gtk::Label error_;

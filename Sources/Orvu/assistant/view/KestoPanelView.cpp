@@ -25,7 +25,7 @@ KestoPanelView::KestoPanelView(KestoPanel& panel)
     add_css_class("kesto-panel");
     set_size_request(width, -1);
     set_overflow(Gtk::Overflow::HIDDEN);
-    property_accessible_role() = Gtk::Accessible::Role::REGION;
+    property_accessible_role() = Gtk::Accessible::Role::GROUP;
     setAccessibleLabel(*this, std::string{KestoPanel::title});
     addHeader();
     append(conversation_);

@@ -74,10 +74,10 @@ void KestoPanelPlace::measure_vfunc(Gtk::Orientation orientation, int forSize, i
                                     int& naturalBaseline) const {
     minimum = natural = 0;
     minimumBaseline = naturalBaseline = -1;
-    if (open_) {
-        open_->widget.measure(orientation, forSize, minimum, natural, minimumBaseline,
-                              naturalBaseline);
-    }
+    if (!open_) return;
+    open_->widget.measure(orientation, forSize, minimum, natural, minimumBaseline, naturalBaseline);
+    // However much stands in it.
+    if (orientation == Gtk::Orientation::HORIZONTAL) minimum = natural = KestoPanelView::width;
 }
 
 void KestoPanelPlace::size_allocate_vfunc(int width, int height, int baseline) {
