@@ -2,6 +2,7 @@
 
 import http.server
 import json
+import socket
 import threading
 
 from .wait import until
@@ -64,6 +65,7 @@ class ModelServer:
         self._lock = threading.Lock()
         self._requests = []
         self._gates = []
+        self._connections = []
         self._dropped = 0
         self._server = _Listener(("127.0.0.1", PORT), _Handler)
         self._server.owner = self
@@ -78,6 +80,14 @@ class ModelServer:
         self._server.server_close()
         self._thread.join()
 
+    def break_off(self):
+        """Ends in the middle of what it says, and listens no more."""
+        self._server.shutdown()
+        self._server.server_close()
+        with self._lock:
+            for connection in self._connections:
+                connection.shutdown(socket.SHUT_RDWR)
+
     # What it says.
 
     def hold(self):
@@ -90,6 +100,8 @@ class ModelServer:
         """Streams the reply to a question, word by word."""
         question = request["messages"][-1]["content"]
         gate = self._gates[-1] if self._gates else None
+        with self._lock:
+            self._connections.append(handler.connection)
         reply = next((text for part, text in self.replies.items() if part in question), self.reply)
         handler.send_response(200)
         handler.send_header("Content-Type", "application/x-ndjson")

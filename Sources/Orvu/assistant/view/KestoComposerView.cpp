@@ -5,6 +5,7 @@
 #include "assistant/view/KestoText.h"
 #include "look/text/OneLine.h"
 #include "look/view/Accessible.h"
+#include "look/view/Children.h"
 #include "look/view/Keyboard.h"
 #include "look/view/SymbolImage.h"
 
@@ -45,14 +46,11 @@ KestoComposerView::KestoComposerView(KestoPanel& panel)
     menuScroller_.set_propagate_natural_height(true);
     menuScroller_.set_max_content_height(menuHeight);
     menuScroller_.set_child(menu_);
-    menuScroller_.set_visible(false);
     nameScrollBars(menuScroller_);
     const auto keys = Gtk::EventControllerKey::create();
     keys->signal_key_pressed().connect(
         [this](guint key, guint, Gdk::ModifierType) { return menuKeyPressed(key); }, false);
     menu_.add_controller(keys);
-    append(menuScroller_);
-    append(form_);
     const auto escape = Gtk::EventControllerKey::create();
     escape->signal_key_pressed().connect(
         [this](guint key, guint, Gdk::ModifierType) {
@@ -72,7 +70,6 @@ void KestoComposerView::addMentions() {
     mentionsScroller_.set_policy(Gtk::PolicyType::EXTERNAL, Gtk::PolicyType::NEVER);
     mentions_.add_css_class("kesto-chips");
     mentionsScroller_.set_child(mentions_);
-    append(mentionsScroller_);
 }
 
 void KestoComposerView::addInput() {
@@ -99,7 +96,6 @@ void KestoComposerView::addInput() {
     setAccessibleLabel(send_, std::string{KestoPanel::sendLabel});
     send_.signal_clicked().connect([this] { panel_.submit(); });
     input_.append(send_);
-    append(input_);
 }
 
 /// At once, so that what is typed right behind Return is not lost.
@@ -115,15 +111,27 @@ void KestoComposerView::focusField() {
 }
 
 void KestoComposerView::refresh() {
-    const bool formCame = panel_.makingSkill.get() && !form_.get_visible();
-    const bool formHeld = form_.get_visible() && holdsKeyboard(form_);
-    form_.set_visible(panel_.makingSkill.get());
+    const bool formStood = form_.get_parent() != nullptr;
+    const bool formHeld = formStood && holdsKeyboard(form_);
     form_.refresh();
     refreshMenu();
     refreshMentions();
     send_.set_sensitive(panel_.canSend());
-    if (formCame) form_.focusName();
-    if (formHeld && !form_.get_visible()) focusField();
+    showParts();
+    if (panel_.makingSkill.get()) {
+        if (!formStood) form_.focusName();
+    } else if (formHeld) {
+        focusField();
+    }
+}
+
+void KestoComposerView::showParts() {
+    std::vector<Gtk::Widget*> parts;
+    if (panel_.makingSkill.get()) parts.push_back(&form_);
+    if (!shownMenu_.empty()) parts.push_back(&menuScroller_);
+    if (!shownMentions_.empty()) parts.push_back(&mentionsScroller_);
+    parts.push_back(&input_);
+    setChildren(*this, parts);
 }
 
 std::vector<std::string> KestoComposerView::menuKeys() const {
@@ -155,7 +163,6 @@ void KestoComposerView::refreshMenu() {
     const bool held = holdsKeyboard(menu_);
     clearMenu();
     const auto menu = panel_.menu();
-    menuScroller_.set_visible(!shownMenu_.empty());
     if (menu == KestoPanel::Menu::skills) addSkills();
     if (menu == KestoPanel::Menu::mentions) addTabs();
     if (held && !panel_.makingSkill.get()) focusField();
@@ -209,7 +216,6 @@ void KestoComposerView::refreshMentions() {
     const auto tabs = panel_.mentionedTabs();
     std::vector<std::string> keys;
     for (const auto& tab : tabs) keys.push_back(tab->id().string() + tab->title());
-    mentionsScroller_.set_visible(!keys.empty());
     if (keys == shownMentions_) return;
     shownMentions_ = std::move(keys);
     const bool held = holdsKeyboard(mentions_);
@@ -239,7 +245,7 @@ void KestoComposerView::refreshMentions() {
 
 bool KestoComposerView::keyPressed(guint key) {
     if (key == GDK_KEY_Escape) return panel_.cancelSkill();
-    if ((key == GDK_KEY_Up || key == GDK_KEY_KP_Up) && menuScroller_.get_visible()) {
+    if ((key == GDK_KEY_Up || key == GDK_KEY_KP_Up) && !shownMenu_.empty()) {
         Gtk::Widget* const last = menu_.get_last_child();
         return last && last->grab_focus();
     }

@@ -31,6 +31,8 @@ private:
     void textChanged();
     void refreshMenu();
     void refreshMentions();
+    /// Puts in what there is something to show for.
+    void showParts();
     void addSkills();
     void addTabs();
     void addHeading(std::string_view title);

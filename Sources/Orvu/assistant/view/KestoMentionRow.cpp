@@ -33,14 +33,14 @@ KestoMentionRow::KestoMentionRow(const BrowserTab& tab, SiteIcons icons,
     name->add_css_class("kesto-mention-title");
     name->set_hexpand(true);
     line->append(*name);
-    auto* const host =
-        Gtk::make_managed<Gtk::Label>(displayHost(replacingAll(tab.host(), "www.", "")));
+    const std::string site = displayHost(replacingAll(tab.host(), "www.", ""));
+    auto* const host = Gtk::make_managed<Gtk::Label>(site);
     host->set_ellipsize(Pango::EllipsizeMode::START);  // the end tells whose it is
     host->set_single_line_mode(true);
     host->add_css_class("kesto-mention-host");
     line->append(*host);
     set_child(*line);
-    setAccessibleLabel(*this, title);
+    setAccessibleLabel(*this, title + " " + site);
     signal_clicked().connect([run = std::move(mention)] {
         const auto mentionNow = run;  // the row goes with what it does
         mentionNow();

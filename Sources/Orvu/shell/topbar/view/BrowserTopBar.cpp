@@ -27,7 +27,7 @@ BrowserTopBar::BrowserTopBar(BrowserView& view)
 
 int BrowserTopBar::roomInTheMiddle(const Gtk::Widget& window) const {
     graphene_rect_t free;
-    auto* const middle = GTK_WIDGET(const_cast<GtkBox*>(middle_.gobj()));
+    auto* const middle = const_cast<GtkWidget*>(middle_.gobj());
     auto* const whole = const_cast<GtkWidget*>(window.gobj());
     if (!gtk_widget_compute_bounds(middle, whole, &free)) return 0;
     const double centre = window.get_width() / 2.0;
