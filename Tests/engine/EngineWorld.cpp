@@ -136,11 +136,10 @@ std::vector<int> EngineTest::processesNamed(std::string_view name) {
     return result;
 }
 
-std::vector<int> EngineTest::pageProcessesSince(const std::vector<int>& before) {
-    auto now = pageProcesses();
-    std::erase_if(now, [&before](int process) {
-        return std::ranges::find(before, process) != before.end();
-    });
+std::vector<int> EngineTest::processesSince(const std::vector<int>& before, std::string_view name) {
+    auto now = processesNamed(name);
+    std::erase_if(
+        now, [&before](int process) { return std::ranges::find(before, process) != before.end(); });
     return now;
 }
 

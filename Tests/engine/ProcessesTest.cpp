@@ -8,9 +8,7 @@ namespace {
 class ProcessesTest : public EngineTest {
 protected:
     /// The page processes of this test. The engine keeps some that previous tests left for a while.
-    [[nodiscard]] std::vector<int> ownProcesses() const {
-        return pageProcessesSince(previous);
-    }
+    [[nodiscard]] std::vector<int> ownProcesses() const { return pageProcessesSince(previous); }
     const std::vector<int> previous = pageProcesses();
     BrowserStore store{services(), false, Profile::personal()};
 

@@ -98,8 +98,6 @@ TEST_F(TurnsTest, AllWaitForThePageThatThePersonWaitsFor) {
     const auto begin = loop.now();
     auto front = heldFront();
     const Page& page = wait(1);
-    settle();
-    EXPECT_FALSE(isMade(page));
 
     EXPECT_TRUE(waitFor([&] { return isMade(page); }));
 

@@ -4,6 +4,7 @@ import http.server
 import json
 import socket
 import threading
+import time
 
 from .wait import until
 
@@ -64,6 +65,7 @@ class ModelServer:
         self.reply = "An answer."
         self._lock = threading.Lock()
         self._requests = []
+        self._arrivals = []
         self._gates = []
         self._connections = []
         self._dropped = 0
@@ -139,6 +141,8 @@ class ModelServer:
     def note(self, handler, body):
         with self._lock:
             self._requests.append((handler.path, str(handler.headers).encode() + body, body))
+            if handler.path == "/api/chat":
+                self._arrivals.append(time.monotonic())
 
     def received(self):
         """All bytes of all requests, but for their first lines."""
@@ -154,6 +158,11 @@ class ModelServer:
         with self._lock:
             return [json.loads(body)["messages"][-1]["content"]
                     for path, _, body in self._requests if path == "/api/chat"]
+
+    def arrivals(self):
+        """When each question had come, in seconds of the steady clock."""
+        with self._lock:
+            return list(self._arrivals)
 
     def dropped(self):
         """How many questions were dropped while an answer waited."""
