@@ -111,6 +111,16 @@ class PanelTest(AssistantTest):
         self.kesto.ask("Hello?")
         self.kesto.wait_for_words(server.reply)
 
+    def test_a_page_that_changes_all_the_time_does_not_put_off_the_next_look(self):
+        self.start_and_open(self.server.script_page(
+            "/clock", "setInterval(() => document.title = Date.now(), 50)"))
+        self.kesto.open()
+        self.kesto.wait_for_words(MISSING)
+
+        self.play_model()
+
+        self.kesto.wait_for_no_words(MISSING)
+
     def test_closed_it_asks_nobody_anything(self):
         server = self.play_model()
         self.start_and_open(self.server.page("/page"))
@@ -249,18 +259,21 @@ class QuestionTest(AssistantTest):
         self.kesto.wait_for_words("An answer.")
         self.assertIn("Second?", self.kesto.texts())
 
+    def wait_for_windows_to_see(self, count):
+        until_equal(lambda: len(self.hands.windows("Orvu")), count, "windows on the display")
+
     def test_a_window_may_close_while_it_thinks(self):
         server = self.play_model()
         gate = server.hold()
         self.start_and_open(self.tale("/bees", "Bees dance."))
         self.app.app_action("newWindow")
-        until_equal(self.app.windows, [1, 2], "the windows")
+        self.wait_for_windows_to_see(2)
         self.kesto.open()
         self.kesto.ask("Well?")
         server.wait_for_question()
 
         self.app.action("performClose", window=2)
-        until_equal(self.app.windows, [1], "the windows")
+        self.wait_for_windows_to_see(1)
         gate.set()
 
         self.kesto.open()
@@ -353,6 +366,20 @@ class MentionTest(AssistantTest):
         self.kesto.wait_for_words("An answer.")
         self.assertEqual(len(self.pages()), 2)
         self.assertEqual(self.pages()[0], self.windows.selected_tabs()[0])
+
+    def test_a_tab_that_has_not_loaded_yet_is_read(self):
+        self.app.quit()
+        self.server.page("/rain", body="<p>It rains.</p><script>fetch('/report/rains')</script>")
+        self.app.start()
+        self.kesto.open()
+        self.kesto.write("@ra")
+        self.hands.go_on("Return")
+        self.kesto.wait_for_text("")
+
+        self.kesto.ask("Which is wet?")
+
+        self.kesto.wait_for_words("An answer.")
+        self.assertIn("It rains.", self.model.questions()[-1])
 
     def test_a_tab_that_closes_drops_out(self):
         self.kesto.write("@ra")

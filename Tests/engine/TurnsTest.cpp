@@ -130,6 +130,27 @@ TEST_F(TurnsTest, APageThatIsWantedBeginsAtOnce) {
     EXPECT_EQ(page.view->url(), url("/1"));
 }
 
+TEST_F(TurnsTest, APageThatIsAskedForItsTextLoadsAndTellsIt) {
+    auto front = heldFront();
+    server.serve("/text", "<title>Text</title><p>Words of the page");
+    Page& page = wait(1);
+    page.view->loadInTurn(url("/text"), 0);
+
+    const auto result = evaluate(*page.view, "document.body.innerText");
+
+    EXPECT_EQ(result.text, "Words of the page");
+}
+
+TEST_F(TurnsTest, APageThatIsAskedForItsTextAndFailsTellsNone) {
+    auto front = heldFront();
+    Page& page = wait(1);
+    page.view->loadInTurn(server.deadUrl("/nobody"), 0);
+
+    const auto result = evaluate(*page.view, "document.body ? document.body.innerText : ''");
+
+    EXPECT_EQ(result.text, "");
+}
+
 TEST_F(TurnsTest, NoneBeginsWhileThePersonTypes) {
     const Page& page = wait(1);
     for (int key = 0; key < 5; ++key) {

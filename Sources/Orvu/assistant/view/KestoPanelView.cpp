@@ -68,11 +68,16 @@ void KestoPanelView::refresh() {
 void KestoPanelView::lookAgain() {
     const bool saysWhatIsMissing =
         panel_.lastQuestion().empty() && panel_.kesto().unavailableReason().has_value();
-    if (!saysWhatIsMissing) return look_.cancel();
-    look_ = panel_.store().loop().after(lookPause, [this] {
-        panel_.kesto().model().look();
-        lookAgain();
-    });
+    if (!saysWhatIsMissing) {
+        look_.reset();
+    } else if (!look_) {
+        look_ = panel_.store().loop().after(lookPause, [this] {
+            auto& self = *this;  // what was scheduled may end with its place
+            self.look_.reset();
+            self.panel_.kesto().model().look();
+            self.lookAgain();
+        });
+    }
 }
 
 }  // namespace orvu

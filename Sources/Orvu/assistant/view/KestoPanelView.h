@@ -11,6 +11,8 @@
 #include <gtkmm/image.h>
 #include <gtkmm/label.h>
 
+#include <optional>
+
 namespace orvu {
 
 /// The assistant's panel: a dark card with the face, the conversation and the field.
@@ -39,7 +41,7 @@ private:
     Gtk::Image cross_;
     KestoConversationView conversation_;
     KestoComposerView composer_;
-    Scheduled look_;
+    std::optional<Scheduled> look_;  ///< until the next one
     FrameRefresh refresh_;
 };
 
