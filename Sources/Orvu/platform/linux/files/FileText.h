@@ -12,7 +12,6 @@ namespace orvu {
 /// with a disk that fails, a folder, or what the kernel tells of a process that has just ended. It
 /// never throws; a stream's iterator does in these cases.
 [[nodiscard]] std::optional<std::string> fileText(
-    const std::filesystem::path& file,
-    std::size_t limit = std::numeric_limits<std::size_t>::max());
+    const std::filesystem::path& file, std::size_t limit = std::numeric_limits<std::size_t>::max());
 
 }  // namespace orvu
