@@ -1,5 +1,7 @@
 """The assistant's panel, with a model server that the test plays and no other network."""
 
+import os
+
 from harness import own_network
 
 own_network.take()
@@ -210,6 +212,26 @@ class QuestionTest(AssistantTest):
         self.hands.click(at=self.kesto.find("label", server.reply).middle)
         self.assertEqual(self.server.asked("/lured"), 0)
         self.assertEqual(len(self.windows.tabs()), 2)
+
+    def main_thread(self):
+        """Seconds of the processor that the program's main thread had so far."""
+        with open(f"/proc/{self.app.pid}/task/{self.app.pid}/stat", encoding="ascii") as facts:
+            user, system = facts.read().rsplit(")", 1)[1].split()[11:13]
+        return (int(user) + int(system)) / os.sysconf("SC_CLK_TCK")
+
+    def test_a_long_answer_does_not_hold_the_window_up(self):
+        server = self.play_model()
+        # About as long as an answer may be, which is told in words.
+        server.reply = "\n".join(["Honeybees " * 20] * 195)
+        self.start_and_open(self.tale("/bees", "Bees dance."))
+        self.kesto.open()
+        before = self.main_thread()
+
+        self.kesto.ask("Well?")
+
+        self.kesto.wait_for_words("READ")
+        self.assertGreater(len(server.reply), 38_000)
+        self.assertLess(self.main_thread() - before, 2.5)
 
     def test_the_answer_can_be_copied(self):
         server = self.play_model()

@@ -69,19 +69,23 @@ Gtk::SizeRequestMode KestoPanelPlace::get_request_mode_vfunc() const {
     return Gtk::SizeRequestMode::CONSTANT_SIZE;
 }
 
-void KestoPanelPlace::measure_vfunc(Gtk::Orientation orientation, int forSize, int& minimum,
-                                    int& natural, int& minimumBaseline,
-                                    int& naturalBaseline) const {
-    minimum = natural = 0;
+/// Its size is given from outside, however much stands in it, so that is not measured: a long answer
+/// takes its time, and would be measured for several widths.
+void KestoPanelPlace::measure_vfunc(Gtk::Orientation orientation, int, int& minimum, int& natural,
+                                    int& minimumBaseline, int& naturalBaseline) const {
+    const bool across = orientation == Gtk::Orientation::HORIZONTAL;
+    minimum = natural = open_ && across ? KestoPanelView::width : 0;
     minimumBaseline = naturalBaseline = -1;
-    if (!open_) return;
-    open_->widget.measure(orientation, forSize, minimum, natural, minimumBaseline, naturalBaseline);
-    // However much stands in it.
-    if (orientation == Gtk::Orientation::HORIZONTAL) minimum = natural = KestoPanelView::width;
 }
 
 void KestoPanelPlace::size_allocate_vfunc(int width, int height, int baseline) {
-    if (open_) open_->widget.size_allocate({0, 0, width, height}, baseline);
+    if (!open_) return;
+    // The toolkit wants it asked before.
+    int least = 0;
+    int natural = 0;
+    int none = 0;
+    open_->widget.measure(Gtk::Orientation::HORIZONTAL, -1, least, natural, none, none);
+    open_->widget.size_allocate({0, 0, width, height}, baseline);
 }
 
 void KestoPanelPlace::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
