@@ -40,7 +40,8 @@ class OpeningTest(BrowserTest):
         self.notch.wait_until_closed()
         self.assertEqual(self.notch.fields(), [])
         self.assertEqual(self.windows.nodes("list", "Suggestions"), [])
-        self.assertEqual([name for name in self.notch.buttons() if name.startswith("Ask")], [])
+        rows = [name for name in self.notch.buttons() if name.startswith("Ask Kesto “")]
+        self.assertEqual(rows, [])
 
     def test_open_notch_takes_the_place_of_the_resting_row(self):
         self.start_at("/page")

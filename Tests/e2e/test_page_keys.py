@@ -1,6 +1,7 @@
 """Who gets a key: the page first, or the window whatever the page does."""
 
 from harness import articles, readme
+from harness.assistant import Assistant
 from harness.case import PRIVATE, BrowserTest
 from harness.display import HEIGHT, WIDTH
 from harness.wait import until, until_equal
@@ -245,13 +246,14 @@ class PageKeysTest(BrowserTest):
             "bring back the tab that was closed last": self.check_reopen,
             "the next tab of the column": self.check_other_tab,
             "the tab before it": self.check_other_tab,
+            "the assistant's panel, and away": self.check_panel,
             "the tab at that place, the last one": self.check_place,
             "the profile at that place": self.check_profile,
             "two tabs side by side, and back to one": self.check_pair,
             "load the page anew": self.check_reload,
             "the reader: the article alone, and back": self.check_reader,
             "set or clear a bookmark": self.check_bookmark,
-            "the keyboard goes on among address, column, divider, question and page":
+            "the keyboard goes on among address, column, divider, question, page and assistant":
                 self.check_area,
             "the same, back": self.check_area,
             "a new window": self.check_new_window,
@@ -306,6 +308,13 @@ class PageKeysTest(BrowserTest):
     def check_profile(self, key):
         """There is one, so nothing happens; test_profiles.py has what happens with more."""
         self.press_over_page(key)
+
+    def check_panel(self, key):
+        kesto = Assistant(self.windows, self.hands)
+        self.press_over_page(key)
+        kesto.wait_until_open()
+        self.press_over_page(key)
+        kesto.wait_until_closed()
 
     def check_pair(self, key):
         self.press_over_page(key)

@@ -45,6 +45,8 @@ std::vector<std::string> linesWith(const std::string& report, const std::string&
 /// Decoders that are shut in by bubblewrap, or by themselves where that can't work.
 class DecoderTest : public EngineTest, public testing::WithParamInterface<Isolation> {
 protected:
+    /// The decoders of this test. Those of earlier ones end when they like.
+    [[nodiscard]] std::vector<int> decoders() const { return processesSince(earlier_, keptName); }
     /// What a decoder says when it is told to try what it must not be able to do.
     [[nodiscard]] static std::string probed(std::vector<std::string> command,
                                             std::initializer_list<std::string> layers) {
@@ -67,6 +69,9 @@ protected:
         if (!image) return -1;
         return *image ? (*image)->width : 0;
     }
+
+private:
+    const std::vector<int> earlier_ = processesNamed(keptName);
 };
 
 INSTANTIATE_TEST_SUITE_P(Isolations, DecoderTest,
@@ -141,12 +146,12 @@ TEST_F(DecoderTest, ADecoderThatShutsItselfInEndsWithItsParent) {
         {.said = [&](std::string_view bytes) { said += bytes; }, .ended = [&] { ended = true; }});
     ASSERT_TRUE(process);
     ASSERT_TRUE(waitFor([&] { return !said.empty(); }));
-    ASSERT_EQ(processesNamed(keptName).size(), 1U);
+    ASSERT_EQ(decoders().size(), 1U);
     EXPECT_FALSE(ended);
 
     for (const int shell : processesNamed("sh")) kill(shell, SIGKILL);
 
-    EXPECT_TRUE(waitFor([&] { return ended && processesNamed(keptName).empty(); }));
+    EXPECT_TRUE(waitFor([&] { return ended && decoders().empty(); }));
 }
 
 TEST_P(DecoderTest, LettersAreDrawn) {
@@ -229,24 +234,23 @@ TEST_P(DecoderTest, AProcessIsStartedWhenItIsNeededAndGoesWhenItIsIdle) {
     hasty.idleTime = 200ms;
     SandboxedImageCodec codec{loop, hasty};
     EXPECT_FALSE(codec.isRunning());
-    EXPECT_TRUE(waitFor([] { return processesNamed(keptName).empty(); }));  // of earlier tests
 
     EXPECT_EQ(widthOf(codec, IconFiles::png(5)), 5);
     EXPECT_TRUE(codec.isRunning());
-    EXPECT_EQ(processesNamed(keptName).size(), 1U);
+    EXPECT_EQ(decoders().size(), 1U);
 
-    EXPECT_TRUE(waitFor([&] { return !codec.isRunning() && processesNamed(keptName).empty(); }));
+    EXPECT_TRUE(waitFor([&] { return !codec.isRunning() && decoders().empty(); }));
     EXPECT_EQ(widthOf(codec, IconFiles::png(6)), 6);
 }
 
 TEST_P(DecoderTest, PicturesInARowShareOneProcess) {
     SandboxedImageCodec codec{loop, options()};
     EXPECT_EQ(widthOf(codec, IconFiles::png(5)), 5);
-    const auto first = processesNamed(keptName);
+    const auto first = decoders();
 
     for (int i = 0; i < 20; ++i) EXPECT_EQ(widthOf(codec, IconFiles::png(6)), 6);
 
-    EXPECT_EQ(processesNamed(keptName), first);
+    EXPECT_EQ(decoders(), first);
 }
 
 TEST_P(DecoderTest, TheEndOfTheCodecEndsItsProcess) {
@@ -254,13 +258,13 @@ TEST_P(DecoderTest, TheEndOfTheCodecEndsItsProcess) {
         SandboxedImageCodec codec{loop, options()};
         EXPECT_EQ(widthOf(codec, IconFiles::png(5)), 5);
     }
-    EXPECT_TRUE(waitFor([] { return processesNamed(keptName).empty(); }));
+    EXPECT_TRUE(waitFor([this] { return decoders().empty(); }));
 }
 
 TEST_P(DecoderTest, AProcessThatIsKilledWhileIdleCostsNoPicture) {
     SandboxedImageCodec codec{loop, options()};
     EXPECT_EQ(widthOf(codec, IconFiles::png(5)), 5);
-    const auto processes = processesNamed(keptName);
+    const auto processes = decoders();
     ASSERT_EQ(processes.size(), 1U);
 
     kill(processes.front(), SIGKILL);

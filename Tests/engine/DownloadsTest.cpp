@@ -518,7 +518,7 @@ TEST_F(PageDownloadsTest, AFloodIsBoundedAndTheWindowAnswers) {
     EXPECT_TRUE(flooded);
     RecordProperty("longest", static_cast<int>(longest.count()));
     EXPECT_LT(longest.count(), 1000);  // a machine that is busy otherwise
-    ASSERT_TRUE(waitForQuestion());  // the title takes another way and may come first
+    ASSERT_TRUE(waitForQuestion());    // the title takes another way and may come first
     tab().answer(*tab().question(), PageAnswer::allow);
     EXPECT_TRUE(waitFor([&] {  // what comes after the answer is not held back
         return downloads.items().size() > DownloadQuestions::waitingLimit && !downloads.running();

@@ -1,10 +1,11 @@
 #include "engine/EngineWorld.h"
 
+#include "platform/linux/files/FileText.h"
+
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
-#include <fstream>
-#include <iterator>
 
 namespace orvu {
 namespace {
@@ -43,8 +44,7 @@ struct ProcessFacts {
 };
 
 ProcessFacts factsOf(const std::filesystem::path& process) {
-    std::ifstream file{process / "stat"};
-    const std::string text{std::istreambuf_iterator<char>{file}, {}};
+    const std::string text = fileText(process / "stat").value_or("");
     const auto open = text.find('(');
     const auto close = text.rfind(')');
     if (open == std::string::npos || close == std::string::npos) return {};
@@ -134,6 +134,13 @@ std::vector<int> EngineTest::processesNamed(std::string_view name) {
         }
     }
     return result;
+}
+
+std::vector<int> EngineTest::processesSince(const std::vector<int>& before, std::string_view name) {
+    auto now = processesNamed(name);
+    std::erase_if(
+        now, [&before](int process) { return std::ranges::find(before, process) != before.end(); });
+    return now;
 }
 
 }  // namespace orvu

@@ -74,6 +74,9 @@ private:
 /// The real engine, a server, and folders that go with the test.
 class EngineTest : public testing::Test {
 protected:
+    static constexpr std::string_view pageProcessName =
+        "WebKitWebProces";  ///< as the kernel cuts it
+
     EngineTest();
     ~EngineTest() override;
 
@@ -104,7 +107,14 @@ protected:
     [[nodiscard]] static std::vector<int> processesNamed(std::string_view name);
     /// The engine's page processes that this process started.
     [[nodiscard]] static std::vector<int> pageProcesses() {
-        return processesNamed("WebKitWebProces");
+        return processesNamed(pageProcessName);
+    }
+    /// The processes of a name that began since `before`. What previous tests left may end at any
+    /// time.
+    [[nodiscard]] static std::vector<int> processesSince(const std::vector<int>& before,
+                                                         std::string_view name);
+    [[nodiscard]] static std::vector<int> pageProcessesSince(const std::vector<int>& before) {
+        return processesSince(before, pageProcessName);
     }
     /// What windows share, made when it is first wanted.
     [[nodiscard]] AppServices& services();

@@ -2,21 +2,13 @@
 
 #include <signal.h>
 
-#include <algorithm>
-
 namespace orvu {
 namespace {
 
 class ProcessesTest : public EngineTest {
 protected:
     /// The page processes of this test. The engine keeps some that previous tests left for a while.
-    [[nodiscard]] std::vector<int> ownProcesses() const {
-        auto own = pageProcesses();
-        std::erase_if(own, [this](int process) {
-            return std::ranges::find(previous, process) != previous.end();
-        });
-        return own;
-    }
+    [[nodiscard]] std::vector<int> ownProcesses() const { return pageProcessesSince(previous); }
     const std::vector<int> previous = pageProcesses();
     BrowserStore store{services(), false, Profile::personal()};
 

@@ -35,6 +35,8 @@ TEST(PlatformTextTest, EachKeyOfATextIsNamed) {
 
 TEST(PlatformTextTest, TheMachineIsCalledAComputer) {
     EXPECT_EQ(platformText("Everything stays on this Mac."), "Everything stays on this computer.");
+    EXPECT_EQ(platformText("Apple's on-device model isn't available right now."),
+              "The on-device model isn't available right now.");
     EXPECT_EQ(platformText("the page on your Mac."), "the page on your computer.");
     EXPECT_EQ(platformText("This Mac can't run it."), "This computer can't run it.");
     EXPECT_EQ(platformText("A Mac browser where"), "A desktop browser where");

@@ -16,10 +16,11 @@ public:
 
     /// Shorter addresses don't count, in bytes.
     static constexpr std::size_t shortest = 64 * std::size_t{1024};
-    /// How much a page may make in a second, in bytes: a few keystrokes of an editor that keeps a
-    /// large drawing there.
-    static constexpr std::size_t limit = 4 * std::size_t{1024} * 1024;
-    static constexpr double period = 1;  // seconds
+    /// How much a page may make in a period, in bytes: the keystrokes of an editor that keeps a large
+    /// drawing there.
+    static constexpr std::size_t limit = 12 * std::size_t{1024} * 1024;
+    /// Long enough for a computer that is so busy with them that it takes but one in a second.
+    static constexpr double period = 8;  // seconds
     /// Fewer are never too much, however long.
     static constexpr int fewest = 3;
 

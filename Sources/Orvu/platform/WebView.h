@@ -124,7 +124,8 @@ public:
     virtual void setPageZoom(double zoom) = 0;
 
     /// Runs a script in the main frame, in a world of the program's own: it sees the document,
-    /// but none of the page's variables. No result comes once the view is gone.
+    /// but none of the page's variables. A page that is yet to load loads now, and is asked when it
+    /// has come. No result comes once the view is gone.
     [[nodiscard]] virtual Future<ScriptResult> evaluateJavaScript(std::string script) = 0;
 
     /// Moves to the next match of `text`, which is not empty, from the present one on, and marks

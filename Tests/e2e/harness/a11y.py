@@ -137,6 +137,10 @@ class Node:
                     self._program.read(path, "Accessible", "Name"),
                     self._program.call(path, "Accessible", "GetState"))
 
+    def description(self):
+        """What is said of it beside its name."""
+        return self._program.read(self._path, "Accessible", "Description")
+
     @property
     def is_selected(self):
         return self._has(Atspi.StateType.SELECTED)

@@ -192,6 +192,12 @@ Commands addressAndTabs() {
          // With Shift this key has a name of its own on some displays.
          .alias = {"⇧⌘ISO_Left_Tab"},
          .help = "the tab before it"},
+        {.name = "toggleKesto",
+         .run = Command::ForWindow{[](BrowserView& view) {
+             view.kestoOpen.set(!view.kestoOpen.get());
+         }},
+         .keys = {"⌘J"},
+         .help = "the assistant's panel, and away"},
         {.name = "toggleSideBySide",
          .run = onStore(&BrowserStore::toggleSideBySide),
          .title = "Side by Side",
@@ -424,7 +430,8 @@ Commands windowAndProgram() {
         {.name = "focusNextArea",
          .run = onView(&BrowserView::focusNextArea),
          .keys = {"F6"},
-         .help = "the keyboard goes on among address, column, divider, question and page"},
+         .help =
+             "the keyboard goes on among address, column, divider, question, page and assistant"},
         {.name = "focusPreviousArea",
          .run = onView(&BrowserView::focusPreviousArea),
          .keys = {"⇧F6"},

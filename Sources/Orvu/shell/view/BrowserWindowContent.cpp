@@ -30,6 +30,7 @@ BrowserWindowContent::BrowserWindowContent(BrowserView& view)
       topBar_(view),
       tabs_(view),
       page_(view),
+      kesto_(view),
       scrim_([this] { view_.commandOpen.set(false); }),
       siteHead_(view),
       notchView_(notch_, view.sharedStore(), view.services(), siteHead_,
@@ -46,6 +47,7 @@ BrowserWindowContent::BrowserWindowContent(BrowserView& view)
     row_.add_css_class("window-row");
     row_.append(tabs_);
     row_.append(page_);
+    row_.append(kesto_);
     column_.append(bar_);
     column_.append(row_);
     addNotch();
@@ -63,6 +65,7 @@ void BrowserWindowContent::addNotch() {
     add_overlay(scrim_);
     add_overlay(notchView_);
     topBar_.connectRoomChanged(sigc::mem_fun(notchView_, &Gtk::Widget::queue_allocate));
+    notch_.connectAsked(sigc::mem_fun(view_, &BrowserView::ask));
     notchView_.connectEditingEnded(sigc::mem_fun(view_, &BrowserView::focusPage));
     notchView_.connectProgress(sigc::mem_fun(scrim_, &NotchScrim::setShown));
     view_.connectAddressFocusRequested(sigc::mem_fun(notchView_, &AddressNotchView::focusField));
@@ -105,7 +108,7 @@ void BrowserWindowContent::refresh() {
 }
 
 void BrowserWindowContent::focusNewFront() {
-    if (!view_.commandOpen.get()) view_.focusPage();
+    if (!view_.commandOpen.get() && !holdsKeyboard(kesto_)) view_.focusPage();
 }
 
 void BrowserWindowContent::moveFocus(int areas) {
@@ -116,18 +119,22 @@ void BrowserWindowContent::moveFocus(int areas) {
     for (Gtk::Widget* const part : {page_.divider(), page_.question(), page_.notice()}) {
         if (part) all.insert(all.end() - 1, part);
     }
+    const auto page = static_cast<int>(all.size()) - 1;
+    if (kesto_.isOpen()) all.push_back(&kesto_);
     const auto found = std::ranges::find_if(all, [&](Gtk::Widget* area) {
         // The notch hangs over the bar and counts as a part of it.
         return holdsKeyboard(*area) || (area == &bar_ && holdsKeyboard(notchView_));
     });
     const auto count = static_cast<int>(all.size());
-    const int previous = found == all.end() ? count - 1 : static_cast<int>(found - all.begin());
+    const int previous = found == all.end() ? page : static_cast<int>(found - all.begin());
     Gtk::Widget* const next = all[static_cast<std::size_t>((previous + areas + count) % count)];
     if (next != &bar_) view_.commandOpen.set(false);
     if (next == &bar_) {
         activate_action("win.editAddress");
     } else if (next == &page_) {
         view_.focusPage();
+    } else if (next == &kesto_) {
+        kesto_.focusField();
     } else {
         next->child_focus(Gtk::DirectionType::TAB_FORWARD);
     }
@@ -139,6 +146,7 @@ void BrowserWindowContent::fullscreenChanged() {
     notchView_.setHidden(on);
     bar_.set_visible(!on);
     tabs_.set_visible(!on);
+    kesto_.setHidden(on);
     setCssClass(*this, "element-fullscreen", on);
     const auto tab = on ? view_.store().tab(*view_.fullscreenTab.get()) : nullptr;
     if (tab) {

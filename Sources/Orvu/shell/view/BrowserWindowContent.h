@@ -11,6 +11,7 @@
 #include "shell/siteinfo/view/SiteInfoHead.h"
 #include "shell/topbar/view/BrowserTopBar.h"
 #include "shell/view/BrowserFrame.h"
+#include "shell/view/KestoPanelPlace.h"
 #include "shell/view/NotchScrim.h"
 
 #include <gtkmm/label.h>
@@ -50,6 +51,7 @@ private:
     BrowserTopBar topBar_;
     BrowserTabColumn tabs_;
     BrowserPageCard page_;
+    KestoPanelPlace kesto_;
     NotchScrim scrim_;
     SiteInfoHead siteHead_;
     AddressNotchView notchView_;

@@ -1,7 +1,8 @@
 #include "platform/linux/defaults/Salvage.h"
 
+#include "platform/linux/files/FileText.h"
+
 #include <algorithm>
-#include <fstream>
 #include <set>
 #include <system_error>
 
@@ -15,8 +16,7 @@ std::string contents(const std::filesystem::path& path) {
     std::error_code failure;
     const auto size = std::filesystem::file_size(path, failure);
     if (failure || size > mostRead) return {};
-    std::ifstream stream{path, std::ios::binary};
-    return {std::istreambuf_iterator<char>{stream}, {}};
+    return fileText(path).value_or("");
 }
 
 void putBigEndian(std::string& bytes, std::size_t at, std::size_t number) {

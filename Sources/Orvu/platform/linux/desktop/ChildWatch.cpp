@@ -1,12 +1,13 @@
 #include "platform/linux/desktop/ChildWatch.h"
 
+#include "platform/linux/files/FileText.h"
+
 #include <glib-unix.h>
 #include <sys/syscall.h>
 #include <sys/types.h>
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -14,14 +15,9 @@
 namespace orvu {
 namespace {
 
-std::string contentOf(const std::filesystem::path& file) {
-    std::ifstream stream{file};
-    return {std::istreambuf_iterator<char>{stream}, {}};
-}
-
 /// Whether a process of that name runs under that id.
 bool runsAs(pid_t process, std::string_view name) {
-    const std::string facts = contentOf("/proc/" + std::to_string(process) + "/stat");
+    const std::string facts = fileText("/proc/" + std::to_string(process) + "/stat").value_or("");
     const auto open = facts.find('(');
     const auto close = facts.rfind(')');
     if (open == std::string::npos || close == std::string::npos) return false;

@@ -1,11 +1,11 @@
 #include "platform/linux/model/LoopbackClient.h"
 
+#include "platform/linux/files/FileText.h"
+
 #include <gio/gio.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdio>
-#include <memory>
 #include <optional>
 
 namespace orvu {
@@ -14,18 +14,7 @@ namespace {
 /// Some 28,000 sockets. What stands behind them counts as not there.
 constexpr std::size_t tableLimit = std::size_t{4} * 1024 * 1024;
 
-std::string tableText(const char* path) {
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file{std::fopen(path, "re"), std::fclose};
-    std::string text;
-    if (!file) return text;
-    std::array<char, 65536> piece{};
-    while (text.size() < tableLimit) {
-        const auto count = std::fread(piece.data(), 1, piece.size(), file.get());
-        if (count == 0) break;
-        text.append(piece.data(), count);
-    }
-    return text;
-}
+std::string tableText(const char* path) { return fileText(path, tableLimit).value_or(""); }
 
 std::optional<SocketAddress> socketAddress(GSocketAddress* address) {
     const auto holder = GObjectPointer<GSocketAddress>::adopt(address);

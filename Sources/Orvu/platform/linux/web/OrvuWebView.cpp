@@ -264,7 +264,10 @@ void OrvuWebView::beginInView(const UrlRequest& request) {
 
 /// Others need not wait for the present load any more.
 void OrvuWebView::loadIsOver() {
-    if (!waits_) place_.reset();
+    if (waits_) return;
+    place_.reset();
+    if (!view_) return;
+    for (const auto& run : std::exchange(afterLoad_, {})) run();
 }
 
 void OrvuWebView::endPlaceWhenPainted() {
@@ -392,11 +395,19 @@ void OrvuWebView::setPageZoom(double zoom) {
 }
 
 Future<ScriptResult> OrvuWebView::evaluateJavaScript(std::string script) {
+    const bool isYetToLoad = !view_ && pending_;
     hurry();
     make();
     const Promise<ScriptResult> promise;
-    runPageScript(view(), script,
-                  [promise](ScriptResult result) { promise.resolve(std::move(result)); });
+    auto run = [this, promise, text = std::move(script)] {
+        runPageScript(view(), text,
+                      [promise](ScriptResult result) { promise.resolve(std::move(result)); });
+    };
+    if (isYetToLoad) {
+        afterLoad_.emplace_back(std::move(run));
+    } else {
+        run();
+    }
     return promise.future();
 }
 

@@ -21,11 +21,13 @@
 #include "platform/linux/web/WebKitSession.h"
 
 #include <cstdint>
+#include <functional>
 #include <initializer_list>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace orvu {
 
@@ -218,8 +220,9 @@ private:
     sigc::signal<void(const PageMenuChoice&)> menuChosen_;
     std::string title_;
     PageAddress address_;
-    std::optional<UrlRequest> pending_;       ///< to be loaded once the engine is ready for it
-    std::optional<InitiatedLoad> initiated_;  ///< until its target stands
+    std::optional<UrlRequest> pending_;  ///< to be loaded once the engine is ready for it
+    std::vector<std::function<void()>> afterLoad_;  ///< scripts for the page that is on its way
+    std::optional<InitiatedLoad> initiated_;        ///< until its target stands
     std::optional<Url> overtaken_;  ///< the target of one that gave way to the load asked for last
     double zoom_ = 1;
     bool secure_ = false;

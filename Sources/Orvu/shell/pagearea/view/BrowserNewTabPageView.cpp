@@ -43,8 +43,9 @@ Gtk::Button& makeTile(const BrowserStore& store, const Url& site) {
 
 }  // namespace
 
-BrowserNewTabPageView::BrowserNewTabPageView(std::shared_ptr<BrowserStore> store)
-    : store_(std::move(store)), refresh_(*this, [this] { refresh(); }) {
+BrowserNewTabPageView::BrowserNewTabPageView(std::shared_ptr<BrowserStore> store,
+                                             std::function<void(const std::string&)> ask)
+    : store_(std::move(store)), ask_(std::move(ask)), refresh_(*this, [this] { refresh(); }) {
     add_css_class("new-tab-page");
     column_.set_valign(Gtk::Align::CENTER);
     column_.set_margin(padding);
@@ -82,6 +83,15 @@ void BrowserNewTabPageView::addField() {
     text_.signal_activate().connect(
         [this] { store_->open(text_.get_text().raw(), BrowserStore::NewTab::no); });
     field_.append(text_);
+    askButton_.set_label(std::string{BrowserNewTabPage::askTitle});
+    askButton_.add_css_class("pill");
+    askButton_.add_css_class("ask-kesto");
+    askButton_.set_valign(Gtk::Align::CENTER);
+    askButton_.set_sensitive(false);
+    text_.signal_changed().connect(
+        [this] { askButton_.set_sensitive(text_.get_text_length() > 0); });
+    askButton_.signal_clicked().connect([this] { ask_(text_.get_text().raw()); });
+    field_.append(askButton_);
     column_.append(fieldPlace_);
 }
 

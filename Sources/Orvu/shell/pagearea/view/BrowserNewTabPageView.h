@@ -8,12 +8,15 @@
 #include "look/layout/view/WrappingRow.h"
 
 #include <gtkmm/box.h>
+#include <gtkmm/button.h>
 #include <gtkmm/entry.h>
 #include <gtkmm/image.h>
 #include <gtkmm/overlay.h>
 #include <gtkmm/scrolledwindow.h>
 
+#include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace orvu {
@@ -21,7 +24,9 @@ namespace orvu {
 /// What an empty tab shows: a field to begin with, and the sites visited last.
 class BrowserNewTabPageView : public Gtk::Overlay {
 public:
-    explicit BrowserNewTabPageView(std::shared_ptr<BrowserStore> store);
+    /// `ask` hands a question to the assistant.
+    BrowserNewTabPageView(std::shared_ptr<BrowserStore> store,
+                          std::function<void(const std::string&)> ask);
 
     void focusField() { text_.grab_focus(); }
 
@@ -36,6 +41,7 @@ private:
     void showSites(const std::vector<Visit>& sites);
 
     const std::shared_ptr<BrowserStore> store_;
+    const std::function<void(const std::string&)> ask_;
     Gtk::ScrolledWindow scroll_;  // for panes that are lower than what stands in them
     DottedPaperView paper_{Paint{Desk::ink, DottedPaper::opacity}};
     Gtk::Box column_{Gtk::Orientation::VERTICAL, spacing};
@@ -45,6 +51,7 @@ private:
     Gtk::Box field_;
     Gtk::Image magnifier_;
     Gtk::Entry text_;
+    Gtk::Button askButton_;
     MaximumWidth fieldPlace_{field_, fieldWidth};
     WrappingRow sites_{14};
     std::vector<Visit> shownSites_;

@@ -75,7 +75,8 @@ void BrowserPageContent::showNewTabPage(const std::optional<Uuid>& tab) {
     if (newTabPage_) remove_overlay(*newTabPage_);
     newTabPage_.reset();
     if (!tab) return;
-    newTabPage_ = std::make_unique<BrowserNewTabPageView>(store_);
+    newTabPage_ = std::make_unique<BrowserNewTabPageView>(
+        store_, [this](const std::string& question) { view_.ask(question); });
     add_overlay(*newTabPage_);
     newTabPage_->insert_before(*this, question_);
 }

@@ -11,6 +11,7 @@ BrowserTopBar::BrowserTopBar(BrowserView& view)
     : navigation_(view),
       downloads_(view.services().downloads()),
       shelf_(view.sharedStore()),
+      kesto_(view),
       menu_(view.sharedStore()) {
     add_css_class("top-bar");
     append(controls_);
@@ -20,12 +21,13 @@ BrowserTopBar::BrowserTopBar(BrowserView& view)
     if (view.store().isPrivate()) addPrivateMark();
     append(downloads_);
     append(shelf_);
+    append(kesto_);
     append(menu_);
 }
 
 int BrowserTopBar::roomInTheMiddle(const Gtk::Widget& window) const {
     graphene_rect_t free;
-    auto* const middle = GTK_WIDGET(const_cast<GtkBox*>(middle_.gobj()));
+    auto* const middle = const_cast<GtkWidget*>(middle_.gobj());
     auto* const whole = const_cast<GtkWidget*>(window.gobj());
     if (!gtk_widget_compute_bounds(middle, whole, &free)) return 0;
     const double centre = window.get_width() / 2.0;

@@ -3,6 +3,7 @@
 #include "shell/topbar/view/BrowserMenuButton.h"
 #include "shell/topbar/view/BrowserNavButtons.h"
 #include "shell/topbar/view/BrowserShelfMenu.h"
+#include "shell/topbar/view/KestoButton.h"
 #include "shell/topbar/view/WindowControls.h"
 #include "site/downloads/view/DownloadsButton.h"
 
@@ -22,22 +23,37 @@ public:
     /// How wide what stands in the middle of `window` may be without covering anything here, in
     /// pixels; 0 if there is no room.
     [[nodiscard]] int roomInTheMiddle(const Gtk::Widget& window) const;
-    /// Calls `slot` when that room changes though the bar keeps its size.
+    /// Calls `slot` when that room changes, while the window is laid out.
     sigc::connection connectRoomChanged(const sigc::slot<void()>& slot) {
-        return downloads_.connectShown(slot);
+        return middle_.connectAllocated(slot);
     }
 
 private:
+    /// Takes what the others leave, and tells when that is anew.
+    class Middle : public Gtk::Widget {
+    public:
+        sigc::connection connectAllocated(const sigc::slot<void()>& slot) {
+            return allocated_.connect(slot);
+        }
+
+    protected:
+        void size_allocate_vfunc(int, int, int) override { allocated_.emit(); }
+
+    private:
+        sigc::signal<void()> allocated_;
+    };
+
     void addPrivateMark();
 
     WindowControls controls_;
     BrowserNavButtons navigation_;
-    Gtk::Box middle_;
+    Middle middle_;
     Gtk::Box privateMark_;
     Gtk::Image eyeglasses_;
     Gtk::Label private_{"Private"};
     DownloadsButton downloads_;
     BrowserShelfMenu shelf_;
+    KestoButton kesto_;
     BrowserMenuButton menu_;
 };
 

@@ -60,7 +60,6 @@ void DownloadsButton::refresh() {
     list_.refresh();
     if (get_visible() == shown) return;
     set_visible(shown);
-    shown_.emit();
 }
 
 }  // namespace orvu

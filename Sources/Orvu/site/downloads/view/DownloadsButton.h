@@ -19,9 +19,6 @@ public:
     explicit DownloadsButton(DownloadStore& store);
     ~DownloadsButton() override;
 
-    /// Calls `slot` after the button came or went.
-    sigc::connection connectShown(const sigc::slot<void()>& slot) { return shown_.connect(slot); }
-
 private:
     void open();
     void closed();
@@ -33,7 +30,6 @@ private:
     Gtk::Image arrow_;
     DownloadRing ring_;
     DownloadsPopover list_;
-    sigc::signal<void()> shown_;
     FrameRefresh refresh_;
 };
 

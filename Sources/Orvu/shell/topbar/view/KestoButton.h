@@ -1,0 +1,29 @@
+#pragma once
+
+#include "look/view/DotFaceView.h"
+#include "shell/BrowserView.h"
+
+#include <gtkmm/box.h>
+#include <gtkmm/label.h>
+#include <gtkmm/togglebutton.h>
+
+namespace orvu {
+
+/// Opens and closes the assistant's panel.
+class KestoButton : public Gtk::ToggleButton {
+public:
+    static constexpr std::string_view help = "Ask Kesto about this page (⌘J)";
+
+    /// `view` must outlive the button.
+    explicit KestoButton(BrowserView& view);
+    ~KestoButton() override { notify_callbacks(); }
+
+private:
+    BrowserView& view_;
+    Gtk::Box line_;
+    Gtk::Box tile_;
+    DotFaceView face_;
+    Gtk::Label name_;
+};
+
+}  // namespace orvu
