@@ -200,14 +200,13 @@ TEST_F(KestoPanelTest, SevenMatchingTabsOfferSix) {
 
 TEST_F(KestoPanelTest, AMentionTakesTheQueryOutOfTheTextAndAsksForTheKeyboard) {
     openTitled({"Alpha", "Beta"});
-    int asked = 0;
-    panel->connectFocusRequested([&] { ++asked; });
+    EXPECT_FALSE(panel->inputFocused.get());
 
     submit("compare with @alp");
 
     EXPECT_EQ(panel->text.get(), "compare with ");
     EXPECT_EQ(titles(panel->mentionedTabs()), Strings{"Alpha"});
-    EXPECT_EQ(asked, 1);
+    EXPECT_TRUE(panel->inputFocused.get());
     EXPECT_TRUE(world.model.requests.empty());
 }
 

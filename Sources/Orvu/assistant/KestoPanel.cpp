@@ -152,7 +152,7 @@ void KestoPanel::mention(const BrowserTab& tab) {
     mentions_.push_back(id);
     if (const auto at = lastAtSign(text.get())) text.set(std::string{at->before});
     changed();
-    focusRequested_.emit();
+    inputFocused.set(true);
 }
 
 void KestoPanel::removeMention(const BrowserTab& tab) {

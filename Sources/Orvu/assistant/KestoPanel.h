@@ -58,6 +58,8 @@ public:
 
     // What is typed. The view sets these as the person types, and follows them.
     Observable<std::string> text;
+    /// Whether the field has the keyboard. Setting it gives it to the field.
+    Observable<bool> inputFocused{false};
     Observable<bool> makingSkill{false};
     Observable<std::string> skillName;
     Observable<std::string> skillInstruction;
@@ -108,10 +110,6 @@ public:
     sigc::connection connectChanged(const sigc::slot<void()>& slot) {
         return changed_.connect(slot);
     }
-    /// Calls `slot` when the field should have the keyboard.
-    sigc::connection connectFocusRequested(const sigc::slot<void()>& slot) {
-        return focusRequested_.connect(slot);
-    }
 
 private:
     /// How many questions wait for their pages.
@@ -143,7 +141,6 @@ private:
     std::string lastQuestion_;
     const std::shared_ptr<Reading> reading_ = std::make_shared<Reading>();
     sigc::signal<void()> changed_;
-    sigc::signal<void()> focusRequested_;
 };
 
 }  // namespace orvu

@@ -10,6 +10,7 @@
 #include "look/view/SymbolImage.h"
 
 #include <gdk/gdkkeysyms.h>
+#include <gtkmm/eventcontrollerfocus.h>
 #include <gtkmm/eventcontrollerkey.h>
 #include <gtkmm/label.h>
 
@@ -88,6 +89,11 @@ void KestoComposerView::addInput() {
     keys->signal_key_pressed().connect(
         [this](guint key, guint, Gdk::ModifierType) { return keyPressed(key); }, false);
     field_.add_controller(keys);
+    const auto focus = Gtk::EventControllerFocus::create();
+    focus->signal_enter().connect([this] { panel_.inputFocused.set(true); });
+    focus->signal_leave().connect([this] { panel_.inputFocused.set(false); });
+    field_.add_controller(focus);
+    panel_.inputFocused.connectChanged(sigc::mem_fun(*this, &KestoComposerView::focusChanged));
     input_.append(field_);
     setSymbol(arrow_, "arrow.up", sendSymbolSize);
     send_.set_child(arrow_);
@@ -103,6 +109,10 @@ void KestoComposerView::textChanged() {
     if (field_.get_text().raw() == panel_.text.get()) return;
     field_.set_text(panel_.text.get());
     field_.set_position(-1);
+}
+
+void KestoComposerView::focusChanged() {
+    if (panel_.inputFocused.get() && !holdsKeyboard(field_)) focusField();
 }
 
 void KestoComposerView::focusField() {

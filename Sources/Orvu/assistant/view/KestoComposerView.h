@@ -29,6 +29,7 @@ private:
     void addMentions();
     void addInput();
     void textChanged();
+    void focusChanged();
     void refreshMenu();
     void refreshMentions();
     /// Puts in what there is something to show for.

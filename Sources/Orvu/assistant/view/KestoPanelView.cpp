@@ -33,7 +33,6 @@ KestoPanelView::KestoPanelView(KestoPanel& panel)
     const auto mark = sigc::mem_fun(refresh_, &FrameRefresh::mark);
     panel_.connectChanged(mark);
     panel_.kesto().model().connectChanged(mark);
-    panel_.connectFocusRequested(sigc::mem_fun(*this, &KestoPanelView::focusField));
     panel_.kesto().model().look();
     refresh();
 }
