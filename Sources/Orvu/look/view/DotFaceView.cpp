@@ -76,9 +76,22 @@ void DotFaceView::awaitEndOfReaction() {
 
 void DotFaceView::on_map() {
     Gtk::Widget::on_map();
+    followTicker();
+    awaitEndOfReaction();
+}
+
+void DotFaceView::setAlive(bool alive) {
+    alive_ = alive;
+    followTicker();
+    queue_draw();
+}
+
+void DotFaceView::followTicker() {
+    if (ticker_) ticker_->remove(*this);
+    ticker_.reset();
+    if (!alive_ || !get_mapped()) return;
     ticker_ = WindowTicker::of(gtk_widget_get_root(Gtk::Widget::gobj()));
     ticker_->add(*this);
-    awaitEndOfReaction();
 }
 
 void DotFaceView::on_unmap() {
@@ -99,7 +112,7 @@ void DotFaceView::measure_vfunc(Gtk::Orientation orientation, int, int& minimum,
 DotFaceModel::Cells DotFaceView::cells() const {
     const Date now = clock_();
     const Mood mood = effectiveMood(mood_, reaction_, now);
-    if (!animationsEnabled()) return DotFaceModel::cells(mood, stillTicks, lookX_);
+    if (!alive_ || !animationsEnabled()) return DotFaceModel::cells(mood, stillTicks, lookX_);
     return DotFaceModel::cells(mood, ticks(now), lookX_, revealRadius(revealFrom_, now));
 }
 

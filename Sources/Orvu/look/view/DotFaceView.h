@@ -29,6 +29,8 @@ public:
     void setRevealFrom(std::optional<Date> date);
     void setReaction(std::optional<MoodReaction> reaction);
     void setAccent(Color accent);
+    /// Whether it lives. Where it doesn't it stands still, and costs nothing while nobody looks.
+    void setAlive(bool alive);
 
 protected:
     void on_map() override;
@@ -40,6 +42,7 @@ protected:
 private:
     [[nodiscard]] DotFaceModel::Cells cells() const;
     void awaitEndOfReaction();
+    void followTicker();
 
     double dot_;
     double gap_;
@@ -49,7 +52,8 @@ private:
     std::optional<Date> revealFrom_;
     std::optional<MoodReaction> reaction_;
     Color accent_ = AccentKey::defaultValue;
-    std::shared_ptr<WindowTicker> ticker_;  ///< while mapped
+    bool alive_ = true;
+    std::shared_ptr<WindowTicker> ticker_;  ///< while mapped and alive
     sigc::connection reactionEnd_;
 };
 

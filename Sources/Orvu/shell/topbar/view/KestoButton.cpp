@@ -4,6 +4,8 @@
 #include "look/text/PlatformText.h"
 #include "look/view/Accessible.h"
 
+#include <gtkmm/eventcontrollermotion.h>
+
 namespace orvu {
 namespace {
 
@@ -24,6 +26,7 @@ KestoButton::KestoButton(BrowserView& view)
     tile_.add_css_class("kesto-tile");
     tile_.set_valign(Gtk::Align::CENTER);
     tile_.append(face_);
+    wakeUnderPointer();
     line_.append(tile_);
     line_.append(name_);
     hideFromAccessibility(line_);  // the button is one element
@@ -35,6 +38,15 @@ KestoButton::KestoButton(BrowserView& view)
     view_.kestoOpen.connectChanged(
         sigc::track_object([this] { set_active(view_.kestoOpen.get()); }, *this));
     set_active(view_.kestoOpen.get());
+}
+
+/// It stands in every window: alive all the time it would keep the computer from its rest.
+void KestoButton::wakeUnderPointer() {
+    face_.setAlive(false);
+    const auto motion = Gtk::EventControllerMotion::create();
+    motion->signal_enter().connect([this](double, double) { face_.setAlive(true); });
+    motion->signal_leave().connect([this] { face_.setAlive(false); });
+    add_controller(motion);
 }
 
 }  // namespace orvu

@@ -19,6 +19,8 @@ public:
     ~KestoButton() override { notify_callbacks(); }
 
 private:
+    void wakeUnderPointer();
+
     BrowserView& view_;
     Gtk::Box line_;
     Gtk::Box tile_;
