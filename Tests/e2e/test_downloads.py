@@ -309,10 +309,12 @@ class DownloadsTest(DownloadTest):
 
     def test_a_long_list_scrolls(self):
         count = 14
-        # A click that comes too soon takes the place of the one before.
+        # In frames of their own: in one, a click that comes too soon takes the place of another.
         page = self.server.script_page("/many", f"""let i = 0;
             const clicking = setInterval(() => {{
-                const link = document.createElement('a');
+                const frame = document.createElement('iframe');
+                document.body.append(frame);
+                const link = frame.contentDocument.createElement('a');
                 link.href = URL.createObjectURL(new Blob(['file ' + i]));
                 link.download = 'file-' + i + '.txt';
                 link.click();

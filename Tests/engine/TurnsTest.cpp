@@ -141,6 +141,17 @@ TEST_F(TurnsTest, APageThatIsAskedForItsTextLoadsAndTellsIt) {
     EXPECT_EQ(result.text, "Words of the page");
 }
 
+TEST_F(TurnsTest, APageThatIsAskedForItsTextOnItsWayTellsItWhenItHasCome) {
+    server.serve("/text", "<title>Text</title><p>Words of the page");
+    Page& page = wait(1);
+    page.view->loadInTurn(url("/text"), 0);
+    ASSERT_TRUE(waitFor([&] { return isMade(page); }));
+
+    const auto result = evaluate(*page.view, "document.body.innerText");
+
+    EXPECT_EQ(result.text, "Words of the page");
+}
+
 TEST_F(TurnsTest, APageThatIsAskedForItsTextAndFailsTellsNone) {
     auto front = heldFront();
     Page& page = wait(1);

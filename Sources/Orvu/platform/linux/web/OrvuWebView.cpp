@@ -395,7 +395,7 @@ void OrvuWebView::setPageZoom(double zoom) {
 }
 
 Future<ScriptResult> OrvuWebView::evaluateJavaScript(std::string script) {
-    const bool isYetToLoad = !view_ && pending_;
+    const bool isYetToCome = pending_ || (isLoading() && !address_.document());
     hurry();
     make();
     const Promise<ScriptResult> promise;
@@ -403,7 +403,7 @@ Future<ScriptResult> OrvuWebView::evaluateJavaScript(std::string script) {
         runPageScript(view(), text,
                       [promise](ScriptResult result) { promise.resolve(std::move(result)); });
     };
-    if (isYetToLoad) {
+    if (isYetToCome) {
         afterLoad_.emplace_back(std::move(run));
     } else {
         run();
