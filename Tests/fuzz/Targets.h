@@ -14,6 +14,7 @@
 #include "platform/model/ChatStream.h"
 #include "platform/model/ModelList.h"
 #include "platform/model/SocketOwner.h"
+#include "search/answers/ResultsPage.h"
 #include "search/Bang.h"
 #include "search/SearchSuggester.h"
 #include "shell/WindowPlacement.h"
@@ -169,6 +170,28 @@ inline std::string readerAnswer(std::string_view input) {
     for (const ReaderPiece& piece : readerPieces(*article)) {
         if (!isWellFormed(piece.text)) return "a text is no UTF-8";
         if (piece.text.contains('\0')) return "a text has a NUL";
+    }
+    return {};
+}
+
+/// The answer of the script that reads a search engine's page.
+inline std::string resultsAnswer(std::string_view input) {
+    const std::string json = withLoneSurrogatesReplaced(std::string{input});
+    const auto results = ResultsPage::results({ScriptResult::Kind::json, json});
+    if (results.size() > ResultsPage::maxResults) return "there are too many";
+    if (results.size() > static_cast<std::size_t>(std::ranges::count(json, '['))) {
+        return "there are more than were told of";
+    }
+    for (const FoundResult& each : results) {
+        if (each.title.empty()) return "a title is empty";
+        if (!isWellFormed(each.title) || !isWellFormed(each.snippet)) return "a text is no UTF-8";
+        // A unit of UTF-16 is never more than three bytes.
+        if (each.title.size() > 3 * ResultsPage::maxTitle) return "a title is too long";
+        if (each.snippet.size() > 3 * ResultsPage::maxSnippet) return "a snippet is too long";
+        if (Url::parse(each.url.absoluteString()) != each.url) return "an address doesn't parse";
+        if (each.shown && Url::parse(each.shown->absoluteString()) != each.shown) {
+            return "a shown address doesn't parse";
+        }
     }
     return {};
 }
