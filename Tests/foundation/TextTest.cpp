@@ -2,7 +2,13 @@
 
 #include "RandomText.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <array>
+#include <string>
+#include <thread>
+#include <vector>
 
 namespace orvu {
 namespace {
@@ -44,6 +50,23 @@ TEST(CharacterCountTest, ASequenceThatBreaksOffIsOneCharacter) {
     EXPECT_EQ(characterCount("\xE2\x82z"), 2U);
     EXPECT_EQ(firstCharacters("\xE2\x82z", 1), "\xE2\x82");
     EXPECT_EQ(wellFormed("\xE2\x82z"), "\uFFFDz");
+}
+
+TEST(CharacterCountTest, ThreadsCountBesideEachOther) {
+    constexpr std::size_t rounds = 2000;
+    const std::array<std::string, 4> texts{repeated(family, 10), repeated("e\u0301", 20),
+                                           repeated(flag, 30), repeated("é", 40)};
+    std::array<std::size_t, texts.size()> counted{};
+    std::vector<std::jthread> threads;
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        threads.emplace_back([&text = texts[i], &sum = counted[i]] {
+            for (std::size_t round = 0; round < rounds; ++round) sum += characterCount(text);
+        });
+    }
+
+    threads.clear();  // waits for them
+
+    EXPECT_THAT(counted, testing::ElementsAre(10 * rounds, 20 * rounds, 30 * rounds, 40 * rounds));
 }
 
 TEST(CharactersTest, EachStandsForItself) {

@@ -14,6 +14,7 @@
 #include "platform/model/ChatStream.h"
 #include "platform/model/ModelList.h"
 #include "platform/model/SocketOwner.h"
+#include "search/answers/PageReduction.h"
 #include "search/answers/ResultsPage.h"
 #include "search/Bang.h"
 #include "search/SearchSuggester.h"
@@ -271,6 +272,22 @@ inline std::string modelServer(std::string_view input) {
     const SocketTables tables{std::string{input}, std::string{input}};
     const bool isTrusted = serverOwner(tables, {}, {}, 1) == ServerOwner::trusted;
     return isTrusted && !input.contains(':') ? "a table without an address is trusted" : "";
+}
+
+/// A page of the web, as what it says.
+inline std::string pageReduction(std::string_view input) {
+    const std::string page{input.substr(0, 100'000)};
+    const std::string text = PageReduction::text(page);
+    if (!isWellFormed(text)) return "the text is no UTF-8";
+    if (characterCount(text) > PageReduction::maxCharacters) return "the text is too long";
+    if (text.contains("  ")) return "two blanks stand beside each other";
+    if (text.find_first_of("\t\n\v\f\r") != std::string::npos) return "a blank is no space";
+    const bool isPlain = text.find_first_of("<&") == std::string::npos;
+    if (isPlain && PageReduction::text(text) != text) return "plain text is reduced once more";
+    const std::string behindBlank = PageReduction::text(" " + page);
+    if (PageReduction::text("<!-- a -->" + page) != behindBlank) return "a comment says something";
+    const bool isSilent = PageReduction::text("<nav>a<b>c</nav>" + page) == behindBlank;
+    return isSilent ? "" : "an element that is left out says something";
 }
 
 inline std::string windowFrame(std::string_view input) {

@@ -2,6 +2,7 @@
 
 #include "foundation/json/Json.h"
 #include "foundation/text/FoldedText.h"
+#include "foundation/text/Latin1.h"
 #include "foundation/text/Text.h"
 #include "search/Bang.h"
 #include "search/EditDistance.h"
@@ -13,22 +14,6 @@
 
 namespace orvu {
 namespace {
-
-/// Text in ISO Latin 1, of which every byte is a character, as UTF-8.
-std::string fromLatin1(std::string_view text) {
-    std::string result;
-    result.reserve(text.size() + text.size() / 4);
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte < 0x80) {
-            result.push_back(c);
-        } else {
-            result.push_back(static_cast<char>(0xC0 | (byte >> 6)));
-            result.push_back(static_cast<char>(0x80 | (byte & 0x3F)));
-        }
-    }
-    return result;
-}
 
 /// The words of `text`, of which only spaces are between.
 std::vector<std::string_view> words(std::string_view text) {

@@ -27,12 +27,12 @@ struct CloseBreaks {
 };
 
 /// The bounds of the characters of one text. Making an iterator of the library costs far more
-/// than using it, so one serves for the whole run.
+/// than using it, so one serves for the whole run of a thread; two threads can't share one.
 class CharacterBreaks {
 public:
     explicit CharacterBreaks(std::string_view text) {
         UErrorCode status = U_ZERO_ERROR;
-        static const std::unique_ptr<UBreakIterator, CloseBreaks> shared{
+        thread_local const std::unique_ptr<UBreakIterator, CloseBreaks> shared{
             ubrk_open(UBRK_CHARACTER, "en_US", nullptr, 0, &status)};
         if (!shared) return;
         utext_openUTF8(&text_, text.data(), static_cast<std::int64_t>(text.size()), &status);

@@ -7,7 +7,7 @@
 
 /// Text in UTF-8, seen as people see it. "Characters" are user-perceived characters (grapheme
 /// clusters) everywhere. Bytes that are no UTF-8 stay as they are; each of them, or the head of a
-/// sequence that breaks off, counts as one code point.
+/// sequence that breaks off, counts as one code point. Any thread may call any of this.
 namespace orvu {
 
 /// Which characters `trimmed` takes off.
