@@ -79,6 +79,8 @@ Platform EngineTest::platform() {
             .ruleLists = ruleLists,
             .iconRequests = iconRequests,
             .suggestionRequests = fakes.suggestionRequests,
+            .pageReads = fakes.pageReads,
+            .background = fakes.background,
             .images = images,
             .model = fakes.model,
             .files = files,

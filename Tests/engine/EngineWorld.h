@@ -8,7 +8,7 @@
 #include "platform/linux/files/LinuxFileIO.h"
 #include "platform/linux/web/OrvuWebView.h"
 #include "platform/linux/images/SandboxedImageCodec.h"
-#include "platform/linux/SoupHttpSession.h"
+#include "platform/linux/http/SoupHttpSession.h"
 #include "platform/linux/web/WebKitContentRules.h"
 #include "platform/linux/web/WebKitEngine.h"
 #include "support/FakeDesktop.h"

@@ -196,6 +196,18 @@ TEST(UrlTest, AnItemOfTheQueryIsTheFirstOfItsName) {
     EXPECT_EQ(url("https://a.b/?%71=1").queryItem("q"), Item{"1"});
 }
 
+TEST(UrlTest, AnyItemOfTheQueryCounts) {
+    const auto one = url("https://a.b/?x=1&x=2&%79=%33&bare&empty=#x=4");
+    EXPECT_TRUE(one.hasQueryItem("x", "1"));
+    EXPECT_TRUE(one.hasQueryItem("x", "2"));
+    EXPECT_TRUE(one.hasQueryItem("y", "3"));
+    EXPECT_TRUE(one.hasQueryItem("empty", ""));
+    EXPECT_FALSE(one.hasQueryItem("bare", ""));
+    EXPECT_FALSE(one.hasQueryItem("x", "4"));
+    EXPECT_FALSE(one.hasQueryItem("x", ""));
+    EXPECT_FALSE(url("https://a.b/x=1").hasQueryItem("x", "1"));
+}
+
 TEST(PercentEncodedTest, ABangQueryLosesItsFiveSigns) {
     EXPECT_EQ(percentEncoded("&+=?#", QueryCharacters::bangQuery), "%26%2B%3D%3F%23");
     EXPECT_EQ(percentEncoded("aZ09-._~!$'()*,;:@/", QueryCharacters::bangQuery),

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "fakes/FakeBackgroundWork.h"
 #include "fakes/FakeDownloadFolder.h"
 #include "fakes/FakeFileIO.h"
 #include "fakes/FakeHttpSession.h"
 #include "fakes/FakeImageCodec.h"
 #include "fakes/FakeLanguageModel.h"
+#include "fakes/FakePageReads.h"
 #include "fakes/FakePasteboard.h"
 #include "fakes/FakeRuleListStore.h"
 #include "fakes/FakeSystemSound.h"
@@ -25,6 +27,8 @@ struct FakeDesktop {
     FakeRuleListStore ruleLists;
     FakeHttpSession iconRequests;
     FakeHttpSession suggestionRequests;
+    FakePageReads pageReads;
+    FakeBackgroundWork background;
     FakeImageCodec images;
     FakeLanguageModel model;
     FakeFileIO files;
@@ -45,6 +49,8 @@ struct FakeDesktop {
                 .ruleLists = ruleLists,
                 .iconRequests = iconRequests,
                 .suggestionRequests = suggestionRequests,
+                .pageReads = pageReads,
+                .background = background,
                 .images = images,
                 .model = model,
                 .files = files,

@@ -193,7 +193,7 @@ void KestoPanel::send(std::string_view asked, const std::optional<std::string>& 
     }
     if (tabs.empty()) return kesto.ask(question, {});
     store->work().start(readAndAsk({.kesto = kesto,
-                                    .reader = {store->loop(), store->work()},
+                                    .reader = PageReader{store->loop()},
                                     .text = question,
                                     .tabs = {tabs.begin(), tabs.end()},
                                     .reading = reading}));

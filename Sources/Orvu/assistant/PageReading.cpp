@@ -1,14 +1,12 @@
 #include "assistant/PageReading.h"
 
+#include "platform/Within.h"
+
 #include <optional>
 #include <utility>
 
 namespace orvu {
 namespace {
-
-Task<void> tellText(Task<std::string> reading, Promise<std::string> promise) {
-    promise.resolve(co_await reading);
-}
 
 /// The page without its text; nothing once the tab has gone.
 std::optional<Kesto::Page> pageOf(const std::weak_ptr<BrowserTab>& tab) {
@@ -20,11 +18,12 @@ std::optional<Kesto::Page> pageOf(const std::weak_ptr<BrowserTab>& tab) {
 }  // namespace
 
 /// The tab is held only where it is asked, so that it can go at the wait.
-void PageReader::start(const std::weak_ptr<BrowserTab>& tab,
-                       const Promise<std::string>& promise) const {
-    if (const auto held = tab.lock()) {
-        scope_.start(tellText(held->pageText(Kesto::pageTextLimit), promise));
-    }
+Task<std::string> PageReader::textOf(std::weak_ptr<BrowserTab> tab) {
+    auto held = tab.lock();
+    if (!held) co_return std::string{};
+    auto text = held->pageText(Kesto::pageTextLimit);
+    held.reset();
+    co_return co_await text;
 }
 
 Task<std::vector<Kesto::Page>> PageReader::read(std::vector<std::weak_ptr<BrowserTab>> tabs) const {
@@ -32,11 +31,7 @@ Task<std::vector<Kesto::Page>> PageReader::read(std::vector<std::weak_ptr<Browse
     for (const auto& tab : tabs) {
         auto page = pageOf(tab);
         if (!page) continue;
-        const Promise<std::string> promise;
-        auto text = promise.future();
-        const Scheduled patience =
-            loop_.after(pageTextPatience, [promise] { promise.resolve(std::string{}); });
-        start(tab, promise);
+        auto text = within(&loop_, pageTextPatience, textOf(tab), std::string{});
         page->text = co_await text;
         pages.push_back(std::move(*page));
     }

@@ -2,7 +2,7 @@
 
 #include "assistant/Kesto.h"
 #include "core/BrowserTab.h"
-#include "foundation/async/TaskScope.h"
+#include "foundation/async/Task.h"
 #include "platform/MainLoop.h"
 
 #include <chrono>
@@ -17,8 +17,8 @@ inline constexpr std::chrono::seconds pageTextPatience{5};
 /// Reads what the assistant is to know of tabs.
 class PageReader {
 public:
-    /// `scope` keeps what a busy page goes on with; it and `loop` must outlive the reader.
-    PageReader(MainLoop& loop, TaskScope& scope) : loop_(loop), scope_(scope) {}
+    /// `loop` must outlive the reader.
+    explicit PageReader(MainLoop& loop) : loop_(loop) {}
 
     /// The pages of tabs, read one after the other. A tab may go meanwhile: then there is its title
     /// and address if they were read already, or nothing. The reader must outlive the task.
@@ -26,10 +26,9 @@ public:
         std::vector<std::weak_ptr<BrowserTab>> tabs) const;
 
 private:
-    void start(const std::weak_ptr<BrowserTab>& tab, const Promise<std::string>& promise) const;
+    [[nodiscard]] static Task<std::string> textOf(std::weak_ptr<BrowserTab> tab);
 
     MainLoop& loop_;
-    TaskScope& scope_;
 };
 
 }  // namespace orvu

@@ -68,6 +68,25 @@ int escapedByte(std::string_view text, std::size_t at) {
     return high < 0 || low < 0 ? -1 : high * 16 + low;
 }
 
+/// An item of a query, as written.
+struct QueryItem {
+    std::string_view name;
+    std::optional<std::string_view> value;  ///< nothing without a "="
+};
+
+/// Takes the first item off a query that is not empty.
+QueryItem takeQueryItem(std::string_view& query) {
+    const auto item = query.substr(0, query.find('&'));
+    query.remove_prefix(std::min(query.size(), item.size() + 1));
+    const auto equals = item.find('=');
+    if (equals == std::string_view::npos) return {item, std::nullopt};
+    return {item.substr(0, equals), item.substr(equals + 1)};
+}
+
+bool decodesTo(std::string_view written, std::string_view text) {
+    return written.contains('%') ? percentDecoded(written) == text : written == text;
+}
+
 }  // namespace
 
 std::optional<Url> Url::parse(std::string_view text) {
@@ -140,17 +159,19 @@ std::optional<std::string_view> Url::query() const {
 
 std::optional<std::string> Url::queryItem(std::string_view name) const {
     for (auto rest = query().value_or(""); !rest.empty();) {
-        const auto item = rest.substr(0, rest.find('&'));
-        rest.remove_prefix(std::min(rest.size(), item.size() + 1));
-        const auto equals = item.find('=');
-        const auto written = item.substr(0, equals);
-        const bool isNamed =
-            written.contains('%') ? percentDecoded(written) == name : written == name;
-        if (!isNamed) continue;
-        if (equals == std::string_view::npos) return std::nullopt;
-        return percentDecoded(item.substr(equals + 1));
+        const QueryItem item = takeQueryItem(rest);
+        if (!decodesTo(item.name, name)) continue;
+        return item.value ? std::optional{percentDecoded(*item.value)} : std::nullopt;
     }
     return std::nullopt;
+}
+
+bool Url::hasQueryItem(std::string_view name, std::string_view value) const {
+    for (auto rest = query().value_or(""); !rest.empty();) {
+        const QueryItem item = takeQueryItem(rest);
+        if (decodesTo(item.name, name) && item.value && decodesTo(*item.value, value)) return true;
+    }
+    return false;
 }
 
 std::string percentDecoded(std::string_view text) {

@@ -31,6 +31,8 @@ public:
     /// The value of the first item of the query with this name, its percent escapes decoded. A
     /// "+" stays. Nothing if there is no such item, or if that one has no "=".
     [[nodiscard]] std::optional<std::string> queryItem(std::string_view name) const;
+    /// Whether one of the query's items has this name and this value, both decoded.
+    [[nodiscard]] bool hasQueryItem(std::string_view name, std::string_view value) const;
 
     friend bool operator==(const Url& a, const Url& b) { return a.text_ == b.text_; }
 

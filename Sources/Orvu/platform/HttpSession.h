@@ -24,8 +24,9 @@ struct HttpOptions {
 /// The end of a request, whatever its status.
 struct HttpResponse {
     int status = 0;
-    std::string body;  ///< as the server meant it: any compression is undone
-    std::string url;   ///< where redirects led
+    std::string body;        ///< as the server meant it: any compression is undone
+    std::string url;         ///< where redirects led
+    std::string mimeType{};  ///< in lower case; empty if the server doesn't tell it
 
     friend bool operator==(const HttpResponse&, const HttpResponse&) = default;
 };

@@ -3,6 +3,7 @@
 #include "foundation/Calendar.h"
 #include "foundation/text/Locale.h"
 #include "platform/Activity.h"
+#include "platform/BackgroundWork.h"
 #include "platform/ContentRules.h"
 #include "platform/DownloadFolder.h"
 #include "platform/FileIO.h"
@@ -10,6 +11,7 @@
 #include "platform/ImageCodec.h"
 #include "platform/LanguageModel.h"
 #include "platform/MainLoop.h"
+#include "platform/PageReads.h"
 #include "platform/Pasteboard.h"
 #include "platform/SystemPaths.h"
 #include "platform/SystemSound.h"
@@ -28,6 +30,8 @@ struct Platform {
     ContentRuleListStore& ruleLists;
     HttpSession& iconRequests;
     HttpSession& suggestionRequests;
+    PageReads& pageReads;
+    BackgroundWork& background;
     ImageCodec& images;
     LanguageModel& model;
     FileIO& files;

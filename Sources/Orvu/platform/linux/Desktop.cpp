@@ -18,6 +18,8 @@ Platform Desktop::platform() {
             .ruleLists = ruleLists_,
             .iconRequests = iconRequests_,
             .suggestionRequests = suggestionRequests_,
+            .pageReads = pageReads_,
+            .background = background_,
             .images = images_,
             .model = model_,
             .files = files_,

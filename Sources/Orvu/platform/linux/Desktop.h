@@ -2,7 +2,6 @@
 
 #include "platform/Platform.h"
 #include "platform/linux/GlibMainLoop.h"
-#include "platform/linux/SoupHttpSession.h"
 #include "platform/linux/Worker.h"
 #include "platform/linux/defaults/SqliteUserDefaults.h"
 #include "platform/linux/desktop/GdkPasteboard.h"
@@ -12,6 +11,8 @@
 #include "platform/linux/files/LinuxDownloadFolder.h"
 #include "platform/linux/files/LinuxFileIO.h"
 #include "platform/linux/files/LinuxSystemPaths.h"
+#include "platform/linux/http/SoupHttpSession.h"
+#include "platform/linux/http/SoupPageReads.h"
 #include "platform/linux/images/SandboxedImageCodec.h"
 #include "platform/linux/model/LocalModel.h"
 #include "platform/linux/web/WebKitContentRules.h"
@@ -50,6 +51,8 @@ private:
     WebKitRuleListStore ruleLists_{paths_.caches / "ContentRules"};
     SoupHttpSession iconRequests_;
     SoupHttpSession suggestionRequests_;
+    SoupPageReads pageReads_{loop_};
+    Worker background_{loop_, Worker::AtEnd::forget, {}};
     SandboxedImageCodec images_{loop_};
     LocalModel model_{loop_};
     LinuxFileIO files_{loop_};

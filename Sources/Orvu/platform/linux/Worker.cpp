@@ -125,8 +125,8 @@ Worker::Worker(MainLoop& loop, AtEnd atEnd, Limits limits)
 
 Worker::~Worker() { state_->end(); }
 
-void Worker::add(Job job) {
-    state_->waiting.push_back(std::move(job));
+void Worker::add(std::function<void()> work, std::function<void(Outcome)> settled) {
+    state_->waiting.push_back({std::move(work), std::move(settled)});
     state_->startNext();
 }
 

@@ -43,20 +43,7 @@ Future<bool> LocalModel::lookEnd() {
 
 Future<ModelResponse> LocalModel::respond(const std::string& prompt,
                                           const std::string& instructions) {
-    std::erase_if(answers_, [](const auto& each) { return each->size() == 0; });
-    const auto scope = answers_.emplace_back(std::make_shared<TaskScope>());
-    const Promise<ModelResponse> promise;
-    auto future = promise.future();
-    promise.onAbandoned([work = std::weak_ptr{scope}] {
-        if (const auto live = work.lock()) live->cancel();
-    });
-    scope->start(answer(prompt, instructions, promise));
-    return future;
-}
-
-Task<void> LocalModel::answer(std::string prompt, std::string instructions,
-                              Promise<ModelResponse> promise) {
-    promise.resolve(co_await answerTo(std::move(prompt), std::move(instructions)));
+    return answers_.start(answerTo(prompt, instructions));
 }
 
 Task<ModelResponse> LocalModel::answerTo(std::string prompt, std::string instructions) {

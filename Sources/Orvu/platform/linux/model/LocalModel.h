@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/async/TaskScope.h"
+#include "foundation/async/FutureScope.h"
 #include "platform/LanguageModel.h"
 #include "platform/linux/model/LoopbackClient.h"
 #include "platform/linux/model/ServerQuestion.h"
@@ -8,7 +8,6 @@
 #include "platform/model/ModelProtocol.h"
 
 #include <chrono>
-#include <list>
 #include <memory>
 #include <vector>
 
@@ -44,8 +43,6 @@ private:
     [[nodiscard]] Task<void> find();
     /// Comes at the end of the look under way, or of one that begins now.
     [[nodiscard]] Future<bool> lookEnd();
-    [[nodiscard]] Task<void> answer(std::string prompt, std::string instructions,
-                                    Promise<ModelResponse> promise);
     [[nodiscard]] Task<ModelResponse> answerTo(std::string prompt, std::string instructions);
 
     const Options options_;
@@ -55,7 +52,7 @@ private:
     bool isLooking_ = false;
     std::vector<Promise<bool>> waiting_;  ///< for the end of the look
     sigc::signal<void()> changed_;
-    std::list<std::shared_ptr<TaskScope>> answers_;
+    FutureScope answers_;
     TaskScope look_;
 };
 

@@ -1,8 +1,8 @@
-#include "platform/linux/SoupHttpSession.h"
+#include "platform/linux/http/SoupTransfer.h"
 
-#include <chrono>
 #include <memory>
-#include <optional>
+#include <string>
+#include <utility>
 
 namespace orvu {
 namespace {
@@ -42,7 +42,7 @@ struct Transfer {
     GObjectPointer<SoupMessage> message;
     GObjectPointer<GInputStream> stream;
     HttpResponse response;
-    std::size_t bodyLimit = 0;
+    SoupTransferLimits limits;
 };
 using TransferPointer = std::unique_ptr<Transfer>;
 
@@ -63,13 +63,14 @@ void pieceCame(GObject* source, GAsyncResult* result, gpointer data) {
     if (!bytes) return finish(std::move(transfer), false);
     gsize size = 0;
     const auto* const content = static_cast<const char*>(g_bytes_get_data(bytes, &size));
-    if (size > 0) transfer->response.body.append(content, size);
+    std::string& body = transfer->response.body;
+    if (size > 0) body.append(content, size);
     g_bytes_unref(bytes);
     if (size == 0) return finish(std::move(transfer), true);
-    if (transfer->response.body.size() >= transfer->bodyLimit) {
-        return finish(std::move(transfer), false);
-    }
-    readPiece(std::move(transfer));
+    const auto& limits = transfer->limits;
+    if (body.size() < limits.body) return readPiece(std::move(transfer));
+    if (limits.cutsBody) body.resize(limits.body);
+    finish(std::move(transfer), limits.cutsBody);
 }
 
 void readPiece(TransferPointer transfer) {
@@ -78,61 +79,59 @@ void readPiece(TransferPointer transfer) {
                                     next.cancellable.get(), pieceCame, &next);
 }
 
+std::string addressOf(SoupMessage* message) {
+    char* const address =
+        g_uri_to_string_partial(soup_message_get_uri(message), G_URI_HIDE_PASSWORD);
+    std::string result{address};
+    g_free(address);
+    return result;
+}
+
+std::string mimeTypeIn(SoupMessageHeaders* headers) {
+    const char* const type = soup_message_headers_get_content_type(headers, nullptr);
+    if (!type) return {};
+    char* const lower = g_ascii_strdown(type, -1);
+    std::string result{lower};
+    g_free(lower);
+    return result;
+}
+
 void headersCame(GObject* source, GAsyncResult* result, gpointer data) {
     TransferPointer transfer{static_cast<Transfer*>(data)};
     transfer->stream = GObjectPointer<GInputStream>::adopt(
         soup_session_send_finish(SOUP_SESSION(source), result, nullptr));
     if (!transfer->stream) return finish(std::move(transfer), false);
-    transfer->response.status = static_cast<int>(soup_message_get_status(transfer->message.get()));
-    char* const address =
-        g_uri_to_string_partial(soup_message_get_uri(transfer->message.get()), G_URI_HIDE_PASSWORD);
-    transfer->response.url = address;
-    g_free(address);
+    SoupMessage* const message = transfer->message.get();
+    HttpResponse& response = transfer->response;
+    response.status = static_cast<int>(soup_message_get_status(message));
+    response.url = addressOf(message);
+    response.mimeType = mimeTypeIn(soup_message_get_response_headers(message));
     readPiece(std::move(transfer));
 }
 
 }  // namespace
 
-SoupHttpSession::~SoupHttpSession() {
-    if (session_) soup_session_abort(session_.get());
+GObjectPointer<SoupMessage> webRequest(const Url& url) {
+    if (!isWebUrl(url) || !url.host()) return {};
+    return GObjectPointer<SoupMessage>::adopt(
+        soup_message_new(SOUP_METHOD_GET, url.absoluteString().c_str()));
 }
 
-SoupSession* SoupHttpSession::session() {
-    if (session_) return session_.get();
-    session_ = GObjectPointer<SoupSession>::adopt(soup_session_new_with_options(
-        "max-conns", options_.connections, "max-conns-per-host", options_.connectionsPerHost,
-        "timeout", static_cast<guint>(options_.timeout.count()), nullptr));
-    // Cookies and caches are features that a session has only if they are added; passwords are one
-    // that it has unless it is taken away.
-    soup_session_remove_feature_by_type(session_.get(), SOUP_TYPE_AUTH_MANAGER);
-    return session_.get();
-}
-
-Future<std::optional<HttpResponse>> SoupHttpSession::get(const Url& url, const Headers& headers) {
-    auto transfer = std::make_unique<Transfer>();
-    auto future = transfer->promise.future();
-    if (isWebUrl(url)) {
-        transfer->message = GObjectPointer<SoupMessage>::adopt(
-            soup_message_new(SOUP_METHOD_GET, url.absoluteString().c_str()));
-    }
-    if (!transfer->message) {
-        finish(std::move(transfer), false);
-        return future;
-    }
-    for (const auto& [name, value] : headers) {
-        soup_message_headers_append(soup_message_get_request_headers(transfer->message.get()),
-                                    name.c_str(), value.c_str());
-    }
-    transfer->bodyLimit = options_.bodyLimit;
-    transfer->cancellable = GObjectPointer<GCancellable>::adopt(g_cancellable_new());
-    auto* const cancellable = transfer->cancellable.get();
-    if (options_.totalTimeout.count() > 0)
-        transfer->deadline.emplace(cancellable, options_.totalTimeout);
+Future<std::optional<HttpResponse>> transfer(SoupSession& session,
+                                             GObjectPointer<SoupMessage> message,
+                                             const SoupTransferLimits& limits) {
+    auto started = std::make_unique<Transfer>();
+    auto future = started->promise.future();
+    started->message = std::move(message);
+    started->limits = limits;
+    started->cancellable = GObjectPointer<GCancellable>::adopt(g_cancellable_new());
+    auto* const cancellable = started->cancellable.get();
+    if (limits.total.count() > 0) started->deadline.emplace(cancellable, limits.total);
     // The callback runs at most once, while the transfer, which holds the cancellable, lives.
-    transfer->promise.onAbandoned([cancellable] { g_cancellable_cancel(cancellable); });
-    Transfer& started = *transfer.release();
-    soup_session_send_async(session(), started.message.get(), G_PRIORITY_DEFAULT, cancellable,
-                            headersCame, &started);
+    started->promise.onAbandoned([cancellable] { g_cancellable_cancel(cancellable); });
+    Transfer& next = *started.release();
+    soup_session_send_async(&session, next.message.get(), G_PRIORITY_DEFAULT, cancellable,
+                            headersCame, &next);
     return future;
 }
 
