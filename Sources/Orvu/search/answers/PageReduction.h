@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/PageReads.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -11,7 +13,7 @@ namespace orvu {
 class PageReduction {
 public:
     /// What is read of a page. What comes behind it has no part in the text.
-    static constexpr std::size_t maxBytes = 600'000;
+    static constexpr std::size_t maxBytes = PageReads::maxBytes;
     /// The length of the text, in characters. A character may have any number of bytes.
     static constexpr std::size_t maxCharacters = 1500;
 
