@@ -430,8 +430,9 @@ Commands windowAndProgram() {
         {.name = "focusNextArea",
          .run = onView(&BrowserView::focusNextArea),
          .keys = {"F6"},
-         .help =
-             "the keyboard goes on among address, column, divider, question, page and assistant"},
+         .help = "the keyboard goes on among address, column, divider, searches, question, answer, "
+                 "page "
+                 "and assistant"},
         {.name = "focusPreviousArea",
          .run = onView(&BrowserView::focusPreviousArea),
          .keys = {"⇧F6"},

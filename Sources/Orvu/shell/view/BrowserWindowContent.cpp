@@ -115,10 +115,9 @@ void BrowserWindowContent::moveFocus(int areas) {
     auto* const window = dynamic_cast<Gtk::Window*>(get_root());
     if (!window) return;
     gtk_window_set_focus_visible(window->gobj(), TRUE);
-    std::vector<Gtk::Widget*> all{&bar_, &tabs_, &page_};
-    for (Gtk::Widget* const part : {page_.divider(), page_.question(), page_.notice()}) {
-        if (part) all.insert(all.end() - 1, part);
-    }
+    std::vector<Gtk::Widget*> all{&bar_, &tabs_};
+    for (Gtk::Widget* const part : page_.areas()) all.push_back(part);
+    all.push_back(&page_);
     const auto page = static_cast<int>(all.size()) - 1;
     if (kesto_.isOpen()) all.push_back(&kesto_);
     const auto found = std::ranges::find_if(all, [&](Gtk::Widget* area) {

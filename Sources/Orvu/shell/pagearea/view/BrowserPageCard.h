@@ -10,6 +10,7 @@
 
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace orvu {
 
@@ -27,15 +28,10 @@ public:
     /// Gives the keyboard to the tab in front.
     void focusContent();
 
-    /// What moves the border of two pages; nullptr where there is one.
-    [[nodiscard]] Gtk::Widget* divider() { return pair_ ? &pair_->divider() : nullptr; }
-
-    /// What the page of the tab in front asks for; nullptr if it asks for nothing.
-    [[nodiscard]] Gtk::Widget* question() {
-        return pair_ ? pair_->question() : single_->question();
+    /// The parts beside the page of the tab in front that the keyboard can go to now.
+    [[nodiscard]] std::vector<Gtk::Widget*> areas() {
+        return pair_ ? pair_->areas() : single_->areas();
     }
-    /// What is said of a load that failed in the tab in front; nullptr where none did.
-    [[nodiscard]] Gtk::Widget* notice() { return pair_ ? pair_->notice() : single_->notice(); }
 
 private:
     void showSingle();

@@ -10,18 +10,22 @@ BrowserPageContent::BrowserPageContent(BrowserView& view)
       store_(view.sharedStore()),
       notice_(view),
       dialogs_(*this),
+      frame_(view, stack_),
       refresh_(*this, [this] { refresh(); }) {
     add_css_class("page-card");
     set_overflow(Gtk::Overflow::HIDDEN);
     set_expand(true);
-    set_child(host_);
+    append(frame_);
+    frame_.connectKeyboardFree(sigc::mem_fun(*this, &BrowserPageContent::focusContent));
+    stack_.set_expand(true);
+    stack_.set_child(host_);
     addPageGestures(host_, [this] { return tab_.lock(); });
-    add_overlay(link_);
-    add_overlay(question_);
-    add_overlay(notice_);
+    stack_.add_overlay(link_);
+    stack_.add_overlay(question_);
+    stack_.add_overlay(notice_);
     notice_.connectKeyboardFree(sigc::mem_fun(*this, &BrowserPageContent::focusContent));
     question_.connectKeyboardFree(sigc::mem_fun(*this, &BrowserPageContent::focusContent));
-    add_overlay(dialogs_);
+    stack_.add_overlay(dialogs_);
     dialogs_.connectShown(sigc::mem_fun(*this, &BrowserPageContent::dialogsChanged));
     host_.connectFullscreen(sigc::mem_fun(*this, &BrowserPageContent::fullscreenChanged));
 }
@@ -38,6 +42,7 @@ bool BrowserPageContent::show(const std::shared_ptr<BrowserTab>& tab) {
     if (otherNewTab) showNewTabPage(newTab);
     const bool otherPage = host_.show(tab && !empty ? &tab->webView() : nullptr);
     watch(tab);
+    frame_.show(tab);
     question_.show(tab);
     notice_.show(tab);
     dialogs_.show(tab);
@@ -58,6 +63,18 @@ void BrowserPageContent::focusContent() {
     }
 }
 
+std::vector<Gtk::Widget*> BrowserPageContent::areas() {
+    std::vector<Gtk::Widget*> present;
+    const auto add = [&](Gtk::Widget* part) {
+        if (part && part->get_visible()) present.push_back(part);
+    };
+    add(frame_.strip());
+    add(&question_);
+    add(&notice_);
+    add(frame_.answer());
+    return present;
+}
+
 std::optional<Future<bool>> BrowserPageContent::find(const std::string& text,
                                                      FindConfiguration how) {
     if (isReading_) {
@@ -72,13 +89,13 @@ std::optional<Future<bool>> BrowserPageContent::find(const std::string& text,
 
 void BrowserPageContent::showNewTabPage(const std::optional<Uuid>& tab) {
     newTab_ = tab;
-    if (newTabPage_) remove_overlay(*newTabPage_);
+    if (newTabPage_) stack_.remove_overlay(*newTabPage_);
     newTabPage_.reset();
     if (!tab) return;
     newTabPage_ = std::make_unique<BrowserNewTabPageView>(
         store_, [this](const std::string& question) { view_.ask(question); });
-    add_overlay(*newTabPage_);
-    newTabPage_->insert_before(*this, question_);
+    stack_.add_overlay(*newTabPage_);
+    newTabPage_->insert_before(stack_, question_);
 }
 
 void BrowserPageContent::watch(const std::shared_ptr<BrowserTab>& tab) {
@@ -117,8 +134,8 @@ void BrowserPageContent::openReader(std::shared_ptr<const ReaderArticle> article
         store_->toggleReader();
     });
     readerFocused_ = reader_->connectFocused(sigc::mem_fun(*this, &BrowserPageContent::selectTab));
-    add_overlay(*reader_);
-    reader_->insert_before(*this, question_);  // what the page asks for stays in sight
+    stack_.add_overlay(*reader_);
+    reader_->insert_before(stack_, question_);  // what the page asks for stays in sight
     isReading_ = true;
     updatePageFocus();
 }
@@ -133,7 +150,7 @@ void BrowserPageContent::leaveReader() {
 void BrowserPageContent::dropReader() {
     if (!reader_) return;
     readerFocused_ = {};
-    remove_overlay(*reader_);
+    stack_.remove_overlay(*reader_);
     reader_.reset();
     isReading_ = false;
     updatePageFocus();

@@ -10,17 +10,20 @@
 #include "shell/pagearea/view/PageDialogView.h"
 #include "shell/pagearea/view/PageNoticeView.h"
 #include "shell/pagearea/view/PageQuestionView.h"
+#include "shell/pagearea/view/ResultsFrame.h"
 
+#include <gtkmm/box.h>
 #include <gtkmm/overlay.h>
 
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace orvu {
 
 /// The card that shows one tab: its page with what that asks for, the page's article, or the new tab
-/// page.
-class BrowserPageContent : public Gtk::Overlay {
+/// page; around a page of search results what `ResultsFrame` has.
+class BrowserPageContent : public Gtk::Box {
 public:
     /// `view` must outlive this.
     explicit BrowserPageContent(BrowserView& view);
@@ -32,10 +35,8 @@ public:
     void focusContent();
     /// Looks for a text in the page or its article. Nothing without a tab.
     [[nodiscard]] std::optional<Future<bool>> find(const std::string& text, FindConfiguration how);
-    /// What the page asks for, if it asks; otherwise nullptr.
-    [[nodiscard]] Gtk::Widget* question() { return question_.get_visible() ? &question_ : nullptr; }
-    /// What is to be said of a load that failed, if one did; otherwise nullptr.
-    [[nodiscard]] Gtk::Widget* notice() { return notice_.get_visible() ? &notice_ : nullptr; }
+    /// The parts beside the page that the keyboard can go to now, in their order.
+    [[nodiscard]] std::vector<Gtk::Widget*> areas();
 
 private:
     void showNewTabPage(const std::optional<Uuid>& tab);
@@ -61,6 +62,8 @@ private:
     PageQuestionView question_;
     PageNoticeView notice_;
     PageDialogView dialogs_;  ///< over all else
+    Gtk::Overlay stack_;      ///< all of these
+    ResultsFrame frame_;
     std::weak_ptr<BrowserTab> tab_;
     std::unique_ptr<ReaderView> reader_;  ///< also while it fades out
     bool isReading_ = false;

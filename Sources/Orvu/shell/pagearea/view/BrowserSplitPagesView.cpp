@@ -57,6 +57,12 @@ bool BrowserSplitPagesView::show(const BrowserStore::TabList& pair) {
     return otherFirst || otherSecond;
 }
 
+std::vector<Gtk::Widget*> BrowserSplitPagesView::areas() {
+    auto present = activePane().content().areas();
+    present.insert(present.begin(), &divider_);
+    return present;
+}
+
 void BrowserSplitPagesView::focusContent() { activePane().content().focusContent(); }
 
 PagePane& BrowserSplitPagesView::activePane() {

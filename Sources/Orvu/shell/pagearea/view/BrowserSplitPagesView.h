@@ -7,6 +7,8 @@
 #include <gtkmm/gesturedrag.h>
 #include <gtkmm/widget.h>
 
+#include <vector>
+
 namespace orvu {
 
 /// Two tabs side by side, with a divider between them.
@@ -18,12 +20,10 @@ public:
 
     /// Shows a pair of tabs. True if another page stands in one of the panes now.
     bool show(const BrowserStore::TabList& pair);
-    [[nodiscard]] Gtk::Widget& divider() { return divider_; }
     /// Gives the keyboard to the pane that shows the active tab.
     void focusContent();
-    /// What the page of the active tab asks for; nullptr if it asks for nothing.
-    [[nodiscard]] Gtk::Widget* question() { return activePane().content().question(); }
-    [[nodiscard]] Gtk::Widget* notice() { return activePane().content().notice(); }
+    /// The parts beside the active tab's page that the keyboard can go to now.
+    [[nodiscard]] std::vector<Gtk::Widget*> areas();
 
 protected:
     [[nodiscard]] Gtk::SizeRequestMode get_request_mode_vfunc() const override;
