@@ -6,9 +6,9 @@ import threading
 class Listening:
     """A server of the standard library's kind that listens until it is stopped."""
 
-    def __init__(self, kind, handler, owner):
+    def __init__(self, kind, handler, owner, at=("127.0.0.1", 0)):
         """`owner` is what the handlers find as their server's owner."""
-        self._server = kind(("127.0.0.1", 0), handler)
+        self._server = kind(at, handler)
         self._server.owner = owner
         self.port = self._server.server_address[1]
         self._thread = threading.Thread(target=self._server.serve_forever, args=(0.05,),

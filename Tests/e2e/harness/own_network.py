@@ -2,6 +2,7 @@
 ports are free, and the cable is out. Where the computer lets no process have one, tests go on in the
 network that all share, and say so."""
 
+import atexit
 import ctypes
 import fcntl
 import os
@@ -9,23 +10,56 @@ import pathlib
 import socket
 import struct
 import sys
+import tempfile
 
 NEW_MOUNTS, NEW_USER, NEW_NETWORK = 0x20000, 0x10000000, 0x40000000
 RECURSIVE, PRIVATE = 0x4000, 0x40000
-READ_FLAGS, SET_FLAGS, UP = 0x8913, 0x8914, 1  # requests about an interface, as in <linux/sockios.h>
+# Requests about an interface, as in <linux/sockios.h>.
+READ_FLAGS, SET_FLAGS, UP, SET_ADDRESS, SET_MASK = 0x8913, 0x8914, 1, 0x8916, 0x891C
+BIND = 0x1000
 SOCKETS = "/tmp/.X11-unix"
 
 _libc = ctypes.CDLL(None, use_errno=True)
+_aliases = 0
+_hosts = None  # the file that tells where hosts are
+is_taken = False  # whether this process has a network of its own
 
 
 def take():
     """Moves this process there, and all that it starts from now on. It must not have started
     anything before."""
+    global is_taken
     try:
         _take_mounts()
         _take_network()
+        is_taken = True
     except OSError as error:
         print(f"In the network of all: {error}", file=sys.stderr, flush=True)
+
+
+def add_address(address):
+    """Gives this computer one more address, of any network."""
+    global _aliases
+    _aliases += 1
+    name = f"lo:{_aliases}".encode()
+    with socket.socket(socket.AF_INET, socket.SOCK_DGRAM) as any_socket:
+        for request, value in ((SET_ADDRESS, address), (SET_MASK, "255.255.255.255")):
+            fcntl.ioctl(any_socket, request, struct.pack(
+                "16sH2x4s8x", name, socket.AF_INET, socket.inet_aton(value)))
+
+
+def name_hosts(addresses):
+    """Lets these hosts, and no others, be found; `addresses` are (address, host), and one host may
+    have several."""
+    global _hosts
+    if not _hosts:
+        with tempfile.NamedTemporaryFile("w", suffix=".hosts", delete=False) as file:
+            _hosts = file.name
+        os.chmod(_hosts, 0o644)
+        atexit.register(os.unlink, _hosts)
+        _mount(_hosts, "/etc/hosts", None, BIND)
+    lines = "".join(f"{address} {host}\n" for address, host in addresses)
+    pathlib.Path(_hosts).write_text("127.0.0.1 localhost\n" + lines, encoding="ascii")
 
 
 def _take_mounts():
