@@ -70,7 +70,6 @@ SearchAnswerCardView::SearchAnswerCardView(SearchResults& results, SiteIcons ico
       followUps_(Gtk::Orientation::VERTICAL, followUpsSpacing),
       refresh_(*this, [this] { refresh(); }) {
     add_css_class("answer-card");
-    set_size_request(width, -1);
     set_hexpand(false);
     set_overflow(Gtk::Overflow::HIDDEN);
     property_accessible_role() = Gtk::Accessible::Role::GROUP;

@@ -22,13 +22,8 @@ namespace orvu {
 /// says is plain text in it.
 class SearchAnswerCardView : public EnteringBox {
 public:
-    static constexpr int width = 340;
-
     /// `results` must outlive the card.
     SearchAnswerCardView(SearchResults& results, SiteIcons icons);
-
-    /// Gives the keyboard to the first thing that can be used.
-    void focusFirst() { close_.grab_focus(); }
 
 private:
     void addHeader();

@@ -1,6 +1,5 @@
 #include "search/answers/view/SearchStripView.h"
 
-#include "look/layout/view/ScrollTo.h"
 #include "look/text/PlatformText.h"
 #include "look/view/Accessible.h"
 #include "look/view/CssClass.h"
@@ -20,7 +19,8 @@ constexpr double faceGap = 0.7;
 }  // namespace
 
 SearchStripView::SearchStripView(SearchResults& results, SiteIcons icons)
-    : results_(results),
+    : Gtk::Box(Gtk::Orientation::HORIZONTAL, spacing),
+      results_(results),
       icons_(icons),
       row_(Gtk::Orientation::HORIZONTAL, spacing),
       answerLine_(Gtk::Orientation::HORIZONTAL, chipSpacing),
@@ -28,26 +28,23 @@ SearchStripView::SearchStripView(SearchResults& results, SiteIcons icons)
       face_(faceDot, faceGap),
       refresh_(*this, [this] { refresh(); }) {
     add_css_class("search-strip");
-    set_policy(Gtk::PolicyType::EXTERNAL, Gtk::PolicyType::NEVER);
     set_size_request(-1, height);
     set_hexpand(true);
-    row_.add_css_class("search-strip-row");
-    row_.property_accessible_role() = Gtk::Accessible::Role::GROUP;
-    setAccessibleLabel(row_, std::string{SearchStrip::sameSearch});
-    set_child(row_);
-    nameScrollBars(*this);
+    property_accessible_role() = Gtk::Accessible::Role::GROUP;
+    setAccessibleLabel(*this, std::string{SearchStrip::sameSearch});
+    scroller_.set_policy(Gtk::PolicyType::EXTERNAL, Gtk::PolicyType::NEVER);
+    scroller_.set_hexpand(true);
+    scroller_.set_child(row_);
+    nameScrollBars(scroller_);
+    append(scroller_);
     addAnswerButton();
     results_.connectChanged(sigc::mem_fun(refresh_, &FrameRefresh::mark));
     refresh();
 }
 
-void SearchStripView::focusFirst() { row_.child_focus(Gtk::DirectionType::TAB_FORWARD); }
-
 void SearchStripView::addAnswerButton() {
     answer_.add_css_class("search-answer");
     answer_.set_valign(Gtk::Align::CENTER);
-    answer_.set_halign(Gtk::Align::END);
-    answer_.set_hexpand(true);
     auto* const tile = Gtk::make_managed<Gtk::Box>();
     tile->add_css_class("kesto-tile");
     tile->set_valign(Gtk::Align::CENTER);
@@ -66,6 +63,7 @@ void SearchStripView::addAnswerButton() {
     motion->signal_enter().connect([this](double, double) { face_.setAlive(true); });
     motion->signal_leave().connect([this] { face_.setAlive(false); });
     answer_.add_controller(motion);
+    append(answer_);
 }
 
 /// The links of an engine's pages are the same for every search, but for where they lead. So the
@@ -88,7 +86,6 @@ void SearchStripView::build() {
     row_.append(*caption);
     addLinks([this] { return results_.strip()->engines(); }, true);
     addLinks([this] { return results_.strip()->sites(); }, false);
-    row_.append(answer_);
 }
 
 void SearchStripView::addLinks(const Links& links, bool hasText) {

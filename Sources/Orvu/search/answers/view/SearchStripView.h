@@ -17,17 +17,14 @@
 
 namespace orvu {
 
-/// The bar above a page of results. Where it is wider than its room it scrolls with the keyboard's
-/// place, the wheel and the touchpad.
-class SearchStripView : public Gtk::ScrolledWindow {
+/// The bar above a page of results. Where its links are wider than their room they scroll with the
+/// keyboard's place, the wheel and the touchpad.
+class SearchStripView : public Gtk::Box {
 public:
     static constexpr int height = 44;
 
     /// `results` must outlive the strip.
     SearchStripView(SearchResults& results, SiteIcons icons);
-
-    /// Gives the keyboard to the first thing that can be used.
-    void focusFirst();
 
 private:
     using Links = std::function<std::vector<SearchStrip::Link>()>;
@@ -40,6 +37,7 @@ private:
 
     SearchResults& results_;
     const SiteIcons icons_;
+    Gtk::ScrolledWindow scroller_;
     Gtk::Box row_;
     std::optional<Prefs::Engine> engine_;  ///< that the row was built for
     std::vector<Gtk::Button*> kinds_;
