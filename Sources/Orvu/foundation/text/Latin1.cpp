@@ -1,17 +1,21 @@
 #include "foundation/text/Latin1.h"
 
+#include <algorithm>
+
 namespace orvu {
 
 std::string fromLatin1(std::string_view text) {
-    std::string result;
-    result.reserve(text.size() + text.size() / 4);
+    const auto isDouble = [](char c) { return static_cast<unsigned char>(c) >= 0x80; };
+    const auto others = static_cast<std::size_t>(std::ranges::count_if(text, isDouble));
+    std::string result(text.size() + others, '\0');
+    auto end = result.begin();
     for (const char c : text) {
         const auto byte = static_cast<unsigned char>(c);
-        if (byte < 0x80) {
-            result.push_back(c);
+        if (!isDouble(c)) {
+            *end++ = c;
         } else {
-            result.push_back(static_cast<char>(0xC0 | (byte >> 6)));
-            result.push_back(static_cast<char>(0x80 | (byte & 0x3F)));
+            *end++ = static_cast<char>(0xC0 | (byte >> 6));
+            *end++ = static_cast<char>(0x80 | (byte & 0x3F));
         }
     }
     return result;
