@@ -229,14 +229,17 @@ void SearchAnswer::publish(const Results& results) {
 /// All pages at once; the texts in their order, empty for those that can't be read.
 Task<SearchAnswer::Texts> SearchAnswer::textsOf(std::vector<Url> pages, Url listing) {
     std::vector<Future<std::optional<PageDocument>>> documents;
+    documents.reserve(pages.size());
     for (Url& page : pages) {
         documents.push_back(reads_.read({std::move(page), listing, userAgent}));
     }
     std::vector<Future<std::string>> reductions;
+    reductions.reserve(documents.size());
     for (auto& document : documents) {
         reductions.push_back(textOf(background_, co_await document));
     }
     Texts texts;
+    texts.reserve(reductions.size());
     for (auto& reduction : reductions) texts.push_back(co_await reduction);
     co_return texts;
 }

@@ -7,7 +7,7 @@ namespace orvu {
 namespace {
 
 std::optional<Url> kindURL(const SearchStrip::Vertical& vertical, std::string_view query) {
-    const auto all = Prefs::searchURL(Prefs::Engine::google, query);
+    auto all = Prefs::searchURL(Prefs::Engine::google, query);
     if (!all || !vertical.item) return all;
     return Url::parse(all->absoluteString() + "&" + std::string{vertical.item->name} + "=" +
                       std::string{vertical.item->value});
