@@ -3,8 +3,9 @@
 from harness.case import BrowserTest
 
 # What the open notch asks for by itself: the icons of its chips and of the engine, and suggestions.
+# Over results the strip asks for the icons of the other engines.
 BESIDE = {"wikipedia.org", "youtube.com", "maps.apple.com", "github.com", "google.com",
-          "suggestqueries.google.com", "ac.ecosia.org"}
+          "suggestqueries.google.com", "ac.ecosia.org", "duckduckgo.com", "bing.com", "ecosia.org"}
 
 class TypedTextTest(BrowserTest):
     def check_leads_to(self, text, host, address):
