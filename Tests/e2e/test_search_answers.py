@@ -146,6 +146,17 @@ class AnswerTest(SearchAnswersTest):
         self.assertEqual(len(server.questions()), 2)
         self.assertEqual(self.google.asked("/search"), 1)
 
+    def test_a_tab_behind_begins_none_until_it_is_seen(self):
+        server = self.play_model()
+        self.start_and_open(self.server.link_page("/link", SEARCH))
+        self.hands.click(button=2)
+        until_equal(lambda: self.saved.visited()[-1], SEARCH, "the last visit")
+        self.open(self.server.page("/later"))  # so much later an answer would have begun
+        self.assertEqual(server.paths(), [])
+
+        self.windows.press("push button", "results")
+        self.results.wait_for_words(ANSWER)
+
     def test_a_tab_that_closes_while_it_thinks_drops_its_question(self):
         server = self.play_model()
         server.hold()
