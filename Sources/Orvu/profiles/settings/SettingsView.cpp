@@ -1,0 +1,92 @@
+#include "profiles/settings/SettingsView.h"
+
+#include <utility>
+
+namespace orvu {
+
+SettingsView::SettingsView(AppServices& services, SkillStore& skills, Actions actions)
+    : services_(services), skills_(skills), actions_(std::move(actions)) {
+    skills_.connectChanged(sigc::mem_fun(changed_, &sigc::signal<void()>::emit));
+}
+
+std::vector<SettingsView::Section> SettingsView::sections() {
+    return {general(), search(), privacy(), kesto(), tabs()};
+}
+
+SettingsView::Section SettingsView::general() {
+    Settings& settings = services_.settings();
+    return {"General",
+            {Button{"Default browser", "Make Orvu Your Default Browser", actions_.makeDefault},
+             Switch{"Reopen your tabs when Orvu starts", &settings.restoreTabs}}};
+}
+
+SettingsView::Section SettingsView::search() {
+    Settings& settings = services_.settings();
+    return {"Search",
+            {EnginePicker{"Search engine", &settings.searchEngine},
+             Switch{"Show search suggestions as you type", &settings.searchSuggestions},
+             Caption{"What you type goes to your search engine to suggest searches. Never from "
+                     "private windows."},
+             Switch{"Kesto answers beside search results", &settings.searchAnswers},
+             Caption{"Type !w, !yt, !m, !d, !gh or !i before a search to send it somewhere "
+                     "else."}}};
+}
+
+SettingsView::Section SettingsView::privacy() {
+    Settings& settings = services_.settings();
+    Section section{"Privacy",
+                    {Switch{"Block well-known trackers", &settings.blockTrackers},
+                     Caption{"Applies to windows you open after changing it."},
+                     Button{"", "Clear History…", [this] { clearHistory(); }},
+                     Button{"", "Clear All Website Data…", [this] { clearWebsiteData(); }}}};
+    if (!cleared_.empty()) section.rows.emplace_back(Caption{cleared_});
+    return section;
+}
+
+SettingsView::Section SettingsView::kesto() {
+    Section section{
+        "Kesto",
+        {Switch{"Let Kesto read pages when you ask", &services_.settings().kestoReadsPages},
+         Caption{"Answers are worked out on this Mac with Apple’s on-device model. "
+                 "Private windows never share pages."}}};
+    for (const KestoSkill& each : skills_.custom()) {
+        section.rows.emplace_back(
+            Skill{"/" + each.name, each.instruction, [this, each] { skills_.remove(each); }});
+    }
+    if (skills_.custom().empty()) {
+        section.rows.emplace_back(
+            Caption{"Your skills appear here. Type / in the Kesto panel and choose New skill."});
+    }
+    return section;
+}
+
+SettingsView::Section SettingsView::tabs() {
+    return {"Tabs", {Switch{"Narrow tab column in new windows", &services_.settings().narrowTabs}}};
+}
+
+/// The stores of open windows clear theirs, of whatever profile. What is stored of the personal
+/// profile goes also without a window.
+void SettingsView::clearHistory() {
+    services_.notifications().post(Prefs::clearHistory);
+    services_.platform().defaults.remove(SettingsKeys::browserVisits.name);
+    tellCleared("History cleared");
+}
+
+void SettingsView::clearWebsiteData() {
+    clearing_.cancel();
+    clearing_.start(removeWebsiteData());
+}
+
+/// Only its end is told, not whether all of it went.
+Task<void> SettingsView::removeWebsiteData() {
+    auto removal = actions_.clearWebsiteData();
+    co_await removal;
+    tellCleared("Cookies and website data cleared");
+}
+
+void SettingsView::tellCleared(std::string_view what) {
+    cleared_ = what;
+    changed_.emit();
+}
+
+}  // namespace orvu
