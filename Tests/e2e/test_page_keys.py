@@ -253,7 +253,8 @@ class PageKeysTest(BrowserTest):
             "load the page anew": self.check_reload,
             "the reader: the article alone, and back": self.check_reader,
             "set or clear a bookmark": self.check_bookmark,
-            "the keyboard goes on among address, column, divider, question, page and assistant":
+            "the keyboard goes on among address, column, divider, searches, question, answer, page "
+            "and assistant":
                 self.check_area,
             "the same, back": self.check_area,
             "a new window": self.check_new_window,
