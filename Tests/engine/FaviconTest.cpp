@@ -141,7 +141,7 @@ TEST_F(FaviconTest, RedirectsAreFollowedAndLoopsFail) {
                               "", "text/plain", 302, {{"Location", "file:///etc/hostname"}}});
 
     EXPECT_EQ(fetched(iconRequests, url("/from")),
-              (HttpResponse{200, "there", url("/to").absoluteString()}));
+              (HttpResponse{200, "there", url("/to").absoluteString(), "text/plain"}));
     const auto loops = fetched(iconRequests, url("/loop"));
     const auto file = fetched(iconRequests, url("/file"));
 
