@@ -16,6 +16,8 @@
 #include "platform/model/SocketOwner.h"
 #include "search/answers/PageReduction.h"
 #include "search/answers/ResultsPage.h"
+#include "search/answers/SearchAnswer.h"
+#include "search/answers/SearchAnswerCard.h"
 #include "search/Bang.h"
 #include "search/SearchSuggester.h"
 #include "shell/WindowPlacement.h"
@@ -194,6 +196,21 @@ inline std::string resultsAnswer(std::string_view input) {
             return "a shown address doesn't parse";
         }
     }
+    return {};
+}
+
+/// What a model says of search results, and how it is shown.
+inline std::string searchReply(std::string_view input) {
+    const auto reply = SearchAnswer::reply(input);
+    if (reply.answer.contains("Next:")) return "a mark is left in the answer";
+    if (reply.followUps.size() > SearchAnswer::followUpsLimit) return "there are too many searches";
+    for (const std::string& each : reply.followUps) {
+        if (each.empty()) return "a search is empty";
+        if (characterCount(each) >= SearchAnswer::followUpLimit) return "a search is too long";
+    }
+    std::size_t shown = 0;
+    for (const auto& run : SearchAnswerCard::cited(reply.answer)) shown += run.text.size();
+    if (shown > reply.answer.size()) return "more is shown than was said";
     return {};
 }
 
