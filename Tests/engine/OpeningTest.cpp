@@ -299,7 +299,11 @@ TEST_F(OpeningTest, AnAddressTypedMeanwhileWins) {
 
         tab->webView().load(url("/typed", opener));
 
-        ASSERT_TRUE(waitFor([&] { return tab->title() == "Typed" && !tab->isLoading(); })) << turns;
+        ASSERT_TRUE(waitFor([&] { return tab->title() == "Typed" && !tab->isLoading(); }))
+            << turns << ": " << tab->title() << ", "
+            << (tab->url() ? tab->url()->absoluteString() : "")
+            << (tab->isLoading() ? ", loading" : "") << ", typed asked for "
+            << server.requests("/typed") << " times, target " << server.requests("/target");
         settle();
         EXPECT_EQ(tab->url(), url("/typed", opener)) << turns;
         store.close(*tab);
