@@ -157,6 +157,38 @@ TEST_F(ProfileStoreTest, AChangeReplacesABadStoredValue) {
     EXPECT_EQ(stored(), std::vector{personal});
 }
 
+TEST_F(ProfileStoreTest, AddAppendsAndSavesBeforeItsOneSignal) {
+    auto store = open({home, personal});
+    std::vector<std::optional<std::vector<Profile>>> seen;
+    store.connectChanged([&] { seen.push_back(stored()); });
+
+    store.add(work);
+
+    EXPECT_EQ(store.profiles(), (std::vector{home, personal, work}));
+    EXPECT_EQ(seen, (std::vector<std::optional<std::vector<Profile>>>{store.profiles()}));
+}
+
+TEST_F(ProfileStoreTest, TheFirstProfileAddedIsStoredBehindTheDefaultOne) {
+    auto store = open();
+
+    store.add(work);
+
+    EXPECT_EQ(stored(), (std::vector{personal, work}));
+}
+
+TEST_F(ProfileStoreTest, AddOfAKnownIdentityChangesNothing) {
+    auto store = open({personal, work});
+    const auto written = defaults.written;
+    int changes = 0;
+    store.connectChanged([&] { ++changes; });
+
+    store.add({work.id, "Twin", "x", 1});
+
+    EXPECT_EQ(store.profiles(), (std::vector{personal, work}));
+    EXPECT_EQ(defaults.written, written);
+    EXPECT_EQ(changes, 0);
+}
+
 TEST_F(ProfileStoreTest, RemoveKeepsTheOrderOfTheOthersAndSavesBeforeTheSignal) {
     auto store = open({home, personal, work});
     std::optional<std::vector<Profile>> seen;

@@ -54,6 +54,14 @@ Profile ProfileStore::newProfile() const {
     return {Uuid::random(), "", "briefcase.fill", static_cast<std::int64_t>(color)};
 }
 
+void ProfileStore::add(const Profile& profile) {
+    const auto found = std::ranges::find(profiles_, profile.id, &Profile::id);
+    if (found != profiles_.end()) return;
+    profiles_.push_back(profile);
+    save();
+    changed_.emit();
+}
+
 void ProfileStore::update(const Profile& profile) {
     const auto found = std::ranges::find(profiles_, profile.id, &Profile::id);
     if (found == profiles_.end()) return;

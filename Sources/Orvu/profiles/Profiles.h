@@ -55,6 +55,8 @@ public:
     /// none of the last eleven new ones had.
     [[nodiscard]] Profile newProfile() const;
 
+    /// Adds a profile at the end. One of a known identity has no effect.
+    void add(const Profile& profile);
     /// Replaces the profile of the same identity whole. An unknown one has no effect.
     void update(const Profile& profile);
     /// Removes a profile with its stored values and website data. The personal one stays.
