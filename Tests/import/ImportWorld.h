@@ -2,6 +2,7 @@
 
 #include "import/Importer.h"
 #include "import/ImportLines.h"
+#include "platform/linux/foreign/LinuxForeignFiles.h"
 #include "platform/TemporaryFolder.h"
 
 #include <fcntl.h>
@@ -67,8 +68,8 @@ protected:
     /// What is left in the folder for copies.
     [[nodiscard]] Strings leftovers() const {
         Strings names;
-        if (!std::filesystem::exists(folders.caches)) return names;
-        for (const auto& entry : std::filesystem::directory_iterator{folders.caches}) {
+        if (!std::filesystem::exists(caches)) return names;
+        for (const auto& entry : std::filesystem::directory_iterator{caches}) {
             names.push_back(entry.path().filename());
         }
         return names;
@@ -79,9 +80,10 @@ protected:
     const ImportFolders folders{.home = home,
                                 .configuration = home / ".config",
                                 .data = home / ".local/share",
-                                .caches = temporary.path() / "cache/Orvu",
                                 .applications = temporary.path() / "Applications"};
-    const BrowserImporter importer{folders};
+    const Path caches = temporary.path() / "cache/Orvu";
+    const LinuxForeignFiles files{caches};
+    const BrowserImporter importer{files, folders};
     const Date now = Date::fromUnixSeconds(1'780'000'000);
     Request request{.now = now, .calendar = Calendar{"UTC"}};
 };

@@ -199,7 +199,7 @@ TEST_F(ImporterSafari, TheLastVisitOfEachPageIsRead) {
 TEST_F(ImporterReaders, AnExportedFileIsRead) {
     write(home / "bookmarks.html", R"(<a href="https://a.example/">Q &amp; A</a>)");
 
-    EXPECT_EQ(lines(BrowserImporter::readHTML(home / "bookmarks.html")),
+    EXPECT_EQ(lines(importer.readHTML(home / "bookmarks.html")),
               Strings{"https://a.example/ Q & A"});
 }
 
@@ -207,9 +207,9 @@ TEST_F(ImporterReaders, WhatIsNoFileGivesNoExportedBookmarks) {
     const Path pipe = home / "pipe.html";
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
 
-    EXPECT_EQ(BrowserImporter::readHTML(home / "missing.html"), Entries{});
-    EXPECT_EQ(BrowserImporter::readHTML(home), Entries{});
-    EXPECT_EQ(BrowserImporter::readHTML(pipe), Entries{});
+    EXPECT_EQ(importer.readHTML(home / "missing.html"), Entries{});
+    EXPECT_EQ(importer.readHTML(home), Entries{});
+    EXPECT_EQ(importer.readHTML(pipe), Entries{});
 }
 
 }  // namespace

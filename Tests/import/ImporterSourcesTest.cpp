@@ -1,4 +1,4 @@
-#include "import/files/PersonFolders.h"
+#include "import/PersonFolders.h"
 #include "import/ImportWorld.h"
 #include "import/KnownBrowsers.h"
 
@@ -263,19 +263,18 @@ TEST(PersonFolders, LieInTheHomeIfTheEnvironmentTellsNoOthers) {
     const Variable configuration{"XDG_CONFIG_HOME", nullptr};
     const Variable data{"XDG_DATA_HOME", "relative"};
 
-    const auto folders = personFolders("/cache");
+    const auto folders = personFolders();
 
     EXPECT_EQ(folders.home, "/home/p");
     EXPECT_EQ(folders.configuration, "/home/p/.config");
     EXPECT_EQ(folders.data, "/home/p/.local/share");
-    EXPECT_EQ(folders.caches, "/cache");
 }
 
 TEST(PersonFolders, LieWhereTheEnvironmentTells) {
     const Variable configuration{"XDG_CONFIG_HOME", "/c"};
     const Variable data{"XDG_DATA_HOME", "/d"};
 
-    const auto folders = personFolders("/cache");
+    const auto folders = personFolders();
 
     EXPECT_EQ(folders.configuration, "/c");
     EXPECT_EQ(folders.data, "/d");

@@ -1,5 +1,4 @@
 #include "import/BrowserDatabase.h"
-#include "import/files/CopiedDatabase.h"
 #include "import/ImportWorld.h"
 
 #include <csignal>
@@ -28,15 +27,19 @@ std::map<std::string, std::string> stateOf(const std::filesystem::path& folder) 
 
 class RunningBrowser : public ImportWorld {
 protected:
-    [[nodiscard]] CopiedDatabase copied() const {
-        return {history, folders.caches,
-                std::chrono::steady_clock::now() + std::chrono::minutes{1}};
+    [[nodiscard]] std::unique_ptr<DatabaseSnapshot> copied() const {
+        return files.database(history, std::chrono::steady_clock::now() + std::chrono::minutes{1});
     }
-    [[nodiscard]] Strings titles() const {
+    [[nodiscard]] static Strings titles(const DatabaseSnapshot* database) {
         Strings result;
-        for (const auto& row : copied().query(query)) result.push_back(row.title);
-        return result;
+        const auto take = [&](const DatabaseSnapshot::Row& row) {
+            result.emplace_back(row.second);
+            return true;
+        };
+        return database && database->query(query, take) ? result : Strings{};
     }
+    [[nodiscard]] Strings titles() const { return titles(copied().get()); }
+
     void fillLog(ChromiumHistory& database) {
         database.run("PRAGMA wal_autocheckpoint = 0");
         database.run("PRAGMA journal_mode = WAL");
@@ -88,11 +91,11 @@ TEST_F(RunningBrowser, NoHalfTransactionIsReadWhereAJournalTellsOfIt) {
     ASSERT_GT(std::filesystem::file_size(folder / "History-journal"), 0U);
     ASSERT_NE(contentOf(history).find("half"), std::string::npos);
 
-    const auto rows = copied().query(query);
+    const auto rows = titles();
 
     ASSERT_EQ(rows.size(), 2000U);
     EXPECT_TRUE(std::ranges::all_of(
-        rows, [](const DatabaseRow& row) { return row.title.starts_with("whole"); }));
+        rows, [](const std::string& title) { return title.starts_with("whole"); }));
 }
 
 TEST_F(RunningBrowser, AJournalThatNamesAnotherFileIsLeftAloneAndSoIsThatFile) {
@@ -157,12 +160,12 @@ TEST_F(RunningBrowser, CopiesLieInAFolderOfTheirOwnThatOnlyItsOwnerMayEnterAndGo
         ASSERT_EQ(names.size(), 1U);
         EXPECT_TRUE(names[0].starts_with("OrvuImport-"));
         struct stat facts{};
-        ASSERT_EQ(stat((folders.caches / names[0]).c_str(), &facts), 0);
+        ASSERT_EQ(stat((caches / names[0]).c_str(), &facts), 0);
         EXPECT_EQ(facts.st_mode & 07777, 0700U);
-        for (const auto& entry : std::filesystem::directory_iterator{folders.caches / names[0]}) {
+        for (const auto& entry : std::filesystem::directory_iterator{caches / names[0]}) {
             EXPECT_EQ(entry.status().permissions(), std::filesystem::perms{0600}) << entry;
         }
-        ASSERT_EQ(stat(folders.caches.c_str(), &facts), 0);
+        ASSERT_EQ(stat(caches.c_str(), &facts), 0);
         EXPECT_EQ(facts.st_mode & 07777, 0700U);
     }
 
@@ -171,7 +174,7 @@ TEST_F(RunningBrowser, CopiesLieInAFolderOfTheirOwnThatOnlyItsOwnerMayEnterAndGo
 
 TEST_F(RunningBrowser, WhereNoCopyCanBeMadeThereAreNoRows) {
     ChromiumHistory{history}.add("https://a.example/", "A", now);
-    write(folders.caches.parent_path(), "a file in the place of the folder");
+    write(caches.parent_path(), "a file in the place of the folder");
 
     EXPECT_EQ(titles(), Strings{});
     EXPECT_FALSE(read(BrowserKind::chromium, folder).blocked);
@@ -188,23 +191,23 @@ TEST_F(RunningBrowser, ACopyOfAProcessThatWasKilledIsRemovedLaterAndOneInUseIsNo
     ASSERT_EQ(waitpid(process, &status, 0), process);
     ASSERT_TRUE(WIFSIGNALED(status));
     ASSERT_EQ(leftovers().size(), 1U);
-    write(folders.caches / "OrvuImport-notes/kept", "x");
-    const Path link = folders.caches / "OrvuImport-0E4C2C6A-3F0E-4D3B-8C52-7A1F2B3C4D5E";
+    write(caches / "OrvuImport-notes/kept", "x");
+    const Path link = caches / "OrvuImport-0E4C2C6A-3F0E-4D3B-8C52-7A1F2B3C4D5E";
     std::filesystem::create_directory_symlink(folder, link);
 
     const auto copy = copied();
-    importer.removeLeftovers();
+    files.removeLeftovers();
 
     EXPECT_EQ(leftovers().size(), 3U);
-    EXPECT_EQ(contentOf(folders.caches / "OrvuImport-notes/kept"), "x");
+    EXPECT_EQ(contentOf(caches / "OrvuImport-notes/kept"), "x");
     EXPECT_TRUE(std::filesystem::exists(history));
-    EXPECT_EQ(copy.query(query).size(), 1U);
+    EXPECT_EQ(titles(copy.get()), Strings{"A"});
 }
 
 TEST_F(RunningBrowser, RemovingLeftoversWhereThereIsNoFolderDoesNothing) {
-    importer.removeLeftovers();
+    files.removeLeftovers();
 
-    EXPECT_FALSE(std::filesystem::exists(folders.caches));
+    EXPECT_FALSE(std::filesystem::exists(caches));
 }
 
 }  // namespace

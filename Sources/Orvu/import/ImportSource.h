@@ -39,12 +39,11 @@ struct ImportResult {
     bool blocked = false;  ///< the system refused the files; both lists are empty then
 };
 
-/// Where browsers keep their data, and where copies of it may lie for a moment.
+/// Where browsers keep their data.
 struct ImportFolders {
     std::filesystem::path home;
     std::filesystem::path configuration;  ///< of all programs
     std::filesystem::path data;           ///< of all programs
-    std::filesystem::path caches;         ///< this program's own; it need not exist yet
     std::filesystem::path applications{"/Applications"};
 };
 

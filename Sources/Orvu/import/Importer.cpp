@@ -1,10 +1,8 @@
 #include "import/Importer.h"
 
-#include "import/files/PrivateFolder.h"
-#include "import/files/ProfileSearch.h"
-#include "import/files/SourceFile.h"
 #include "import/formats/BookmarksHtml.h"
 #include "import/KnownBrowsers.h"
+#include "import/ProfileSearch.h"
 #include "import/readers/ImportRead.h"
 
 #include <algorithm>
@@ -13,6 +11,7 @@ namespace orvu {
 namespace {
 
 using Path = std::filesystem::path;
+using Access = ForeignFiles::Access;
 using Request = BrowserImporter::Request;
 
 constexpr std::size_t longestHtml = 256 << 20;  // bytes
@@ -28,30 +27,29 @@ ImportSource sourceIn(const Path& folder, const KnownBrowser& browser) {
 
 /// Where this browser is installed it is listed also while its files are refused, since a person
 /// can mend that.
-std::optional<ImportSource> safari(const KnownBrowser& browser, const ImportFolders& folders) {
-    std::error_code failure;
-    if (!std::filesystem::exists(folders.applications / "Safari.app", failure)) {
-        return std::nullopt;
-    }
+std::optional<ImportSource> safari(const KnownBrowser& browser, const ForeignFiles& files,
+                                   const ImportFolders& folders) {
+    if (!files.isFolder(folders.applications / "Safari.app")) return std::nullopt;
     auto source = sourceIn(folders.home / browser.homeFolder, browser);
-    source.needsAccess = accessTo(source.folder / probeFile(source.kind)) != FileAccess::readable;
+    source.needsAccess = files.access(source.folder / probeFile(source.kind)) != Access::readable;
     return source;
 }
 
-std::optional<ImportSource> sourceOf(const KnownBrowser& browser, const ImportFolders& folders) {
-    if (browser.kind == BrowserKind::safari) return safari(browser, folders);
-    const auto folder = newestProfile(browser.bases(folders), browser.kind);
+std::optional<ImportSource> sourceOf(const KnownBrowser& browser, const ForeignFiles& files,
+                                     const ImportFolders& folders) {
+    if (browser.kind == BrowserKind::safari) return safari(browser, files, folders);
+    const auto folder = newestProfile(files, browser.bases(folders), browser.kind);
     return folder ? std::optional{sourceIn(*folder, browser)} : std::nullopt;
 }
 
 /// Whether the system refuses what is to be read. The file of the history is always asked: one in
 /// which nothing is to be seen was never in use.
-bool isBlocked(const ImportSource& source, const Request& request) {
-    const auto probe = accessTo(source.folder / probeFile(source.kind));
-    if (probe == FileAccess::refused || probe == FileAccess::empty) return true;
+bool isBlocked(const ForeignFiles& files, const ImportSource& source, const Request& request) {
+    const auto probe = files.access(source.folder / probeFile(source.kind));
+    if (probe == Access::refused || probe == Access::empty) return true;
     return request.bookmarks &&
            std::ranges::any_of(profileFiles(source.kind), [&](std::string_view name) {
-               return accessTo(source.folder / name) == FileAccess::refused;
+               return files.access(source.folder / name) == Access::refused;
            });
 }
 
@@ -73,21 +71,21 @@ void readKind(BrowserKind kind, const ImportRead& read, ImportResult& result) {
 std::vector<ImportSource> BrowserImporter::sources() const {
     std::vector<ImportSource> result;
     for (const KnownBrowser& browser : KnownBrowser::all()) {
-        if (auto source = sourceOf(browser, folders_)) result.push_back(std::move(*source));
+        if (auto source = sourceOf(browser, files_, folders_)) result.push_back(std::move(*source));
     }
     return result;
 }
 
 ImportResult BrowserImporter::read(const Source& source, const Request& request) const {
     ImportResult result;
-    if (isBlocked(source, request)) {
+    if (isBlocked(files_, source, request)) {
         result.blocked = true;
         return result;
     }
     const auto cut = request.calendar.addingDays(-days, request.now);
     readKind(source.kind,
-             {.folder = source.folder,
-              .caches = folders_.caches,
+             {.files = files_,
+              .folder = source.folder,
               .bookmarks = request.bookmarks,
               .history = request.history,
               .cut = cut.value_or(Date::distantPast()),
@@ -96,11 +94,9 @@ ImportResult BrowserImporter::read(const Source& source, const Request& request)
     return result;
 }
 
-std::vector<BookmarkStore::Entry> BrowserImporter::readHTML(const Path& file) {
+std::vector<BookmarkStore::Entry> BrowserImporter::readHTML(const Path& file) const {
     const auto deadline = std::chrono::steady_clock::now() + htmlPatience;
-    return bookmarksInHtml(sourceText(file, longestHtml, deadline).value_or(""));
+    return bookmarksInHtml(files_.text(file, longestHtml, deadline).value_or(""));
 }
-
-void BrowserImporter::removeLeftovers() const { PrivateFolder::removeLeftovers(folders_.caches); }
 
 }  // namespace orvu

@@ -2,6 +2,7 @@
 
 #include "foundation/Calendar.h"
 #include "import/ImportSource.h"
+#include "platform/ForeignFiles.h"
 
 #include <chrono>
 #include <filesystem>
@@ -21,7 +22,9 @@ public:
     /// How far back the history goes.
     static constexpr int days = 30;
 
-    explicit BrowserImporter(ImportFolders folders) : folders_(std::move(folders)) {}
+    /// `files` must outlive it.
+    BrowserImporter(const ForeignFiles& files, ImportFolders folders)
+        : files_(files), folders_(std::move(folders)) {}
 
     /// The browsers that have data here, in the order in which they are shown.
     [[nodiscard]] std::vector<Source> sources() const;
@@ -39,14 +42,12 @@ public:
     [[nodiscard]] Result read(const Source& source, const Request& request) const;
 
     /// Reads a bookmarks file that a browser exported. Empty if it can't be read.
-    [[nodiscard]] static std::vector<BookmarkStore::Entry> readHTML(
-        const std::filesystem::path& file);
-
-    /// Removes copies that a process left behind which was killed. To be called once at the start.
-    void removeLeftovers() const;
+    [[nodiscard]] std::vector<BookmarkStore::Entry> readHTML(
+        const std::filesystem::path& file) const;
 
 private:
-    ImportFolders folders_;
+    const ForeignFiles& files_;
+    const ImportFolders folders_;
 };
 
 }  // namespace orvu

@@ -12,7 +12,7 @@ constexpr HistoryQuery history{
 
 void readChromium(const ImportRead& read, ImportResult& result) {
     if (read.bookmarks) result.bookmarks = chromiumBookmarks(read.text("Bookmarks"));
-    if (read.history) result.visits = read.visits(read.database("History"), history);
+    if (read.history) result.visits = visits(read.database("History").get(), history, read.cut);
 }
 
 }  // namespace orvu

@@ -15,13 +15,13 @@ constexpr HistoryQuery history{
 
 /// A page with tags has one row more for each of them, without a title and often in front of the
 /// bookmark's own. Such a row counts only where the page has no other.
-std::vector<BookmarkStore::Entry> entries(std::vector<DatabaseRow> rows) {
+std::vector<BookmarkStore::Entry> entries(std::vector<PageRow> rows) {
     std::unordered_set<Url> titled;
-    for (const DatabaseRow& row : rows) {
+    for (const PageRow& row : rows) {
         if (!row.title.empty()) titled.insert(row.url);
     }
     std::vector<BookmarkStore::Entry> result;
-    for (DatabaseRow& row : rows) {
+    for (PageRow& row : rows) {
         if (row.title.empty() && titled.contains(row.url)) continue;
         if (row.title.empty()) row.title = nameOf(row.url);
         result.emplace_back(std::move(row.url), std::move(row.title));
@@ -34,8 +34,8 @@ std::vector<BookmarkStore::Entry> entries(std::vector<DatabaseRow> rows) {
 void readFirefox(const ImportRead& read, ImportResult& result) {
     if (!read.bookmarks && !read.history) return;
     const auto places = read.database("places.sqlite");
-    if (read.bookmarks) result.bookmarks = entries(places.query(bookmarks));
-    if (read.history) result.visits = read.visits(places, history);
+    if (read.bookmarks) result.bookmarks = entries(query(places.get(), bookmarks));
+    if (read.history) result.visits = visits(places.get(), history, read.cut);
 }
 
 }  // namespace orvu

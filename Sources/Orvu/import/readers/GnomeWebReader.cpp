@@ -15,7 +15,8 @@ constexpr HistoryQuery history{
 
 void readGnomeWeb(const ImportRead& read, ImportResult& result) {
     if (read.bookmarks) result.bookmarks = gnomeWebBookmarks(read.text("bookmarks.gvdb"));
-    if (read.history) result.visits = read.visits(read.database("ephy-history.db"), history);
+    if (read.history)
+        result.visits = visits(read.database("ephy-history.db").get(), history, read.cut);
 }
 
 }  // namespace orvu

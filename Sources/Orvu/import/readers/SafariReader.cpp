@@ -11,7 +11,7 @@ constexpr HistoryQuery history{
 }  // namespace
 
 void readSafari(const ImportRead& read, ImportResult& result) {
-    if (read.history) result.visits = read.visits(read.database("History.db"), history);
+    if (read.history) result.visits = visits(read.database("History.db").get(), history, read.cut);
 }
 
 }  // namespace orvu

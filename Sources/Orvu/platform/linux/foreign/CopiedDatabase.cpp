@@ -1,13 +1,12 @@
-#include "import/files/CopiedDatabase.h"
+#include "platform/linux/foreign/CopiedDatabase.h"
 
-#include "import/formats/ImportedPage.h"
 #include "platform/linux/defaults/Sqlite.h"
+#include "platform/linux/foreign/SourceFile.h"
 
 #include <sys/stat.h>
 
 #include <algorithm>
 #include <array>
-#include <optional>
 #include <string_view>
 #include <system_error>
 
@@ -18,9 +17,7 @@ using Path = std::filesystem::path;
 
 constexpr std::array<const char*, 3> companions{"-wal", "-shm", "-journal"};
 constexpr std::size_t largestFile = std::size_t{4} << 30;
-constexpr std::size_t mostRows = 100'000;
-constexpr std::size_t mostBytes = 64 << 20;  // of addresses and titles
-constexpr int largestValue = 64 << 20;       // bytes
+constexpr int largestValue = 64 << 20;  // bytes
 /// How often a copy is made anew because the browser wrote meanwhile.
 constexpr int copies = 3;
 
@@ -69,17 +66,16 @@ bool namesAnotherFile(const Path& journal) {
 }
 
 int isOver(void* deadline) {
-    return std::chrono::steady_clock::now() >= *static_cast<const ImportDeadline*>(deadline) ? 1
-                                                                                             : 0;
+    return std::chrono::steady_clock::now() >= *static_cast<const ReadDeadline*>(deadline) ? 1 : 0;
 }
 
 /// Lets statements end at the deadline, which must outlive the connection, and trusts nothing that
 /// stands in the database.
-void restrict(SqliteConnection& connection, const ImportDeadline& deadline) {
+void restrict(SqliteConnection& connection, const ReadDeadline& deadline) {
     sqlite3* const handle = connection.handle();
     constexpr int steps = 1000;  // of the library's machine: some microseconds
     // The library wants a pointer to what it may change; the deadline is only read.
-    sqlite3_progress_handler(handle, steps, isOver, const_cast<ImportDeadline*>(&deadline));
+    sqlite3_progress_handler(handle, steps, isOver, const_cast<ReadDeadline*>(&deadline));
     sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, largestValue);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
@@ -87,15 +83,9 @@ void restrict(SqliteConnection& connection, const ImportDeadline& deadline) {
     connection.execute("PRAGMA temp_store = MEMORY");
 }
 
-std::optional<DatabaseRow> rowOf(const SqliteStatement::Turn& turn) {
-    auto url = webBookmark(turn.text(0));
-    if (!url) return std::nullopt;
-    return DatabaseRow{std::move(*url), importedTitle(turn.text(1)), turn.integer(2)};
-}
-
 }  // namespace
 
-CopiedDatabase::CopiedDatabase(const Path& file, const Path& caches, ImportDeadline deadline)
+CopiedDatabase::CopiedDatabase(const Path& file, const Path& caches, ReadDeadline deadline)
     : folder_(caches), deadline_(deadline), path_(folder_.path() / file.filename()) {
     isThere_ = !folder_.path().empty() && copy(file);
     if (isThere_) recover();
@@ -142,30 +132,20 @@ void CopiedDatabase::recover() const {
     (void)connection.queryInteger("SELECT count(*) FROM sqlite_master");
 }
 
-std::vector<DatabaseRow> CopiedDatabase::query(const std::string& sql) const {
-    if (!isThere_) return {};
+bool CopiedDatabase::query(const std::string& sql,
+                           const std::function<bool(const Row&)>& take) const {
+    if (!isThere_) return false;
     SqliteConnection connection{path_, SqliteConnection::Access::readOnly};
-    if (connection.status() != SQLITE_OK) return {};
+    if (connection.status() != SQLITE_OK) return false;
     restrict(connection, deadline_);
-    return rows(connection, sql);
-}
-
-std::vector<DatabaseRow> CopiedDatabase::rows(SqliteConnection& connection,
-                                              const std::string& sql) const {
     auto statement = connection.prepare(sql);
-    if (!statement) return {};
+    if (!statement) return false;
     SqliteStatement::Turn turn{statement};
-    std::vector<DatabaseRow> result;
-    std::size_t bytes = 0;
     int code = turn.step();
-    for (; code == SQLITE_ROW && result.size() < mostRows && bytes < mostBytes;
-         code = turn.step()) {
-        auto row = rowOf(turn);
-        if (!row) continue;
-        bytes += row->url.absoluteString().size() + row->title.size();
-        result.push_back(std::move(*row));
+    while (code == SQLITE_ROW && take({turn.text(0), turn.text(1), turn.integer(2)})) {
+        code = turn.step();
     }
-    return code == SQLITE_DONE || code == SQLITE_ROW ? result : std::vector<DatabaseRow>{};
+    return code == SQLITE_DONE || code == SQLITE_ROW;
 }
 
 }  // namespace orvu

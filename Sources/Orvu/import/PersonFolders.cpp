@@ -1,4 +1,4 @@
-#include "import/files/PersonFolders.h"
+#include "import/PersonFolders.h"
 
 #include <pwd.h>
 #include <unistd.h>
@@ -23,12 +23,11 @@ Path homeOfAccount() {
 
 }  // namespace
 
-ImportFolders personFolders(const Path& caches) {
+ImportFolders personFolders() {
     const Path home = variable("HOME", homeOfAccount());
     return {.home = home,
             .configuration = variable("XDG_CONFIG_HOME", home / ".config"),
-            .data = variable("XDG_DATA_HOME", home / ".local/share"),
-            .caches = caches};
+            .data = variable("XDG_DATA_HOME", home / ".local/share")};
 }
 
 }  // namespace orvu

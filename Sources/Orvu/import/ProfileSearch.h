@@ -1,6 +1,7 @@
 #pragma once
 
 #include "import/ImportSource.h"
+#include "platform/ForeignFiles.h"
 
 #include <filesystem>
 #include <optional>
@@ -13,6 +14,6 @@ namespace orvu {
 /// as they are listed, the usual names, the base itself, and what a file "profiles.ini" names.
 /// Nothing if none of them holds such a file.
 [[nodiscard]] std::optional<std::filesystem::path> newestProfile(
-    const std::vector<std::filesystem::path>& bases, BrowserKind kind);
+    const ForeignFiles& files, const std::vector<std::filesystem::path>& bases, BrowserKind kind);
 
 }  // namespace orvu

@@ -1,4 +1,4 @@
-#include "import/files/PrivateFolder.h"
+#include "platform/linux/foreign/PrivateFolder.h"
 
 #include "foundation/Uuid.h"
 

@@ -1,4 +1,4 @@
-#include "import/files/SourceFile.h"
+#include "platform/linux/foreign/SourceFile.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::size_t pieceSize = 1 << 20;
 
-bool isOver(ImportDeadline deadline) { return std::chrono::steady_clock::now() >= deadline; }
+bool isOver(ReadDeadline deadline) { return std::chrono::steady_clock::now() >= deadline; }
 
 /// How many bytes came; a negative number if reading failed.
 ssize_t readSome(int descriptor, std::span<char> piece) {
@@ -39,7 +39,7 @@ bool writeAll(int descriptor, std::string_view bytes) {
 
 /// Hands a file over in pieces. False if it can't be read to its end by the deadline, has too many
 /// bytes, or `take` refuses a piece.
-bool readPieces(int source, std::size_t limit, ImportDeadline deadline, const auto& take) {
+bool readPieces(int source, std::size_t limit, ReadDeadline deadline, const auto& take) {
     std::vector<char> piece(pieceSize);
     for (std::size_t total = 0; !isOver(deadline);) {
         const ssize_t count = readSome(source, piece);
@@ -53,16 +53,18 @@ bool readPieces(int source, std::size_t limit, ImportDeadline deadline, const au
 
 }  // namespace
 
-FileAccess accessTo(const std::filesystem::path& file) {
+ForeignFiles::Access accessTo(const std::filesystem::path& file) {
     struct stat facts{};
     if (stat(file.c_str(), &facts) != 0) {
-        return errno == EACCES || errno == EPERM ? FileAccess::refused : FileAccess::absent;
+        return errno == EACCES || errno == EPERM ? ForeignFiles::Access::refused
+                                                 : ForeignFiles::Access::absent;
     }
-    if (!S_ISREG(facts.st_mode)) return FileAccess::absent;
+    if (!S_ISREG(facts.st_mode)) return ForeignFiles::Access::absent;
     const auto descriptor = openSource(file);
-    if (!descriptor) return FileAccess::refused;
+    if (!descriptor) return ForeignFiles::Access::refused;
     std::array<char, 16> head{};
-    return readSome(descriptor.get(), head) > 0 ? FileAccess::readable : FileAccess::empty;
+    return readSome(descriptor.get(), head) > 0 ? ForeignFiles::Access::readable
+                                                : ForeignFiles::Access::empty;
 }
 
 bool isRegularFile(const std::filesystem::path& file) {
@@ -79,7 +81,7 @@ FileDescriptor openSource(const std::filesystem::path& file) {
 }
 
 std::optional<std::string> sourceText(const std::filesystem::path& file, std::size_t limit,
-                                      ImportDeadline deadline) {
+                                      ReadDeadline deadline) {
     const auto source = openSource(file);
     if (!source) return std::nullopt;
     std::string text;
@@ -92,7 +94,7 @@ std::optional<std::string> sourceText(const std::filesystem::path& file, std::si
 }
 
 bool copySource(const std::filesystem::path& file, const std::filesystem::path& target,
-                std::size_t limit, ImportDeadline deadline) {
+                std::size_t limit, ReadDeadline deadline) {
     const auto source = openSource(file);
     if (!source) return false;
     const FileDescriptor copy{
