@@ -1,10 +1,12 @@
 #include "import/BrowserDatabase.h"
 #include "import/ImportWorld.h"
 
-#include <csignal>
 #include <sys/wait.h>
 
+#include <atomic>
+#include <csignal>
 #include <map>
+#include <thread>
 
 namespace orvu {
 namespace {
@@ -202,6 +204,25 @@ TEST_F(RunningBrowser, ACopyOfAProcessThatWasKilledIsRemovedLaterAndOneInUseIsNo
     EXPECT_EQ(contentOf(caches / "OrvuImport-notes/kept"), "x");
     EXPECT_TRUE(std::filesystem::exists(history));
     EXPECT_EQ(titles(copy.get()), Strings{"A"});
+}
+
+TEST_F(RunningBrowser, ReadsAtOneTimeDoNotDisturbEachOther) {
+    ChromiumHistory database{history};
+    fillLog(database);
+    std::atomic<int> whole = 0;
+    {
+        std::vector<std::jthread> readers;
+        for (int i = 0; i < 4; ++i) {
+            readers.emplace_back([&] {
+                for (int round = 0; round < 10; ++round) {
+                    if (read(BrowserKind::chromium, folder).visits.size() == 3) ++whole;
+                }
+            });
+        }
+    }
+
+    EXPECT_EQ(whole, 40);
+    EXPECT_EQ(leftovers(), Strings{});
 }
 
 TEST_F(RunningBrowser, RemovingLeftoversWhereThereIsNoFolderDoesNothing) {
