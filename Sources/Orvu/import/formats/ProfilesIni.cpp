@@ -20,10 +20,9 @@ std::vector<std::filesystem::path> profileFolders(std::string_view ini,
                                                   const std::filesystem::path& base) {
     std::vector<std::filesystem::path> result;
     while (!ini.empty() && result.size() < mostProfiles) {
-        const auto line = withoutBlanks(ini.substr(0, ini.find('\n')));
-        ini.remove_prefix(std::min(ini.size(), ini.find('\n') == std::string_view::npos
-                                                   ? ini.size()
-                                                   : ini.find('\n') + 1));
+        const auto end = std::min(ini.find('\n'), ini.size());
+        const auto line = withoutBlanks(ini.substr(0, end));
+        ini.remove_prefix(std::min(end + 1, ini.size()));
         constexpr std::string_view key = "Path=";
         if (!line.starts_with(key) || line.size() == key.size()) continue;
         const auto path = line.substr(key.size());

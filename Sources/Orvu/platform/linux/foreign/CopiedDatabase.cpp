@@ -95,8 +95,8 @@ bool CopiedDatabase::copy(const Path& file) {
     for (int tries = 1;; ++tries) {
         const auto before = stateOf(file);
         if (!copyOnce(file)) return false;
-        // A browser that never rests gives a copy that is as good as one at a moment's loss of
-        // power, which its database is made for.
+        // A browser that never rests is taken as it is: such a copy may lack the last rows, or not
+        // be readable.
         if (tries == copies || stateOf(file) == before) return true;
         clear();
     }
