@@ -9,6 +9,9 @@
 #include "fakes/FakeUserDefaults.h"
 #include "foundation/json/JsonSurrogates.h"
 #include "foundation/text/Text.h"
+#include "import/formats/BookmarksHtml.h"
+#include "import/formats/ChromiumBookmarks.h"
+#include "import/formats/GnomeWebBookmarks.h"
 #include "pagetools/ReaderExtraction.h"
 #include "pagetools/ReaderText.h"
 #include "platform/model/ChatStream.h"
@@ -305,6 +308,50 @@ inline std::string pageReduction(std::string_view input) {
     if (PageReduction::text("<!-- a -->" + page) != behindBlank) return "a comment says something";
     const bool isSilent = PageReduction::text("<nav>a<b>c</nav>" + page) == behindBlank;
     return isSilent ? "" : "an element that is left out says something";
+}
+
+/// What an import gives of bookmarks that stand in another browser's file.
+inline std::string importedBookmarks(const std::vector<BookmarkStore::Entry>& found) {
+    for (const auto& [url, title] : found) {
+        if (!isWebUrl(url)) return "a bookmark leads to no web page";
+        if (!canBeStored(url)) return "an address is too long to be stored";
+        if (!isWellFormed(title)) return "a title is no UTF-8";
+        if (characterCount(title) > 1000) return "a title is too long";
+    }
+    return {};
+}
+
+/// A file "Bookmarks" of Chromium's family.
+inline std::string chromiumBookmarksFile(std::string_view input) {
+    const auto found = chromiumBookmarks(input);
+    JsonWriter writer;
+    writer.beginObject().key("roots").beginObject().key("other").beginObject();
+    writer.key("children").beginArray();
+    for (const auto& [url, title] : found) {
+        writer.beginObject().key("type").value("url").key("url").value(url);
+        writer.key("name").value(title).endObject();
+    }
+    const auto written = std::move(writer.endArray().endObject().endObject().endObject()).finish();
+    if (!written || chromiumBookmarks(*written) != found) return "the bookmarks changed";
+    return importedBookmarks(found);
+}
+
+/// A bookmarks file that a browser exported.
+inline std::string bookmarksHtmlFile(std::string_view input) {
+    const auto found = bookmarksInHtml(input);
+    std::string written;
+    for (const auto& [url, title] : found) {
+        if (title.empty()) return "a title is empty";
+        written += "<DT><a href=\"" + url.absoluteString() + "\" ADD_DATE=\"1\">";
+        written += replacingAll(title, "&", "&amp;") + "</a>\n";
+    }
+    if (bookmarksInHtml(written) != found) return "the bookmarks changed";
+    return importedBookmarks(found);
+}
+
+/// A file "bookmarks.gvdb" of GNOME Web.
+inline std::string gnomeWebBookmarksFile(std::string_view input) {
+    return importedBookmarks(gnomeWebBookmarks(input));
 }
 
 inline std::string windowFrame(std::string_view input) {

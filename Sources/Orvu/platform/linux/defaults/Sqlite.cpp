@@ -62,6 +62,11 @@ std::string_view SqliteStatement::Turn::bytes(int column) const {
     return {data, static_cast<std::size_t>(sqlite3_column_bytes(statement_, column))};
 }
 
+std::string_view SqliteStatement::Turn::text(int column) const {
+    const auto* const data = sqlite3_column_text(statement_, column);
+    return data ? std::string_view{reinterpret_cast<const char*>(data)} : std::string_view{};
+}
+
 std::int64_t SqliteStatement::Turn::integer(int column) const {
     return sqlite3_column_int64(statement_, column);
 }

@@ -38,6 +38,9 @@ public:
         [[nodiscard]] int type(int column) const;
         /// Bytes of a text or a blob, embedded zeros included; they stand until the next step.
         [[nodiscard]] std::string_view bytes(int column) const;
+        /// A value as text in UTF-8, whatever it is kept as, up to its first zero; it stands until
+        /// the next step. Empty for NULL.
+        [[nodiscard]] std::string_view text(int column) const;
         [[nodiscard]] std::int64_t integer(int column) const;
         [[nodiscard]] double real(int column) const;
 
