@@ -12,6 +12,7 @@
 #include "import/formats/BookmarksHtml.h"
 #include "import/formats/ChromiumBookmarks.h"
 #include "import/formats/GnomeWebBookmarks.h"
+#include "import/formats/ImportedPage.h"
 #include "pagetools/ReaderExtraction.h"
 #include "pagetools/ReaderText.h"
 #include "platform/model/ChatStream.h"
@@ -343,7 +344,9 @@ inline std::string bookmarksHtmlFile(std::string_view input) {
     for (const auto& [url, title] : found) {
         if (title.empty()) return "a title is empty";
         written += "<DT><a href=\"" + url.absoluteString() + "\" ADD_DATE=\"1\">";
-        written += replacingAll(title, "&", "&amp;") + "</a>\n";
+        // The address stands for a missing title, and may hold what no title can.
+        const bool isAddress = title == importedTitle(url.absoluteString());
+        written += (isAddress ? "" : replacingAll(title, "&", "&amp;")) + "</a>\n";
     }
     if (bookmarksInHtml(written) != found) return "the bookmarks changed";
     return importedBookmarks(found);

@@ -25,7 +25,7 @@ public:
 
 private:
     bool copy(const std::filesystem::path& file);
-    bool copyOnce(const std::filesystem::path& file) const;
+    [[nodiscard]] bool copyOnce(const std::filesystem::path& file) const;
     void recover() const;
     void clear() const;
 
