@@ -343,6 +343,8 @@ inline std::string bookmarksHtmlFile(std::string_view input) {
     std::string written;
     for (const auto& [url, title] : found) {
         if (title.empty()) return "a title is empty";
+        // Its end quote would begin an address of its own.
+        if (lowercased(url.absoluteString()).ends_with("href=")) return importedBookmarks(found);
         written += "<DT><a href=\"" + url.absoluteString() + "\" ADD_DATE=\"1\">";
         // The address stands for a missing title, and may hold what no title can.
         const bool isAddress = title == importedTitle(url.absoluteString());
