@@ -56,3 +56,22 @@ class FullscreenTest(BrowserTest):
         self.hands.go_on("F11")
 
         self.wait_until_left()
+
+    def leave_for(self, script):
+        """A page that fills the screen and goes elsewhere by a script; gives the other address."""
+        self.server.page("/elsewhere")
+        other = self.server.url("/elsewhere", "other.localhost")
+        page = self.server.page("/film", body=ASKS + f"<script>const other = '{other}'; {script}</script>")
+        self.start_and_open(page)
+        self.hands.click()
+        self.wait_for_visit(other)
+
+    def test_a_page_of_another_host_does_not_get_the_screen(self):
+        self.leave_for("document.onfullscreenchange = () => location = other")
+
+        self.wait_until_left()
+
+    def test_who_fills_the_screen_on_the_way_out_leaves_it_to_no_other(self):
+        self.leave_for("document.addEventListener('click', () => location = other)")
+
+        self.wait_until_left()

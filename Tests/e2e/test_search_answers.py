@@ -202,7 +202,7 @@ class AnswerTest(SearchAnswersTest):
         body = "".join(result.markup() for result in self.found)
         self.google.script_page(
             "/search", "onclick = () => document.documentElement.requestFullscreen();"
-            "onkeydown = () => fetch('/report/key')", body=f"<div id=search>{body}</div>")
+            "onkeydown = () => fetch('/report/key')", body=f"<div style='height:100vh'></div><div id=search>{body}</div>")
         self.play_model()
         self.start_with_results()
         self.hands.click()

@@ -11,6 +11,9 @@ from harness.wait import until, until_equal
 LIBRARIES = pathlib.Path("/usr/share/javascript")
 FIND = "Find in page"
 SHOWN = "addEventListener('pageshow', () => fetch('/report/shown-' + document.title));"
+# One after the other: reports that are on their way together come in any order.
+TELL = """let told = Promise.resolve();
+const tell = text => { told = told.then(() => fetch('/report/' + encodeURIComponent(text))); };"""
 
 CODE = """<!doctype html><meta charset=utf-8><title>code</title>
 <link rel=stylesheet href=/codemirror/lib/codemirror.css>
@@ -22,7 +25,7 @@ CODE = """<!doctype html><meta charset=utf-8><title>code</title>
 <script src=/codemirror/addon/search/search.js></script>
 <body><script>
 SHOWN
-const tell = text => fetch('/report/' + encodeURIComponent(text));
+TELL
 const editor = CodeMirror(document.body, {
     value: 'a fish\\nb fish\\n', extraKeys: {'Ctrl-S': () => tell('saved')}});
 editor.on('change', () => tell('text ' + editor.getValue().replaceAll('\\n', '|')));
@@ -37,7 +40,7 @@ TEXT = """<!doctype html><meta charset=utf-8><title>text</title>
 <script>window.CKEDITOR_BASEPATH = '/ckeditor/';</script>
 <script src=/ckeditor/ckeditor.js></script><script>
 SHOWN
-const tell = text => fetch('/report/' + encodeURIComponent(text));
+TELL
 const editor = CKEDITOR.replace('words', {
     customConfig: '', contentsCss: '', removePlugins: 'elementspath,scayt,wsc', height: 700});
 editor.on('change', () => tell('text ' + editor.getData().trim()));
@@ -66,7 +69,7 @@ class EditorTest(BrowserTest):
 
     def start_editor(self, name, html):
         before = self.server.page("/before")
-        html = html.replace("SHOWN", SHOWN)
+        html = html.replace("SHOWN", SHOWN).replace("TELL", TELL)
         self.server.answers[f"/{name}"] = lambda handler: handler.reply(200, "text/html", html)
         self.url = self.server.url(f"/{name}")
         self.start_with_only(before)

@@ -537,6 +537,21 @@ void OrvuWebView::setHoveredLink(std::optional<Url> link) {
     changed_.emit(WebViewProperty::hoveredLink);
 }
 
+void OrvuWebView::setFullscreen(bool on) {
+    fillsScreen_ = on;
+    fullscreen_.emit(on);
+}
+
+/// The engine would leave the screen to the document that comes, under the name of the one that
+/// asked for it. It gives up when the window doesn't fill the screen any more.
+void OrvuWebView::takeScreenBack() {
+    if (!fillsScreen_) return;
+    if (auto* const window = gtk_widget_get_root(widget())) {
+        gtk_window_unfullscreen(GTK_WINDOW(window));
+    }
+    setFullscreen(false);
+}
+
 void OrvuWebView::setCapture(ActiveCapture capture) {
     if (capture_ == capture) return;
     capture_ = capture;
@@ -601,6 +616,8 @@ void OrvuWebView::documentStands() {
 void OrvuWebView::documentGone() {
     const std::weak_ptr alive{self_};
     setHoveredLink(std::nullopt);
+    if (!living(alive)) return;
+    takeScreenBack();
     if (!living(alive)) return;
     leaving_->documentGone();
     printing_->documentGone();

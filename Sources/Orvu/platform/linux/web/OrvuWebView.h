@@ -187,6 +187,8 @@ private:
     void setSecure(bool secure);
     void setHoveredLink(std::optional<Url> link);
     void setCapture(ActiveCapture capture);
+    void setFullscreen(bool on);
+    void takeScreenBack();
     void loadChanged(WebKitLoadEvent event);
     void loadFailed(const char* uri, const GError* error);
     void loadFailedInTls(const char* uri, GTlsCertificate* certificate, GTlsCertificateFlags flags);
@@ -216,6 +218,7 @@ private:
     std::optional<PagePrinting> printing_;
     std::optional<EngineMenu> menu_;
     sigc::signal<void(WebViewProperty)> changed_;
+    bool fillsScreen_ = false;  ///< an element of the document does
     sigc::signal<void(bool)> fullscreen_;
     sigc::signal<void(const PageMenuChoice&)> menuChosen_;
     std::string title_;

@@ -129,11 +129,11 @@ struct OrvuWebView::Events::Handlers {
         return TRUE;
     }
     static gboolean enterFullscreen(WebKitWebView*, gpointer data) {
-        self(data).fullscreen_.emit(true);
+        self(data).setFullscreen(true);
         return FALSE;
     }
     static gboolean leaveFullscreen(WebKitWebView*, gpointer data) {
-        self(data).fullscreen_.emit(false);
+        self(data).setFullscreen(false);
         return FALSE;
     }
     static void processTerminated(WebKitWebView*, WebKitWebProcessTerminationReason reason,
