@@ -61,7 +61,8 @@ class FullscreenTest(BrowserTest):
         """A page that fills the screen and goes elsewhere by a script; gives the other address."""
         self.server.page("/elsewhere")
         other = self.server.url("/elsewhere", "other.localhost")
-        page = self.server.page("/film", body=ASKS + f"<script>const other = '{other}'; {script}</script>")
+        script = f"<script>const other = '{other}'; {script}</script>"
+        page = self.server.page("/film", body=ASKS + script)
         self.start_and_open(page)
         self.hands.click()
         self.wait_for_visit(other)

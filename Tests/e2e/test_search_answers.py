@@ -199,10 +199,12 @@ class AnswerTest(SearchAnswersTest):
         self.results.wait_for_words("Of a blunt one.")
 
     def test_a_page_that_fills_the_screen_has_it_alone(self):
-        body = "".join(result.markup() for result in self.found)
+        # Nothing is below the pointer that leads elsewhere.
+        body = "<div style='height:100vh'></div><div id=search>"
+        body += "".join(result.markup() for result in self.found)
         self.google.script_page(
             "/search", "onclick = () => document.documentElement.requestFullscreen();"
-            "onkeydown = () => fetch('/report/key')", body=f"<div style='height:100vh'></div><div id=search>{body}</div>")
+            "onkeydown = () => fetch('/report/key')", body=f"{body}</div>")
         self.play_model()
         self.start_with_results()
         self.hands.click()

@@ -34,7 +34,8 @@ protected:
     }
     [[nodiscard]] const PageDialog& expectDialog(Kind kind) const {
         EXPECT_TRUE(waitFor([&] { return asked() && asked()->kind == kind; }))
-            << static_cast<int>(kind);
+            << static_cast<int>(kind) << (view->isLoading() ? " while loading " : " at rest on ")
+            << (view->url() ? view->url()->absoluteString() : "nothing");
         static const PageDialog none;
         return asked() ? *asked() : none;
     }
