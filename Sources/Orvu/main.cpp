@@ -7,6 +7,7 @@
 #include "shell/BrowserWindowController.h"
 #include "shell/CommandLine.h"
 #include "shell/OrvuApp.h"
+#include "shell/settings/view/SettingsWindowView.h"
 #include "shell/view/BrowserWindowView.h"
 #include "shell/view/OrvuApplication.h"
 
@@ -34,7 +35,8 @@ public:
                        return std::make_unique<BrowserWindowView>(application, services_, windows_,
                                                                   traits, std::move(closed));
                    }),
-          delegate_(services_, windows_, application),
+          settingsWindow_(application, services_, windows_.assistant().skills),
+          delegate_(services_, windows_, settingsWindow_, application),
           tidyUp_(services_.platform().loop.after(std::chrono::seconds{10},
                                                   [this] { removeOrphans(); })) {}
 
@@ -58,6 +60,7 @@ private:
     Desktop desktop_{FaviconStore::httpOptions, SearchSuggester::httpOptions, storage()};
     AppServices services_{desktop_.platform()};
     BrowserWindowController windows_;
+    SettingsWindowView settingsWindow_;
     AppDelegate delegate_;
     Scheduled tidyUp_;
     ScopedConnection movingWatch_ =

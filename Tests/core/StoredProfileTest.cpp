@@ -268,6 +268,36 @@ TEST_F(StoredDeletionTest, AProfileThatIsRemovedIsInNoFile) {
     EXPECT_TRUE(isGone());
 }
 
+TEST_F(StoredDeletionTest, AWindowOfARemovedProfileGoesOnInMemoryAlone) {
+    const Profile work{Uuid::random(), "Work", "briefcase.fill", 1};
+    {
+        SqliteUserDefaults defaults{file, atOnce()};
+        writeRecords(defaults, ProfileStore::key, std::vector{Profile::personal(), work});
+    }
+    {
+        Program program{file, atOnce()};
+        BrowserStore window{program.services, false, work};
+        Program::visit(*window.active(), kept, "title");
+
+        program.services.profiles().remove(work);
+        Program::visit(*window.active(), secret, "title");
+        window.bookmarks().toggle(url(secret), "title");
+        window.newGroup(*window.active());
+        window.togglePin(window.newTab(url(secret), BrowserStore::Select::yes));
+        window.park(*window.active());
+        EXPECT_EQ(addresses(window.shelf()), (Strings{secret}));
+        window.park(window.newTab(url(kept), BrowserStore::Select::yes));
+        EXPECT_EQ(window.shelf().size(), 2U);
+        window.unpark(window.shelf().front());
+        EXPECT_EQ(window.visits().size(), 2U);
+        EXPECT_TRUE(window.bookmarks().contains(url(secret)));
+        window.clearHistory(std::nullopt);
+    }
+
+    EXPECT_FALSE(folderHas(folder, canary, ""));
+    EXPECT_FALSE(folderHas(folder, work.id.string(), ""));
+}
+
 TEST_F(StoredDeletionTest, OlderCopiesHaveNothingOfPrivateWindows) {
     Program program{file, backingUp()};
     BrowserStore window{program.services, true, Profile::personal()};

@@ -10,6 +10,7 @@ from harness.case import PRIVATE, BrowserTest  # noqa: E402
 from harness.direct import DirectSite  # noqa: E402
 from harness.models import ModelServer  # noqa: E402
 from harness.results import BING, GOOGLE, HIDE, SEARCH, SHOW  # noqa: E402
+from harness.settings import SettingsWindow  # noqa: E402
 from harness.wait import until, until_equal  # noqa: E402
 
 MISSING = "Start Ollama or LM Studio so Kesto can answer; Orvu finds them by itself."
@@ -244,6 +245,17 @@ class WithoutAnAnswerTest(SearchAnswersTest):
         self.start_with_results()
         self.results.wait_for_words("Kesto couldn't find results on this page.")
         self.assertEqual(self.results.buttons(), [HIDE])
+
+    def test_switched_in_the_settings_it_goes_and_comes_at_once(self):
+        self.start_with_results()
+        self.app.app_action("openSettings")
+        switch = SettingsWindow(self.windows, self.hands).switch(
+            "Kesto answers beside search results")
+        switch.press()
+        self.results.wait_for_no_card()
+        self.results.wait_for_strip()
+        switch.press()
+        self.results.wait_for_card()
 
     def test_results_that_come_late_are_read(self):
         body = "".join(result.markup() for result in self.found)

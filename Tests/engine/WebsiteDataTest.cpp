@@ -126,6 +126,33 @@ TEST_F(WebsiteDataTest, ADroppedRemovalIsDoneAllTheSame) {
     EXPECT_TRUE(waitFor([&] { return records(*window).empty(); }));
 }
 
+TEST_F(WebsiteDataTest, AllOfOneProfileGoesAndNothingOfAnother) {
+    const auto home = engine.makeConfiguration(WebsiteDataStore::defaultDataStore());
+    const auto office = engine.makeConfiguration(WebsiteDataStore::dataStoreForIdentifier(work));
+    for (auto* const window : {home.get(), office.get()}) {
+        keep(*window, "127.0.0.1");
+        keep(*window, "localhost");
+    }
+
+    const auto clearing = engine.clearDataStore(WebsiteDataStore::defaultDataStore());
+    EXPECT_TRUE(waitFor([&] { return clearing.await_ready(); }));
+
+    for (const auto* const host : {"127.0.0.1", "localhost"}) {
+        EXPECT_EQ(found(*home, host), nothing);
+        EXPECT_EQ(found(*office, host), everything);
+    }
+}
+
+TEST_F(WebsiteDataTest, AProfileWithoutAWindowCanBeCleared) {
+    keep(*engine.makeConfiguration(WebsiteDataStore::defaultDataStore()), "localhost");
+
+    static_cast<void>(engine.clearDataStore(WebsiteDataStore::defaultDataStore()));
+
+    const auto window = engine.makeConfiguration(WebsiteDataStore::defaultDataStore());
+    EXPECT_TRUE(waitFor([&] { return records(*window).empty(); }));
+    EXPECT_EQ(found(*window, "localhost"), nothing);
+}
+
 TEST_F(WebsiteDataTest, SubdomainsShareTheRecordOfTheirDomain) {
     const auto window = engine.makeConfiguration(WebsiteDataStore::nonPersistentDataStore());
 

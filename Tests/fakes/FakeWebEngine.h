@@ -262,12 +262,19 @@ public:
         return std::make_unique<Configuration>(*this, data.back());
     }
     void removeDataStore(const Uuid& identifier) override { removedStores.push_back(identifier); }
+    [[nodiscard]] Future<bool> clearDataStore(const WebsiteDataStore& store) override {
+        clearedStores.push_back(store);
+        clearings.emplace_back();
+        return clearings.back().future();
+    }
 
     std::vector<FakeWebView*> views;       ///< all live views, the oldest first
     std::vector<WebsiteDataStore> stores;  ///< the store of each configuration made
     /// What websites stored, for each configuration made.
     std::vector<std::shared_ptr<FakeWebsiteData>> data;
     std::vector<Uuid> removedStores;
+    std::vector<WebsiteDataStore> clearedStores;
+    std::vector<Promise<bool>> clearings;  ///< one for each cleared store, to be resolved
     /// Where the rules of each configuration go; they outlive it here.
     std::vector<std::shared_ptr<FakeUserContent>> contents;
     bool fullscreen = false;

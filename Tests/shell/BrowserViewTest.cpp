@@ -27,6 +27,7 @@ TEST_F(BrowserViewTest, EverySwitchIsOffAtFirst) {
     EXPECT_EQ(view->pendingQuestion.get(), std::nullopt);
     EXPECT_FALSE(view->askUpdates.get());
     EXPECT_EQ(view->fullscreenTab.get(), std::nullopt);
+    EXPECT_FALSE(view->sheetOpen.get());
     EXPECT_TRUE(world.defaults.written.empty());
 }
 
@@ -48,6 +49,67 @@ TEST_F(BrowserViewTest, ColumnOfOneWindowLeavesAnothersAlone) {
 
     EXPECT_FALSE(other->narrow.get());
 }
+
+// --- Profiles -----------------------------------------------------------------------------------
+
+TEST_F(BrowserViewTest, APrivateWindowHasNoProfilesToSwitchTo) {
+    const auto view = viewOf(std::make_shared<BrowserStore>(*services, true, Profile::personal()));
+
+    EXPECT_EQ(view->profileSwitcher(), nullptr);
+}
+
+TEST_F(BrowserViewTest, AChosenProfileIsShownWhenTheViewThatWasPressedIsDone) {
+    const auto view = viewOf(openStoreWith({a}));
+
+    view->profileSwitcher()->switchTo(world.work.id);
+    EXPECT_TRUE(asked.empty());
+    world.loop.advance(std::chrono::milliseconds{0});
+
+    EXPECT_EQ(asked, Strings{"switch " + world.work.name});
+}
+
+TEST_F(BrowserViewTest, AViewThatEndsSwitchesNoMore) {
+    auto view = viewOf(openStoreWith({a}));
+    view->profileSwitcher()->switchTo(world.work.id);
+
+    view.reset();
+    world.loop.advance(std::chrono::milliseconds{0});
+
+    EXPECT_TRUE(asked.empty());
+}
+
+TEST_F(BrowserViewTest, AnEditedProfileShowsAtOnceAndADeletedOneStaysAsItWas) {
+    const auto view = viewOf(std::make_shared<BrowserStore>(*services, false, world.work));
+    Profile edited = world.work;
+    edited.name = "Studio";
+    edited.color = 5;
+
+    services->profiles().update(edited);
+    EXPECT_EQ(view->profile(), edited);
+    services->profiles().remove(edited);
+
+    EXPECT_EQ(view->profile(), world.work);
+}
+
+TEST_F(BrowserViewTest, ASheetIsOpenWhileAProfileIsMadeChangedOrAboutToGo) {
+    const auto view = viewOf(openStoreWith({a}));
+    ProfileSwitcher& switcher = *view->profileSwitcher();
+
+    switcher.create();
+    EXPECT_TRUE(view->sheetOpen.get());
+    switcher.editor()->cancel();
+    EXPECT_FALSE(view->sheetOpen.get());
+    switcher.edit(Profile::personalID);
+    EXPECT_TRUE(view->sheetOpen.get());
+    switcher.editor()->cancel();
+    EXPECT_FALSE(view->sheetOpen.get());
+    switcher.confirmDelete(world.work.id);
+    EXPECT_TRUE(view->sheetOpen.get());
+    switcher.answer(ProfileSwitcher::Question::Answer::cancel);
+    EXPECT_FALSE(view->sheetOpen.get());
+}
+
+// --- The notch ----------------------------------------------------------------------------------
 
 TEST_F(BrowserViewTest, AnAddressThatNoFieldCanHoldIsNotEdited) {
     const auto view = viewOf(openStoreWith({a}));

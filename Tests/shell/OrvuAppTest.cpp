@@ -6,6 +6,7 @@
 
 #include <deque>
 #include <limits>
+#include <optional>
 
 namespace orvu {
 namespace {
@@ -25,6 +26,17 @@ public:
     std::vector<std::string> reasons;   ///< why the person was asked
     std::deque<Promise<bool>> answers;  ///< one for each, to be resolved
     int aboutPanels = 0;
+};
+
+class FakeSettingsWindow : public SettingsWindow {
+public:
+    void show(const sigc::slot<void()>& act) override {
+        ++shows;
+        makeDefault = act;
+    }
+
+    int shows = 0;
+    sigc::slot<void()> makeDefault;
 };
 
 class OrvuAppTest : public StoreTest {
@@ -50,7 +62,8 @@ protected:
     FakeScreen screen;
     BrowserWindowController windows{world.services, screen.factory()};
     FakeApplicationHost host;
-    AppDelegate app{world.services, windows, host};
+    FakeSettingsWindow settingsWindow;
+    AppDelegate app{world.services, windows, settingsWindow, host};
 };
 
 TEST_F(OrvuAppTest, LaunchingOpensOneWindowWithTheRestoredTabsAndCountsTheStart) {
@@ -151,6 +164,27 @@ TEST_F(OrvuAppTest, TheMenuAsksTheDesktopToMakeThisTheDefaultBrowser) {
     app.makeDefaultBrowser();
 
     EXPECT_EQ(world.workspace.defaultBrowserRequests, 1);
+}
+
+TEST_F(OrvuAppTest, TheSettingsWindowCanMakeThisTheDefaultBrowser) {
+    app.openSettings();
+    EXPECT_EQ(settingsWindow.shows, 1);
+    EXPECT_TRUE(windows.windows().empty());
+
+    settingsWindow.makeDefault();
+
+    EXPECT_EQ(world.workspace.defaultBrowserRequests, 1);
+}
+
+TEST_F(OrvuAppTest, TheSettingsWindowMayOutliveTheProgramThatOpenedIt) {
+    std::optional<AppDelegate> other;
+    other.emplace(world.services, windows, settingsWindow, host);
+    other->openSettings();
+    other.reset();
+
+    settingsWindow.makeDefault();
+
+    EXPECT_EQ(world.workspace.defaultBrowserRequests, 0);
 }
 
 // --- Quitting -----------------------------------------------------------------------------------

@@ -11,7 +11,10 @@ AppServices::AppServices(const Platform& platform)
     : platform_(platform),
       settings_(platform.defaults),
       profiles_(platform.defaults,
-                [&engine = platform.engine](const Uuid& id) { engine.removeDataStore(id); }),
+                [this](const Uuid& id) {
+                    bookmarks_.profileRemoved(id);
+                    platform_.engine.removeDataStore(id);
+                }),
       bookmarks_(platform.defaults, platform.loop),
       favicons_(platform.iconRequests, platform.images, platform.files,
                 platform.paths.data / "Favicons"),

@@ -72,7 +72,7 @@ sigc::connection BookmarkStore::connectChanged(const sigc::slot<void()>& slot) {
 }
 
 void BookmarkStore::saveAndEmit() {
-    writeRecords(defaults_, key_, items_);
+    if (isSaved_) writeRecords(defaults_, key_, items_);
     changed_.emit();
 }
 
@@ -83,6 +83,11 @@ BookmarkStore& BookmarkStores::store(const Profile& profile) {
             defaults_, clock_, scopedKey(SettingsKeys::orvuBookmarks.name, profile));
     }
     return *store;
+}
+
+void BookmarkStores::profileRemoved(const Uuid& id) {
+    const auto found = stores_.find(id);
+    if (found != stores_.end()) found->second->keepInMemory();
 }
 
 }  // namespace orvu

@@ -52,6 +52,8 @@ public:
     /// Appends the entries whose address is new, the first `addLimit` of them. Gives how many.
     int add(const std::vector<Entry>& entries);
     void remove(const Bookmark& bookmark);
+    /// Writes nothing any more, because its profile was deleted.
+    void keepInMemory() { isSaved_ = false; }
 
     sigc::connection connectChanged(const sigc::slot<void()>& slot);
 
@@ -62,6 +64,7 @@ private:
     const MainLoop& clock_;
     const std::string key_;
     std::vector<Bookmark> items_;
+    bool isSaved_ = true;
     sigc::signal<void()> changed_;
 };
 
@@ -72,6 +75,8 @@ public:
         : defaults_(defaults), clock_(clock) {}
 
     [[nodiscard]] BookmarkStore& store(const Profile& profile);
+    /// The windows that still show it go on with bookmarks in memory.
+    void profileRemoved(const Uuid& id);
 
 private:
     UserDefaults& defaults_;

@@ -212,7 +212,7 @@ void BrowserStore::unpark(const Parked& parked) {
 
 /// Another window of the profile may have changed the shelf meanwhile.
 void BrowserStore::readShelf() {
-    if (isPrivate_) return;
+    if (!isSaved()) return;
     auto stored = load<Parked>(SettingsKeys::browserShelf).value_or(std::vector<Parked>{});
     if (stored == shelf_) return;
     shelf_ = std::move(stored);

@@ -204,6 +204,12 @@ private:
     UserDefaults& defaults_;
     MainLoop& loop_;
     const Calendar& calendar_;
+    /// Whether what the person does is to be found again by the next run: not in a private window, and
+    /// not where the profile was deleted.
+    [[nodiscard]] bool isSaved() const {
+        return !isPrivate_ && !services_.profiles().wasRemoved(profile_.id);
+    }
+
     const bool isPrivate_;
     const Profile profile_;
     BookmarkStore& bookmarks_;

@@ -32,7 +32,7 @@ std::optional<std::vector<Record>> BrowserStore::load(const SettingKey& key) con
 
 template <class Record>
 void BrowserStore::save(const std::vector<Record>& records, const SettingKey& key) {
-    if (!isPrivate_) writeRecords(defaults_, scopedKey(key.name, profile_), records);
+    if (isSaved()) writeRecords(defaults_, scopedKey(key.name, profile_), records);
 }
 template void BrowserStore::save(const std::vector<Parked>& records, const SettingKey& key);
 template std::optional<std::vector<Parked>> BrowserStore::load(const SettingKey& key) const;
@@ -66,7 +66,7 @@ void BrowserStore::restoreTabs() {
 }
 
 void BrowserStore::saveSession() {
-    if (isPrivate_ || restoring_) return;
+    if (!isSaved() || restoring_) return;
     std::vector<SavedTab> session;
     for (const auto& tab : tabs_) {
         if (tab->url() && canBeStored(*tab->url()))
@@ -110,7 +110,7 @@ void BrowserStore::removeVisit(const Visit& visit) {
 }
 
 void BrowserStore::saveVisits() {
-    if (isPrivate_) return;
+    if (!isSaved()) return;
     defaults_.setData(scopedKey(SettingsKeys::browserVisits.name, profile_), history_.encoded());
 }
 

@@ -56,6 +56,9 @@ public:
         const WebsiteDataStore& store) = 0;
     /// Deletes what websites stored for a profile. Failures are not reported.
     virtual void removeDataStore(const Uuid& identifier) = 0;
+    /// Deletes all that websites have in a store: of every type, however old. Goes on to the end even
+    /// if the future is dropped. The future gives whether it succeeded.
+    [[nodiscard]] virtual Future<bool> clearDataStore(const WebsiteDataStore& store) = 0;
 
     /// Takes each download that begins, from a page or without one. It is cancelled if nobody
     /// takes it.

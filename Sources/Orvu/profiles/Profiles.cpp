@@ -75,6 +75,7 @@ void ProfileStore::remove(const Profile& profile) {
     const Profile removed = profile;  // the argument may stand in the list
     std::erase_if(profiles_, [&](const Profile& each) { return each.id == removed.id; });
     if (profiles_.empty()) profiles_.push_back(Profile::personal());
+    removed_.push_back(removed.id);
     {
         const UserDefaults::Batch batch{defaults_};
         save();
@@ -85,6 +86,10 @@ void ProfileStore::remove(const Profile& profile) {
     }
     removeWebsiteData_(removed.id);
     changed_.emit();
+}
+
+bool ProfileStore::wasRemoved(const Uuid& id) const {
+    return std::ranges::find(removed_, id) != removed_.end();
 }
 
 sigc::connection ProfileStore::connectChanged(const sigc::slot<void()>& slot) {

@@ -61,6 +61,9 @@ public:
     void update(const Profile& profile);
     /// Removes a profile with its stored values and website data. The personal one stays.
     void remove(const Profile& profile);
+    /// Whether a profile was removed since the program began. Whoever still shows it writes nothing
+    /// of it any more, or it would come back.
+    [[nodiscard]] bool wasRemoved(const Uuid& id) const;
 
     sigc::connection connectChanged(const sigc::slot<void()>& slot);
 
@@ -70,6 +73,7 @@ private:
     UserDefaults& defaults_;
     RemoveWebsiteData removeWebsiteData_;
     std::vector<Profile> profiles_;
+    std::vector<Uuid> removed_;
     sigc::signal<void()> changed_;
 };
 

@@ -3,6 +3,8 @@
 #include "core/Records.h"
 #include "profiles/Preferences.h"
 
+#include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace orvu {
@@ -15,11 +17,42 @@ BrowserView::BrowserView(std::shared_ptr<BrowserStore> store, AppServices& servi
       services_(services),
       assistant_(assistant),
       window_(window),
-      switchProfile_(std::move(switchProfile)) {}
+      switchProfile_(std::move(switchProfile)) {
+    if (store_->isPrivate()) return;
+    profileSwitcher_.emplace(services_.profiles(), store_->profile().id,
+                             sigc::mem_fun(*this, &BrowserView::switchSoon));
+    watchSheets();
+}
+
+void BrowserView::watchSheets() {
+    const auto changed = sigc::track_object(
+        [this] {
+            const ProfileSwitcher& switcher = *profileSwitcher_;
+            sheetOpen.set(switcher.editing.get() || switcher.creating.get() ||
+                          switcher.deleting.get());
+        },
+        *this);
+    profileSwitcher_->editing.connectChanged(changed);
+    profileSwitcher_->creating.connectChanged(changed);
+    profileSwitcher_->deleting.connectChanged(changed);
+}
 
 void BrowserView::switchProfile(const Profile& profile) const {
     const auto switchTo = switchProfile_;  // this view ends in it
     switchTo(profile);
+}
+
+/// The view that was pressed ends with this one: that waits until its signal is over.
+void BrowserView::switchSoon(const Profile& profile) {
+    switching_ = services_.platform().loop.after(
+        std::chrono::milliseconds{0},
+        sigc::bind(sigc::mem_fun(*this, &BrowserView::switchProfile), profile));
+}
+
+Profile BrowserView::profile() const {
+    const auto& known = services_.profiles().profiles();
+    const auto found = std::ranges::find(known, store_->profile().id, &Profile::id);
+    return found != known.end() ? *found : store_->profile();
 }
 
 void BrowserView::editAddress(const std::string& text) {

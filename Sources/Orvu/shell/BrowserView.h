@@ -4,6 +4,7 @@
 #include "core/AppServices.h"
 #include "core/BrowserStore.h"
 #include "foundation/Observable.h"
+#include "profiles/ProfileSwitcher.h"
 #include "shell/BrowserWindow.h"
 
 #include <functional>
@@ -41,6 +42,12 @@ public:
     [[nodiscard]] Assistant& assistant() const { return assistant_; }
     /// Gives the window a store of another profile, which ends this view.
     void switchProfile(const Profile& profile) const;
+    /// The window's profile as it is now; once it is deleted, as it was when this view was made.
+    [[nodiscard]] Profile profile() const;
+    /// The row of profiles; null in a private window.
+    [[nodiscard]] ProfileSwitcher* profileSwitcher() {
+        return profileSwitcher_ ? &*profileSwitcher_ : nullptr;
+    }
 
     Observable<bool> commandOpen{false};  ///< the notch is open as a command bar
     Observable<std::string> query;        ///< the notch's text; outlives its closing
@@ -51,6 +58,8 @@ public:
     Observable<bool> askUpdates{false};  ///< the question about automatic updates shows
     /// The tab of which an element fills the window.
     Observable<std::optional<Uuid>> fullscreenTab;
+    /// A sheet or a question stands over the window, whose commands wait for its end.
+    Observable<bool> sheetOpen{false};
 
     [[nodiscard]] int columnWidth() const { return narrow.get() ? narrowColumn : wideColumn; }
 
@@ -99,11 +108,16 @@ public:
     }
 
 private:
+    void watchSheets();
+    void switchSoon(const Profile& profile);
+
     const std::shared_ptr<BrowserStore> store_;
     AppServices& services_;
     Assistant& assistant_;
     BrowserWindow& window_;
     const SwitchProfile switchProfile_;
+    std::optional<ProfileSwitcher> profileSwitcher_;
+    Scheduled switching_;
     sigc::signal<void()> addressFocusRequested_;
     sigc::signal<void()> findFocusRequested_;
     sigc::signal<void(FindDirection)> findAgainRequested_;

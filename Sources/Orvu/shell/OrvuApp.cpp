@@ -7,8 +7,8 @@
 namespace orvu {
 
 AppDelegate::AppDelegate(AppServices& services, BrowserWindowController& windows,
-                         ApplicationHost& host)
-    : services_(services), windows_(windows), host_(host) {}
+                         SettingsWindow& settings, ApplicationHost& host)
+    : services_(services), windows_(windows), settings_(settings), host_(host) {}
 
 void AppDelegate::applicationDidFinishLaunching() {
     launched_ = true;
@@ -35,6 +35,10 @@ void AppDelegate::newWindow() {
 
 void AppDelegate::newPrivateWindow() {
     windows_.newWindow(BrowserWindowController::Private::yes, std::nullopt, {});
+}
+
+void AppDelegate::openSettings() {
+    settings_.show(sigc::mem_fun(*this, &AppDelegate::makeDefaultBrowser));
 }
 
 void AppDelegate::makeDefaultBrowser() { services_.platform().workspace.makeDefaultBrowser(); }

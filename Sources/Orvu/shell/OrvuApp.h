@@ -2,6 +2,7 @@
 
 #include "foundation/async/Future.h"
 #include "foundation/async/TaskScope.h"
+#include "profiles/settings/SettingsWindow.h"
 #include "shell/BrowserWindowController.h"
 
 #include <string>
@@ -24,10 +25,11 @@ public:
 };
 
 /// The program as the desktop sees it: it starts, is handed addresses, and is asked for windows.
-class AppDelegate {
+class AppDelegate : public sigc::trackable {
 public:
     /// All arguments must outlive the delegate.
-    AppDelegate(AppServices& services, BrowserWindowController& windows, ApplicationHost& host);
+    AppDelegate(AppServices& services, BrowserWindowController& windows, SettingsWindow& settings,
+                ApplicationHost& host);
 
     /// Addresses that came before launch had finished.
     [[nodiscard]] const std::vector<Url>& pendingURLs() const { return pendingURLs_; }
@@ -46,6 +48,7 @@ public:
     // Menu actions.
     void newWindow();
     void newPrivateWindow();
+    void openSettings();
     void makeDefaultBrowser();
     void orderFrontStandardAboutPanel() { host_.orderFrontStandardAboutPanel(); }
     /// Ends the program, once the person gave up what would be lost by that: downloads that run,
@@ -59,6 +62,7 @@ private:
 
     AppServices& services_;
     BrowserWindowController& windows_;
+    SettingsWindow& settings_;
     ApplicationHost& host_;
     std::vector<Url> pendingURLs_;
     bool launched_ = false;

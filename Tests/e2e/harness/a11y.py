@@ -150,6 +150,16 @@ class Node:
         return self._has(Atspi.StateType.PRESSED)
 
     @property
+    def is_on(self):
+        """Whether a switch is on."""
+        return self._has(Atspi.StateType.CHECKED)
+
+    @property
+    def is_active(self):
+        """Whether a window is the one with the keyboard."""
+        return self._has(Atspi.StateType.ACTIVE)
+
+    @property
     def is_sensitive(self):
         return self._has(Atspi.StateType.SENSITIVE)
 

@@ -77,15 +77,7 @@ protected:
 
     SkillStore skills{world.defaults};
     int madeDefault = 0;
-    std::vector<Promise<bool>> clearings;
-    SettingsView view{world.services,
-                      skills,
-                      {.makeDefault = [this] { ++madeDefault; },
-                       .clearWebsiteData =
-                           [this] {
-                               clearings.emplace_back();
-                               return clearings.back().future();
-                           }}};
+    SettingsView view{world.services, skills, [this] { ++madeDefault; }};
 };
 
 TEST_F(SettingsViewTest, SectionsStandInTheirOrder) {
@@ -178,9 +170,9 @@ TEST_F(SettingsViewTest, WithoutAWindowThePersonalHistoryAloneGoes) {
 
 TEST_F(SettingsViewTest, ClearedDataOfWebsitesIsToldAtItsEnd) {
     press("Clear All Website Data…");
-    ASSERT_EQ(clearings.size(), 1U);
+    ASSERT_EQ(world.engine.clearings.size(), 1U);
     EXPECT_EQ(view.cleared(), "");
-    clearings[0].resolve(true);
+    world.engine.clearings[0].resolve(true);
 
     EXPECT_EQ(view.cleared(), "Cookies and website data cleared");
     EXPECT_EQ(texts("Privacy").back(), "Cookies and website data cleared");
@@ -188,7 +180,7 @@ TEST_F(SettingsViewTest, ClearedDataOfWebsitesIsToldAtItsEnd) {
 
 TEST_F(SettingsViewTest, AFailureToClearIsNotTold) {
     press("Clear All Website Data…");
-    clearings[0].resolve(false);
+    world.engine.clearings[0].resolve(false);
     EXPECT_EQ(view.cleared(), "Cookies and website data cleared");
 }
 
@@ -196,7 +188,7 @@ TEST_F(SettingsViewTest, TheLatestClearingIsTheOneThatIsTold) {
     press("Clear All Website Data…");
     press("Clear History…");
     EXPECT_EQ(view.cleared(), "History cleared");
-    clearings[0].resolve(true);
+    world.engine.clearings[0].resolve(true);
     EXPECT_EQ(view.cleared(), "Cookies and website data cleared");
 }
 
@@ -227,20 +219,16 @@ TEST_F(SettingsViewTest, WhatChangesIsSignalled) {
 
 TEST_F(SettingsViewTest, ItsEndDropsAClearing) {
     std::optional<SettingsView> other;
-    other.emplace(world.services, skills,
-                  SettingsView::Actions{.makeDefault = {}, .clearWebsiteData = [this] {
-                                            clearings.emplace_back();
-                                            return clearings.back().future();
-                                        }});
+    other.emplace(world.services, skills, [] {});
     for (const auto& each : other->sections()) {
         for (const auto& row : each.rows) {
             const auto* const button = std::get_if<SettingsView::Button>(&row);
             if (button && button->title == "Clear All Website Data…") button->press();
         }
     }
-    ASSERT_EQ(clearings.size(), 1U);
+    ASSERT_EQ(world.engine.clearings.size(), 1U);
     other.reset();
-    EXPECT_FALSE(clearings[0].isWanted());
+    EXPECT_FALSE(world.engine.clearings[0].isWanted());
 }
 
 }  // namespace

@@ -4,8 +4,9 @@
 
 namespace orvu {
 
-SettingsView::SettingsView(AppServices& services, SkillStore& skills, Actions actions)
-    : services_(services), skills_(skills), actions_(std::move(actions)) {
+SettingsView::SettingsView(AppServices& services, SkillStore& skills,
+                           sigc::slot<void()> makeDefault)
+    : services_(services), skills_(skills), makeDefault_(std::move(makeDefault)) {
     skills_.connectChanged(sigc::mem_fun(changed_, &sigc::signal<void()>::emit));
 }
 
@@ -16,7 +17,7 @@ std::vector<SettingsView::Section> SettingsView::sections() {
 SettingsView::Section SettingsView::general() {
     Settings& settings = services_.settings();
     return {"General",
-            {Button{"Default browser", "Make Orvu Your Default Browser", actions_.makeDefault},
+            {Button{"Default browser", "Make Orvu Your Default Browser", makeDefault_},
              Switch{"Reopen your tabs when Orvu starts", &settings.restoreTabs}}};
 }
 
@@ -77,9 +78,10 @@ void SettingsView::clearWebsiteData() {
     clearing_.start(removeWebsiteData());
 }
 
-/// Only its end is told, not whether all of it went.
+/// That of the personal profile. Only the end is told, not whether all of it went.
 Task<void> SettingsView::removeWebsiteData() {
-    auto removal = actions_.clearWebsiteData();
+    auto& engine = services_.platform().engine;
+    auto removal = engine.clearDataStore(WebsiteDataStore::defaultDataStore());
     co_await removal;
     tellCleared("Cookies and website data cleared");
 }

@@ -23,13 +23,6 @@ public:
     static constexpr int width = 520;   ///< points
     static constexpr int height = 560;  ///< points
 
-    /// What is for others to do.
-    struct Actions {
-        std::function<void()> makeDefault;  ///< this program the one that opens web addresses
-        /// Deletes all that websites stored in the personal profile.
-        std::function<Future<bool>()> clearWebsiteData;
-    };
-
     /// A setting that is on or off. It is read and written as it is shown and moved.
     struct Switch {
         std::string_view label;
@@ -63,8 +56,9 @@ public:
         std::vector<Row> rows;
     };
 
-    /// `services` and `skills` must outlive this.
-    SettingsView(AppServices& services, SkillStore& skills, Actions actions);
+    /// `makeDefault` makes this program the one that opens web addresses. `services` and `skills` must
+    /// outlive this.
+    SettingsView(AppServices& services, SkillStore& skills, sigc::slot<void()> makeDefault);
     SettingsView(const SettingsView&) = delete;
     SettingsView& operator=(const SettingsView&) = delete;
 
@@ -92,7 +86,7 @@ private:
 
     AppServices& services_;
     SkillStore& skills_;
-    const Actions actions_;
+    const sigc::slot<void()> makeDefault_;
     std::string cleared_;
     sigc::signal<void()> changed_;
     TaskScope clearing_;  // last, so that it ends before what it uses

@@ -26,7 +26,8 @@ std::vector<Menu> makeMenu() {
     // This desktop has no way to hide a program's windows without closing or minimising them.
     return {
         {"Orvu",
-         lines({"orderFrontStandardAboutPanel", "", "makeDefaultBrowser", "", "terminate"})},
+         lines({"orderFrontStandardAboutPanel", "", "openSettings", "makeDefaultBrowser", "",
+                "terminate"})},
         {"File", lines({"newWindow", "newPrivateWindow", "", "performClose"})},
         {"Edit", lines({"undo", "redo", "", "cut", "copy", "paste", "selectAll"})},
         {"View", lines({"toggleFullScreen"})},

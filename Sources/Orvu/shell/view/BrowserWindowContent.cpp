@@ -16,9 +16,11 @@
 namespace orvu {
 namespace {
 
-std::unique_ptr<BrowserFrame> makeFrame(const BrowserStore& store) {
-    if (store.isPrivate()) return std::make_unique<BrowserFrame>();
-    return std::make_unique<BrowserFrame>(ProfileLook::at(store.profile().color).frame);
+Color tintOf(const BrowserView& view) { return ProfileLook::at(view.profile().color).frame; }
+
+std::unique_ptr<BrowserFrame> makeFrame(const BrowserView& view) {
+    if (view.store().isPrivate()) return std::make_unique<BrowserFrame>();
+    return std::make_unique<BrowserFrame>(tintOf(view));
 }
 
 }  // namespace
@@ -26,7 +28,7 @@ std::unique_ptr<BrowserFrame> makeFrame(const BrowserStore& store) {
 BrowserWindowContent::BrowserWindowContent(BrowserView& view)
     : view_(view),
       notch_(view.commandOpen, view.query),
-      frame_(makeFrame(view.store())),
+      frame_(makeFrame(view)),
       topBar_(view),
       tabs_(view),
       page_(view),
@@ -52,6 +54,7 @@ BrowserWindowContent::BrowserWindowContent(BrowserView& view)
     column_.append(row_);
     addNotch();
     addFullscreenNotice();
+    addSheets();
     view_.connectAreaMoveRequested(sigc::mem_fun(*this, &BrowserWindowContent::moveFocus));
     view_.fullscreenTab.connectChanged(
         sigc::mem_fun(*this, &BrowserWindowContent::fullscreenChanged));
@@ -96,6 +99,29 @@ void BrowserWindowContent::addFullscreenNotice() {
     motion->signal_motion().connect(
         [this](double, double y) { fullscreenNotice_.pointerMoved(y); });
     add_controller(motion);
+}
+
+void BrowserWindowContent::addSheets() {
+    if (view_.store().isPrivate()) return;
+    view_.services().profiles().connectChanged(
+        sigc::track_object([this] { frame_->setGround(tintOf(view_)); }, *this));
+    sheets_ = std::make_unique<ProfileSheets>(*view_.profileSwitcher());
+    view_.sheetOpen.connectChanged(sigc::mem_fun(*this, &BrowserWindowContent::sheetChanged));
+}
+
+/// The keyboard is the sheet's alone, and the page's again afterwards.
+void BrowserWindowContent::sheetChanged() {
+    const bool open = view_.sheetOpen.get();
+    if (open) view_.commandOpen.set(false);
+    column_.set_can_focus(!open);
+    notchView_.set_can_focus(!open);
+    if (open) {
+        add_overlay(*sheets_);
+        sheets_->show();
+    } else {
+        remove_overlay(*sheets_);
+        view_.focusPage();
+    }
 }
 
 void BrowserWindowContent::refresh() {

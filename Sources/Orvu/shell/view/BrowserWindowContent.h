@@ -8,6 +8,7 @@
 #include "shell/column/view/BrowserTabColumn.h"
 #include "shell/pagearea/FullscreenNotice.h"
 #include "shell/pagearea/view/BrowserPageCard.h"
+#include "shell/profiles/view/ProfileSheets.h"
 #include "shell/siteinfo/view/SiteInfoHead.h"
 #include "shell/topbar/view/BrowserTopBar.h"
 #include "shell/view/BrowserFrame.h"
@@ -41,6 +42,8 @@ private:
     void moveFocus(int areas);
     void addFullscreenNotice();
     void fullscreenChanged();
+    void addSheets();
+    void sheetChanged();
 
     BrowserView& view_;
     AddressNotch notch_;
@@ -57,6 +60,7 @@ private:
     AddressNotchView notchView_;
     FullscreenNotice fullscreenNotice_;
     Gtk::Label fullscreenLabel_;
+    std::unique_ptr<ProfileSheets> sheets_;  ///< none in a private window
     std::weak_ptr<BrowserTab> front_;  ///< the tab that the keyboard followed last
     FrameRefresh refresh_;
     ActiveTabWatch watch_;

@@ -55,6 +55,7 @@ BrowserWindowView::BrowserWindowView(Gtk::Application& application, AppServices&
     addEscape();
     switchOffDebugging(window_);
     noticePresses();
+    services_.profiles().connectChanged(sigc::mem_fun(*this, &BrowserWindowView::showLook));
     window_.signal_close_request().connect(sigc::mem_fun(*this, &BrowserWindowView::closeRequested),
                                            false);
 }
@@ -77,16 +78,29 @@ void BrowserWindowView::setContent(const std::shared_ptr<BrowserStore>& store) {
     content_ = std::make_unique<BrowserWindowContent>(*view_);
     window_.set_child(*content_);
     view_->focusPage();
-    showLook(*store);
+    view_->sheetOpen.connectChanged(sigc::mem_fun(*this, &BrowserWindowView::holdCommands));
+    holdCommands();
+    showLook();
 }
 
-void BrowserWindowView::showLook(const BrowserStore& store) {
+/// A window under a sheet does nothing: its keys go to the sheet.
+void BrowserWindowView::holdCommands() {
+    const bool mayRun = !view_->sheetOpen.get();
+    for (const Command& command : commands()) {
+        const auto action = window_.lookup_action(command.name);
+        if (action) g_simple_action_set_enabled(G_SIMPLE_ACTION(action->gobj()), mayRun);
+    }
+}
+
+void BrowserWindowView::showLook() {
+    if (!view_) return;
+    const BrowserStore& store = view_->store();
     setCssClass(window_, "private", store.isPrivate());
     const auto& looks = ProfileLook::all;
     for (std::size_t look = 0; look < looks.size(); ++look) {
         window_.remove_css_class("look-" + std::to_string(look));
     }
-    const auto index = &ProfileLook::at(store.profile().color) - looks.data();
+    const auto index = &ProfileLook::at(view_->profile().color) - looks.data();
     if (!store.isPrivate()) window_.add_css_class("look-" + std::to_string(index));
 }
 

@@ -44,7 +44,8 @@ private:
     void addShortcut(const Command& command, const std::string& keys);
     void addEscape();
     void noticePresses();
-    void showLook(const BrowserStore& store);
+    void showLook();
+    void holdCommands();
     void saveFrame();
     void frameChanged();
     bool closeRequested();

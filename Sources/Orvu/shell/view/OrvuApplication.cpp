@@ -9,6 +9,7 @@
 #include "shell/column/view/GroupColorRules.h"
 #include "shell/CommandLine.h"
 #include "shell/menus/Commands.h"
+#include "shell/profiles/view/ProfileColorRules.h"
 
 #include <gtkmm/button.h>
 
@@ -62,7 +63,7 @@ void OrvuApplication::on_startup() {
     probe_ = std::make_unique<SandboxProbe>();  // runs beside the toolkit's own start
     Gtk::Application::on_startup();
     installFonts(linuxSystemPaths().caches);
-    installStyle({groupColorRules(), readerThemeRules()});
+    installStyle({groupColorRules(), profileColorRules(), readerThemeRules()});
     addActions();
     world_ = makeWorld_(*this);
     // Windows may all be closed and the program stays, ready for the next one.

@@ -88,6 +88,17 @@ void removeRecords(const Session& session, std::shared_ptr<Records> records,
 
 }  // namespace
 
+Future<bool> clearWebsiteData(const std::shared_ptr<WebKitSession>& session) {
+    const Promise<bool> promise;
+    webkit_website_data_manager_clear(
+        managerOf(session), WEBKIT_WEBSITE_DATA_ALL, 0, nullptr, finished,
+        hold([session, promise](GObject* manager, GAsyncResult* result) {
+            promise.resolve(webkit_website_data_manager_clear_finish(
+                                WEBKIT_WEBSITE_DATA_MANAGER(manager), result, nullptr) != FALSE);
+        }));
+    return promise.future();
+}
+
 Future<std::vector<std::string>> SessionWebsiteData::records() {
     const Promise<std::vector<std::string>> promise;
     fetch(session_, [promise](const std::unique_ptr<Records>& records) {

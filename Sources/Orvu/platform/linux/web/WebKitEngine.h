@@ -4,6 +4,7 @@
 #include "platform/MainLoop.h"
 #include "platform/NetworkMonitor.h"
 #include "platform/WebConfiguration.h"
+#include "platform/linux/web/SessionWebsiteData.h"
 #include "platform/linux/web/WebKitSession.h"
 
 #include <memory>
@@ -26,6 +27,9 @@ public:
     [[nodiscard]] std::unique_ptr<WebConfiguration> makeConfiguration(
         const WebsiteDataStore& store) override;
     void removeDataStore(const Uuid& identifier) override { sessions_.remove(identifier); }
+    [[nodiscard]] Future<bool> clearDataStore(const WebsiteDataStore& store) override {
+        return clearWebsiteData(sessions_.session(store));
+    }
     /// Deletes what is left of the website data of profiles that are not in `known`.
     void removeDataStoresExcept(const std::vector<Uuid>& known) { sessions_.removeAllBut(known); }
 

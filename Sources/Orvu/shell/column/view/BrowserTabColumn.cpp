@@ -75,6 +75,12 @@ void BrowserTabColumn::addFoot() {
     width_.set_hexpand(true);
     width_.signal_clicked().connect([this] { view_.narrow.set(!view_.narrow.get()); });
     foot_.add_css_class("column-foot");
+    if (ProfileSwitcher* const switcher = view_.profileSwitcher()) {
+        profiles_ = std::make_unique<ProfileSwitcherView>(*switcher, menu_);
+        foot_.append(*profiles_);
+        foot_.add_css_class("with-profiles");
+        switcher->profiles().connectChanged(sigc::mem_fun(*this, &BrowserTabColumn::showFoot));
+    }
     foot_.append(width_);
     append(foot_);
 }
@@ -102,12 +108,21 @@ void BrowserTabColumn::showWidth() {
     newTabKeys_.set_visible(!narrow);
     newTabLine_.set_halign(narrow ? Gtk::Align::CENTER : Gtk::Align::FILL);
     today_.set_visible(!narrow);
-    widthTitle_.set_visible(!narrow);
+    showFoot();
     width_.set_halign(narrow ? Gtk::Align::CENTER : Gtk::Align::END);
     width_.set_tooltip_text(narrow ? "Show tab titles" : "Show icons only");
     setAccessibleLabel(width_, narrow ? "Show tab titles" : "Narrow tabs");
     tiles_.setNarrow(value);
     list_.setNarrow(value);
+}
+
+/// Beside more than one profile there is no room for the words of the switch.
+void BrowserTabColumn::showFoot() {
+    const bool narrow = view_.narrow.get();
+    const bool hasRoom = !profiles_ || view_.profileSwitcher()->profiles().profiles().size() < 2;
+    widthTitle_.set_visible(!narrow && hasRoom);
+    foot_.set_orientation(narrow ? Gtk::Orientation::VERTICAL : Gtk::Orientation::HORIZONTAL);
+    if (profiles_) profiles_->setNarrow(narrow);
 }
 
 }  // namespace orvu

@@ -3,6 +3,7 @@
 #include "look/view/FrameRefresh.h"
 #include "shell/BrowserView.h"
 #include "shell/menus/view/ContextMenu.h"
+#include "shell/profiles/view/ProfileSwitcherView.h"
 #include "shell/column/view/PinnedTiles.h"
 #include "shell/column/view/TabList.h"
 
@@ -12,10 +13,12 @@
 #include <gtkmm/label.h>
 #include <gtkmm/scrolledwindow.h>
 
+#include <memory>
+
 namespace orvu {
 
 /// The left column of a window: a button for new tabs, the pinned tabs, the list of groups and
-/// tabs, and the switch between titles and icons.
+/// tabs, and at the foot the profiles and the switch between titles and icons.
 class BrowserTabColumn : public Gtk::Box {
 public:
     /// `view` must outlive the column.
@@ -32,6 +35,7 @@ private:
     void newTab();
     void refresh();
     void showWidth();
+    void showFoot();
 
     BrowserView& view_;
     Gtk::Button newTab_;
@@ -42,6 +46,7 @@ private:
     Gtk::ScrolledWindow tileScroll_;
     Gtk::Label today_{"TODAY"};
     Gtk::Box foot_;
+    std::unique_ptr<ProfileSwitcherView> profiles_;  ///< none in a private window
     Gtk::Button width_;
     Gtk::Box widthLine_;
     Gtk::Image sidebar_;
