@@ -154,6 +154,44 @@ class ProfilesEditingTest(BrowserTest):
         self.hands.go_on("space")
         self.profiles.wait_until_shown("P10")
 
+    # By key alone.
+
+    def test_a_profile_is_changed_shown_and_deleted_by_key_alone(self):
+        self.start_with_two()
+        self.go_by_key_to("Switch to Work (Alt+2)")
+        self.hands.go_on("Menu")
+        until_equal(self.profiles.menu, ["Edit Work…", "Delete Work…"], "the menu of a profile")
+        self.hands.go_on("Return")
+        self.profiles.wait_for_sheet("Edit profile")
+        self.wait_for_focus("Name")
+        self.hands.go_on("ctrl+a")
+        self.hands.type_on("Sea")
+        self.hands.go_on("Tab", "End", "Tab")
+        self.hands.type_on("boat")
+        until_equal(self.profiles.count, ["1 TO CHOOSE FROM"], "how many symbols there are")
+        self.hands.go_on("Tab", "space", "Tab")
+        self.wait_for_focus(CANCEL)
+        self.hands.go_on("Tab", "Return")
+        until_equal(self.stored, [("Personal", "person.fill", 10), ("Sea", "sailboat.fill", 11)],
+                    "the profiles")
+        self.profiles.wait_until_closed()
+
+        self.go_by_key_to("Switch to Sea (Alt+2)")
+        self.hands.go_on("Return")
+        self.profiles.wait_until_shown("Sea")
+        self.go_by_key_to("Switch to Sea (Alt+2)")
+        self.hands.go_on("shift+F10")
+        until_equal(self.profiles.menu, ["Edit Sea…", "Delete Sea…"], "the menu of a profile")
+        self.hands.go_on("Down", "Return")
+        self.profiles.wait_for_sheet(f"Delete “Sea”? {GOES}")
+        self.wait_for_focus(CANCEL)
+        self.hands.go_on("Tab")
+        self.wait_for_focus(DELETE)
+        self.hands.go_on("Return")
+
+        self.profiles.wait_for_tiles("Personal (Alt+1)")
+        self.profiles.wait_until_shown("Personal")
+
     # Deleting one.
 
     def test_deleting_asks_and_cancel_keeps_it(self):

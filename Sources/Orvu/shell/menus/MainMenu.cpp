@@ -25,9 +25,8 @@ MenuItem::MenuItem(const Command& command, const CommandSubject& subject)
 std::vector<Menu> makeMenu() {
     // This desktop has no way to hide a program's windows without closing or minimising them.
     return {
-        {"Orvu",
-         lines({"orderFrontStandardAboutPanel", "", "openSettings", "makeDefaultBrowser", "",
-                "terminate"})},
+        {"Orvu", lines({"orderFrontStandardAboutPanel", "", "openSettings", "makeDefaultBrowser",
+                        "", "terminate"})},
         {"File", lines({"newWindow", "newPrivateWindow", "", "performClose"})},
         {"Edit", lines({"undo", "redo", "", "cut", "copy", "paste", "selectAll"})},
         {"View", lines({"toggleFullScreen"})},

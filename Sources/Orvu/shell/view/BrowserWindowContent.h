@@ -61,7 +61,7 @@ private:
     FullscreenNotice fullscreenNotice_;
     Gtk::Label fullscreenLabel_;
     std::unique_ptr<ProfileSheets> sheets_;  ///< none in a private window
-    std::weak_ptr<BrowserTab> front_;  ///< the tab that the keyboard followed last
+    std::weak_ptr<BrowserTab> front_;        ///< the tab that the keyboard followed last
     FrameRefresh refresh_;
     ActiveTabWatch watch_;
 };

@@ -4,6 +4,7 @@
 #include "profiles/ProfileLook.h"
 
 #include <algorithm>
+#include <string_view>
 
 namespace orvu {
 
@@ -11,13 +12,16 @@ std::string profileColorRules() {
     std::string rules;
     for (const ProfileLook& look : ProfileLook::all) {
         const std::string any = ".orvu ." + profileColorClass(look.color);
-        const std::string color = cssColor(look.color);
-        rules += any + ".profile-ground { background: " + color + "; }\n";
-        rules += any + ".profile-tile { color: " + color + "; }\n";
-        rules += any + ".profile-tile.shown { background: " + color + "; color: white; }\n";
-        rules += any + ".profile-ring.shown, " + any + ".profile-ring:selected { border-color: " +
-                 color + "; }\n";
-        rules += any + " .profile-cell:selected { background: " + color + "; color: white; }\n";
+        const auto rule = [&](std::string_view what, std::string_view property) {
+            rules.append(any).append(what).append(" { ").append(property).append(": ");
+            rules.append(cssColor(look.color)).append("; }\n");
+        };
+        rule(".profile-ground", "background");
+        rule(".profile-tile", "color");
+        rule(".profile-tile.shown", "color: white; background");
+        rule(".profile-ring.shown", "border-color");
+        rule(".profile-ring:selected", "border-color");
+        rule(" .profile-cell:selected", "color: white; background");
     }
     return rules;
 }

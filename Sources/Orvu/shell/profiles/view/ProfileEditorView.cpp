@@ -23,7 +23,7 @@ constexpr int circleSize = 26;
 constexpr int circleSpacing = 2;
 constexpr int spacing = 6;
 constexpr int searchWidth = 150;
-constexpr int gridHeight = 194;  ///< five rows; more scrolls
+constexpr int gridHeight = 194;   ///< five rows; more scrolls
 constexpr int longestTitle = 24;  ///< characters of the main button that are shown
 
 Gtk::Label& makeHeading(std::string_view text, const char* style) {

@@ -48,7 +48,8 @@ private:
     Gtk::Entry search_;
     Gtk::ScrolledWindow scroller_;
     Gtk::FlowBox grid_;
-    std::map<std::string_view, Gtk::FlowBoxChild*> cells_;  ///< of all symbols, also those not shown
+    std::map<std::string_view, Gtk::FlowBoxChild*>
+        cells_;  ///< of all symbols, also those not shown
     std::vector<std::string_view> shown_;
     std::vector<Gtk::FlowBoxChild*> circles_;
     Gtk::Box buttons_;

@@ -24,6 +24,7 @@ ProfileQuestionView::ProfileQuestionView(ProfileSwitcher& switcher,
                                          const ProfileSwitcher::Question& question)
     : Gtk::Box(Gtk::Orientation::VERTICAL) {
     add_css_class("profile-question");
+    set_hexpand(true);
     setUp(message_, question.message, "sheet-question");
     setUp(text_, question.text, "sheet-text");
     append(message_);

@@ -39,7 +39,9 @@ Gtk::Button& makeTile(std::string_view symbol, int size, const std::string& help
 }  // namespace
 
 ProfileSwitcherView::ProfileSwitcherView(ProfileSwitcher& switcher, ContextMenu& menu)
-    : switcher_(switcher), menu_(menu), row_(Gtk::Orientation::HORIZONTAL, spacing),
+    : switcher_(switcher),
+      menu_(menu),
+      row_(Gtk::Orientation::HORIZONTAL, spacing),
       refresh_(*this, [this] { refresh(); }) {
     add_css_class("profile-switcher");
     row_.add_css_class("profile-tiles");

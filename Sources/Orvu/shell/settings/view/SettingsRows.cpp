@@ -78,7 +78,8 @@ struct RowMaker {
         std::vector<Gtk::ToggleButton*> choices;
         for (const auto& engine : Prefs::engines) {
             auto& choice = *Gtk::make_managed<Gtk::ToggleButton>(std::string{engine.shownName});
-            setAccessibleLabel(choice, std::string{row.label} + ": " + std::string{engine.shownName});
+            setAccessibleLabel(choice,
+                               std::string{row.label} + ": " + std::string{engine.shownName});
             if (!choices.empty()) choice.set_group(*choices.front());
             choice.signal_toggled().connect(
                 [&choice, setting = row.setting, value = engine.engine] {
@@ -127,7 +128,7 @@ struct RowMaker {
         }
         line.append(texts);
         auto& button = makeButton(SettingsView::Skill::removeTitle);
-        setAccessibleLabel(button, std::string{row.removeTitle} + " " + row.name);
+        setAccessibleLabel(button, std::string{SettingsView::Skill::removeTitle} + " " + row.name);
         button.signal_clicked().connect(row.remove);
         line.append(button);
         return line;

@@ -63,8 +63,7 @@ void SettingsWindowView::Window::addBar() {
 void SettingsWindowView::Window::addKeys() {
     const auto keys = Gtk::ShortcutController::create();
     const auto add = [&](const std::string& trigger, const Glib::RefPtr<Gtk::ShortcutAction>& act) {
-        keys->add_shortcut(
-            Gtk::Shortcut::create(Gtk::ShortcutTrigger::parse_string(trigger), act));
+        keys->add_shortcut(Gtk::Shortcut::create(Gtk::ShortcutTrigger::parse_string(trigger), act));
     };
     for (const Command& command : commands()) {
         if (!command.isForApplication()) continue;
