@@ -4,6 +4,7 @@ from harness import articles, readme
 from harness.assistant import Assistant
 from harness.case import PRIVATE, BrowserTest
 from harness.display import HEIGHT, WIDTH
+from harness.settings import TITLE, SettingsWindow
 from harness.wait import until, until_equal
 from harness.x11 import xdotool
 
@@ -262,6 +263,7 @@ class PageKeysTest(BrowserTest):
             "close the window": self.check_close_window,
             "full screen, and back": self.check_full_screen,
             "minimise the window": self.check_minimise,
+            "the settings": self.check_settings,
             "quit": self.check_quit,
         }
 
@@ -381,6 +383,13 @@ class PageKeysTest(BrowserTest):
         until_equal(lambda: self.hands.windows("Orvu"), [], "the windows on the display")
         xdotool("windowactivate", "--sync", window)
         until_equal(lambda: self.hands.windows("Orvu"), [window], "the windows on the display")
+
+    def check_settings(self, key):
+        self.press_over_page(key)
+        settings = SettingsWindow(self.windows, self.hands)
+        settings.wait_until_open()
+        self.hands.press("Escape", title=TITLE)
+        settings.wait_until_closed()
 
     def check_quit(self, key):
         self.press_over_page(key)

@@ -334,7 +334,8 @@ class ColumnTest(BrowserTest):
         self.notch.wait_until_open()
         self.hands.press("F6")
 
-        for name in ("New tab", "one", "three", "Close three", "Narrow tabs"):
+        for name in ("New tab", "one", "three", "Close three", "Switch to Personal (Alt+1)",
+                     "New profile", "Narrow tabs"):
             self.wait_for_focus(name)
             self.hands.go_on("Tab")
 

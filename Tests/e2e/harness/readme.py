@@ -6,9 +6,9 @@ import re
 README = pathlib.Path(__file__).resolve().parents[3] / "README.md"
 # What the display calls keys, and what a page's script does, where it isn't their label.
 _ON_DISPLAY = {"[": "bracketleft", "]": "bracketright", "=": "equal", "-": "minus",
-               "Page Down": "Next", "Page Up": "Prior"}
+               ",": "comma", "Page Down": "Next", "Page Up": "Prior"}
 _IN_PAGE = {"[": "BracketLeft", "]": "BracketRight", "=": "Equal", "-": "Minus",
-            "Left": "ArrowLeft", "Right": "ArrowRight"}
+            ",": "Comma", "Left": "ArrowLeft", "Right": "ArrowRight"}
 
 
 class Key:

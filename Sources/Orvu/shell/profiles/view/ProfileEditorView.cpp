@@ -22,7 +22,7 @@ constexpr int symbolSize = 14;
 constexpr int circleSize = 26;
 constexpr int circleSpacing = 2;
 constexpr int spacing = 6;
-constexpr int searchWidth = 150;
+constexpr int searchWidth = 130;  // 150 with the padding and the border of its style
 constexpr int gridHeight = 194;   ///< five rows; more scrolls
 constexpr int longestTitle = 24;  ///< characters of the main button that are shown
 
