@@ -6,6 +6,7 @@ from harness.case import artefacts
 from harness.pictures import PictureTest
 from harness.profiles import NEW, Profiles
 from harness.settings import TITLE, SettingsWindow
+from harness.wait import until
 
 SKILLS = json.dumps([
     {"id": f"11111111-2222-4333-8444-00000000000{number}", "name": name, "instruction": text,
@@ -57,6 +58,9 @@ class SettingsPicturesTest(ProfilePictureTest):
         self.windows.find("push button", "Show tab titles")
         self.shoot("profiles-narrow")
         self.windows.press("push button", "Show tab titles")
+        heights = [lambda name=name: self.profiles.tile(name).box[1]
+                   for name in ("Personal", "Work")]
+        until(lambda: heights[0]() == heights[1](), "the tiles side by side")
         self.profiles.open_menu("Work")
         self.shoot("profile-menu", beside=60, rest=False)
         self.profiles.choose("Delete Work…")
