@@ -26,6 +26,7 @@ protected:
         }
         return *controller_;
     }
+    [[nodiscard]] ProfileStore& profiles() { return services_->profiles(); }
     /// The program ends and starts anew with what is stored.
     void restart() {
         controller_.reset();
@@ -344,6 +345,21 @@ TEST_F(BrowserWindowControllerTest, APageThatStaysKeepsTheProfileOfItsWindow) {
     world.loop.advance(std::chrono::milliseconds{0});
 
     EXPECT_EQ(storeAt(0).profile(), Profile::personal());
+}
+
+TEST_F(BrowserWindowControllerTest, AProfileThatIsDeletedWhilePagesAreAskedIsNotShown) {
+    openWindow();
+    auto& asking = page(storeAt(0).newTab(url(a), Select::yes));
+    asking.asksBeforeClosing = true;
+    controller().switchProfile(storeAt(0), world.work);
+    asking.askBeforeClosing();
+
+    profiles().remove(world.work);
+    asking.answerDialog({.isAccepted = true});
+    world.loop.advance(std::chrono::milliseconds{0});
+
+    EXPECT_EQ(storeAt(0).profile(), Profile::personal());
+    EXPECT_EQ(world.engine.stores.back(), WebsiteDataStore::defaultDataStore());
 }
 
 TEST_F(BrowserWindowControllerTest, AStoreWithoutAWindowCannotSwitch) {

@@ -85,7 +85,9 @@ void BrowserWindowController::exchange(const BrowserStore* store, const Profile&
     const auto found = std::ranges::find_if(
         windows_, [&](const Entry& entry) { return entry.store.get() == store; });
     if (found == windows_.end()) return;
-    const Profile wanted = profile;  // the argument goes with the store
+    // It may have been deleted while the pages were asked.
+    auto& profiles = services_.profiles();
+    const Profile wanted = profiles.wasRemoved(profile.id) ? profiles.personal() : profile;
     const auto next = std::make_shared<BrowserStore>(services_, false, wanted);
     // The window's views refer to the previous store until they are exchanged.
     const auto previous = std::exchange(found->store, next);
