@@ -135,7 +135,7 @@ class App:
 
     def complaints(self):
         """What toolkit and engine complained of in all its runs, but for what is known."""
-        return self._complaints + complaints.of(self.errors())
+        return self._complaints + self._complaints_of_run()
 
     def quit(self):
         """Ends the program as its menu does."""
@@ -164,9 +164,13 @@ class App:
 
     def _close_errors(self):
         if self._errors is not None:
-            self._complaints += complaints.of(self.errors())
+            self._complaints += self._complaints_of_run()
             self._errors.close()
             self._errors = None
+
+    def _complaints_of_run(self):
+        killed = self.process is not None and self.process.returncode == -signal.SIGKILL
+        return complaints.of(self.errors(), killed)
 
     # Actions.
 

@@ -8,8 +8,15 @@ _COMPLAINT = re.compile(r"-(CRITICAL|ERROR) \*\*|: assertion '.*' failed|Asserti
 # Those that are the libraries' own fault, each with what leads to it.
 KNOWN = ()
 
+# What a page's process may say whose browser was killed, and with it the road to the bus.
+_ORPHANS = re.compile(r"^\(process:\d+\): GLib-GIO-CRITICAL .*: The connection is closed$")
 
-def of(text):
-    """The lines of a program's output that are complaints, but for the known ones."""
+
+def of(text, killed=False):
+    """The lines of a program's output that are complaints, but for the known ones.
+
+    Of a program that was killed, those that its page processes make of that are none.
+    """
     return [line for line in text.splitlines()
-            if _COMPLAINT.search(line) and not any(known in line for known, _ in KNOWN)]
+            if _COMPLAINT.search(line) and not any(known in line for known, _ in KNOWN)
+            and not (killed and _ORPHANS.search(line))]
