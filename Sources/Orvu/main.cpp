@@ -1,4 +1,5 @@
 #include "core/AppServices.h"
+#include "import/PersonFolders.h"
 #include "look/motion/view/Moving.h"
 #include "platform/linux/Desktop.h"
 #include "platform/linux/desktop/Renderer.h"
@@ -6,6 +7,7 @@
 #include "search/SearchSuggester.h"
 #include "shell/BrowserWindowController.h"
 #include "shell/CommandLine.h"
+#include "shell/import/view/ImportWindowView.h"
 #include "shell/OrvuApp.h"
 #include "shell/settings/view/SettingsWindowView.h"
 #include "shell/view/BrowserWindowView.h"
@@ -35,8 +37,9 @@ public:
                        return std::make_unique<BrowserWindowView>(application, services_, windows_,
                                                                   traits, std::move(closed));
                    }),
-          settingsWindow_(application, services_, windows_.assistant().skills),
-          delegate_(services_, windows_, settingsWindow_, application),
+          importWindow_(application, services_, {desktop_.foreignFiles(), personFolders()}),
+          settingsWindow_(application, services_, windows_.assistant().skills, importWindow_),
+          delegate_(services_, windows_, settingsWindow_, importWindow_, application),
           tidyUp_(services_.platform().loop.after(std::chrono::seconds{10},
                                                   [this] { removeOrphans(); })) {}
 
@@ -60,6 +63,7 @@ private:
     Desktop desktop_{FaviconStore::httpOptions, SearchSuggester::httpOptions, storage()};
     AppServices services_{desktop_.platform()};
     BrowserWindowController windows_;
+    ImportWindowView importWindow_;
     SettingsWindowView settingsWindow_;
     AppDelegate delegate_;
     Scheduled tidyUp_;

@@ -13,6 +13,7 @@
 #include "import/formats/ChromiumBookmarks.h"
 #include "import/formats/GnomeWebBookmarks.h"
 #include "import/formats/ImportedPage.h"
+#include "import/formats/SafariBookmarks.h"
 #include "pagetools/ReaderExtraction.h"
 #include "pagetools/ReaderText.h"
 #include "platform/model/ChatStream.h"
@@ -335,6 +336,11 @@ inline std::string chromiumBookmarksFile(std::string_view input) {
     const auto written = std::move(writer.endArray().endObject().endObject().endObject()).finish();
     if (!written || chromiumBookmarks(*written) != found) return "the bookmarks changed";
     return importedBookmarks(found);
+}
+
+/// A property list of bookmarks.
+inline std::string safariBookmarksFile(std::string_view input) {
+    return importedBookmarks(safariBookmarks(input));
 }
 
 /// A bookmarks file that a browser exported.

@@ -13,6 +13,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -82,8 +83,9 @@ protected:
                                 .data = home / ".local/share",
                                 .applications = temporary.path() / "Applications"};
     const Path caches = temporary.path() / "cache/Orvu";
-    const LinuxForeignFiles files{caches};
-    const BrowserImporter importer{files, folders};
+    const std::shared_ptr<const ForeignFiles> reader = std::make_shared<LinuxForeignFiles>(caches);
+    const ForeignFiles& files = *reader;
+    const BrowserImporter importer{reader, folders};
     const Date now = Date::fromUnixSeconds(1'780'000'000);
     Request request{.now = now, .calendar = Calendar{"UTC"}};
 };

@@ -196,6 +196,19 @@ TEST_F(ImporterSafari, TheLastVisitOfEachPageIsRead) {
     EXPECT_TRUE(result.bookmarks.empty());
 }
 
+TEST_F(ImporterSafari, BookmarksAreReadAlsoWhereTheHistoryIsMissingAndTheOtherWayRound) {
+    write(profile / "Bookmarks.plist",
+          "<plist version=\"1.0\"><dict><key>WebBookmarkType</key>"
+          "<string>WebBookmarkTypeLeaf</string><key>URLString</key>"
+          "<string>https://a.example/</string></dict></plist>");
+
+    const auto result = read();
+
+    EXPECT_FALSE(result.blocked);
+    EXPECT_EQ(lines(result.bookmarks), Strings{"https://a.example/ https://a.example/"});
+    EXPECT_TRUE(result.visits.empty());
+}
+
 TEST_F(ImporterReaders, AnExportedFileIsRead) {
     write(home / "bookmarks.html", R"(<a href="https://a.example/">Q &amp; A</a>)");
 

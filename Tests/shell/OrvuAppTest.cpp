@@ -2,6 +2,7 @@
 
 #include "fakes/FakeBrowserWindow.h"
 #include "fakes/FakeDownload.h"
+#include "fakes/FakeImportWindow.h"
 #include "support/StoreWorld.h"
 
 #include <deque>
@@ -63,7 +64,8 @@ protected:
     BrowserWindowController windows{world.services, screen.factory()};
     FakeApplicationHost host;
     FakeSettingsWindow settingsWindow;
-    AppDelegate app{world.services, windows, settingsWindow, host};
+    FakeImportWindow import;
+    AppDelegate app{world.services, windows, settingsWindow, import, host};
 };
 
 TEST_F(OrvuAppTest, LaunchingOpensOneWindowWithTheRestoredTabsAndCountsTheStart) {
@@ -178,13 +180,21 @@ TEST_F(OrvuAppTest, TheSettingsWindowCanMakeThisTheDefaultBrowser) {
 
 TEST_F(OrvuAppTest, TheSettingsWindowMayOutliveTheProgramThatOpenedIt) {
     std::optional<AppDelegate> other;
-    other.emplace(world.services, windows, settingsWindow, host);
+    other.emplace(world.services, windows, settingsWindow, import, host);
     other->openSettings();
     other.reset();
 
     settingsWindow.makeDefault();
 
     EXPECT_EQ(world.workspace.defaultBrowserRequests, 0);
+}
+
+TEST_F(OrvuAppTest, ImportingIsIntoTheProfileOfTheWindowInFront) {
+    app.importBookmarks();
+    windows.newWindow(BrowserWindowController::Private::no, world.work, {});
+    app.importBookmarks();
+
+    EXPECT_EQ(import.shown, (std::vector<std::optional<Profile>>{std::nullopt, world.work}));
 }
 
 // --- Quitting -----------------------------------------------------------------------------------

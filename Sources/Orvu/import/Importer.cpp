@@ -71,20 +71,21 @@ void readKind(BrowserKind kind, const ImportRead& read, ImportResult& result) {
 std::vector<ImportSource> BrowserImporter::sources() const {
     std::vector<ImportSource> result;
     for (const KnownBrowser& browser : KnownBrowser::all()) {
-        if (auto source = sourceOf(browser, files_, folders_)) result.push_back(std::move(*source));
+        if (auto source = sourceOf(browser, *files_, folders_))
+            result.push_back(std::move(*source));
     }
     return result;
 }
 
 ImportResult BrowserImporter::read(const Source& source, const Request& request) const {
     ImportResult result;
-    if (isBlocked(files_, source, request)) {
+    if (isBlocked(*files_, source, request)) {
         result.blocked = true;
         return result;
     }
     const auto cut = request.calendar.addingDays(-days, request.now);
     readKind(source.kind,
-             {.files = files_,
+             {.files = *files_,
               .folder = source.folder,
               .bookmarks = request.bookmarks,
               .history = request.history,
@@ -96,7 +97,7 @@ ImportResult BrowserImporter::read(const Source& source, const Request& request)
 
 std::vector<BookmarkStore::Entry> BrowserImporter::readHTML(const Path& file) const {
     const auto deadline = std::chrono::steady_clock::now() + htmlPatience;
-    return bookmarksInHtml(files_.text(file, longestHtml, deadline).value_or(""));
+    return bookmarksInHtml(files_->text(file, longestHtml, deadline).value_or(""));
 }
 
 }  // namespace orvu

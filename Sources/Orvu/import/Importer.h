@@ -6,13 +6,16 @@
 
 #include <chrono>
 #include <filesystem>
+#include <memory>
+#include <utility>
 #include <vector>
 
 namespace orvu {
 
 /// Reads bookmarks and the history of the last 30 days out of other browsers' files, and never
-/// changes one. Passwords are not touched. It holds no state and may be used by any thread;
-/// reading is slow and belongs off the main thread. What fails gives less, or nothing.
+/// changes one. Passwords are not touched. It holds no state and may be used by any thread, which
+/// has a copy of its own; reading is slow and belongs off the main thread. What fails gives less,
+/// or nothing.
 class BrowserImporter {
 public:
     using Kind = BrowserKind;
@@ -22,9 +25,8 @@ public:
     /// How far back the history goes.
     static constexpr int days = 30;
 
-    /// `files` must outlive it.
-    BrowserImporter(const ForeignFiles& files, ImportFolders folders)
-        : files_(files), folders_(std::move(folders)) {}
+    BrowserImporter(std::shared_ptr<const ForeignFiles> files, ImportFolders folders)
+        : files_(std::move(files)), folders_(std::move(folders)) {}
 
     /// The browsers that have data here, in the order in which they are shown.
     [[nodiscard]] std::vector<Source> sources() const;
@@ -46,8 +48,8 @@ public:
         const std::filesystem::path& file) const;
 
 private:
-    const ForeignFiles& files_;
-    const ImportFolders folders_;
+    std::shared_ptr<const ForeignFiles> files_;  // also for a thread that outlives the rest
+    ImportFolders folders_;
 };
 
 }  // namespace orvu

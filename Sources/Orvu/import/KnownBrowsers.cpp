@@ -12,37 +12,42 @@ using Kind = BrowserKind;
 constexpr std::array browsers{
     KnownBrowser{"chrome", "Chrome", "www.google.com/chrome", Kind::chromium,
                  "google-chrome:google-chrome-beta:google-chrome-unstable", "", "",
-                 "com.google.Chrome:com.google.ChromeDev"},
-    KnownBrowser{"arc", "Arc", "arc.net", Kind::chromium, "Arc/User Data", "", "", ""},
-    KnownBrowser{"dia", "Dia", "www.diabrowser.com", Kind::chromium, "Dia/User Data", "", "", ""},
+                 "com.google.Chrome:com.google.ChromeDev",
+                 "google-chrome:google-chrome-beta:google-chrome-unstable"},
+    KnownBrowser{"arc", "Arc", "arc.net", Kind::chromium, "Arc/User Data", "", "", "", ""},
+    KnownBrowser{"dia", "Dia", "www.diabrowser.com", Kind::chromium, "Dia/User Data", "", "", "",
+                 ""},
     KnownBrowser{"brave", "Brave", "brave.com", Kind::chromium,
                  "BraveSoftware/Brave-Browser:BraveSoftware/Brave-Browser-Beta:"
                  "BraveSoftware/Brave-Browser-Nightly",
-                 "", "brave", "com.brave.Browser"},
+                 "", "brave", "com.brave.Browser", "brave-browser"},
     KnownBrowser{"edge", "Edge", "www.microsoft.com/edge", Kind::chromium,
                  "microsoft-edge:microsoft-edge-beta:microsoft-edge-dev", "", "",
-                 "com.microsoft.Edge:com.microsoft.EdgeDev"},
+                 "com.microsoft.Edge:com.microsoft.EdgeDev",
+                 "microsoft-edge:microsoft-edge-beta:microsoft-edge-dev"},
     KnownBrowser{"firefox", "Firefox", "www.firefox.com", Kind::firefox, "mozilla/firefox",
-                 ".mozilla/firefox", "firefox", "org.mozilla.firefox"},
+                 ".mozilla/firefox", "firefox", "org.mozilla.firefox", "firefox:firefox-esr"},
     KnownBrowser{"safari", "Safari", "www.apple.com/safari", Kind::safari, "", "Library/Safari", "",
-                 ""},
+                 "", ""},
     KnownBrowser{"chromium", "Chromium", "www.chromium.org", Kind::chromium, "chromium", "",
                  "chromium",
-                 "org.chromium.Chromium:io.github.ungoogled_software.ungoogled_chromium"},
+                 "org.chromium.Chromium:io.github.ungoogled_software.ungoogled_chromium",
+                 "chromium:chromium-browser"},
     KnownBrowser{"vivaldi", "Vivaldi", "vivaldi.com", Kind::chromium, "vivaldi:vivaldi-snapshot",
-                 "", "vivaldi", "com.vivaldi.Vivaldi"},
+                 "", "vivaldi", "com.vivaldi.Vivaldi", "vivaldi-stable:vivaldi-snapshot"},
     KnownBrowser{"opera", "Opera", "www.opera.com", Kind::chromium,
-                 "opera:opera-beta:opera-developer", "", "opera", "com.opera.Opera"},
+                 "opera:opera-beta:opera-developer", "", "opera", "com.opera.Opera",
+                 "opera:opera-beta:opera-developer"},
     KnownBrowser{"gnomeweb", "GNOME Web", "apps.gnome.org/Epiphany", Kind::gnomeWeb, "epiphany",
-                 "epiphany", "epiphany", "org.gnome.Epiphany"},
+                 "epiphany", "epiphany", "org.gnome.Epiphany", ""},
     KnownBrowser{"librewolf", "LibreWolf", "librewolf.net", Kind::firefox, "librewolf/librewolf",
-                 ".librewolf", "librewolf", "io.gitlab.librewolf-community"},
+                 ".librewolf", "librewolf", "io.gitlab.librewolf-community", "librewolf"},
     KnownBrowser{"zen", "Zen", "zen-browser.app", Kind::firefox, "zen", ".zen", "",
-                 "app.zen_browser.zen:io.github.zen_browser.zen"},
+                 "app.zen_browser.zen:io.github.zen_browser.zen", "zen:zen-browser"},
     KnownBrowser{"waterfox", "Waterfox", "www.waterfox.net", Kind::firefox, "waterfox", ".waterfox",
-                 "", "net.waterfox.waterfox"},
+                 "", "net.waterfox.waterfox", "waterfox"},
     KnownBrowser{"floorp", "Floorp", "floorp.app", Kind::firefox, "floorp", ".floorp", "",
-                 "one.ablaze.floorp"},
+                 "one.ablaze.floorp", "floorp"},
 };
 
 std::vector<std::string_view> parts(std::string_view list) {
@@ -97,6 +102,17 @@ std::vector<Path> KnownBrowser::bases(const ImportFolders& folders) const {
         }
         for (const auto folder : parts(configurationFolders)) add(each.configuration / folder);
     }
+    return result;
+}
+
+std::vector<std::string> KnownBrowser::desktopFiles() const {
+    std::vector<std::string> result;
+    const auto add = [&](std::string_view entry) {
+        result.push_back(std::string{entry}.append(".desktop"));
+    };
+    for (const auto entry : parts(menuEntries)) add(entry);
+    if (!snap.empty()) add(std::string{snap}.append("_").append(snap));
+    for (const auto entry : parts(flatpaks)) add(entry);
     return result;
 }
 

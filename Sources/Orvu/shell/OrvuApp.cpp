@@ -7,8 +7,8 @@
 namespace orvu {
 
 AppDelegate::AppDelegate(AppServices& services, BrowserWindowController& windows,
-                         SettingsWindow& settings, ApplicationHost& host)
-    : services_(services), windows_(windows), settings_(settings), host_(host) {}
+                         SettingsWindow& settings, ImportWindow& import, ApplicationHost& host)
+    : services_(services), windows_(windows), settings_(settings), import_(import), host_(host) {}
 
 void AppDelegate::applicationDidFinishLaunching() {
     launched_ = true;
@@ -42,6 +42,11 @@ void AppDelegate::openSettings() {
 }
 
 void AppDelegate::makeDefaultBrowser() { services_.platform().workspace.makeDefaultBrowser(); }
+
+void AppDelegate::importBookmarks() {
+    const auto store = windows_.frontStore();
+    import_.show(store ? std::optional{store->profile()} : std::nullopt);
+}
 
 void AppDelegate::terminate() {
     quitting_.cancel();

@@ -2,6 +2,7 @@
 
 #include "foundation/async/Future.h"
 #include "foundation/async/TaskScope.h"
+#include "import/ImportWindow.h"
 #include "profiles/settings/SettingsWindow.h"
 #include "shell/BrowserWindowController.h"
 
@@ -29,7 +30,7 @@ class AppDelegate : public sigc::trackable {
 public:
     /// All arguments must outlive the delegate.
     AppDelegate(AppServices& services, BrowserWindowController& windows, SettingsWindow& settings,
-                ApplicationHost& host);
+                ImportWindow& import, ApplicationHost& host);
 
     /// Addresses that came before launch had finished.
     [[nodiscard]] const std::vector<Url>& pendingURLs() const { return pendingURLs_; }
@@ -50,6 +51,8 @@ public:
     void newPrivateWindow();
     void openSettings();
     void makeDefaultBrowser();
+    /// Into the profile of the window in front.
+    void importBookmarks();
     void orderFrontStandardAboutPanel() { host_.orderFrontStandardAboutPanel(); }
     /// Ends the program, once the person gave up what would be lost by that: downloads that run,
     /// and what was typed into pages. All is asked before anything ends. Asked for again, it asks
@@ -63,6 +66,7 @@ private:
     AppServices& services_;
     BrowserWindowController& windows_;
     SettingsWindow& settings_;
+    ImportWindow& import_;
     ApplicationHost& host_;
     std::vector<Url> pendingURLs_;
     bool launched_ = false;

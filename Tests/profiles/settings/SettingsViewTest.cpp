@@ -1,5 +1,6 @@
 #include "profiles/settings/SettingsView.h"
 
+#include "fakes/FakeImportWindow.h"
 #include "look/text/PlatformText.h"
 #include "support/StoreWorld.h"
 
@@ -77,7 +78,8 @@ protected:
 
     SkillStore skills{world.defaults};
     int madeDefault = 0;
-    SettingsView view{world.services, skills, [this] { ++madeDefault; }};
+    FakeImportWindow import;
+    SettingsView view{world.services, skills, import, [this] { ++madeDefault; }};
 };
 
 TEST_F(SettingsViewTest, SectionsStandInTheirOrder) {
@@ -87,9 +89,16 @@ TEST_F(SettingsViewTest, SectionsStandInTheirOrder) {
     EXPECT_EQ(titles, (Strings{"General", "Search", "Privacy", "Kesto", "Tabs"}));
 }
 
+TEST_F(SettingsViewTest, ImportingFromThereIsIntoThePersonalProfile) {
+    press("Import from Another Browser…");
+
+    EXPECT_THAT(import.shown, ElementsAre(std::nullopt));
+}
+
 TEST_F(SettingsViewTest, EachSectionHasItsRows) {
     EXPECT_EQ(texts("General"), (Strings{"Default browser|Make Orvu Your Default Browser",
-                                         "Reopen your tabs when Orvu starts"}));
+                                         "Reopen your tabs when Orvu starts",
+                                         "Bookmarks and history|Import from Another Browser…"}));
     EXPECT_EQ(texts("Search"),
               (Strings{"Search engine", "Show search suggestions as you type",
                        "What you type goes to your search engine to suggest searches. Never from "
@@ -219,7 +228,7 @@ TEST_F(SettingsViewTest, WhatChangesIsSignalled) {
 
 TEST_F(SettingsViewTest, ItsEndDropsAClearing) {
     std::optional<SettingsView> other;
-    other.emplace(world.services, skills, [] {});
+    other.emplace(world.services, skills, import, [] {});
     for (const auto& each : other->sections()) {
         for (const auto& row : each.rows) {
             const auto* const button = std::get_if<SettingsView::Button>(&row);

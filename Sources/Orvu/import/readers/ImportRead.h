@@ -54,7 +54,6 @@ struct ImportRead {
 void readChromium(const ImportRead& read, ImportResult& result);
 void readFirefox(const ImportRead& read, ImportResult& result);
 void readGnomeWeb(const ImportRead& read, ImportResult& result);
-/// The history alone: bookmarks of this kind lie in a property list, which is not read.
 void readSafari(const ImportRead& read, ImportResult& result);
 
 }  // namespace orvu

@@ -1,3 +1,4 @@
+#include "import/formats/SafariBookmarks.h"
 #include "import/readers/ImportRead.h"
 
 namespace orvu {
@@ -11,6 +12,7 @@ constexpr HistoryQuery history{
 }  // namespace
 
 void readSafari(const ImportRead& read, ImportResult& result) {
+    if (read.bookmarks) result.bookmarks = safariBookmarks(read.text("Bookmarks.plist"));
     if (read.history) result.visits = visits(read.database("History.db").get(), history, read.cut);
 }
 

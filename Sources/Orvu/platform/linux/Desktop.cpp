@@ -34,8 +34,9 @@ Platform Desktop::platform() {
 
 void Desktop::removeOrphans(const std::vector<Uuid>& profiles) {
     static_cast<void>(tidying_.run<bool>(
-        [folder = downloadFolder_.path()] {
+        [folder = downloadFolder_.path(), foreign = foreign_] {
             LinuxDownloadFolder::removeLeftovers(folder);
+            foreign->removeLeftovers();
             return true;
         },
         false));

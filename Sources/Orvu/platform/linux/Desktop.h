@@ -11,6 +11,7 @@
 #include "platform/linux/files/LinuxDownloadFolder.h"
 #include "platform/linux/files/LinuxFileIO.h"
 #include "platform/linux/files/LinuxSystemPaths.h"
+#include "platform/linux/foreign/LinuxForeignFiles.h"
 #include "platform/linux/http/SoupHttpSession.h"
 #include "platform/linux/http/SoupPageReads.h"
 #include "platform/linux/images/SandboxedImageCodec.h"
@@ -18,6 +19,7 @@
 #include "platform/linux/web/WebKitContentRules.h"
 #include "platform/linux/web/WebKitEngine.h"
 
+#include <memory>
 #include <vector>
 
 namespace orvu {
@@ -33,10 +35,12 @@ public:
 
     /// All that it refers to lives as long as the desktop.
     [[nodiscard]] Platform platform();
+    /// Files of other programs, for threads too that outlive the desktop.
+    [[nodiscard]] std::shared_ptr<const ForeignFiles> foreignFiles() const { return foreign_; }
 
     /// Removes what is left of earlier runs: the website data of profiles that are not in
     /// `profiles`, of which the engine writes some again after a removal, and what a killed
-    /// program left of its downloads.
+    /// program left of its downloads and of its copies of other programs' files.
     void removeOrphans(const std::vector<Uuid>& profiles);
 
 private:
@@ -60,6 +64,8 @@ private:
     LinuxWorkspace workspace_;
     GdkPasteboard pasteboard_;
     GdkSystemSound sound_;
+    const std::shared_ptr<const ForeignFiles> foreign_ =
+        std::make_shared<LinuxForeignFiles>(paths_.caches);
     Worker tidying_{loop_, Worker::AtEnd::forget, {}};
 };
 

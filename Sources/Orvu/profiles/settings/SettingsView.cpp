@@ -1,12 +1,13 @@
 #include "profiles/settings/SettingsView.h"
 
+#include <optional>
 #include <utility>
 
 namespace orvu {
 
-SettingsView::SettingsView(AppServices& services, SkillStore& skills,
+SettingsView::SettingsView(AppServices& services, SkillStore& skills, ImportWindow& import,
                            sigc::slot<void()> makeDefault)
-    : services_(services), skills_(skills), makeDefault_(std::move(makeDefault)) {
+    : services_(services), skills_(skills), import_(import), makeDefault_(std::move(makeDefault)) {
     skills_.connectChanged(sigc::mem_fun(changed_, &sigc::signal<void()>::emit));
 }
 
@@ -18,7 +19,9 @@ SettingsView::Section SettingsView::general() {
     Settings& settings = services_.settings();
     return {"General",
             {Button{"Default browser", "Make Orvu Your Default Browser", makeDefault_},
-             Switch{"Reopen your tabs when Orvu starts", &settings.restoreTabs}}};
+             Switch{"Reopen your tabs when Orvu starts", &settings.restoreTabs},
+             Button{"Bookmarks and history", "Import from Another Browser…",
+                    [this] { import_.show(std::nullopt); }}}};
 }
 
 SettingsView::Section SettingsView::search() {

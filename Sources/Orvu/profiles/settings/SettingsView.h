@@ -3,6 +3,7 @@
 #include "assistant/SkillStore.h"
 #include "core/AppServices.h"
 #include "foundation/async/TaskScope.h"
+#include "import/ImportWindow.h"
 #include "profiles/Settings.h"
 
 #include <sigc++/sigc++.h>
@@ -56,9 +57,10 @@ public:
         std::vector<Row> rows;
     };
 
-    /// `makeDefault` makes this program the one that opens web addresses. `services` and `skills` must
+    /// `makeDefault` makes this program the one that opens web addresses. The other arguments must
     /// outlive this.
-    SettingsView(AppServices& services, SkillStore& skills, sigc::slot<void()> makeDefault);
+    SettingsView(AppServices& services, SkillStore& skills, ImportWindow& import,
+                 sigc::slot<void()> makeDefault);
     SettingsView(const SettingsView&) = delete;
     SettingsView& operator=(const SettingsView&) = delete;
 
@@ -86,6 +88,7 @@ private:
 
     AppServices& services_;
     SkillStore& skills_;
+    ImportWindow& import_;
     const sigc::slot<void()> makeDefault_;
     std::string cleared_;
     sigc::signal<void()> changed_;

@@ -27,7 +27,8 @@ std::vector<Menu> makeMenu() {
     return {
         {"Orvu", lines({"orderFrontStandardAboutPanel", "", "openSettings", "makeDefaultBrowser",
                         "", "terminate"})},
-        {"File", lines({"newWindow", "newPrivateWindow", "", "performClose"})},
+        {"File",
+         lines({"newWindow", "newPrivateWindow", "", "importBookmarks", "", "performClose"})},
         {"Edit", lines({"undo", "redo", "", "cut", "copy", "paste", "selectAll"})},
         {"View", lines({"toggleFullScreen"})},
         {"Window", lines({"performMiniaturize", "performZoom"})},

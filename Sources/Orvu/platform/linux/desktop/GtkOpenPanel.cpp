@@ -1,0 +1,36 @@
+#include "platform/linux/desktop/GtkOpenPanel.h"
+
+#include <giomm/file.h>
+#include <gtkmm/filefilter.h>
+
+namespace orvu {
+namespace {
+
+using Choice = std::optional<std::filesystem::path>;
+
+Glib::RefPtr<Gtk::FileFilter> filter(const char* name, const std::vector<const char*>& types) {
+    auto result = Gtk::FileFilter::create();
+    result->set_name(name);
+    for (const char* const type : types) result->add_mime_type(type);
+    return result;
+}
+
+}  // namespace
+
+Future<Choice> GtkOpenPanel::chooseHtml(const std::string& message) {
+    const Promise<Choice> promise;
+    chooser_ = Gtk::FileChooserNative::create(message, window_, Gtk::FileChooser::Action::OPEN,
+                                              "Open", "Cancel");
+    chooser_->set_modal(true);
+    chooser_->add_filter(filter("Bookmarks", {"text/html", "application/xhtml+xml"}));
+    chooser_->signal_response().connect([promise, panel = chooser_.get()](int response) {
+        const auto file = response == Gtk::ResponseType::ACCEPT ? panel->get_file() : nullptr;
+        const std::string path = file ? file->get_path() : "";
+        promise.resolve(path.empty() ? std::nullopt : Choice{path});
+    });
+    promise.onAbandoned([this] { chooser_.reset(); });
+    chooser_->show();
+    return promise.future();
+}
+
+}  // namespace orvu
