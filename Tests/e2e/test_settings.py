@@ -13,6 +13,7 @@ TEXTS = [
     "Orvu Settings",
     "General", "Default browser", "Make Orvu Your Default Browser",
     "Reopen your tabs when Orvu starts",
+    "Bookmarks and history", "Import from Another Browser…",
     "Search", "Search engine", *ENGINES, "Show search suggestions as you type",
     "What you type goes to your search engine to suggest searches. Never from private windows.",
     "Kesto answers beside search results",

@@ -75,7 +75,7 @@ TEST(SafariBookmarksTest, OtherSchemesAndOtherTypesAreDropped) {
     const std::string list = document(
         folder(leaf("file:///etc/passwd") + leaf("javascript:alert(1)") + leaf("no address") +
                "<dict><key>WebBookmarkType</key><string>WebBookmarkTypeProxy</string>"
-               "<key>URLString</key><string>https://proxy.example/</string></dict>" +
+               "<key>URLString</key><string>https://p.example/</string></dict>" +
                "<dict><key>WebBookmarkType</key><integer>1</integer></dict>" +
                leaf("HTTPS://a.example/")));
 

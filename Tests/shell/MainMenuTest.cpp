@@ -29,9 +29,8 @@ TEST(MainMenuTest, TheMenusHoldTheirItemsInOrderWithTheirKeys) {
     EXPECT_EQ(lines(menus[0]), (Lines{"About Orvu", "-", "Settings… [⌘,]",
                                       "Make Orvu Your Default Browser", "-", "Quit Orvu [⌘Q]"}));
     EXPECT_EQ(menus[1].title, "File");
-    EXPECT_EQ(lines(menus[1]),
-              (Lines{"New Window [⌘N]", "New Private Window [⇧⌘N]", "-",
-                     "Import from Another Browser…", "-", "Close Window [⇧⌘W]"}));
+    EXPECT_EQ(lines(menus[1]), (Lines{"New Window [⌘N]", "New Private Window [⇧⌘N]", "-",
+                                      "Import from Another Browser…", "-", "Close Window [⇧⌘W]"}));
     EXPECT_EQ(menus[2].title, "Edit");
     EXPECT_EQ(lines(menus[2]), (Lines{"Undo [⌘Z]", "Redo [⇧⌘Z]", "-", "Cut [⌘X]", "Copy [⌘C]",
                                       "Paste [⌘V]", "Select All [⌘A]"}));
