@@ -14,11 +14,14 @@
 #include "import/formats/GnomeWebBookmarks.h"
 #include "import/formats/ImportedPage.h"
 #include "import/formats/SafariBookmarks.h"
+#include "import/Importer.h"
 #include "pagetools/ReaderExtraction.h"
 #include "pagetools/ReaderText.h"
+#include "platform/linux/foreign/LinuxForeignFiles.h"
 #include "platform/model/ChatStream.h"
 #include "platform/model/ModelList.h"
 #include "platform/model/SocketOwner.h"
+#include "platform/TemporaryFolder.h"
 #include "search/answers/PageReduction.h"
 #include "search/answers/ResultsPage.h"
 #include "search/answers/SearchAnswer.h"
@@ -32,6 +35,9 @@
 #include "site/permissions/SitePermissions.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -341,6 +347,27 @@ inline std::string chromiumBookmarksFile(std::string_view input) {
 /// A property list of bookmarks.
 inline std::string safariBookmarksFile(std::string_view input) {
     return importedBookmarks(safariBookmarks(input));
+}
+
+/// The file of a browser's database: each of the readers takes it for its own.
+inline std::string foreignDatabase(std::string_view input) {
+    static const TemporaryFolder folder;
+    static const BrowserImporter importer{
+        std::make_shared<LinuxForeignFiles>(folder.path() / "caches"), {}};
+    using Kind = BrowserKind;
+    for (const Kind kind : {Kind::chromium, Kind::firefox, Kind::safari, Kind::gnomeWeb}) {
+        const auto profile = folder.path() / rawValue(kind);
+        std::filesystem::create_directories(profile);
+        std::ofstream{profile / probeFile(kind), std::ios::binary | std::ios::trunc} << input;
+        const auto result = importer.read(
+            {.id = "x", .name = "X", .host = "", .kind = kind, .folder = profile}, {});
+        if (result.visits.size() > 5000) return "more visits than were asked for";
+        for (const Visit& visit : result.visits) {
+            if (!web(visit.url.absoluteString())) return "a visit of no web page";
+        }
+        if (std::string rule = importedBookmarks(result.bookmarks); !rule.empty()) return rule;
+    }
+    return "";
 }
 
 /// A bookmarks file that a browser exported.
