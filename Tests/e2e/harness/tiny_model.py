@@ -74,14 +74,15 @@ def _vocabulary():
 
 def _tensors(tokens, mean_words, numbers):
     """(name, dimensions, values) of each. Direction 0 of every token is a constant, which the last
-    layer uses to say words alone, and their end in time."""
+    layer uses to say words alone, and their end in time. Direction 1 tells a line's end, after which
+    there is always a word: what is said is never nothing."""
     count, head, inner = len(tokens), WIDTH // HEADS, 2 * WIDTH
 
     def gauss(size, spread):
         return array.array("f", (numbers.gauss(0.0, spread) for _ in range(size)))
 
     ones = array.array("f", [1.0] * WIDTH)
-    tensors = [("token_embd.weight", [WIDTH, count], _embedding(gauss(count * WIDTH, 1.0))),
+    tensors = [("token_embd.weight", [WIDTH, count], _embedding(tokens, gauss(count * WIDTH, 1.0))),
                ("output_norm.weight", [WIDTH], ones),
                ("output.weight", [WIDTH, count], _output(tokens, mean_words, gauss))]
     for block in range(BLOCKS):
@@ -94,15 +95,16 @@ def _tensors(tokens, mean_words, numbers):
             tensors.append((f"blk.{block}.{name}.weight", [WIDTH], ones))
         for name, (shape, spread) in weights.items():
             values = gauss(shape[0] * shape[1], spread / shape[0] ** 0.5)
-            if name in ("attn_output", "ffn_down"):  # they leave direction 0 alone
-                values[:shape[0]] = array.array("f", [0.0] * shape[0])
+            if name in ("attn_output", "ffn_down"):  # they leave both directions alone
+                values[:2 * shape[0]] = array.array("f", bytes(8 * shape[0]))
             tensors.append((f"blk.{block}.{name}.weight", shape, values))
     return tensors
 
 
-def _embedding(values):
-    for start in range(0, len(values), WIDTH):
-        values[start] = 4.0
+def _embedding(tokens, values):
+    for number, token in enumerate(tokens):
+        values[number * WIDTH] = 4.0
+        values[number * WIDTH + 1] = 4.0 if token[0] == "\n" else 0.0
     return values
 
 
@@ -119,6 +121,7 @@ def _output(tokens, mean_words, gauss):
             for place in range(start + 1, start + WIDTH):
                 values[place] *= 0.1
         values[start] = bias[token[3]] / constant
+        values[start + 1] = -60.0 / constant if token[3] == "end" else 0.0
     return values
 
 
