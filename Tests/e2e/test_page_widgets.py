@@ -100,7 +100,7 @@ class PageWidgets:
                 self.hands.move_in(window, (pointer[0] + len(last) % 2, pointer[1]))
             if key:
                 self.hands.go_on(key)
-            return judge(Pixels(window))
+            return judge(Pixels(self.display, window))
         return until(look, what, lambda: self.keep(window), pause=0.1)
 
     def resting_panel(self):
@@ -218,7 +218,7 @@ class Looks(PageWidgets):
 
         self.click_field()
         row = self.seen(self.chosen, "the chosen row")
-        pixels = Pixels(self.popover())
+        pixels = Pixels(self.display, self.popover())
         self.assert_chosen_stands_out(pixels, row)
         plain = row.moved(0, -row.height).shrunk(2)
         self.assertEqual(pixels.ground(plain), self.ground)
@@ -241,7 +241,7 @@ class Looks(PageWidgets):
         self.popover()
         self.hands.go_on("Down")
         first = self.seen(self.chosen, "the chosen row")
-        self.assert_chosen_stands_out(Pixels(self.popover()), first)
+        self.assert_chosen_stands_out(Pixels(self.display, self.popover()), first)
         self.hands.go_on("Down")
         self.seen(lambda now: (box := self.chosen(now)) and box.top > first.top, "the next row")
         self.hands.go_on("Return")
@@ -253,7 +253,7 @@ class Looks(PageWidgets):
         day, down = self.date_beside_today()
         box = self.open_calendar(day)
 
-        pixels = Pixels(self.popover())
+        pixels = Pixels(self.display, self.popover())
         ring = RINGS[self.title]
         today = box.moved(0, down * box.height)
         beside = box.moved(box.width if box.left < pixels.width // 2 else -box.width, 0)
@@ -288,7 +288,7 @@ class Looks(PageWidgets):
         x, y = panel.middle[0], panel.bottom - 20
         line = self.seen(lambda now: (box := self.highlighted(now)) and box.top <= y < box.bottom
                          and box, "the hovered line to be told", pointer=(x, y))
-        pixels = Pixels(self.popover())
+        pixels = Pixels(self.display, self.popover())
         self.assert_text(pixels, line, "the hovered line")
         self.seen(lambda now: (box := self.highlighted(now)) and box.bottom <= line.top,
                   "another line by key, and that one alone", key="Down")
@@ -364,7 +364,7 @@ class Uses(PageWidgets):
 
     def test_a_day_is_chosen_by_key(self):
         self.open_calendar(datetime.date(2024, 5, 15))
-        before = Pixels(self.popover())
+        before = Pixels(self.display, self.popover())
 
         self.hands.go_on("Down", "Down")
         self.seen(lambda now: now.width and now.colors(now.all) != before.colors(before.all),

@@ -1,7 +1,6 @@
 """A display with a window manager, and a session bus, of this test process alone."""
 
 import atexit
-import hashlib
 import os
 import pathlib
 import shutil
@@ -9,6 +8,7 @@ import subprocess
 import tempfile
 
 from . import process, x11
+from .screen import Screen
 from .wait import until
 
 WIDTH, HEIGHT = 1920, 1200
@@ -16,12 +16,13 @@ MANAGERS = {"openbox": ["openbox"], "mutter": ["mutter", "--x11"]}
 SOCKETS = pathlib.Path("/tmp/.X11-unix")
 
 
-def _x_server(size):
-    """Starts a server on a number that no other one has; gives both."""
+def _x_server(size, folder):
+    """Starts a server on a number that no other one has, with its points in a file of a folder;
+    gives both."""
     for _ in range(5):
         server, number = process.announced("Xvfb", "-displayfd", "{fd}", "-screen",
                                            "0", f"{size[0]}x{size[1]}x24", "-noreset",
-                                           "-nolisten", "tcp")
+                                           "-nolisten", "tcp", "-fbdir", folder)
         # A server that had the number before and ends just now may take the new one's socket away.
         if number and (SOCKETS / f"X{number}").exists():
             return server, number
@@ -81,8 +82,9 @@ class Display(SessionDisplay):
 
     def __init__(self, manager="openbox", size=(WIDTH, HEIGHT)):
         super().__init__()
-        server, number = _x_server(size)
+        server, number = _x_server(size, self._folder)
         self._processes.append(server)
+        self._screen = Screen(pathlib.Path(self._folder) / "Xvfb_screen0")
         self.name = f":{number}"
         self._start_bus()
         self._processes.append(process.spawn(MANAGERS[manager], **process.QUIET))
@@ -111,13 +113,19 @@ class Display(SessionDisplay):
     def color(self, window, right, down):
         """The red, green and blue, from 0 to 255, of a point so far from a window's corner."""
         left, top, _, _ = x11.geometry(window)
-        answer = subprocess.run(["import", "-silent", "-window", "root", "-depth", "8", "-crop",
-                                 f"1x1+{left + right}+{top + down}", "rgb:-"],
-                                capture_output=True, check=True)
-        return tuple(answer.stdout[:3])
+        return self._screen.color(left + right, top + down)
+
+    def points(self, window):
+        """The points that are seen where a window stands, with its width and height; none of one
+        that went away, or hangs over the edge."""
+        left, top, width, height = x11.geometry(window)
+        points = self._screen.area(left, top, width, height)
+        return (points, width, height) if points else (b"", 0, 0)
 
     def digest(self):
         """A mark that changes with what is on the display."""
-        answer = subprocess.run(["import", "-silent", "-window", "root", "rgb:-"],
-                                capture_output=True, check=True)
-        return hashlib.sha256(answer.stdout).hexdigest()
+        return self._screen.digest()
+
+    def stop(self):
+        self._screen.close()
+        super().stop()

@@ -1,9 +1,7 @@
 """What is seen of a window: its colours, how far they are from one another, and their areas."""
 
 import collections
-import subprocess
-
-from .x11 import geometry
+import re
 
 
 def luminance(color):
@@ -44,30 +42,32 @@ class Box(collections.namedtuple("Box", "left top right bottom")):
 
 
 class Pixels:
-    """What the display shows just now where a window stands."""
+    """What a display shows just now where a window stands."""
 
-    def __init__(self, window):
-        left, top, self.width, self.height = geometry(window)
-        answer = subprocess.run(["import", "-silent", "-window", "root", "-depth", "8", "-crop",
-                                 f"{self.width}x{self.height}+{left}+{top}", "+repage", "rgb:-"],
-                                capture_output=True, check=False)
-        if len(answer.stdout) != 3 * self.width * self.height:
-            self.width = self.height = 0  # it went away meanwhile, or hangs over the edge
-        self._data = answer.stdout
+    def __init__(self, display, window):
+        self._data, self.width, self.height = display.points(window)
 
     @property
     def all(self):
         return Box(0, 0, self.width, self.height)
 
     def at(self, x, y):
-        place = 3 * (y * self.width + x)
-        return tuple(self._data[place:place + 3])
+        place = 4 * (y * self.width + x)
+        return tuple(reversed(self._data[place:place + 3]))
+
+    def _line(self, y, left, right):
+        return self._data[4 * (y * self.width + left):4 * (y * self.width + right)]
 
     def colors(self, box):
         """The colours of an area with the number of their points, the most frequent ones first."""
-        return collections.Counter(
-            self.at(x, y) for y in range(max(box.top, 0), min(box.bottom, self.height))
-            for x in range(max(box.left, 0), min(box.right, self.width))).most_common()
+        left, right = max(box.left, 0), min(box.right, self.width)
+        points = collections.Counter()
+        for y in range(max(box.top, 0), min(box.bottom, self.height)):
+            points.update(memoryview(self._line(y, left, right)).cast("I"))
+        colors = collections.Counter()
+        for point, count in points.items():
+            colors[point >> 16 & 255, point >> 8 & 255, point & 255] += count
+        return colors.most_common()
 
     def ground(self, box):
         """What most of an area shows, or black where there is none."""
@@ -84,10 +84,10 @@ class Pixels:
 
     def points(self, color):
         """The places of just this colour."""
-        wanted, data = bytes(color), self._data
-        return {(place % self.width, place // self.width)
-                for place in range(self.width * self.height)
-                if data[3 * place:3 * place + 3] == wanted}
+        wanted = re.compile(b"(?=" + re.escape(bytes(reversed(color))) + b")")
+        places = (match.start() // 4 for match in wanted.finditer(self._data)
+                  if match.start() % 4 == 0)
+        return {(place % self.width, place // self.width) for place in places}
 
     def extent(self, color):
         """The smallest box around all points of just this colour; nothing if there are none."""
