@@ -82,6 +82,11 @@ class PackageTest(unittest.TestCase):
                                 capture_output=True, text=True, check=False)
         self.assertEqual(answer.returncode, 0, answer.stdout + answer.stderr)
 
+    def test_its_entry_in_the_menu_names_a_program_without_quotes(self):
+        """Not every program that opens links knows quotes there."""
+        entry = (self.root / "usr/share/applications/app.orvu.Orvu.desktop").read_text()
+        self.assertIn("\nExec=orvu %U\n", entry)
+
     def test_the_desktop_s_checks_take_its_entries(self):
         share = self.root / "usr/share"
         output("desktop-file-validate", str(share / "applications/app.orvu.Orvu.desktop"))

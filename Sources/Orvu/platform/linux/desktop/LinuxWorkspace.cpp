@@ -16,19 +16,27 @@ namespace {
 
 const std::string desktopName = std::string{applicationId} + ".desktop";
 
-/// This program's file as a quoted argument of a desktop file's command; empty if the system
-/// doesn't tell.
-std::string quotedExecutable() {
+/// Whether a path means itself in a desktop file's command, also for those who know no quotes.
+bool isPlain(const std::string& path) {
+    constexpr const char* plain =
+        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789/._+-@:,=";
+    return path.find_first_not_of(plain) == std::string::npos;
+}
+
+/// This program's file as an argument of a desktop file's command; empty if the system doesn't
+/// tell.
+std::string executableArgument() {
     std::error_code error;
     const std::string path = std::filesystem::read_symlink("/proc/self/exe", error).string();
-    std::string quoted;
+    if (isPlain(path)) return path;
+    std::string quoted = "\"";
     for (const char c : path) {
         // Once for the quotes, and once for the file's own escapes.
         if (c == '"' || c == '`' || c == '$' || c == '\\') quoted.append("\\\\");
         if (c == '%') quoted.push_back('%');
         quoted.append(c == '\\' ? 2 : 1, c);
     }
-    return quoted;
+    return quoted + "\"";
 }
 
 /// Writes a file of the program's resources, with "@EXECUTABLE@" replaced by this program.
@@ -42,7 +50,7 @@ bool installResource(const char* resource, const std::filesystem::path& target) 
 
     const std::string mark = "@EXECUTABLE@";
     if (const auto at = text.find(mark); at != std::string::npos) {
-        const std::string program = quotedExecutable();
+        const std::string program = executableArgument();
         if (program.empty()) return false;
         text.replace(at, mark.size(), program);
     }
