@@ -377,5 +377,32 @@ TEST_F(BrowserStoreTest, ABookmarkOfAPrivateWindowIsTheProfilesOwn) {
     EXPECT_EQ(world.defaults.written.back(), "orvuBookmarks");
 }
 
+TEST_F(BrowserStoreTest, TheLibraryIsClosedAtFirstAndTellsWhenItShowsAnotherList) {
+    const auto store = openStore();
+    const ChangeCounter changes{*store};
+    EXPECT_FALSE(store->librarySection());
+
+    store->setLibrarySection(LibrarySection::history);
+    store->setLibrarySection(LibrarySection::history);
+    EXPECT_EQ(store->librarySection(), LibrarySection::history);
+    EXPECT_EQ(changes.count(), 1);
+
+    store->setLibrarySection(LibrarySection::closed);
+    store->setLibrarySection({});
+    EXPECT_FALSE(store->librarySection());
+    EXPECT_EQ(changes.count(), 3);
+}
+
+TEST_F(BrowserStoreTest, TheLibraryOfOneWindowIsNotThatOfAnotherAndIsNotKept) {
+    const auto store = openStore();
+    const auto other = openStore();
+    world.defaults.written.clear();
+
+    store->setLibrarySection(LibrarySection::bookmarks);
+
+    EXPECT_FALSE(other->librarySection());
+    EXPECT_EQ(world.defaults.written, Strings{});
+}
+
 }  // namespace
 }  // namespace orvu

@@ -59,6 +59,25 @@ TEST(CalendarTest, ThirtyDaysAcrossAClockChangeAreNoMultipleOf24Hours) {
     EXPECT_EQ(now.secondsSince(*cutoff), 30 * 86400.0 + 3600.0);
 }
 
+TEST(CalendarTest, ADayWhoseFirstHourComesTwiceBeginsWithTheFirstOfThem) {
+    const Calendar havana{"America/Havana"};
+    const Date start = utc(2024y / std::chrono::November / 3, 4h);
+
+    EXPECT_EQ(havana.startOfDay(start.after(30min)), start);
+    EXPECT_EQ(havana.startOfDay(start.after(90min)), start);
+    EXPECT_EQ(havana.startOfDay(start.after(-1s)), start.after(-24h));
+    EXPECT_EQ(havana.startOfDay(start.after(25h)), start.after(25h));
+}
+
+TEST(CalendarTest, ADayWithoutAMidnightBeginsWhenTheClockHasGoneForward) {
+    const Calendar beirut{"Asia/Beirut"};
+    const Date start = utc(2024y / March / 30, 22h);
+
+    EXPECT_EQ(beirut.startOfDay(start.after(12h)), start);
+    EXPECT_EQ(beirut.startOfDay(start), start);
+    EXPECT_EQ(beirut.startOfDay(start.after(-1s)), start.after(-24h));
+}
+
 TEST(CalendarTest, NoDaysGiveTheSameMoment) {
     const Date moment = utc(2025y / October / 7, 22h + 30min);
 

@@ -112,6 +112,26 @@ TEST(LocaleTest, TheCustomOfTimesHasANameOfItsOwn) {
     EXPECT_EQ((Locale{{.messages = "fi_FI", .lang = "de"}}.shortTime(afternoon(), utc)), "15:05");
 }
 
+TEST(LocaleTest, ACompleteDateIsWrittenAsIsTheCustomAndHasNoTime) {
+    const Calendar utc{"UTC"};
+
+    EXPECT_EQ(Locale{{.lang = "en_US"}}.completeDate(afternoon(), utc), "Tuesday, October 7, 2025");
+    EXPECT_EQ(Locale{{}}.completeDate(afternoon(), utc), "Tuesday, October 7, 2025");
+    EXPECT_EQ(Locale{{.lang = "de_DE"}}.completeDate(afternoon(), utc),
+              "Dienstag, 7. Oktober 2025");
+    EXPECT_EQ(Locale{{.lang = "fr_FR"}}.completeDate(afternoon(), utc), "mardi 7 octobre 2025");
+    EXPECT_EQ((Locale{{.time = "ja_JP", .lang = "de"}}.completeDate(afternoon(), utc)),
+              "2025年10月7日火曜日");
+}
+
+TEST(LocaleTest, ACompleteDateIsThatOfTheCalendarsZone) {
+    const Locale german{{.lang = "de_DE"}};
+
+    EXPECT_EQ(german.completeDate(afternoon(), Calendar{"Pacific/Kiritimati"}),
+              "Mittwoch, 8. Oktober 2025");
+    EXPECT_EQ(german.completeDate(afternoon(), Calendar{"UTC"}), "Dienstag, 7. Oktober 2025");
+}
+
 TEST(LocaleTest, CopiesTellTheTimeIndependently) {
     const Locale german{{.lang = "de_DE"}};
     const Locale copy = german;

@@ -46,6 +46,19 @@ TEST(PlatformTextTest, TheFileManagerIsCalledFiles) {
     EXPECT_EQ(platformText("Show in Finder"), "Show in Files");
 }
 
+TEST(PlatformTextTest, TheFirstRunNamesTheProgramsOfThisDesktop) {
+    EXPECT_EQ(platformText("bring bookmarks and recent history from Chrome, Arc, Dia, Brave, Edge, "
+                           "Firefox or Safari."),
+              "bring bookmarks and recent history from Chrome, Chromium, Brave, Edge, Firefox, "
+              "GNOME Web and others.");
+    EXPECT_EQ(platformText("You can do this later from File › Import from Another Browser…"),
+              "You can do this later from the menu, under File › Import from Another Browser…");
+    EXPECT_EQ(platformText("Links from Mail, Messages and other apps will open in Orvu. macOS will "
+                           "ask you to confirm."),
+              "Links from mail, chat and other apps will open in Orvu. You can change that in the "
+              "settings of your desktop.");
+}
+
 TEST(PlatformTextTest, EveryOtherTextStaysAsItIs) {
     for (const std::string_view text : {"", "Open", "Macaroni", "tab ⇥", "Ctrl",
                                         "é 👩‍👩‍👧", "a\xFF\xE2\x8C", "%s"}) {

@@ -277,6 +277,13 @@ void BrowserStore::rewind(const Visit& visit) {
     }
 }
 
+void BrowserStore::setLibrarySection(std::optional<LibrarySection> section) {
+    if (librarySection_ == section) return;
+    const Operation operation{*this};
+    librarySection_ = section;
+    changes_.note();
+}
+
 BrowserStore::TabList::const_iterator BrowserStore::find(const Uuid& id) const {
     return std::ranges::find_if(tabs_, [&](const auto& tab) { return tab->id() == id; });
 }

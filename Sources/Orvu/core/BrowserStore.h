@@ -3,6 +3,7 @@
 #include "core/AppServices.h"
 #include "core/BrowserTab.h"
 #include "core/history/VisitHistory.h"
+#include "core/LibrarySection.h"
 #include "core/Records.h"
 #include "core/TabGroup.h"
 #include "core/WindowReader.h"
@@ -80,6 +81,10 @@ public:
     [[nodiscard]] const std::vector<ClosedTab>& closedTabs() const { return closedTabs_; }
     /// In order of creation.
     [[nodiscard]] const std::vector<TabGroup>& groups() const { return groups_; }
+    /// What the library shows over the page; nothing where it is closed.
+    [[nodiscard]] const std::optional<LibrarySection>& librarySection() const {
+        return librarySection_;
+    }
     /// The article of the window's one reader. Its tab may have gone, or gone elsewhere.
     [[nodiscard]] const std::optional<Reader>& reader() const { return reader_.shown(); }
     /// The article that stands in the place of a tab's page; null if the page itself is shown.
@@ -131,6 +136,9 @@ public:
     void toggleReader();
     /// Goes to a visit again, in the active tab.
     void rewind(const Visit& visit);
+
+    /// Opens the library, shows another of its lists, or closes it with nothing.
+    void setLibrarySection(std::optional<LibrarySection> section);
 
     // --- Groups ----------------------------------------------------------------------------
     /// Makes a group of one tab; nothing if the tab has left the window.
@@ -222,6 +230,7 @@ private:
     VisitHistory history_;
     std::vector<ClosedTab> closedTabs_;
     std::vector<TabGroup> groups_;
+    std::optional<LibrarySection> librarySection_;
     bool restoring_ = false;
     ChangeSignal changes_;
     WindowReader reader_;

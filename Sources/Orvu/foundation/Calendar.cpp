@@ -39,6 +39,8 @@ Calendar Calendar::current() { return Calendar{""}; }
 Date Calendar::startOfDay(Date date) const {
     const auto calendar = openCalendar(timeZone_, date);
     if (!calendar) return date;
+    // Where the clock goes back at midnight, the day has its first hour twice.
+    ucal_setAttribute(calendar.get(), UCAL_REPEATED_WALL_TIME, UCAL_WALLTIME_FIRST);
     for (const auto field : {UCAL_HOUR_OF_DAY, UCAL_MINUTE, UCAL_SECOND, UCAL_MILLISECOND}) {
         ucal_set(calendar.get(), field, 0);
     }

@@ -83,21 +83,44 @@ struct CloseFormat {
 };
 using FormatHandle = std::unique_ptr<UDateFormat, CloseFormat>;
 
-FormatHandle openFormat(const std::string& language, const std::string& timeZone) {
-    UErrorCode status = U_ZERO_ERROR;
-    const std::u16string zone(timeZone.begin(), timeZone.end());
-    FormatHandle format{udat_open(UDAT_SHORT, UDAT_NONE, language.c_str(),
-                                  zone.empty() ? nullptr : zone.data(),
-                                  static_cast<int32_t>(zone.size()), nullptr, 0, &status)};
-    return U_SUCCESS(status) ? std::move(format) : nullptr;
-}
-
 }  // namespace
 
-struct Locale::TimeFormat {
+/// Writes dates in one way, in the zone that was asked for last.
+struct Locale::DateFormat {
+    DateFormat(UDateFormatStyle time, UDateFormatStyle day) : timeStyle(time), dayStyle(day) {}
+
+    [[nodiscard]] std::string text(Date date, const std::string& language, const std::string& zone);
+    void open(const std::string& language, const std::string& zone);
+
+    const UDateFormatStyle timeStyle;
+    const UDateFormatStyle dayStyle;
     std::optional<std::string> timeZone = {};  ///< of the format at hand
     FormatHandle format = nullptr;
 };
+
+void Locale::DateFormat::open(const std::string& language, const std::string& zone) {
+    UErrorCode status = U_ZERO_ERROR;
+    const std::u16string name(zone.begin(), zone.end());
+    timeZone = zone;
+    format.reset(udat_open(timeStyle, dayStyle, language.c_str(),
+                           name.empty() ? nullptr : name.data(), static_cast<int32_t>(name.size()),
+                           nullptr, 0, &status));
+    if (U_FAILURE(status)) format.reset();
+}
+
+std::string Locale::DateFormat::text(Date date, const std::string& language,
+                                     const std::string& zone) {
+    if (timeZone != zone) open(language, zone);
+    if (!format) return {};
+    UErrorCode status = U_ZERO_ERROR;
+    std::array<char16_t, 128> written{};
+    const auto length = udat_format(format.get(), date.unixSeconds() * 1000.0, written.data(),
+                                    static_cast<int32_t>(written.size()), nullptr, &status);
+    if (U_FAILURE(status)) return {};
+    std::string result;
+    icu::UnicodeString{written.data(), length}.toUTF8String(result);
+    return result;
+}
 
 Locale Locale::current() {
     const auto variable = [](const char* name) {
@@ -115,22 +138,15 @@ Locale::Locale(const Environment& environment)
     : languages_(languages(environment)),
       timeLanguage_(languageTag(firstOf({&environment.all, &environment.time, &environment.lang}))
                         .value_or("en")),
-      timeFormat_(std::make_shared<TimeFormat>()) {}
+      timeFormat_(std::make_shared<DateFormat>(UDAT_SHORT, UDAT_NONE)),
+      dayFormat_(std::make_shared<DateFormat>(UDAT_NONE, UDAT_FULL)) {}
 
 std::string Locale::shortTime(Date date, const Calendar& calendar) const {
-    TimeFormat& cached = *timeFormat_;
-    if (cached.timeZone != calendar.timeZone()) {
-        cached = {calendar.timeZone(), openFormat(timeLanguage_, calendar.timeZone())};
-    }
-    if (!cached.format) return {};
-    UErrorCode status = U_ZERO_ERROR;
-    std::array<char16_t, 64> time{};
-    const auto length = udat_format(cached.format.get(), date.unixSeconds() * 1000.0, time.data(),
-                                    static_cast<int32_t>(time.size()), nullptr, &status);
-    if (U_FAILURE(status)) return {};
-    std::string result;
-    icu::UnicodeString{time.data(), length}.toUTF8String(result);
-    return result;
+    return timeFormat_->text(date, timeLanguage_, calendar.timeZone());
+}
+
+std::string Locale::completeDate(Date date, const Calendar& calendar) const {
+    return dayFormat_->text(date, timeLanguage_, calendar.timeZone());
 }
 
 }  // namespace orvu

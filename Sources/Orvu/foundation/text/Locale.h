@@ -30,14 +30,18 @@ public:
     /// The time of day, without a date and as short as is the custom, in the calendar's zone.
     /// Empty if there is none to be had.
     [[nodiscard]] std::string shortTime(Date date, const Calendar& calendar) const;
+    /// The day with its weekday, month in words and year, without a time, in the calendar's zone.
+    /// Empty if there is none to be had.
+    [[nodiscard]] std::string completeDate(Date date, const Calendar& calendar) const;
 
 private:
-    struct TimeFormat;
+    struct DateFormat;
 
     std::vector<std::string> languages_;
     std::string timeLanguage_;
-    /// The format used last, since making one takes far longer than using it. Copies share it.
-    std::shared_ptr<TimeFormat> timeFormat_;
+    /// The formats used last, since making one takes far longer than using it. Copies share them.
+    std::shared_ptr<DateFormat> timeFormat_;
+    std::shared_ptr<DateFormat> dayFormat_;
 };
 
 }  // namespace orvu

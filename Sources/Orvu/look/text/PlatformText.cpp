@@ -19,7 +19,7 @@ struct KeySign {
 constexpr std::array<KeySign, 4> modifiers{
     {{"⌘", "Ctrl+"}, {"⌥", "Alt+"}, {"⌃", "Alt+"}, {"⇧", "Shift+"}}};
 
-constexpr std::array<KeySign, 15> words{
+constexpr std::array<KeySign, 19> words{
     {{"A Mac browser", "A desktop browser"},
      {"Apple’s on-device model", "a model that runs here"},
      {" Apple's on-device model", " the on-device model"},
@@ -32,6 +32,11 @@ constexpr std::array<KeySign, 15> words{
       "Give Orvu leave to read its folder, then import"},
      {"Turn on Orvu under Full Disk Access", "Give Orvu leave to read its folder"},
      {"Safari, Firefox or", "Firefox or"},
+     {"from Chrome, Arc, Dia, Brave, Edge, Firefox or Safari.",
+      "from Chrome, Chromium, Brave, Edge, Firefox, GNOME Web and others."},
+     {"later from File", "later from the menu, under File"},
+     {"Mail, Messages and other apps", "mail, chat and other apps"},
+     {"macOS will ask you to confirm.", "You can change that in the settings of your desktop."},
      {"in Finder", "in Files"},
      {"This Mac", "This computer"},
      {"this Mac", "this computer"},

@@ -1,0 +1,17 @@
+#include "library/onboarding/Onboarding.h"
+
+#include <utility>
+
+namespace orvu {
+
+std::unique_ptr<OnboardingView> Onboarding::begin(sigc::slot<void()> makeDefault,
+                                                  const sigc::slot<void()>& close) const {
+    if (!isNeeded()) return nullptr;
+    const auto done = [&onboarded = settings_.onboarded, close] {
+        onboarded.set(true);
+        close();
+    };
+    return std::make_unique<OnboardingView>(import_, std::move(makeDefault), done);
+}
+
+}  // namespace orvu

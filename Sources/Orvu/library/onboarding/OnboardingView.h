@@ -1,0 +1,101 @@
+#pragma once
+
+#include "foundation/Observable.h"
+#include "import/ImportWindow.h"
+#include "look/Desk.h"
+#include "look/drawing/Paint.h"
+
+#include <sigc++/sigc++.h>
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace orvu {
+
+/// The three steps of the first run, without a widget: a welcome, an offer to import, and an offer
+/// to become the default browser. All texts are those of `platformText`'s source.
+class OnboardingView {
+public:
+    static constexpr int width = 620;   ///< points
+    static constexpr int height = 500;  ///< points
+
+    // The steps.
+    static constexpr int welcome = 0;
+    static constexpr int importer = 1;
+    static constexpr int finish = 2;
+
+    /// The texts of a step; empty where it has none.
+    struct Texts {
+        std::string_view heading;
+        std::string_view line;
+        std::string_view text;
+        std::string_view button;
+        std::string_view caption;
+    };
+    static constexpr std::array<Texts, 3> texts{{
+        {"orvu", "",
+         "A Mac browser where the address hangs from the top edge, and Kesto answers questions "
+         "about "
+         "the page on your Mac.",
+         "", ""},
+        {"Bring your web with you", "Nothing leaves this Mac.",
+         "Orvu can bring bookmarks and recent history from Chrome, Arc, Dia, Brave, Edge, Firefox "
+         "or "
+         "Safari.",
+         "Choose a Browser…", "You can do this later from File › Import from Another Browser…"},
+        {"Make Orvu your browser", "",
+         "Links from Mail, Messages and other apps will open in Orvu. macOS will ask you to "
+         "confirm.",
+         "Make Orvu Your Default Browser", ""},
+    }};
+    static constexpr int markFrame = 132;       ///< of the program's mark in the welcome, in points
+    static constexpr int nameSize = 60;         ///< of the welcome's heading, in points
+    static constexpr int welcomeTextSize = 15;  ///< points
+    static constexpr int welcomeTextWidth = 420;  ///< points at most
+
+    static constexpr std::string_view backTitle = "Back";
+
+    /// One of the dots that tell how far the person is.
+    struct Mark {
+        static constexpr int height = 6;                 ///< points
+        static constexpr Paint later{Desk::white, 0.2};  ///< of those that are not reached
+
+        int width;       ///< points
+        bool isReached;  ///< in the accent colour
+
+        friend constexpr bool operator==(Mark, Mark) = default;
+    };
+
+    /// `import` must outlive this. `makeDefault` makes this program the one that opens web
+    /// addresses; what it has to say goes into `message`. `done` ends the first run, and may end
+    /// this.
+    OnboardingView(ImportWindow& import, sigc::slot<void()> makeDefault, sigc::slot<void()> done);
+
+    Observable<int> step{welcome};
+    /// A line below the button of the last step.
+    Observable<std::optional<std::string>> message;
+
+    // What shows.
+    [[nodiscard]] const Texts& shown() const;
+    /// From the first step to the last.
+    [[nodiscard]] std::array<Mark, 3> marks() const;
+    [[nodiscard]] bool hasBack() const { return step.get() > welcome; }
+    [[nodiscard]] std::string_view mainTitle() const;
+
+    // What is done.
+    void back();
+    /// The main button: the next step, or the end.
+    void advance();
+    /// The button of the step that has one: opens the import for the personal profile, or makes
+    /// this program the default browser.
+    void press();
+
+private:
+    ImportWindow& import_;
+    const sigc::slot<void()> makeDefault_;
+    const sigc::slot<void()> done_;
+};
+
+}  // namespace orvu
