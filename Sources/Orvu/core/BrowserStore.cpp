@@ -103,6 +103,7 @@ void BrowserStore::select(const BrowserTab& tab) {
     if (activeID_ != tab.id() || leavesPair) changes_.note();
     activeID_ = tab.id();
     if (leavesPair) split_.clear();
+    setLibrarySection(std::nullopt);
 }
 
 void BrowserStore::selectTab(int number) {
@@ -113,6 +114,7 @@ void BrowserStore::selectTab(int number) {
     const int place = number == 9 ? count : number;
     if (place < 1 || place > count) return;
     const Operation operation{*this};
+    setLibrarySection(std::nullopt);
     const Uuid& target = list[static_cast<std::size_t>(place - 1)]->id();
     if (activeID_ == target) return;
     activeID_ = target;  // the pair stays: a number is a look elsewhere, not a choice
@@ -123,6 +125,7 @@ void BrowserStore::open(std::string_view text, NewTab inNewTab) {
     const auto url = resolveAddress(text, services_.settings());
     if (!url) return;
     const auto front = active();
+    setLibrarySection(std::nullopt);
     if (inNewTab == NewTab::no && front) {
         front->webView().load(*url);
     } else {
@@ -147,6 +150,7 @@ BrowserTab& BrowserStore::addTab(const UrlRequest& request, Select select) {
     if (select == Select::yes) {
         activeID_ = tab->id();
         split_.clear();
+        setLibrarySection(std::nullopt);
     }
     changes_.note();
     saveSession();
@@ -238,6 +242,7 @@ void BrowserStore::toggleSideBySide() {
     if (partner == reversed.end()) return;
     const Operation operation{*this};
     split_ = {front->id(), (*partner)->id()};
+    setLibrarySection(std::nullopt);
     changes_.note();
 }
 
@@ -247,6 +252,7 @@ void BrowserStore::openSideBySide(const BrowserTab& tab) {
     const Operation operation{*this};
     split_ = {front->id(), tab.id()};
     activeID_ = tab.id();
+    setLibrarySection(std::nullopt);
     changes_.note();
 }
 
@@ -259,7 +265,9 @@ void BrowserStore::endSideBySide() {
 
 void BrowserStore::toggleReader() {
     const auto tab = active();
-    if (tab && !tab->isNewTab()) reader_.toggle(tab);
+    if (!tab || tab->isNewTab()) return;
+    setLibrarySection(std::nullopt);
+    reader_.toggle(tab);
 }
 
 void BrowserStore::readerChanged() {
@@ -270,6 +278,7 @@ void BrowserStore::readerChanged() {
 void BrowserStore::rewind(const Visit& visit) {
     const Url url = visit.url;  // the argument may stand in the history
     const auto front = active();
+    setLibrarySection(std::nullopt);
     if (front && !front->isNewTab()) {
         front->webView().load(url);
     } else {

@@ -81,7 +81,8 @@ public:
     [[nodiscard]] const std::vector<ClosedTab>& closedTabs() const { return closedTabs_; }
     /// In order of creation.
     [[nodiscard]] const std::vector<TabGroup>& groups() const { return groups_; }
-    /// What the library shows over the page; nothing where it is closed.
+    /// What the library shows over the page; nothing where it is closed. Whatever brings a page to
+    /// the front closes it.
     [[nodiscard]] const std::optional<LibrarySection>& librarySection() const {
         return librarySection_;
     }

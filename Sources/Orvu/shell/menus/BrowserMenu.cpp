@@ -14,7 +14,7 @@ std::vector<MenuItem> browserMenu(const BrowserStore& store) {
     };
     add({"newEmptyTab", "newPrivateWindow", "reopenClosed"});
     add({"toggleSideBySide", "toggleReader", "find"});
-    add({"zoomInFurther", "zoomOutFurther", "actualSize"});
+    add({"showHistory", "showBookmarks", "showRecentlyClosed", "zoomInFurther", "zoomOutFurther", "actualSize"});
     if (command("copyLink").enabled(subject)) add({"copyLink", "openInDefaultBrowser"});
     return items;
 }

@@ -113,6 +113,10 @@ void unparkNewest(BrowserView& view) {
     if (!store.shelf().empty()) store.unpark(store.shelf().front());
 }
 
+Command::ForWindow showLibrary(LibrarySection section) {
+    return [section](BrowserView& view) { view.store().setLibrarySection(section); };
+}
+
 Command::ForWindow selectNeighbour(ColumnStep step) {
     return [step](BrowserView& view) {
         if (const auto tab = neighbourTab(view.store(), step)) view.store().select(*tab);
@@ -258,6 +262,19 @@ Commands page() {
          .run = Command::ForTab{toggleBookmark},
          .keys = {"⌘D"},
          .help = "set or clear a bookmark"},
+        {.name = "showHistory",
+         .run = showLibrary(LibrarySection::history),
+         .title = "History",
+         .keys = {"⌘Y"},
+         .help = "the history"},
+        {.name = "showBookmarks",
+         .run = showLibrary(LibrarySection::bookmarks),
+         .title = "Bookmarks",
+         .keys = {"⌥⌘B"},
+         .help = "the bookmarks"},
+        {.name = "showRecentlyClosed",
+         .run = showLibrary(LibrarySection::closed),
+         .title = "Recently Closed"},
     };
 }
 

@@ -19,28 +19,43 @@ BrowserPageCard::~BrowserPageCard() {
     notify_callbacks();
     if (find_) card_.remove_overlay(*find_);
     endClosingFind();
-    card_.unset_child();
-    while (Gtk::Widget* const child = get_first_child()) remove(*child);
+    clear();
 }
 
 bool BrowserPageCard::refresh() {
+    if (view_.store().librarySection()) return showLibrary();
+    const bool leavesLibrary = static_cast<bool>(library_);
     const auto pair = view_.store().splitTabs();
     if (pair.empty()) {
         if (!single_) showSingle();
-        return single_->show(view_.store().active());
+        return single_->show(view_.store().active()) || leavesLibrary;
     }
     if (!pair_) showPair();
-    return pair_->show(pair);
+    return pair_->show(pair) || leavesLibrary;
 }
 
 void BrowserPageCard::focusContent() {
     if (single_) single_->focusContent();
     if (pair_) pair_->focusContent();
+    if (library_) library_->focusContent();
+}
+
+std::vector<Gtk::Widget*> BrowserPageCard::areas() {
+    if (library_) return library_->areas();
+    return pair_ ? pair_->areas() : single_->areas();
+}
+
+/// Takes away what stands here.
+void BrowserPageCard::clear() {
+    while (Gtk::Widget* const child = get_first_child()) remove(*child);
+    card_.unset_child();
+    single_.reset();
+    pair_.reset();
+    library_.reset();
 }
 
 void BrowserPageCard::showSingle() {
-    if (pair_) remove(*pair_);
-    pair_.reset();
+    clear();
     single_.emplace(view_);
     card_.set_child(*single_);
     append(card_);
@@ -48,13 +63,20 @@ void BrowserPageCard::showSingle() {
 }
 
 void BrowserPageCard::showPair() {
-    if (single_) remove(card_);
-    card_.unset_child();
-    single_.reset();
+    clear();
     showFind();
     pair_.emplace(view_);
     pair_->set_expand(true);
     append(*pair_);
+}
+
+bool BrowserPageCard::showLibrary() {
+    if (library_) return false;
+    clear();
+    showFind();
+    library_ = std::make_unique<LibraryPage>(view_.sharedStore(), view_.services());
+    append(*library_);
+    return true;
 }
 
 void BrowserPageCard::findChanged() {
@@ -66,6 +88,7 @@ void BrowserPageCard::findChanged() {
 }
 
 void BrowserPageCard::focusFind() {
+    if (library_) library_->focusContent();
     if (find_) find_->focusField();
 }
 

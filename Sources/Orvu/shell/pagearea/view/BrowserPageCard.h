@@ -2,6 +2,7 @@
 
 #include "look/view/FrameRefresh.h"
 #include "pagetools/view/BrowserFindBarView.h"
+#include "shell/library/view/LibraryPage.h"
 #include "shell/pagearea/view/BrowserPageContent.h"
 #include "shell/pagearea/view/BrowserSplitPagesView.h"
 
@@ -15,8 +16,8 @@
 namespace orvu {
 
 /// Everything between the column of tabs and the window's edge: one card with the tab in front,
-/// or two side by side. The search bar shows over one page alone; while two stand side by side it
-/// waits.
+/// two side by side, or the library. The search bar shows over one page alone; beside anything else
+/// it waits.
 class BrowserPageCard : public Gtk::Box {
 public:
     /// `view` must outlive the card.
@@ -29,13 +30,13 @@ public:
     void focusContent();
 
     /// The parts beside the page of the tab in front that the keyboard can go to now.
-    [[nodiscard]] std::vector<Gtk::Widget*> areas() {
-        return pair_ ? pair_->areas() : single_->areas();
-    }
+    [[nodiscard]] std::vector<Gtk::Widget*> areas();
 
 private:
+    void clear();
     void showSingle();
     void showPair();
+    bool showLibrary();
     void findChanged();
     void focusFind();
     void findAgain(FindDirection direction);
@@ -50,6 +51,7 @@ private:
     std::unique_ptr<BrowserFindBarView> closingFind_;  ///< closed, and about to go
     FrameRefresh closingFindGoes_;
     std::optional<BrowserSplitPagesView> pair_;
+    std::unique_ptr<LibraryPage> library_;
 };
 
 }  // namespace orvu
