@@ -58,6 +58,18 @@ TEST(FoldedVisitsTest, WhatIsTakenAnewTakesThePlaceOfWhatWas) {
     EXPECT_EQ(folded.matching("daisies"), Places{2});
 }
 
+TEST(FoldedVisitsTest, VisitsThatShareAnIdentityKeepTheirOwnTexts) {
+    std::vector<Visit> visits{visitOf("Tulips"), visitOf("Roses")};
+    visits[1].id = visits[0].id;
+    FoldedVisits folded;
+
+    for (int i = 0; i < 3; ++i) {
+        folded.take(visits);
+        EXPECT_EQ(folded.matching("tulips"), Places{0});
+        EXPECT_EQ(folded.matching("roses"), Places{1});
+    }
+}
+
 TEST(FoldedVisitsTest, FindsWhatThePlainRuleFindsWhateverTheHistoryBecomes) {
     RandomText random{94};
     FoldedVisits folded;

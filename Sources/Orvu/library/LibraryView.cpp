@@ -5,7 +5,7 @@
 #include "look/text/OneLine.h"
 
 #include <algorithm>
-#include <numeric>
+#include <ranges>
 #include <utility>
 
 namespace orvu {
@@ -30,7 +30,7 @@ std::string shownTitle(const std::string& title, const Url& url) {
 
 std::vector<std::size_t> allPlaces(std::size_t count) {
     std::vector<std::size_t> places(count);
-    std::iota(places.begin(), places.end(), std::size_t{0});
+    std::ranges::copy(std::views::iota(std::size_t{0}, count), places.begin());
     return places;
 }
 
@@ -153,12 +153,12 @@ void LibraryView::copyLink(const LibraryEntry& entry) {
 }
 
 void LibraryView::remove(const LibraryEntry& entry) {
-    const LibraryEntry target = entry;  // the argument may stand among `entries`
-    if (target.section == Section::history) {
-        const Visit* const visit = find(store_.visits(), target);
-        if (visit) store_.removeVisit(Visit{*visit});  // the record leaves its list
-    } else if (target.section == Section::bookmarks) {
-        const auto* const bookmark = find(bookmarks_.items(), target);
+    // Each record is copied, as it is to leave its list.
+    if (entry.section == Section::history) {
+        if (const Visit* const visit = find(store_.visits(), entry))
+            store_.removeVisit(Visit{*visit});
+    } else if (entry.section == Section::bookmarks) {
+        const auto* const bookmark = find(bookmarks_.items(), entry);
         if (bookmark) bookmarks_.remove(BookmarkStore::Bookmark{*bookmark});
     }
 }
