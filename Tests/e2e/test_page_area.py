@@ -216,7 +216,7 @@ class MenuTest(BrowserTest):
 
         items = self.items()
         wanted = ["New Tab", "New Private Window", "Reopen Closed Tab", "Side by Side", "Reader",
-                  "Zoom In", "Zoom Out", "Actual Size", "Copy Link",
+                  "History", "Bookmarks", "Recently Closed", "Zoom In", "Zoom Out", "Actual Size", "Copy Link",
                   "Open in Default Browser", "Orvu",
                   "File", "Edit", "View", "Window"]
         self.assertEqual([each for each in items if each in wanted], wanted)

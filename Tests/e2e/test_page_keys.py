@@ -4,6 +4,7 @@ from harness import articles, readme
 from harness.assistant import Assistant
 from harness.case import PRIVATE, BrowserTest
 from harness.display import HEIGHT, WIDTH
+from harness.library import Library
 from harness.settings import TITLE, SettingsWindow
 from harness.wait import until, until_equal
 from harness.x11 import xdotool
@@ -38,7 +39,7 @@ PLACES = {
 PAGE_FIRST = {"back", "forward", "rewind: the pages of today", "find in the page",
               "the next match", "the match before it", "print the page", "zoom in", "zoom out",
               "actual size", "how the page is built", "save the page among the downloads",
-              "the page's source, in a tab of its own"}
+              "the page's source, in a tab of its own", "the history", "the bookmarks"}
 
 # Keys of theirs that the engine scrolls with, and which a page is therefore not asked about.
 NEVER_ASKED = {"Alt+Left", "Alt+Right"}
@@ -108,6 +109,7 @@ class PageKeysTest(BrowserTest):
         self.check_zoom(place)
         self.check_find()
         self.check_rewind()
+        self.check_library()
         self.check_print()
         self.check_save()
         self.check_source()
@@ -144,6 +146,15 @@ class PageKeysTest(BrowserTest):
             self.windows.find("list", LATEST)
             self.hands.go_on("Escape")
             self.windows.wait_until_gone("list", LATEST)
+
+    def check_library(self):
+        library = Library(self.windows, self.hands)
+        for command, section in (("the history", "History"), ("the bookmarks", "Bookmarks")):
+            for key in self.commands[command]:
+                self.press(key)
+                library.wait_until_open(section)
+                self.hands.go_on("Escape")
+                library.wait_until_closed()
 
     def check_print(self):
         self.press(self.commands["print the page"][0])

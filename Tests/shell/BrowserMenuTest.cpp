@@ -24,8 +24,9 @@ TEST_F(BrowserMenuTest, TabWithAnAddressHasAllItems) {
 
     EXPECT_EQ(titles(*store),
               (Strings{"New Tab", "New Private Window", "Reopen Closed Tab", "-", "Side by Side",
-                       "Reader", "Find in Page…", "-", "Zoom In", "Zoom Out", "Actual Size", "-",
-                       "Copy Link", "Open in Default Browser"}));
+                       "Reader", "Find in Page…", "-", "History", "Bookmarks", "Recently Closed",
+                       "Zoom In", "Zoom Out", "Actual Size", "-", "Copy Link",
+                       "Open in Default Browser"}));
 }
 
 TEST_F(BrowserMenuTest, TabWithoutAnAddressHasNoLinkItems) {

@@ -114,7 +114,10 @@ void unparkNewest(BrowserView& view) {
 }
 
 Command::ForWindow showLibrary(LibrarySection section) {
-    return [section](BrowserView& view) { view.store().setLibrarySection(section); };
+    return [section](BrowserView& view) {
+        view.commandOpen.set(false);
+        view.store().setLibrarySection(section);
+    };
 }
 
 Command::ForWindow selectNeighbour(ColumnStep step) {
@@ -266,11 +269,14 @@ Commands page() {
          .run = showLibrary(LibrarySection::history),
          .title = "History",
          .keys = {"⌘Y"},
+         .alias = {"⌘H"},
+         .keysOf = KeysOf::pageFirst,
          .help = "the history"},
         {.name = "showBookmarks",
          .run = showLibrary(LibrarySection::bookmarks),
          .title = "Bookmarks",
          .keys = {"⌥⌘B"},
+         .keysOf = KeysOf::pageFirst,
          .help = "the bookmarks"},
         {.name = "showRecentlyClosed",
          .run = showLibrary(LibrarySection::closed),

@@ -7,6 +7,7 @@
 #include "shell/menus/KeySigns.h"
 #include "shell/TabCloser.h"
 
+#include <gtkmm/text.h>
 #include <gtkmm/shortcut.h>
 #include <gtkmm/shortcutaction.h>
 #include <gtkmm/shortcutcontroller.h>
@@ -20,6 +21,9 @@ namespace {
 
 /// Whether the engine scrolls with a key, so that it never gives it back, whatever the page does.
 bool isKeptByEngine(std::string_view keys) { return keys == "⌥Left" || keys == "⌥Right"; }
+
+/// Whether a field takes a key: to do again what was undone in it.
+bool isTakenByFields(std::string_view keys) { return keys == "⌘Y"; }
 
 /// The toolkit's own inspector has the keys of the page's.
 void switchOffDebugging(Gtk::Window& window) {
@@ -187,6 +191,21 @@ void BrowserWindowView::addShortcut(const Command& command, const std::string& k
     controller->add_shortcut(
         Gtk::Shortcut::create(Gtk::ShortcutTrigger::parse_string(shortcutTrigger(keys)),
                               Gtk::NamedAction::create(command.action())));
+    window_.add_controller(controller);
+    if (!before && isTakenByFields(keys)) addShortcutInFields(command, keys);
+}
+
+/// Acts on keys that a field of the window would take, though it has no use for them.
+void BrowserWindowView::addShortcutInFields(const Command& command, const std::string& keys) {
+    auto controller = Gtk::ShortcutController::create();
+    controller->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
+    const auto act = [this, &command](Gtk::Widget&, const Glib::VariantBase&) {
+        return dynamic_cast<Gtk::Text*>(window_.get_focus()) &&
+               window_.activate_action(command.action());
+    };
+    controller->add_shortcut(
+        Gtk::Shortcut::create(Gtk::ShortcutTrigger::parse_string(shortcutTrigger(keys)),
+                              Gtk::CallbackAction::create(act)));
     window_.add_controller(controller);
 }
 

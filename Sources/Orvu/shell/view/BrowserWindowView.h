@@ -42,6 +42,7 @@ public:
 private:
     void addCommands();
     void addShortcut(const Command& command, const std::string& keys);
+    void addShortcutInFields(const Command& command, const std::string& keys);
     void addEscape();
     void noticePresses();
     void showLook();

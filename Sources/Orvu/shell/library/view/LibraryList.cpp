@@ -17,6 +17,11 @@ namespace {
 
 constexpr int rowsOfPage = 10;  ///< how far Page Up and Page Down go
 
+/// Takes a line out of the list: one that is only hidden is still seen by assistive technology.
+void takeOut(Gtk::Widget& line) {
+    if (line.get_parent()) line.unparent();
+}
+
 int heightOf(const LibraryEntry& entry) {
     return entry.isHeader() ? LibraryHeader::height : LibraryRow::height;
 }
@@ -43,8 +48,8 @@ LibraryList::LibraryList(LibraryView& library, SiteIcons icons,
 
 LibraryList::~LibraryList() {
     notify_callbacks();
-    for (const auto& row : rows_) row->unparent();
-    for (const auto& header : headers_) header->unparent();
+    for (const auto& row : rows_) takeOut(*row);
+    for (const auto& header : headers_) takeOut(*header);
 }
 
 void LibraryList::refresh() {
@@ -52,10 +57,11 @@ void LibraryList::refresh() {
     const auto kept = row ? row->entry() : std::nullopt;
     entries_ = library_.entries();
     layOut();
-    if (kept && !indexOf(*kept)) {
+    if (kept && !indexOf(*kept) && !entries_.empty()) {
         // It went away: the one that comes to stand in its place has the keyboard.
-        const auto next = rowFrom(focused_, +1);
-        if (const auto index = next ? next : rowFrom(focused_, -1)) return focus(*index);
+        const std::size_t place = std::min(focused_, entries_.size() - 1);
+        const auto next = rowFrom(place, +1);
+        if (const auto index = next ? next : rowFrom(place, -1)) return focus(*index);
     }
     showInSight();
 }
@@ -102,17 +108,22 @@ void LibraryList::showInSight() {
         const auto index = indexOf(entry);
         return index && ((*index >= first && *index < end) || index == focused);
     };
-    for (const auto& each : rows_) {
-        if (each->entry() && !isWanted(*each->entry())) each->clear();
-    }
-    for (const auto& each : headers_) {
-        if (each->entry() && !isWanted(*each->entry())) each->clear();
-    }
+    const auto dropUnwanted = [&](const auto& pool) {
+        for (const auto& each : pool) {
+            if (each->entry() && !isWanted(*each->entry())) each->clear();
+        }
+    };
+    dropUnwanted(rows_);
+    dropUnwanted(headers_);
     for (std::size_t index = first; index < end; ++index) place(index);
     if (focused && (*focused < first || *focused >= end)) place(*focused);
     if (focused) focused_ = *focused;
-    for (const auto& each : rows_) each->set_child_visible(each->entry().has_value());
-    for (const auto& each : headers_) each->set_child_visible(each->entry().has_value());
+    for (const auto& each : rows_) {
+        if (!each->entry()) takeOut(*each);
+    }
+    for (const auto& each : headers_) {
+        if (!each->entry()) takeOut(*each);
+    }
     queue_allocate();
 }
 
@@ -124,14 +135,15 @@ void LibraryList::place(std::size_t index) {
     if (entry.isHeader()) {
         auto& header = lineFor(headers_, entry, [&] {
             headers_.push_back(std::make_unique<LibraryHeader>());
-            headers_.back()->set_parent(*this);
             return headers_.back().get();
         });
         header.show(entry, library_.dayTitle(entry));
+        if (!header.get_parent()) header.set_parent(*this);
         return add(header);
     }
     auto& row = lineFor(rows_, entry, [this] { return &makeRow(); });
     if (const auto said = library_.row(entry)) row.show(entry, *said);
+    if (!row.get_parent()) row.set_parent(*this);
     add(row);
 }
 
@@ -152,7 +164,6 @@ Line& LibraryList::lineFor(Pool<Line>& pool, const LibraryEntry& entry, auto mak
 LibraryRow& LibraryList::makeRow() {
     rows_.push_back(std::make_unique<LibraryRow>(icons_));
     LibraryRow& row = *rows_.back();
-    row.set_parent(*this);
     row.signal_clicked().connect([this, &row] {
         if (row.entry()) library_.open(LibraryEntry{*row.entry()});
     });

@@ -187,15 +187,17 @@ void LibraryPage::showQuestion() {
     const bool isAsked = library_.confirmClear.get();
     answered_.reset();
     if (isAsked == static_cast<bool>(question_)) return;
-    columns_.set_sensitive(!isAsked);
+    // The keyboard goes first, so that nothing with it is switched off or taken away.
     if (isAsked) {
         question_ = std::make_unique<LibraryQuestion>(library_);
         add_overlay(*question_);
         question_->focusCancel();
+        columns_.set_sensitive(false);
     } else {
+        columns_.set_sensitive(true);
+        search_.grab_focus();
         remove_overlay(*question_);
         answered_ = std::move(question_);
-        search_.grab_focus();
     }
 }
 
