@@ -19,15 +19,16 @@ struct KeySign {
 constexpr std::array<KeySign, 4> modifiers{
     {{"⌘", "Ctrl+"}, {"⌥", "Alt+"}, {"⌃", "Alt+"}, {"⇧", "Shift+"}}};
 
-constexpr std::array<KeySign, 9> words{{{"A Mac browser", "A desktop browser"},
-                                        {"Apple’s on-device model", "a model that runs here"},
-                                        {" Apple's on-device model", " the on-device model"},
-                                        {"Apple's on-device model", "The on-device model"},
-                                        {"in Finder", "in Files"},
-                                        {"This Mac", "This computer"},
-                                        {"this Mac", "this computer"},
-                                        {"your Mac", "your computer"},
-                                        {"⎋", "Esc"}}};
+constexpr std::array<KeySign, 10> words{{{" and checked by Apple", ""},
+                                         {"A Mac browser", "A desktop browser"},
+                                         {"Apple’s on-device model", "a model that runs here"},
+                                         {" Apple's on-device model", " the on-device model"},
+                                         {"Apple's on-device model", "The on-device model"},
+                                         {"in Finder", "in Files"},
+                                         {"This Mac", "This computer"},
+                                         {"this Mac", "this computer"},
+                                         {"your Mac", "your computer"},
+                                         {"⎋", "Esc"}}};
 
 /// The number of the modifier whose sign stands at the head of `text`, or -1.
 int modifierAt(std::string_view text) {
