@@ -114,8 +114,9 @@ Task<std::string> Updater::fetch(Release release) {
 }
 
 Task<std::string> Updater::fetchInto(Release release, std::filesystem::path place) {
-    const auto reply = co_await seam_.transport.file(
-        release.url, place, archiveLimits, [this](std::uint64_t bytes) { received.set(bytes); });
+    UpdateTransport::Progress progress = [this](std::uint64_t bytes) { received.set(bytes); };
+    const auto reply = co_await seam_.transport.file(release.url, std::move(place), archiveLimits,
+                                                     std::move(progress));
     if (!reply.failure.empty()) co_return notDownloaded(reply.failure);
     const std::string digest = co_await seam_.installer.digest();
     const bool matches = !digest.empty() && digest == lowercased(release.sha256);
@@ -127,11 +128,12 @@ Task<std::string> Updater::verifyAndStage(Release release) {
     if (!address) co_return std::string{update_words::notSigned};
     auto reply = co_await seam_.transport.text(*address, signedTextLimits);
     if (!reply.failure.empty()) co_return notDownloaded(reply.failure);
-    const auto staged = co_await seam_.installer.stage(
-        {.version = release.version,
-         .build = release.build,
-         .newerThan = std::max(currentBuild(), seam_.installer.takenBack()),
-         .signedText = std::move(reply.body)});
+    // Not within the awaited call: the compiler would destroy such a temporary twice.
+    ExpectedUpdate expected{.version = release.version,
+                            .build = release.build,
+                            .newerThan = std::max(currentBuild(), seam_.installer.takenBack()),
+                            .signedText = std::move(reply.body)};
+    const auto staged = co_await seam_.installer.stage(std::move(expected));
     if (staged.failure.empty()) staged_ = staged.path;
     co_return staged.failure;
 }
