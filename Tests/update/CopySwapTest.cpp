@@ -116,6 +116,28 @@ TEST_P(CopySwapTest, AConfirmedCopyIsNeverTakenBack) {
     EXPECT_EQ(copy("Orvu.app"), UpdateLab::wholeCopy(12));
 }
 
+TEST_P(CopySwapTest, AStartBesideTheRunningCopyDoesntCount) {
+    swap();
+    UpdateFolder folder{lab_.folder(), {.canExchange = canExchange_}};
+
+    for (int i = 0; i < 5; ++i) {
+        EXPECT_TRUE((CopySwap{folder, key_}.prepareStart(StartedBeside::running)));
+    }
+
+    EXPECT_EQ(record().starts, 0);
+    EXPECT_EQ(copy("Orvu.app"), UpdateLab::wholeCopy(12));
+}
+
+TEST_P(CopySwapTest, ANewerUpdateComesInAlsoWhereTheLastOneWasNotConfirmed) {
+    swap();
+    lab_.placeStaged(13);
+
+    EXPECT_TRUE(swap());
+
+    EXPECT_EQ(copy("Orvu.app"), UpdateLab::wholeCopy(13));
+    EXPECT_EQ(copy(".Orvu-previous.app"), UpdateLab::wholeCopy(12));
+}
+
 TEST_P(CopySwapTest, WithoutTheOldCopyTheNewOneStays) {
     swap();
     std::filesystem::remove_all(lab_.folder() / ".Orvu-previous.app");

@@ -3,6 +3,7 @@
 #include "UpdateLab.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -93,6 +94,34 @@ TEST_F(StarterTest, TheNewCopyIsStartedTwiceAndThenTheOldOne) {
     EXPECT_EQ(start(), started(12));
     EXPECT_EQ(start(), started(10));
     EXPECT_EQ(start(), started(10));
+}
+
+TEST_F(StarterTest, StartsBesideARunningCopyDontCount) {
+    lab_.placeStaged(12);
+    const std::string keepsRunning = "#!/bin/sh\necho running\nread line < \"$1\"\n";
+    auto update = UpdateLab::update(12);
+    update.member("bin/orvu").content = keepsRunning;
+    update.listed("bin/orvu").size = keepsRunning.size();
+    update.listed("bin/orvu").hash = UpdateLab::hash(keepsRunning);
+    UpdateLab::seal(update);
+    writeLabFile(lab_.folder() / ".Orvu-update.app/bin/orvu", keepsRunning, 0755);
+    writeLabFile(lab_.folder() / ".Orvu-update.signed", update.message, 0600);
+    outcome({"--swap", "pid:2147483647", "only", lab_.folder().native()});
+    const Path held = lab_.folder() / "held";
+    ASSERT_EQ(mkfifo(held.c_str(), 0600), 0);
+    std::array<int, 2> pipe{};
+    ASSERT_EQ(::pipe(pipe.data()), 0);
+    const pid_t first = run({"--start", lab_.folder().native(), held.native()}, pipe[1]);
+    char byte = 0;
+    ASSERT_EQ(read(pipe[0], &byte, 1), 1);  // it runs
+
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_EQ(outcome({"--start", lab_.folder().native(), "/dev/null"}).first, "running\n");
+    }
+
+    end(first);
+    close(pipe[0]);
+    close(pipe[1]);
 }
 
 TEST_F(StarterTest, AfterTheSwapTheNewCopyStartsWhereThatWasAskedFor) {

@@ -224,7 +224,8 @@ void UpdateLab::placeStaged(int build) const {
 std::string UpdateLab::snapshot(const Path& folder) {
     std::vector<std::string> lines;
     for (const auto& entry : std::filesystem::recursive_directory_iterator{folder}) {
-        const bool isLock = entry.path().filename() == ".Orvu-update.lock";
+        const auto name = entry.path().filename();
+        const bool isLock = name == ".Orvu-update.lock" || name == ".Orvu-update.running";
         if (!isLock) lines.push_back(describe(entry, folder));
     }
     std::ranges::sort(lines);

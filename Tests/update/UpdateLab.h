@@ -68,7 +68,7 @@ public:
     void placeCopy(int build, const char* name) const;
     /// Places a staged copy with its signed text.
     void placeStaged(int build) const;
-    /// All that lies in a folder: kinds, modes, sizes and hashes. Without the empty lock file.
+    /// All that lies in a folder: kinds, modes, sizes and hashes. Without the empty lock files.
     [[nodiscard]] static std::string snapshot(const std::filesystem::path& folder);
     [[nodiscard]] std::string snapshot() const { return snapshot(folder_); }
     /// What the listing of the application is when it is whole and of this build.

@@ -46,7 +46,8 @@ std::optional<SignedText> CopySwap::stagedText() const {
 }
 
 bool CopySwap::swap() {
-    if (!folder_.lock() || !hasApplication() || record().phase != Phase::none) return false;
+    if (!folder_.lock() || !hasApplication()) return false;
+    if (record().phase == Phase::takingBack) return false;
     const auto text = stagedText();
     if (!text) return false;
     SwapRecord next = record();
@@ -104,13 +105,14 @@ void CopySwap::abandon(SwapRecord record) {
     save(record);
 }
 
-bool CopySwap::prepareStart() {
+bool CopySwap::prepareStart(StartedBeside beside) {
     folder_.lock();  // without it, what there is can be started all the same
     const SwapRecord known = record();
     if (known.phase == Phase::swapping) continueSwap(known);
     if (known.phase == Phase::takingBack) completeTakingBack(known);
     if (!hasApplication()) restoreApplication();
-    if (record().phase == Phase::trial) countStart(record());
+    const bool isTrial = record().phase == Phase::trial;
+    if (isTrial && beside == StartedBeside::nothing) countStart(record());
     return hasApplication();
 }
 

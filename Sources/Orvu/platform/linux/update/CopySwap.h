@@ -9,6 +9,9 @@
 
 namespace orvu {
 
+/// Whether the application runs already when it is started.
+enum class StartedBeside { nothing, running };
+
 /// Brings a staged copy into the application's place, watches over its first starts and takes it
 /// back. The record says what is under way before anything is done, and the copies themselves tell
 /// how far it came; so whoever comes next finishes what was broken off at any point. Each operation
@@ -21,9 +24,9 @@ public:
     /// Brings the staged copy in, if it is signed, unchanged since and newer.
     bool swap();
     /// What each start does first: finishes what was broken off, counts the starts of a new copy,
-    /// and takes it back if it was started often enough without a window. False if there is no
-    /// application to start.
-    bool prepareStart();
+    /// and takes it back if it was started often enough without a window. A start beside a running
+    /// application doesn't count. False if there is no application to start.
+    bool prepareStart(StartedBeside beside = StartedBeside::nothing);
     /// Keeps the running copy, of this build, and removes the one before it.
     void confirm(std::int64_t build);
 

@@ -68,7 +68,14 @@ Future<UpdateInstaller::Staged> LinuxUpdateInstaller::stage(ExpectedUpdate expec
         Staged{.failure = std::string{update_words::notUnpacked}});
 }
 
-void LinuxUpdateInstaller::discard() { work_->staging.discard(); }
+void LinuxUpdateInstaller::discard() {
+    static_cast<void>(background_.run<bool>(
+        [work = work_] {
+            work->staging.discard();
+            return true;
+        },
+        false));
+}
 
 std::optional<std::string> LinuxUpdateInstaller::launchSwap(AfterSwap after) {
     return SwapLauncher::launch(copy_.application / SwapLauncher::program,

@@ -14,7 +14,10 @@ constexpr int notStarted = 1;
 
 /// Becomes the application, which returns only if that fails.
 int start(orvu::UpdateFolder& folder, std::vector<char*> arguments) {
-    if (!orvu::CopySwap{folder, orvu::UpdateKey::configured()}.prepareStart()) return notStarted;
+    using orvu::StartedBeside;
+    const auto beside = folder.claimRun() ? StartedBeside::nothing : StartedBeside::running;
+    orvu::CopySwap swap{folder, orvu::UpdateKey::configured()};
+    if (!swap.prepareStart(beside)) return notStarted;
     std::string program =
         folder.path(orvu::UpdateNames::application) / orvu::ApplicationFacts::program;
     arguments.insert(arguments.begin(), program.data());

@@ -40,15 +40,27 @@ bool UpdateFolder::isTrusted() const {
     return !othersWrite && !groupWrites;
 }
 
+FileDescriptor UpdateFolder::openLock(const char* name) const {
+    return FileDescriptor{
+        openat(folder_.get(), name, O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR)};
+}
+
 bool UpdateFolder::lock() {
     if (lock_) return true;
-    FileDescriptor file{openat(folder_.get(), UpdateNames::lock,
-                               O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR)};
+    auto file = openLock(UpdateNames::lock);
     if (!file) return false;
     while (flock(file.get(), LOCK_EX) != 0) {
         if (errno != EINTR) return false;
     }
     lock_ = std::move(file);
+    return true;
+}
+
+bool UpdateFolder::claimRun() {
+    run_ = openLock(UpdateNames::running);
+    if (!run_) return true;
+    if (flock(run_.get(), LOCK_EX | LOCK_NB) != 0) return errno != EWOULDBLOCK;
+    fcntl(run_.get(), F_SETFD, 0);  // the program inherits it
     return true;
 }
 

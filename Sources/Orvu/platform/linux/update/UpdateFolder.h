@@ -21,6 +21,7 @@ struct UpdateNames {
     static constexpr const char* record = ".Orvu-update.record";
     static constexpr const char* recordDraft = ".Orvu-update.record-draft";
     static constexpr const char* lock = ".Orvu-update.lock";
+    static constexpr const char* running = ".Orvu-update.running";  ///< locked while it runs
     static constexpr const char* work = ".Orvu-update.work";  ///< where an archive is unpacked
 };
 
@@ -42,6 +43,9 @@ public:
     [[nodiscard]] bool isTrusted() const;
     /// Keeps other processes from changing anything until this is gone. False if that can't be.
     bool lock();
+    /// Says that the program that this process becomes is running, until its end. False if another
+    /// one is.
+    bool claimRun();
 
     [[nodiscard]] bool hasFolder(const char* name) const;
     /// What the copy of this name says of itself.
@@ -59,11 +63,13 @@ public:
 private:
     void step() const;
     bool sync() const;
+    [[nodiscard]] FileDescriptor openLock(const char* name) const;
 
     const std::filesystem::path path_;
     const Options options_;
     FileDescriptor folder_;
     FileDescriptor lock_;
+    FileDescriptor run_;
 };
 
 }  // namespace orvu
