@@ -55,13 +55,25 @@ protected:
     /// A whole copy starts now, and the same one once more. Tells of which build.
     int expectStarts(const UpdateLab& lab) const {
         const int first = nextStart(lab);
+        UpdateFolder folder{lab.folder(), {.canExchange = GetParam().canExchange}};
+        const auto record = CopySwap{folder, key_}.record();
         if (GetParam().takesBack) {
             EXPECT_EQ(first, 10);
-            EXPECT_EQ(nextStart(lab), 10);
+            EXPECT_EQ(record.takenBack, 12);
+            EXPECT_EQ(record.phase, SwapRecord::Phase::none);
         } else {
-            EXPECT_EQ(nextStart(lab), first);
+            EXPECT_EQ(record.phase == SwapRecord::Phase::trial, first == 12) << lab.snapshot();
+            expectOtherCopy(lab, first);
         }
+        EXPECT_EQ(nextStart(lab), first);
         return first;
+    }
+    /// The copy that isn't in use is whole too, under its name.
+    void expectOtherCopy(const UpdateLab& lab, int build) const {
+        const auto other = lab.folder() / (build == 12 ? ".Orvu-previous.app" : ".Orvu-update.app");
+        ASSERT_TRUE(exists(other)) << lab.snapshot();
+        EXPECT_EQ(UpdateLab::snapshot(other), build == 12 ? old_ : new_);
+        EXPECT_FALSE(build == 12 && exists(lab.folder() / ".Orvu-update.app"));
     }
     static void tell(int pipe) {
         const char byte = 'b';

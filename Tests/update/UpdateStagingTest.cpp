@@ -14,9 +14,9 @@ namespace {
 
 const std::string notUnpacked = "The update couldn't be unpacked.";
 
-class FullDiskTest : public testing::Test {
+class UpdateStagingTest : public testing::Test {
 protected:
-    FullDiskTest() { UpdateLab::seal(update_); }
+    UpdateStagingTest() { UpdateLab::seal(update_); }
 
     /// Stages an update in a process for which no file may have more than `bytes`, as on a disk
     /// that is full from there on. Gives the exit status: 0 if it was staged.
@@ -45,7 +45,7 @@ protected:
     LabUpdate update_ = UpdateLab::update(12);
 };
 
-TEST_F(FullDiskTest, EachFileThatCantBeWrittenIsToldAndLeavesTheDiskAsItWas) {
+TEST_F(UpdateStagingTest, EachFileThatCantBeWrittenIsToldAndLeavesTheDiskAsItWas) {
     const auto before = lab_.snapshot();
     int refused = 0;
     // The largest file has 5000 bytes, the signed text about 700.
@@ -59,7 +59,7 @@ TEST_F(FullDiskTest, EachFileThatCantBeWrittenIsToldAndLeavesTheDiskAsItWas) {
     EXPECT_EQ(stageWithin(5000), 0);
 }
 
-TEST_F(FullDiskTest, ARecordThatCantBeWrittenSwapsNothing) {
+TEST_F(UpdateStagingTest, ARecordThatCantBeWrittenSwapsNothing) {
     lab_.placeStaged(12);
     const auto before = lab_.snapshot();
     const pid_t child = fork();
@@ -79,7 +79,7 @@ TEST_F(FullDiskTest, ARecordThatCantBeWrittenSwapsNothing) {
     EXPECT_EQ(lab_.snapshot(), before);
 }
 
-TEST_F(FullDiskTest, AFolderThatCantBeWrittenHasNoPlaceForAnArchive) {
+TEST_F(UpdateStagingTest, AFolderThatCantBeWrittenHasNoPlaceForAnArchive) {
     UpdateFolder folder{"/proc/self"};
     UpdateStaging staging{folder, UpdateKey::parse(UpdateLab::publicKey()),
                           UpdateServer{UpdateLab::server}};
@@ -87,7 +87,7 @@ TEST_F(FullDiskTest, AFolderThatCantBeWrittenHasNoPlaceForAnArchive) {
     EXPECT_FALSE(staging.prepare());
 }
 
-TEST_F(FullDiskTest, ACopyWithoutAKeyIsNotSignedForUpdates) {
+TEST_F(UpdateStagingTest, ACopyWithoutAKeyIsNotSignedForUpdates) {
     UpdateFolder folder{lab_.folder()};
     const auto before = lab_.snapshot();
     UpdateStaging staging{folder, std::nullopt, UpdateServer{UpdateLab::server}};
@@ -102,7 +102,21 @@ TEST_F(FullDiskTest, ACopyWithoutAKeyIsNotSignedForUpdates) {
     EXPECT_EQ(lab_.snapshot(), before);
 }
 
-TEST_F(FullDiskTest, TheFolderOfAnArchiveIsItsOwnersAlone) {
+TEST_F(UpdateStagingTest, ABuildThatIsNotNewerIsRefusedWhateverWasOffered) {
+    UpdateFolder folder{lab_.folder()};
+    const auto before = lab_.snapshot();
+    UpdateStaging staging{folder, UpdateKey::parse(UpdateLab::publicKey()),
+                          UpdateServer{UpdateLab::server}};
+    writeLabFile(staging.prepare().value(), update_.archive, 0600);
+
+    const auto staged = staging.stage(
+        {.version = "1.12", .build = 12, .newerThan = 12, .signedText = update_.message});
+
+    EXPECT_EQ(staged.failure, "The update isn't signed by Zarvo, so Orvu didn't install it.");
+    EXPECT_EQ(lab_.snapshot(), before);
+}
+
+TEST_F(UpdateStagingTest, TheFolderOfAnArchiveIsItsOwnersAlone) {
     UpdateFolder folder{lab_.folder()};
     UpdateStaging staging{folder, std::nullopt, UpdateServer{UpdateLab::server}};
 
