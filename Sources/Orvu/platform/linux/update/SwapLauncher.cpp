@@ -64,15 +64,15 @@ std::optional<std::string> SwapLauncher::launch(const std::filesystem::path& sta
                                                 AfterSwap after) {
     // A handle, unlike a number, can't come to mean another process. Old kernels have none.
     const FileDescriptor handle{static_cast<int>(syscall(SYS_pidfd_open, getpid(), 0))};
-    std::string program = starter.native();
+    std::string path = starter.native();
     std::string command = "--swap";
     std::string process =
         handle ? "fd:" + std::to_string(handleNumber) : "pid:" + std::to_string(getpid());
     std::string then = after == AfterSwap::startAgain ? "again" : "only";
     std::string place = folder.native();
-    const std::array<char*, 6> arguments{program.data(), command.data(), process.data(),
-                                         then.data(),    place.data(),   nullptr};
-    const int failure = SpawnSettings{handle.get()}.spawn(program.c_str(), arguments.data());
+    const std::array<char*, 6> arguments{path.data(), command.data(), process.data(),
+                                         then.data(), place.data(),   nullptr};
+    const int failure = SpawnSettings{handle.get()}.spawn(path.c_str(), arguments.data());
     if (failure == 0) return std::nullopt;
     return std::generic_category().message(failure);
 }
