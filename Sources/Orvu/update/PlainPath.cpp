@@ -45,9 +45,8 @@ long long plainNumber(std::string_view text) {
     if (text.empty() || text.front() < '0' || text.front() > '9') return -1;
     if (text.size() > 1 && text.front() == '0') return -1;
     long long number = 0;
-    const char* const end = text.data() + text.size();
-    const auto [stop, failure] = std::from_chars(text.data(), end, number);
-    return failure == std::errc{} && stop == end ? number : -1;
+    const auto [stop, failure] = std::from_chars(text.begin(), text.end(), number);
+    return failure == std::errc{} && stop == text.end() ? number : -1;
 }
 
 }  // namespace orvu

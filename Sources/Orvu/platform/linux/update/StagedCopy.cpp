@@ -56,9 +56,10 @@ public:
         const auto names = namesIn(folder.get());
         if (!names) return false;
         for (const std::string& name : *names) {
-            if (!compareEntry(folder.get(), name, path.empty() ? name : path + "/" + name)) {
-                return false;
-            }
+            std::string below = path;
+            if (!below.empty()) below += '/';
+            below += name;
+            if (!compareEntry(folder.get(), name, below)) return false;
         }
         return true;
     }

@@ -30,7 +30,8 @@ void UpdateFolder::step() const {
     if (options_.step) options_.step();
 }
 
-bool UpdateFolder::sync() const { return fsync(folder_.get()) == 0; }
+/// What can't be synced lasts until the computer ends without a warning, at least.
+void UpdateFolder::sync() const { fsync(folder_.get()); }
 
 bool UpdateFolder::isTrusted() const {
     struct stat facts{};

@@ -62,7 +62,7 @@ public:
 
 private:
     void step() const;
-    bool sync() const;
+    void sync() const;
     [[nodiscard]] FileDescriptor openLock(const char* name) const;
 
     const std::filesystem::path path_;
