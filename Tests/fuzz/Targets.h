@@ -21,6 +21,7 @@
 #include "platform/model/ChatStream.h"
 #include "platform/model/ModelList.h"
 #include "platform/model/SocketOwner.h"
+#include "platform/linux/update/UpdateArchive.h"
 #include "platform/TemporaryFolder.h"
 #include "search/answers/PageReduction.h"
 #include "search/answers/ResultsPage.h"
@@ -33,6 +34,13 @@
 #include "site/Favicons.h"
 #include "site/icons/PageIcons.h"
 #include "site/permissions/SitePermissions.h"
+#include "update/PlainPath.h"
+#include "update/SignedText.h"
+#include "update/UpdateRelease.h"
+#include "update/UpdateServer.h"
+
+#include <sys/mman.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -399,6 +407,52 @@ inline std::string windowFrame(std::string_view input) {
     const auto [width, height] = WindowPlacement::minimumSize;
     if (frame->size.width < width || frame->size.height < height) return "the frame is too small";
     return frame->size.width > 16384 || frame->size.height > 16384 ? "the frame is too large" : "";
+}
+
+/// What a server of updates offers.
+inline std::string updateManifest(std::string_view input) {
+    const auto release = UpdateRelease::parse(input);
+    if (!release) return {};
+    if (input.size() > UpdateRelease::longest) return "a manifest is too long";
+    if (!isWellFormed(release->version)) return "a version is no UTF-8";
+    const UpdateServer server{"updates.example"};
+    if (!server.serves(release->url)) return {};
+    const auto signedText = UpdateServer::signedText(release->url);
+    if (!signedText || !server.serves(*signedText)) return "the signed text is elsewhere";
+    if (release->url.host() != "updates.example") return "an archive of another host counts";
+    if (release->url.scheme() != "https") return "an archive without https counts";
+    return release->url.query() ? "an address with a query counts" : "";
+}
+
+/// What the maker signs of an update, with or without its signature.
+inline std::string signedText(std::string_view input) {
+    const auto message = SignedMessage::split(input);
+    if (message && message->string() != input) return "a message has two ways to be written";
+    const auto text = SignedText::parse(message ? message->text : input);
+    if (!text) return {};
+    if (text->string() != (message ? message->text : input)) return "a text changed";
+    std::vector<std::string> folded;
+    for (const auto& file : text->files) {
+        if (!isPlainPath(file.path)) return "a path isn't plain";
+        if (text->file(file.path) != &file) return "a file isn't found";
+        if (text->hasFolder(file.path)) return "a file is a folder";
+        folded.push_back(foldedPath(file.path));
+    }
+    std::ranges::sort(folded);
+    const bool isTwice = std::ranges::adjacent_find(folded) != folded.end();
+    return isTwice ? "two names differ by case alone" : "";
+}
+
+/// The archive of an update.
+inline std::string updateArchive(std::string_view input) {
+    const int file = memfd_create("archive", MFD_CLOEXEC);
+    const bool isWritten =
+        write(file, input.data(), input.size()) == static_cast<ssize_t>(input.size());
+    const auto verdict = UpdateArchive{file}.verdict();
+    const bool isSame = UpdateArchive{file}.verdict() == verdict;
+    close(file);
+    if (!isWritten) return "the archive can't be kept";
+    return isSame ? "" : "it is read in two ways";
 }
 
 }  // namespace orvu::fuzz

@@ -82,7 +82,8 @@ TEST_F(CommandsTest, KeysThatAreNotAboutTabsWindowsAndTheNotchGoToThePageFirst) 
 
     EXPECT_EQ(pageFirst, (std::set<std::string>{"goBack", "goForward", "rewind", "find", "findNext",
                                                 "findPrevious", "zoomIn", "zoomOut", "actualSize",
-                                                "inspect", "print", "savePage", "showSource"}));
+                                                "inspect", "print", "savePage", "showSource",
+                                                "showHistory", "showBookmarks"}));
 }
 
 TEST_F(CommandsTest, EveryLineOfTheMenusIsACommandWithATitle) {

@@ -19,8 +19,9 @@ struct KeySign {
 constexpr std::array<KeySign, 4> modifiers{
     {{"⌘", "Ctrl+"}, {"⌥", "Alt+"}, {"⌃", "Alt+"}, {"⇧", "Shift+"}}};
 
-constexpr std::array<KeySign, 19> words{
-    {{"A Mac browser", "A desktop browser"},
+constexpr std::array<KeySign, 20> words{
+    {{" and checked by Apple", ""},
+     {"A Mac browser", "A desktop browser"},
      {"Apple’s on-device model", "a model that runs here"},
      {" Apple's on-device model", " the on-device model"},
      {"Apple's on-device model", "The on-device model"},

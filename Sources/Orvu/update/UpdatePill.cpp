@@ -1,0 +1,44 @@
+#include "update/UpdatePill.h"
+
+#include "look/text/OneLine.h"
+
+namespace orvu {
+namespace {
+
+using Kind = Updater::State::Kind;
+using Look = UpdatePill::Look;
+
+constexpr std::size_t longestVersion = 40;  // code points
+
+}  // namespace
+
+Look UpdatePill::look() const {
+    const auto& state = updater_.state.get();
+    const std::string version = oneLine(state.text, longestVersion);
+    if (state.kind == Kind::downloading) {
+        return {.kind = Look::Kind::wheel, .help = "Downloading the update…"};
+    }
+    if (action() == Action::download) {
+        return {.kind = Look::Kind::capsule,
+                .symbol = "arrow.down.circle",
+                .label = "Update",
+                .help = "Download Orvu " + version};
+    }
+    if (action() == Action::restart) {
+        return {.kind = Look::Kind::capsule,
+                .symbol = "arrow.up.circle.fill",
+                .label = "Restart to update",
+                .help = "Orvu " + version + " is ready",
+                .pulses = true};
+    }
+    return {};
+}
+
+UpdatePill::Action UpdatePill::action() const {
+    const auto kind = updater_.state.get().kind;
+    if (kind == Kind::ready) return Action::restart;
+    const bool isOffered = kind == Kind::available && updater_.automatic() != true;
+    return isOffered ? Action::download : Action::none;
+}
+
+}  // namespace orvu
