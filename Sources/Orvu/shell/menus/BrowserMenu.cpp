@@ -14,7 +14,8 @@ std::vector<MenuItem> browserMenu(const BrowserStore& store) {
     };
     add({"newEmptyTab", "newPrivateWindow", "reopenClosed"});
     add({"toggleSideBySide", "toggleReader", "find"});
-    add({"showHistory", "showBookmarks", "showRecentlyClosed", "zoomInFurther", "zoomOutFurther", "actualSize"});
+    add({"showHistory", "showBookmarks", "showRecentlyClosed", "zoomInFurther", "zoomOutFurther",
+         "actualSize"});
     if (command("copyLink").enabled(subject)) add({"copyLink", "openInDefaultBrowser"});
     return items;
 }
