@@ -49,7 +49,7 @@ TEST_F(UpdateStagingTest, EachFileThatCantBeWrittenIsToldAndLeavesTheDiskAsItWas
     const auto before = lab_.snapshot();
     int refused = 0;
     // The largest file has 5000 bytes, the signed text about 700.
-    for (const rlim_t bytes : {0, 10, 40, 60, 100, 600, 4999}) {
+    for (const rlim_t bytes : {0U, 10U, 40U, 60U, 100U, 600U, 4999U}) {
         EXPECT_EQ(stageWithin(bytes), 1) << bytes;
         EXPECT_EQ(lab_.snapshot(), before) << bytes;
         ++refused;

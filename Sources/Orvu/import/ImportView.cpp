@@ -32,16 +32,16 @@ std::string sentence(const Brought& brought, const std::string& browser) {
 
 }  // namespace
 
-std::shared_ptr<ImportView> ImportView::make(const Tools& tools, const Profile& profile) {
-    return std::shared_ptr<ImportView>{new ImportView{tools, profile}};
+std::shared_ptr<ImportView> ImportView::make(const Tools& tools, Profile profile) {
+    return std::shared_ptr<ImportView>{new ImportView{tools, std::move(profile)}};
 }
 
-ImportView::ImportView(const Tools& tools, const Profile& profile)
+ImportView::ImportView(const Tools& tools, Profile profile)
     : services_(tools.services),
       importer_(tools.importer),
       openPanel_(tools.openPanel),
       reads_(tools.reads),
-      profile_(profile),
+      profile_(std::move(profile)),
       sources_(importer_.sources()) {
     const auto open = std::ranges::find(sources_, false, &Source::needsAccess);
     if (open != sources_.end()) picked_ = *open;

@@ -108,7 +108,7 @@ public:
     }
 
 private:
-    ImportView(const Tools& tools, const Profile& profile);
+    ImportView(const Tools& tools, Profile profile);
 
     using View = std::shared_ptr<ImportView>;
 
