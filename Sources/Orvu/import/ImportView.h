@@ -57,8 +57,7 @@ public:
     };
 
     /// Looks for browsers. All that `tools` refer to must outlive the view.
-    [[nodiscard]] static std::shared_ptr<ImportView> make(const Tools& tools,
-                                                          const Profile& profile);
+    [[nodiscard]] static std::shared_ptr<ImportView> make(const Tools& tools, Profile profile);
     ImportView(const ImportView&) = delete;
     ImportView& operator=(const ImportView&) = delete;
 
