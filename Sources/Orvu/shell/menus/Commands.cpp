@@ -265,6 +265,11 @@ Commands page() {
          .run = Command::ForTab{toggleBookmark},
          .keys = {"⌘D"},
          .help = "set or clear a bookmark"},
+    };
+}
+
+Commands library() {
+    return {
         {.name = "showHistory",
          .run = showLibrary(LibrarySection::history),
          .title = "History",
@@ -511,8 +516,8 @@ Commands windowAndProgram() {
 
 Commands all() {
     Commands result;
-    for (auto part : {addressAndTabs(), numbered(), page(), pageAsAWhole(), zooming(), arranging(),
-                      editing(), windowAndProgram()}) {
+    for (auto part : {addressAndTabs(), numbered(), page(), library(), pageAsAWhole(), zooming(),
+                      arranging(), editing(), windowAndProgram()}) {
         std::ranges::move(part, std::back_inserter(result));
     }
     return result;

@@ -1,6 +1,7 @@
 #include "platform/linux/desktop/GtkOpenPanel.h"
 
 #include <giomm/file.h>
+#include <gtkmm/dialog.h>
 #include <gtkmm/filefilter.h>
 
 namespace orvu {

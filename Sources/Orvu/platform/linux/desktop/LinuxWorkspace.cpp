@@ -27,7 +27,7 @@ bool isPlain(const std::string& path) {
 /// tell.
 std::string executableArgument() {
     std::error_code error;
-    const std::string path = std::filesystem::read_symlink("/proc/self/exe", error).string();
+    std::string path = std::filesystem::read_symlink("/proc/self/exe", error).string();
     if (isPlain(path)) return path;
     std::string quoted = "\"";
     for (const char c : path) {

@@ -104,9 +104,9 @@ void LibraryList::showInSight() {
     const auto focused = row && row->entry() ? indexOf(*row->entry()) : std::nullopt;
     const auto [first, end] = inSight();
     placed_.clear();
-    const auto isWanted = [&, first = first, end = end](const LibraryEntry& entry) {
+    const auto isWanted = [&, from = first, to = end](const LibraryEntry& entry) {
         const auto index = indexOf(entry);
-        return index && ((*index >= first && *index < end) || index == focused);
+        return index && ((*index >= from && *index < to) || index == focused);
     };
     const auto dropUnwanted = [&](const auto& pool) {
         for (const auto& each : pool) {
