@@ -10,7 +10,7 @@ from harness.assistant import Assistant  # noqa: E402
 from harness.case import BrowserTest  # noqa: E402
 from harness.real_model import RealModelServer  # noqa: E402
 from harness.results import SEARCH  # noqa: E402
-from harness.wait import until, until_equal  # noqa: E402
+from harness.wait import until  # noqa: E402
 
 DONE = "From 4 results · on this computer"
 FAILED = "Kesto couldn't answer that. "
@@ -101,16 +101,3 @@ class RealModelTest(BrowserTest):
 
         self.assertTrue(self.answer_to("Well?").startswith(FAILED))
         self.assertFalse(self.kesto.nodes("status bar", "Thinking"))
-
-    def test_a_closed_window_ends_what_the_model_was_at(self):
-        server = self.run_model(mean_words=100_000)
-        self.start_and_open(self.long_page("/garden"))
-        self.app.app_action("newWindow")
-        until_equal(self.app.windows, [1, 2], "the windows")
-        self.app.action("performClose", window=2)
-        self.kesto.open()
-        self.kesto.ask("Well?")
-        until(server.is_answering, "the model to be at it", pause=0.01)
-        self.app.action("performClose")
-
-        until(lambda: not server.is_answering(), "the model to be left alone")
