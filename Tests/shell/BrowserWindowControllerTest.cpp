@@ -347,6 +347,18 @@ TEST_F(BrowserWindowControllerTest, APageThatStaysKeepsTheProfileOfItsWindow) {
     EXPECT_EQ(storeAt(0).profile(), Profile::personal());
 }
 
+TEST_F(BrowserWindowControllerTest, APageThatAsksIsSeenAlsoWhereTheLibraryStoodInItsPlace) {
+    openWindow();
+    auto& asking = page(storeAt(0).newTab(url(a), Select::yes));
+    asking.asksBeforeClosing = true;
+    storeAt(0).setLibrarySection(LibrarySection::history);
+
+    controller().switchProfile(storeAt(0), world.work);
+    asking.askBeforeClosing();
+
+    EXPECT_FALSE(storeAt(0).librarySection());
+}
+
 TEST_F(BrowserWindowControllerTest, AProfileThatIsDeletedWhilePagesAreAskedIsNotShown) {
     openWindow();
     auto& asking = page(storeAt(0).newTab(url(a), Select::yes));

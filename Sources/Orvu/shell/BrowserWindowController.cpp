@@ -109,7 +109,7 @@ void BrowserWindowController::show(BrowserTab& tab) {
         std::ranges::find_if(windows_, [&](const Entry& entry) { return entry.store->holds(tab); });
     if (found == windows_.end()) return;
     const auto store = found->store;  // an observer of it may open or close windows
-    if (store->activeID() != tab.id()) store->select(tab);
+    store->select(tab);
     present(store.get());
 }
 

@@ -66,7 +66,7 @@ void TabCloser::whenAllMayGo(sigc::slot<void()> present, sigc::slot<void()> then
 
 void TabCloser::start(Tabs tabs, sigc::slot<void()> present, sigc::slot<void()> then) const {
     const Show show = [&store = store_, present = std::move(present)](BrowserTab& tab) {
-        if (store.activeID() != tab.id()) store.select(tab);
+        store.select(tab);
         if (present) present();
     };
     store_.work().start(ask(std::move(tabs), show, store_.loop(), std::move(then)));
