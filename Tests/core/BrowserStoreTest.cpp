@@ -3,6 +3,7 @@
 #include "profiles/Preferences.h"
 #include "support/StoreWorld.h"
 
+#include <functional>
 #include <limits>
 
 namespace orvu {
@@ -402,6 +403,43 @@ TEST_F(BrowserStoreTest, TheLibraryOfOneWindowIsNotThatOfAnotherAndIsNotKept) {
 
     EXPECT_FALSE(other->librarySection());
     EXPECT_EQ(world.defaults.written, Strings{});
+}
+
+TEST_F(BrowserStoreTest, WhateverBringsAPageToTheFrontClosesTheLibrary) {
+    const auto store = openStoreWith({a, b, c});
+    const auto first = tabAt(*store, a);
+    const std::vector<std::function<void()>> roads{
+        [&] { store->select(*store->active()); },
+        [&] { store->selectTab(1); },
+        [&] { store->selectTab(1); },
+        [&] { store->open(b, NewTab::no); },
+        [&] { store->open(b, NewTab::yes); },
+        [&] { store->newTab(std::nullopt, Select::yes); },
+        [&] { store->openSideBySide(*first); },
+        [&] {
+            store->endSideBySide();
+            store->toggleSideBySide();
+        },
+        [&] {
+            store->close(*first);
+            store->reopenClosed();
+        }};
+    for (std::size_t road = 0; road < roads.size(); ++road) {
+        store->setLibrarySection(LibrarySection::history);
+        roads[road]();
+        EXPECT_FALSE(store->librarySection()) << road;
+    }
+}
+
+TEST_F(BrowserStoreTest, WhatHappensBehindTheLibraryLeavesItOpen) {
+    const auto store = openStoreWith({a, b, c});
+    store->setLibrarySection(LibrarySection::history);
+
+    store->newTab(url(d), Select::no);
+    store->close(*tabAt(*store, a));
+    store->togglePin(*tabAt(*store, b));
+
+    EXPECT_TRUE(store->librarySection());
 }
 
 }  // namespace

@@ -4,6 +4,7 @@ import json
 import time
 
 from harness.case import PRIVATE, BrowserTest
+from harness.dialogs import LEAVES, STAY, Dialogs, form_page
 from harness.library import Library
 from harness.wait import until, until_equal
 
@@ -90,6 +91,46 @@ class LibraryTest(BrowserTest):
         self.hands.press("x")
 
         self.server.wait_for_report("x")
+
+    def test_a_page_that_goes_elsewhere_meanwhile_is_there_afterwards(self):
+        other = self.page("/wasps")
+        self.start_with_only(self.server.script_page(
+            "/bees", f"addEventListener('message', () => location = '{other}');"
+                     "setTimeout(() => postMessage(1), 1500)"))
+        self.open_history()
+        self.wait_for_visit(other)
+        self.library.wait_for_titles("bees", "wasps")
+        self.hands.press("Escape")
+        self.library.wait_until_closed()
+
+        self.wait_for_tabs("wasps")
+        self.wait_until_loaded()
+
+    def test_a_page_that_asks_before_it_is_left_is_seen(self):
+        dialogs = Dialogs(self.windows, self.hands)
+        self.start_with_only(self.server.url(form_page(self.server, "form")))
+        self.hands.click()
+        self.hands.type_on("a")
+        self.server.wait_for_report("form-a")
+        self.open_history()
+        self.app.action("performClose")
+        dialogs.wait_for("127.0.0.1", LEAVES, "What you typed here may be lost.")
+
+        self.assertFalse(self.library.is_open())
+        dialogs.press(STAY)
+        dialogs.wait_until_gone()
+
+    def test_the_key_of_the_search_bar_goes_to_its_search(self):
+        self.start_with_pages("/bees")
+        self.open_history()
+        self.hands.press("Down")
+        self.wait_for_row_focus("bees")
+        self.hands.press("ctrl+f")
+        until(lambda: self.library.search().is_focused, "the search to have the keyboard")
+        self.hands.press("Escape")
+        self.library.wait_until_closed()
+
+        self.assertEqual(self.windows.nodes("text", "Find in page"), [])
 
     # Going to a page.
 

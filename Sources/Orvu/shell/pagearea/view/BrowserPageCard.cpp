@@ -80,7 +80,10 @@ bool BrowserPageCard::showLibrary() {
 }
 
 void BrowserPageCard::findChanged() {
-    if (view_.findOpen.get()) {
+    if (library_ && view_.findOpen.get()) {
+        view_.findOpen.set(false);  // the library has a search of its own
+        library_->focusContent();
+    } else if (view_.findOpen.get()) {
         showFind();
     } else {
         closeFind();
