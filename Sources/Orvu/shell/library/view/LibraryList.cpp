@@ -48,8 +48,7 @@ LibraryList::LibraryList(LibraryView& library, SiteIcons icons,
 
 LibraryList::~LibraryList() {
     notify_callbacks();
-    for (const auto& row : rows_) takeOut(*row);
-    for (const auto& header : headers_) takeOut(*header);
+    forEachLine([](auto& line) { takeOut(line); });
 }
 
 void LibraryList::refresh() {
@@ -108,22 +107,15 @@ void LibraryList::showInSight() {
         const auto index = indexOf(entry);
         return index && ((*index >= from && *index < to) || index == focused);
     };
-    const auto dropUnwanted = [&](const auto& pool) {
-        for (const auto& each : pool) {
-            if (each->entry() && !isWanted(*each->entry())) each->clear();
-        }
-    };
-    dropUnwanted(rows_);
-    dropUnwanted(headers_);
+    forEachLine([&](auto& line) {
+        if (line.entry() && !isWanted(*line.entry())) line.clear();
+    });
     for (std::size_t index = first; index < end; ++index) place(index);
     if (focused && (*focused < first || *focused >= end)) place(*focused);
     if (focused) focused_ = *focused;
-    for (const auto& each : rows_) {
-        if (!each->entry()) takeOut(*each);
-    }
-    for (const auto& each : headers_) {
-        if (!each->entry()) takeOut(*each);
-    }
+    forEachLine([](auto& line) {
+        if (!line.entry()) takeOut(line);
+    });
     queue_allocate();
 }
 

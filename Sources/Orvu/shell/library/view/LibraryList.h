@@ -62,6 +62,11 @@ private:
     void place(std::size_t index);
     template <class Line>
     [[nodiscard]] Line& lineFor(Pool<Line>& pool, const LibraryEntry& entry, auto make);
+    /// Hands over every row and header there is, in use or not.
+    void forEachLine(const auto& visit) const {
+        for (const auto& row : rows_) visit(*row);
+        for (const auto& header : headers_) visit(*header);
+    }
     void focus(std::size_t index);
     void reveal(std::size_t index);
     void openMenu(LibraryRow& row, const Gdk::Rectangle& at);
