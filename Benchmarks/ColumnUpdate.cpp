@@ -5,6 +5,7 @@
 #include "fakes/FakeBrowserWindow.h"
 #include "shell/column/view/GroupColorRules.h"
 #include "support/FakeDesktop.h"
+#include "support/UpdateWorld.h"
 
 #include <glibmm/main.h>
 #include <gtkmm/application.h>
@@ -123,9 +124,9 @@ private:
     Assistant assistant_{desktop_.model, desktop_.defaults};
     FakeScreen screen_;
     FakeBrowserWindow browserWindow_{screen_, {}, [] {}};
+    UpdateWorld updates_;
     BrowserView view_{store_,
-                      services_,
-                      assistant_,
+                      {services_, assistant_, updates_.updater},
                       browserWindow_,
                       [](const Profile&) {},
                       BrowserView::Narrow::no};

@@ -4,6 +4,9 @@
 #include "platform/linux/Desktop.h"
 #include "platform/linux/desktop/Renderer.h"
 #include "platform/linux/desktop/WaylandSocket.h"
+#include "platform/linux/update/LinuxUpdateInstaller.h"
+#include "platform/linux/update/SoupUpdateTransport.h"
+#include "platform/linux/Worker.h"
 #include "search/SearchSuggester.h"
 #include "shell/BrowserWindowController.h"
 #include "shell/CommandLine.h"
@@ -15,17 +18,51 @@
 
 #include <algorithm>
 #include <chrono>
+#include <filesystem>
 #include <iostream>
 #include <iterator>
 #include <memory>
 #include <optional>
 #include <string>
+#include <system_error>
 #include <utility>
 #include <vector>
 
 namespace {
 
 using namespace orvu;
+
+/// The file that runs, without links; empty where the system doesn't tell.
+std::filesystem::path ownProgram() {
+    std::error_code ignored;
+    return std::filesystem::read_symlink("/proc/self/exe", ignored);
+}
+
+/// What keeps this copy of the program current.
+class Updates {
+public:
+    Updates(const Platform& platform, Settings& settings)
+        : staging_(platform.loop, Worker::AtEnd::forget, {}),
+          updater_({platform.defaults, settings, platform.loop, transport_, installer_},
+                   UpdateServer::configured(), running()) {}
+
+    [[nodiscard]] Updater& updater() { return updater_; }
+
+private:
+    /// The version of a copy that doesn't say it in a file is the one that was built.
+    [[nodiscard]] ApplicationFacts running() const {
+        ApplicationFacts facts = copy_.facts;
+        if (copy_.application.empty()) facts.version = ORVU_VERSION;
+        return facts;
+    }
+
+    const LinuxUpdateInstaller::Copy copy_ = LinuxUpdateInstaller::copyOf(ownProgram());
+    Worker staging_;
+    SoupUpdateTransport transport_;
+    LinuxUpdateInstaller installer_{staging_, copy_, UpdateKey::configured(),
+                                    UpdateServer::configured()};
+    Updater updater_;
+};
 
 /// The running program: the desktop, what all windows share on it, and the windows.
 class Program : public AppWorld {
@@ -34,12 +71,16 @@ public:
         : windows_(services_,
                    [this, &application](const BrowserWindowTraits& traits,
                                         std::function<void()> closed) {
-                       return std::make_unique<BrowserWindowView>(application, services_, windows_,
-                                                                  traits, std::move(closed));
+                       return std::make_unique<BrowserWindowView>(
+                           application,
+                           BrowserView::Shared{services_, windows_.assistant(), updates_.updater()},
+                           windows_, traits, std::move(closed));
                    }),
           importWindow_(application, services_, {desktop_.foreignFiles(), personFolders()}),
-          settingsWindow_(application, services_, windows_.assistant().skills, importWindow_),
-          delegate_(services_, windows_, settingsWindow_, importWindow_, application),
+          settingsWindow_(application, {services_, windows_.assistant().skills, updates_.updater(),
+                                        importWindow_}),
+          delegate_(services_, windows_, settingsWindow_, importWindow_, updates_.updater(),
+                    application),
           tidyUp_(services_.platform().loop.after(std::chrono::seconds{10},
                                                   [this] { removeOrphans(); })) {}
 
@@ -62,6 +103,7 @@ private:
 
     Desktop desktop_{FaviconStore::httpOptions, SearchSuggester::httpOptions, storage()};
     AppServices services_{desktop_.platform()};
+    Updates updates_{services_.platform(), services_.settings()};
     BrowserWindowController windows_;
     ImportWindowView importWindow_;
     SettingsWindowView settingsWindow_;

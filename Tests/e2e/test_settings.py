@@ -14,6 +14,8 @@ TEXTS = [
     "General", "Default browser", "Make Orvu Your Default Browser",
     "Reopen your tabs when Orvu starts",
     "Bookmarks and history", "Import from Another Browser…",
+    "Updates", "Update Orvu automatically", "Orvu 0.1.0",
+    "Updates of Orvu come with the system's; ask the administrator of this computer.", "Check Now",
     "Search", "Search engine", *ENGINES, "Show search suggestions as you type",
     "What you type goes to your search engine to suggest searches. Never from private windows.",
     "Kesto answers beside search results",

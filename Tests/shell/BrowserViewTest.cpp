@@ -238,13 +238,33 @@ TEST_F(BrowserViewTest, EscapeCancelsADialogOfThePageBeforeWhatThePageAsksForBes
     EXPECT_TRUE(store->active()->captureQuestion());
 }
 
+TEST_F(BrowserViewTest, TheQuestionAboutUpdatesComesFourSecondsAfterTheWindow) {
+    const auto view = viewOf(openStoreWith({a}));
+    services->settings().launchCount.set(2);  // the first window's launch is counted behind it
+    world.loop.advance(std::chrono::milliseconds{3999});
+    EXPECT_FALSE(view->askUpdates.get());
+
+    world.loop.advance(std::chrono::milliseconds{1});
+
+    EXPECT_TRUE(view->askUpdates.get());
+}
+
+TEST_F(BrowserViewTest, APrivateWindowAsksNothingAboutUpdates) {
+    services->settings().launchCount.set(2);
+    const auto view = viewOf(openPrivateStore());
+
+    world.loop.advance(std::chrono::seconds{60});
+
+    EXPECT_FALSE(view->askUpdates.get());
+}
+
 TEST_F(BrowserViewTest, SwitchingTheProfileMayEndTheView) {
     std::unique_ptr<BrowserView> view;
     const auto end = [&](const Profile& profile) {
         view.reset();
         asked.push_back(profile.name);
     };
-    view = std::make_unique<BrowserView>(openStoreWith({a}), *services, assistant, window, end,
+    view = std::make_unique<BrowserView>(openStoreWith({a}), shared(), window, end,
                                          BrowserView::Narrow::yes);
     EXPECT_TRUE(view->narrow.get());
 

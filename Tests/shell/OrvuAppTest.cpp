@@ -4,6 +4,7 @@
 #include "fakes/FakeDownload.h"
 #include "fakes/FakeImportWindow.h"
 #include "support/StoreWorld.h"
+#include "support/UpdateWorld.h"
 
 #include <deque>
 #include <limits>
@@ -31,13 +32,13 @@ public:
 
 class FakeSettingsWindow : public SettingsWindow {
 public:
-    void show(const sigc::slot<void()>& act) override {
+    void show(const Actions& acts) override {
         ++shows;
-        makeDefault = act;
+        actions = acts;
     }
 
     int shows = 0;
-    sigc::slot<void()> makeDefault;
+    Actions actions;
 };
 
 class OrvuAppTest : public StoreTest {
@@ -60,12 +61,15 @@ protected:
         return world.defaults.integer("launchCount").value_or(-1);
     }
 
+    static constexpr const char* whatsNew = "https://updates.example/orvu/whats-new/";
+
     FakeScreen screen;
     BrowserWindowController windows{world.services, screen.factory()};
     FakeApplicationHost host;
     FakeSettingsWindow settingsWindow;
     FakeImportWindow import;
-    AppDelegate app{world.services, windows, settingsWindow, import, host};
+    UpdateWorld updates;
+    AppDelegate app{world.services, windows, settingsWindow, import, updates.updater, host};
 };
 
 TEST_F(OrvuAppTest, LaunchingOpensOneWindowWithTheRestoredTabsAndCountsTheStart) {
@@ -173,18 +177,18 @@ TEST_F(OrvuAppTest, TheSettingsWindowCanMakeThisTheDefaultBrowser) {
     EXPECT_EQ(settingsWindow.shows, 1);
     EXPECT_TRUE(windows.windows().empty());
 
-    settingsWindow.makeDefault();
+    settingsWindow.actions.makeDefault();
 
     EXPECT_EQ(world.workspace.defaultBrowserRequests, 1);
 }
 
 TEST_F(OrvuAppTest, TheSettingsWindowMayOutliveTheProgramThatOpenedIt) {
     std::optional<AppDelegate> other;
-    other.emplace(world.services, windows, settingsWindow, import, host);
+    other.emplace(world.services, windows, settingsWindow, import, updates.updater, host);
     other->openSettings();
     other.reset();
 
-    settingsWindow.makeDefault();
+    settingsWindow.actions.makeDefault();
 
     EXPECT_EQ(world.workspace.defaultBrowserRequests, 0);
 }
@@ -195,6 +199,113 @@ TEST_F(OrvuAppTest, ImportingIsIntoTheProfileOfTheWindowInFront) {
     app.importBookmarks();
 
     EXPECT_EQ(import.shown, (std::vector<std::optional<Profile>>{std::nullopt, world.work}));
+}
+
+// --- Updates ------------------------------------------------------------------------------------
+
+TEST_F(OrvuAppTest, TheNotesOfAnUpdateOpenOnceInFront) {
+    updates.settings.showWhatsNewFor.set("1.0");
+
+    app.applicationDidFinishLaunching();
+
+    EXPECT_EQ(front(storeAt(0)), whatsNew);
+    EXPECT_FALSE(updates.settings.showWhatsNewFor.isSet());
+}
+
+TEST_F(OrvuAppTest, AnUpdateThatDidntComeHasItsNotesWait) {
+    updates.settings.showWhatsNewFor.set("1.2");
+
+    app.applicationDidFinishLaunching();
+
+    EXPECT_EQ(addresses(storeAt(0).tabs()).size(), 1U);
+    EXPECT_NE(front(storeAt(0)), whatsNew);
+    EXPECT_TRUE(updates.settings.showWhatsNewFor.isSet());
+}
+
+TEST_F(OrvuAppTest, TheFirstCheckComesAfterTheLaunch) {
+    updates.loop.advance(Updater::firstCheck);
+    EXPECT_TRUE(updates.transport.asked.empty());
+    app.applicationDidFinishLaunching();
+
+    updates.loop.advance(Updater::firstCheck);
+
+    EXPECT_EQ(updates.transport.asked, Strings{UpdateWorld::feed});
+}
+
+TEST_F(OrvuAppTest, WhoAsksForUpdatesSeesTheSettings) {
+    app.checkForUpdates();
+
+    EXPECT_EQ(settingsWindow.shows, 1);
+    EXPECT_EQ(updates.transport.asked, Strings{UpdateWorld::feed});
+}
+
+TEST_F(OrvuAppTest, TheNotesOpenInTheWindowInFrontOrInOneOfTheirOwn) {
+    app.showWhatsNew();
+    ASSERT_EQ(windows.windows().size(), 1U);
+    EXPECT_EQ(front(storeAt(0)), whatsNew);
+    storeAt(0).newTab(url(a), Select::yes);
+
+    app.showWhatsNew();
+
+    ASSERT_EQ(windows.windows().size(), 1U);
+    EXPECT_EQ(front(storeAt(0)), whatsNew);
+    EXPECT_FALSE(storeAt(0).isPrivate());
+}
+
+TEST_F(OrvuAppTest, RestartingForAnUpdateAsksThePagesBeforeItsFirstStep) {
+    app.applicationDidFinishLaunching();
+    askingPage(0);
+    updates.makeReady();
+    updates.installer.calls.clear();
+
+    app.restartToUpdate();
+    pageAt(0, a).askBeforeClosing();
+    EXPECT_TRUE(updates.installer.calls.empty());
+    EXPECT_FALSE(updates.settings.showWhatsNewFor.isSet());
+    pageAt(0, a).answerDialog({.isAccepted = true});
+    world.loop.advance(std::chrono::milliseconds{0});
+
+    EXPECT_EQ(updates.installer.calls, Strings{"swap and start"});
+    EXPECT_EQ(host.terminations, 1);
+}
+
+TEST_F(OrvuAppTest, APageThatStaysKeepsTheUpdateReady) {
+    app.applicationDidFinishLaunching();
+    askingPage(0);
+    updates.makeReady();
+    app.restartToUpdate();
+    pageAt(0, a).askBeforeClosing();
+
+    pageAt(0, a).answerDialog({});
+    world.loop.advance(std::chrono::seconds{10});
+
+    EXPECT_EQ(host.terminations, 0);
+    EXPECT_EQ(updates.kind(), UpdateWorld::Kind::ready);
+}
+
+TEST_F(OrvuAppTest, WithoutAnUpdateThereIsNothingToRestartFor) {
+    app.applicationDidFinishLaunching();
+
+    app.restartToUpdate();
+
+    EXPECT_EQ(host.terminations, 0);
+}
+
+TEST_F(OrvuAppTest, TheEndPutsInWhatMayComeByItself) {
+    updates.settings.autoUpdate.set(true);
+    updates.makeReady();
+    updates.installer.calls.clear();
+
+    app.applicationWillTerminate();
+
+    EXPECT_EQ(updates.installer.calls, Strings{"swap"});
+}
+
+TEST_F(OrvuAppTest, AStartCountsAsWellOnceAWindowWasShown) {
+    app.windowDidShow();
+    app.windowDidShow();
+
+    EXPECT_EQ(updates.installer.calls, Strings{"confirm"});
 }
 
 // --- Quitting -----------------------------------------------------------------------------------

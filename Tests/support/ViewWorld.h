@@ -3,6 +3,7 @@
 #include "fakes/FakeBrowserWindow.h"
 #include "shell/BrowserView.h"
 #include "support/StoreWorld.h"
+#include "support/UpdateWorld.h"
 
 #include <memory>
 #include <utility>
@@ -20,7 +21,7 @@ protected:
     /// A view that writes down in `asked` what is asked of the window's parts.
     [[nodiscard]] std::unique_ptr<BrowserView> viewOf(std::shared_ptr<BrowserStore> store) {
         auto view = std::make_unique<BrowserView>(
-            std::move(store), *services, assistant, window,
+            std::move(store), shared(), window,
             [this](const Profile& profile) { asked.push_back("switch " + profile.name); },
             BrowserView::Narrow::no);
         view->connectAddressFocusRequested(
@@ -36,7 +37,10 @@ protected:
         return view;
     }
 
+    [[nodiscard]] BrowserView::Shared shared() { return {*services, assistant, updates.updater}; }
+
     Assistant assistant{world.model, world.defaults};
+    UpdateWorld updates;
     FakeScreen screen;
     FakeBrowserWindow window{screen, {}, [] {}};
     FakePasteboard& pasteboard = world.pasteboard;

@@ -23,31 +23,32 @@ protected:
         ask.begin(window);
     }
 
-    UpdateAsk ask{loop, settings, updater};
+    Observable<bool> isShown{false};
+    UpdateAsk ask{loop, settings, updater, isShown};
 };
 
 TEST_F(UpdateAskTest, TheQuestionComesFourSecondsAfterTheWindow) {
     begin(2);
     loop.advance(milliseconds{3999});
-    EXPECT_FALSE(ask.isShown.get());
+    EXPECT_FALSE(isShown.get());
 
     loop.advance(milliseconds{1});
 
-    EXPECT_TRUE(ask.isShown.get());
+    EXPECT_TRUE(isShown.get());
 }
 
 TEST_F(UpdateAskTest, NobodyIsAskedInTheFirstLaunch) {
     begin(1);
     loop.advance(seconds{60});
 
-    EXPECT_FALSE(ask.isShown.get());
+    EXPECT_FALSE(isShown.get());
 }
 
 TEST_F(UpdateAskTest, APrivateWindowDoesntAsk) {
     begin(5, Window::isPrivate);
     loop.advance(seconds{60});
 
-    EXPECT_FALSE(ask.isShown.get());
+    EXPECT_FALSE(isShown.get());
 }
 
 TEST_F(UpdateAskTest, WhoHasAnsweredIsNotAskedAlsoAfterTurningItOff) {
@@ -57,7 +58,7 @@ TEST_F(UpdateAskTest, WhoHasAnsweredIsNotAskedAlsoAfterTurningItOff) {
     begin(5);
     loop.advance(seconds{60});
 
-    EXPECT_FALSE(ask.isShown.get());
+    EXPECT_FALSE(isShown.get());
 }
 
 TEST_F(UpdateAskTest, AnAnswerGivenElsewhereWhileItWaitsCallsItOff) {
@@ -66,7 +67,7 @@ TEST_F(UpdateAskTest, AnAnswerGivenElsewhereWhileItWaitsCallsItOff) {
 
     loop.advance(seconds{4});
 
-    EXPECT_FALSE(ask.isShown.get());
+    EXPECT_FALSE(isShown.get());
 }
 
 TEST_F(UpdateAskTest, ACopyThatTheSystemUpdatesDoesntAsk) {
@@ -75,7 +76,7 @@ TEST_F(UpdateAskTest, ACopyThatTheSystemUpdatesDoesntAsk) {
     begin(2);
     loop.advance(seconds{60});
 
-    EXPECT_FALSE(ask.isShown.get());
+    EXPECT_FALSE(isShown.get());
 }
 
 TEST_F(UpdateAskTest, YesIsKeptAndLooksForAnUpdate) {
@@ -85,7 +86,7 @@ TEST_F(UpdateAskTest, YesIsKeptAndLooksForAnUpdate) {
     ask.answer(UpdateAsk::Answer::automatically);
 
     EXPECT_EQ(updater.automatic(), true);
-    EXPECT_FALSE(ask.isShown.get());
+    EXPECT_FALSE(isShown.get());
     EXPECT_EQ(transport.asked, std::vector<std::string>{feed});
 }
 
@@ -104,17 +105,18 @@ TEST_F(UpdateAskTest, AskMeIsKeptAndLooksForNothing) {
     ask.answer(UpdateAsk::Answer::ask);
 
     EXPECT_EQ(updater.automatic(), false);
-    EXPECT_FALSE(ask.isShown.get());
+    EXPECT_FALSE(isShown.get());
     EXPECT_TRUE(transport.asked.empty());
 }
 
 TEST_F(UpdateAskTest, TwoWindowsBothAskAndTheLastAnswerCounts) {
-    UpdateAsk other{loop, settings, updater};
+    Observable<bool> isOtherShown{false};
+    UpdateAsk other{loop, settings, updater, isOtherShown};
     begin(2);
     other.begin(Window::ordinary);
     loop.advance(seconds{4});
     ask.answer(UpdateAsk::Answer::ask);
-    EXPECT_TRUE(other.isShown.get());
+    EXPECT_TRUE(isOtherShown.get());
 
     other.answer(UpdateAsk::Answer::automatically);
 

@@ -9,17 +9,18 @@
 
 namespace orvu {
 
-BrowserView::BrowserView(std::shared_ptr<BrowserStore> store, AppServices& services,
-                         Assistant& assistant, BrowserWindow& window, SwitchProfile switchProfile,
-                         Narrow isNarrow)
+BrowserView::BrowserView(std::shared_ptr<BrowserStore> store, Shared shared, BrowserWindow& window,
+                         SwitchProfile switchProfile, Narrow isNarrow)
     : narrow(isNarrow == Narrow::yes),
       store_(std::move(store)),
-      services_(services),
-      assistant_(assistant),
+      shared_(shared),
       window_(window),
-      switchProfile_(std::move(switchProfile)) {
+      switchProfile_(std::move(switchProfile)),
+      updateAsk_(services().platform().loop, services().settings(), updater(), askUpdates) {
+    updateAsk_.begin(store_->isPrivate() ? UpdateAsk::Window::isPrivate
+                                         : UpdateAsk::Window::ordinary);
     if (store_->isPrivate()) return;
-    profileSwitcher_.emplace(services_.profiles(), store_->profile().id,
+    profileSwitcher_.emplace(services().profiles(), store_->profile().id,
                              sigc::mem_fun(*this, &BrowserView::switchSoon));
     watchSheets();
 }
@@ -44,13 +45,13 @@ void BrowserView::switchProfile(const Profile& profile) const {
 
 /// The view that was pressed ends with this one: that waits until its signal is over.
 void BrowserView::switchSoon(const Profile& profile) {
-    switching_ = services_.platform().loop.after(
+    switching_ = services().platform().loop.after(
         std::chrono::milliseconds{0},
         sigc::bind(sigc::mem_fun(*this, &BrowserView::switchProfile), profile));
 }
 
 Profile BrowserView::profile() const {
-    const auto& known = services_.profiles().profiles();
+    const auto& known = services().profiles().profiles();
     const auto found = std::ranges::find(known, store_->profile().id, &Profile::id);
     return found != known.end() ? *found : store_->profile();
 }
@@ -105,7 +106,7 @@ void BrowserView::menuChosen(const PageMenuChoice& choice) {
         if (url && isWebUrl(*url)) window_.openPrivately(*url);
         return;
     }
-    const auto engine = services_.settings().searchEngine.get();
+    const auto engine = services().settings().searchEngine.get();
     const auto results = Prefs::searchURL(engine, choice.text);
     if (results && !choice.text.empty()) store_->newTab(results, BrowserStore::Select::yes);
 }

@@ -6,6 +6,7 @@
 #include "foundation/Observable.h"
 #include "profiles/ProfileSwitcher.h"
 #include "shell/BrowserWindow.h"
+#include "update/UpdateAsk.h"
 
 #include <functional>
 #include <memory>
@@ -27,19 +28,28 @@ public:
 
     using SwitchProfile = std::function<void(const Profile&)>;
     enum class Narrow { no, yes };
+    /// What all windows share; it outlives them.
+    struct Shared {
+        AppServices& services;
+        Assistant& assistant;
+        Updater& updater;
+    };
 
-    /// `services`, `assistant` and `window` must outlive the view. `switchProfile` gives the window a store of
-    /// another profile, and thus another view.
-    BrowserView(std::shared_ptr<BrowserStore> store, AppServices& services, Assistant& assistant,
-                BrowserWindow& window, SwitchProfile switchProfile, Narrow narrow);
+    /// `window` must outlive the view. `switchProfile` gives the window a store of another profile,
+    /// and thus another view.
+    BrowserView(std::shared_ptr<BrowserStore> store, Shared shared, BrowserWindow& window,
+                SwitchProfile switchProfile, Narrow narrow);
     BrowserView(const BrowserView&) = delete;
     BrowserView& operator=(const BrowserView&) = delete;
 
     [[nodiscard]] BrowserStore& store() const { return *store_; }
     [[nodiscard]] const std::shared_ptr<BrowserStore>& sharedStore() const { return store_; }
     [[nodiscard]] BrowserWindow& window() const { return window_; }
-    [[nodiscard]] AppServices& services() const { return services_; }
-    [[nodiscard]] Assistant& assistant() const { return assistant_; }
+    [[nodiscard]] AppServices& services() const { return shared_.services; }
+    [[nodiscard]] Assistant& assistant() const { return shared_.assistant; }
+    [[nodiscard]] Updater& updater() const { return shared_.updater; }
+    /// The question about automatic updates, which shows while `askUpdates`.
+    [[nodiscard]] UpdateAsk& updateAsk() { return updateAsk_; }
     /// Gives the window a store of another profile, which ends this view.
     void switchProfile(const Profile& profile) const;
     /// The window's profile as it is now; once it is deleted, as it was when this view was made.
@@ -112,11 +122,11 @@ private:
     void switchSoon(const Profile& profile);
 
     const std::shared_ptr<BrowserStore> store_;
-    AppServices& services_;
-    Assistant& assistant_;
+    const Shared shared_;
     BrowserWindow& window_;
     const SwitchProfile switchProfile_;
     std::optional<ProfileSwitcher> profileSwitcher_;
+    UpdateAsk updateAsk_;
     Scheduled switching_;
     sigc::signal<void()> addressFocusRequested_;
     sigc::signal<void()> findFocusRequested_;

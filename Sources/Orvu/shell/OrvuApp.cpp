@@ -7,8 +7,16 @@
 namespace orvu {
 
 AppDelegate::AppDelegate(AppServices& services, BrowserWindowController& windows,
-                         SettingsWindow& settings, ImportWindow& import, ApplicationHost& host)
-    : services_(services), windows_(windows), settings_(settings), import_(import), host_(host) {}
+                         SettingsWindow& settings, ImportWindow& import, Updater& updater,
+                         ApplicationHost& host)
+    : services_(services),
+      windows_(windows),
+      settings_(settings),
+      import_(import),
+      updater_(updater),
+      host_(host) {
+    updater_.connectQuit(sigc::track_object([this] { host_.terminate(); }, *this));
+}
 
 void AppDelegate::applicationDidFinishLaunching() {
     launched_ = true;
@@ -17,6 +25,19 @@ void AppDelegate::applicationDidFinishLaunching() {
     auto& launches = services_.settings().launchCount;
     const auto count = std::max<std::int64_t>(0, launches.get());
     launches.set(count < std::numeric_limits<std::int64_t>::max() ? count + 1 : count);
+    showNotesOfUpdate();
+    updater_.start();
+}
+
+/// Without a window they are due no more all the same.
+void AppDelegate::showNotesOfUpdate() {
+    const auto notes = updater_.whatsNew();
+    if (!notes || !updater_.takeWhatsNewToShow()) return;
+    if (const auto store = windows_.frontStore()) store->newTab(notes, BrowserStore::Select::yes);
+}
+
+void AppDelegate::windowDidShow() {
+    if (!std::exchange(hasShownWindow_, true)) updater_.didShowWindow();
 }
 
 void AppDelegate::open(const std::vector<Url>& urls) {
@@ -38,7 +59,29 @@ void AppDelegate::newPrivateWindow() {
 }
 
 void AppDelegate::openSettings() {
-    settings_.show(sigc::mem_fun(*this, &AppDelegate::makeDefaultBrowser));
+    settings_.show({.makeDefault = sigc::mem_fun(*this, &AppDelegate::makeDefaultBrowser),
+                    .restart = sigc::mem_fun(*this, &AppDelegate::restartToUpdate)});
+}
+
+void AppDelegate::checkForUpdates() {
+    openSettings();
+    updater_.check(UserInitiated::yes);
+}
+
+void AppDelegate::showWhatsNew() {
+    const auto notes = updater_.whatsNew();
+    if (!notes) return;
+    if (const auto store = windows_.frontStore()) {
+        store->newTab(notes, BrowserStore::Select::yes);
+    } else {
+        windows_.newWindow(BrowserWindowController::Private::no, std::nullopt, {*notes});
+    }
+}
+
+void AppDelegate::restartToUpdate() {
+    if (updater_.state.get().kind != Updater::State::Kind::ready) return;
+    quitting_.cancel();
+    quitting_.start(quit([this] { updater_.installAndRestart(); }));
 }
 
 void AppDelegate::makeDefaultBrowser() { services_.platform().workspace.makeDefaultBrowser(); }
@@ -50,17 +93,17 @@ void AppDelegate::importBookmarks() {
 
 void AppDelegate::terminate() {
     quitting_.cancel();
-    quitting_.start(quit());
+    quitting_.start(quit([this] { host_.terminate(); }));
 }
 
-Task<void> AppDelegate::quit() {
+Task<void> AppDelegate::quit(std::function<void()> then) {
     const std::string reason = reasonAgainstQuitting();
     if (!reason.empty()) {
         auto answer = host_.mayTerminate(reason);
         if (!co_await answer) co_return;
     }
     auto pages = windows_.mayCloseAll();
-    if (co_await pages) host_.terminate();
+    if (co_await pages) then();
 }
 
 std::string AppDelegate::reasonAgainstQuitting() const {

@@ -5,7 +5,9 @@
 #include "import/ImportWindow.h"
 #include "profiles/settings/SettingsWindow.h"
 #include "shell/BrowserWindowController.h"
+#include "update/Updater.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -30,7 +32,7 @@ class AppDelegate : public sigc::trackable {
 public:
     /// All arguments must outlive the delegate.
     AppDelegate(AppServices& services, BrowserWindowController& windows, SettingsWindow& settings,
-                ImportWindow& import, ApplicationHost& host);
+                ImportWindow& import, Updater& updater, ApplicationHost& host);
 
     /// Addresses that came before launch had finished.
     [[nodiscard]] const std::vector<Url>& pendingURLs() const { return pendingURLs_; }
@@ -46,11 +48,25 @@ public:
     /// False: the program stays, so that its next window is there at once.
     [[nodiscard]] bool applicationShouldTerminateAfterLastWindowClosed() const { return false; }
 
+    /// The program is about to end.
+    void applicationWillTerminate() { updater_.installOnQuitIfReady(); }
+    /// A window can be seen; told for each.
+    void windowDidShow();
+
     // Menu actions.
     void newWindow();
     void newPrivateWindow();
     void openSettings();
     void makeDefaultBrowser();
+    /// Asks for an update; the settings show what comes of it.
+    void checkForUpdates();
+    /// Opens the notes of this release, if there is a page of them.
+    void showWhatsNew();
+    /// Whether there is one.
+    [[nodiscard]] bool hasWhatsNew() const { return updater_.whatsNew().has_value(); }
+    /// Lets the update that is ready take this copy's place and starts it, once the person gave up
+    /// what `terminate` asks for.
+    void restartToUpdate();
     /// Into the profile of the window in front.
     void importBookmarks();
     void orderFrontStandardAboutPanel() { host_.orderFrontStandardAboutPanel(); }
@@ -60,16 +76,20 @@ public:
     void terminate();
 
 private:
-    [[nodiscard]] Task<void> quit();
+    /// Runs `then` if all that would be lost by the end is given up.
+    [[nodiscard]] Task<void> quit(std::function<void()> then);
+    void showNotesOfUpdate();
     [[nodiscard]] std::string reasonAgainstQuitting() const;
 
     AppServices& services_;
     BrowserWindowController& windows_;
     SettingsWindow& settings_;
     ImportWindow& import_;
+    Updater& updater_;
     ApplicationHost& host_;
     std::vector<Url> pendingURLs_;
     bool launched_ = false;
+    bool hasShownWindow_ = false;
     TaskScope quitting_;  // last, so that it ends before what its work uses
 };
 

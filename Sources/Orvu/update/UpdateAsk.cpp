@@ -6,14 +6,16 @@ bool UpdateAsk::isOpen() const { return updater_.updatesItself() && !updater_.au
 
 void UpdateAsk::begin(Window window) {
     if (window == Window::isPrivate || !isOpen()) return;
-    if (settings_.launchCount.get() < firstLaunch) return;
-    waiting_ = loop_.after(wait, [this] { isShown.set(isOpen()); });
+    // The first window begins before its launch is counted.
+    waiting_ = loop_.after(wait, [this] {
+        isShown_.set(isOpen() && settings_.launchCount.get() >= firstLaunch);
+    });
 }
 
 void UpdateAsk::answer(Answer answer) {
     const bool isAutomatic = answer == Answer::automatically;
     settings_.autoUpdate.set(isAutomatic);
-    isShown.set(false);
+    isShown_.set(false);
     if (isAutomatic) updater_.check(UserInitiated::no);
 }
 

@@ -28,13 +28,11 @@ public:
     static constexpr std::string_view askTitle = "Ask me";
     static constexpr std::string_view symbol = "arrow.triangle.2.circlepath";
 
-    /// All must outlive this.
-    UpdateAsk(MainLoop& loop, Settings& settings, Updater& updater)
-        : loop_(loop), settings_(settings), updater_(updater) {}
+    /// Shows and hides the question by `isShown`. All must outlive this.
+    UpdateAsk(MainLoop& loop, Settings& settings, Updater& updater, Observable<bool>& isShown)
+        : loop_(loop), settings_(settings), updater_(updater), isShown_(isShown) {}
 
-    Observable<bool> isShown{false};
-
-    /// Called when the window begins, after the launch was counted.
+    /// Called when the window begins.
     void begin(Window window);
     /// What a button does: keeps the answer, hides the card and, if it may, looks for an update.
     void answer(Answer answer);
@@ -45,6 +43,7 @@ private:
     MainLoop& loop_;
     Settings& settings_;
     Updater& updater_;
+    Observable<bool>& isShown_;
     Scheduled waiting_;
 };
 

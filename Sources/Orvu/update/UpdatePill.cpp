@@ -8,13 +8,11 @@ namespace {
 using Kind = Updater::State::Kind;
 using Look = UpdatePill::Look;
 
-constexpr std::size_t longestVersion = 40;  // code points
-
 }  // namespace
 
 Look UpdatePill::look() const {
     const auto& state = updater_.state.get();
-    const std::string version = oneLine(state.text, longestVersion);
+    const std::string version = oneLine(state.text, Updater::longestShownVersion);
     if (state.kind == Kind::downloading) {
         return {.kind = Look::Kind::wheel, .help = "Downloading the update…"};
     }

@@ -46,6 +46,7 @@ inline constexpr std::string_view notSigned =
     "The update isn't signed by Zarvo, so Orvu didn't install it.";
 inline constexpr std::string_view notDownloaded = "The update couldn't be downloaded. ";
 inline constexpr std::string_view notRestarted = "Orvu couldn't restart to update. ";
+inline constexpr std::string_view byItself = "Orvu checks for updates on its own.";
 inline constexpr std::string_view bySystem =
     "Updates of Orvu come with the system's; ask the administrator of this computer.";
 

@@ -29,6 +29,10 @@ bool Updater::updatesItself() const {
     return !server_.host().empty() && seam_.installer.support() == UpdateSupport::own;
 }
 
+std::optional<Url> Updater::whatsNew() const {
+    return server_.host().empty() ? std::nullopt : std::optional{server_.whatsNew()};
+}
+
 std::optional<bool> Updater::automatic() const {
     const auto& setting = seam_.settings.autoUpdate;
     return setting.isSet() ? std::optional{setting.get()} : std::nullopt;

@@ -53,6 +53,7 @@ public:
 
     static constexpr std::chrono::seconds firstCheck{8};  ///< after `start`
     static constexpr std::chrono::hours interval{4};
+    static constexpr std::size_t longestShownVersion = 40;  ///< code points
 
     /// `running` is what the running copy says of itself.
     Updater(Seam seam, UpdateServer server, ApplicationFacts running);
@@ -83,6 +84,8 @@ public:
     [[nodiscard]] std::optional<bool> automatic() const;
     /// Whether this copy may replace itself. If not, neither question nor pill is shown.
     [[nodiscard]] bool updatesItself() const;
+    /// The page of the release notes; nothing without a server.
+    [[nodiscard]] std::optional<Url> whatsNew() const;
     [[nodiscard]] const UpdateServer& server() const { return server_; }
     [[nodiscard]] const ApplicationFacts& running() const { return running_; }
     [[nodiscard]] std::int64_t currentBuild() const { return running_.build; }

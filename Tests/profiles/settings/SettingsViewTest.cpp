@@ -3,6 +3,7 @@
 #include "fakes/FakeImportWindow.h"
 #include "look/text/PlatformText.h"
 #include "support/StoreWorld.h"
+#include "support/UpdateWorld.h"
 
 #include <gmock/gmock.h>
 
@@ -38,6 +39,10 @@ protected:
             }
             std::string operator()(const SettingsView::Button& row) {
                 return std::string{row.label} + "|" + std::string{row.title};
+            }
+            std::string operator()(const SettingsView::Status& row) {
+                return row.status->title() + ": " + row.status->line() + "|" +
+                       std::string{row.status->buttonTitle()};
             }
             std::string operator()(const SettingsView::Caption& row) { return row.text; }
             std::string operator()(const SettingsView::Skill& row) {
@@ -79,14 +84,47 @@ protected:
     SkillStore skills{world.defaults};
     int madeDefault = 0;
     FakeImportWindow import;
-    SettingsView view{world.services, skills, import, [this] { ++madeDefault; }};
+    UpdateWorld updates;
+    int restarts = 0;
+    SettingsView view{{world.services, skills, updates.updater, import},
+                      {[this] { ++madeDefault; }, [this] { ++restarts; }}};
 };
 
 TEST_F(SettingsViewTest, SectionsStandInTheirOrder) {
     Strings titles;
     for (const auto& each : view.sections()) titles.emplace_back(each.title);
 
-    EXPECT_EQ(titles, (Strings{"General", "Search", "Privacy", "Kesto", "Tabs"}));
+    EXPECT_EQ(titles, (Strings{"General", "Updates", "Search", "Privacy", "Kesto", "Tabs"}));
+}
+
+TEST_F(SettingsViewTest, UpdatesHaveTheirSwitchTheirStateAndTheirNotes) {
+    EXPECT_EQ(texts("Updates"),
+              (Strings{"Update Orvu automatically",
+                       "Orvu 1.0: Orvu checks for updates on its own.|Check Now",
+                       "|What's New"}));
+    EXPECT_TRUE(rows<SettingsView::Switch>("Updates").front().isEnabled);
+
+    press("What's New");
+
+    EXPECT_EQ(world.workspace.opened, Strings{"https://updates.example/orvu/whats-new/"});
+}
+
+TEST_F(SettingsViewTest, ACopyThatTheSystemKeepsCurrentHasNothingToSwitch) {
+    updates.installer.supported = UpdateSupport::system;
+
+    EXPECT_FALSE(rows<SettingsView::Switch>("Updates").front().isEnabled);
+    EXPECT_EQ(texts("Updates").at(1),
+              "Orvu 1.0: Updates of Orvu come with the system's; ask the administrator of this "
+              "computer.|Check Now");
+}
+
+TEST_F(SettingsViewTest, AnUpdateThatIsReadyIsFinishedByAsking) {
+    updates.makeReady();
+
+    rows<SettingsView::Status>("Updates").front().status->press();
+
+    EXPECT_EQ(restarts, 1);
+    EXPECT_EQ(updates.kind(), Updater::State::Kind::ready);
 }
 
 TEST_F(SettingsViewTest, ImportingFromThereIsIntoThePersonalProfile) {
@@ -228,7 +266,8 @@ TEST_F(SettingsViewTest, WhatChangesIsSignalled) {
 
 TEST_F(SettingsViewTest, ItsEndDropsAClearing) {
     std::optional<SettingsView> other;
-    other.emplace(world.services, skills, import, [] {});
+    other.emplace(SettingsView::Subjects{world.services, skills, updates.updater, import},
+                  SettingsWindow::Actions{});
     for (const auto& each : other->sections()) {
         for (const auto& row : each.rows) {
             const auto* const button = std::get_if<SettingsView::Button>(&row);

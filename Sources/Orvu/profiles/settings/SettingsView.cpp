@@ -5,14 +5,18 @@
 
 namespace orvu {
 
-SettingsView::SettingsView(AppServices& services, SkillStore& skills, ImportWindow& import,
-                           sigc::slot<void()> makeDefault)
-    : services_(services), skills_(skills), import_(import), makeDefault_(std::move(makeDefault)) {
+SettingsView::SettingsView(Subjects subjects, SettingsWindow::Actions actions)
+    : services_(subjects.services),
+      skills_(subjects.skills),
+      updater_(subjects.updater),
+      import_(subjects.import),
+      makeDefault_(std::move(actions.makeDefault)),
+      updateStatus_(updater_, std::move(actions.restart)) {
     skills_.connectChanged(sigc::mem_fun(changed_, &sigc::signal<void()>::emit));
 }
 
 std::vector<SettingsView::Section> SettingsView::sections() {
-    return {general(), search(), privacy(), kesto(), tabs()};
+    return {general(), updates(), search(), privacy(), kesto(), tabs()};
 }
 
 SettingsView::Section SettingsView::general() {
@@ -22,6 +26,19 @@ SettingsView::Section SettingsView::general() {
              Switch{"Reopen your tabs when Orvu starts", &settings.restoreTabs},
              Button{"Bookmarks and history", "Import from Another Browser…",
                     [this] { import_.show(std::nullopt); }}}};
+}
+
+/// A copy that others keep current has nothing to switch, and one without a server no notes.
+SettingsView::Section SettingsView::updates() {
+    Section section{"Updates",
+                    {Switch{"Update Orvu automatically", &services_.settings().autoUpdate,
+                            updater_.updatesItself()},
+                     Status{&updateStatus_}}};
+    if (const auto notes = updater_.whatsNew()) {
+        section.rows.emplace_back(Button{
+            "", "What's New", [this, notes] { services_.platform().workspace.open(*notes); }});
+    }
+    return section;
 }
 
 SettingsView::Section SettingsView::search() {

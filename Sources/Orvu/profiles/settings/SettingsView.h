@@ -4,7 +4,9 @@
 #include "core/AppServices.h"
 #include "foundation/async/TaskScope.h"
 #include "import/ImportWindow.h"
+#include "profiles/settings/SettingsWindow.h"
 #include "profiles/Settings.h"
+#include "update/UpdateStatus.h"
 
 #include <sigc++/sigc++.h>
 
@@ -28,6 +30,7 @@ public:
     struct Switch {
         std::string_view label;
         Setting<bool>* setting;
+        bool isEnabled = true;
     };
     /// The choice among the search services.
     struct EnginePicker {
@@ -38,6 +41,10 @@ public:
         std::string_view label;  ///< in front of it; empty for none
         std::string_view title;
         std::function<void()> press;
+    };
+    /// How far updates are.
+    struct Status {
+        UpdateStatus* status;
     };
     /// What explains the row above.
     struct Caption {
@@ -51,16 +58,20 @@ public:
         std::string instruction;
         std::function<void()> remove;
     };
-    using Row = std::variant<Switch, EnginePicker, Button, Caption, Skill>;
+    using Row = std::variant<Switch, EnginePicker, Button, Status, Caption, Skill>;
     struct Section {
         std::string_view title;
         std::vector<Row> rows;
     };
 
-    /// `makeDefault` makes this program the one that opens web addresses. The other arguments must
-    /// outlive this.
-    SettingsView(AppServices& services, SkillStore& skills, ImportWindow& import,
-                 sigc::slot<void()> makeDefault);
+    /// What the settings are about; all must outlive this.
+    struct Subjects {
+        AppServices& services;
+        SkillStore& skills;
+        Updater& updater;
+        ImportWindow& import;
+    };
+    SettingsView(Subjects subjects, SettingsWindow::Actions actions);
     SettingsView(const SettingsView&) = delete;
     SettingsView& operator=(const SettingsView&) = delete;
 
@@ -77,6 +88,7 @@ public:
 
 private:
     [[nodiscard]] Section general();
+    [[nodiscard]] Section updates();
     [[nodiscard]] Section search();
     [[nodiscard]] Section privacy();
     [[nodiscard]] Section kesto();
@@ -88,8 +100,10 @@ private:
 
     AppServices& services_;
     SkillStore& skills_;
+    Updater& updater_;
     ImportWindow& import_;
     const sigc::slot<void()> makeDefault_;
+    UpdateStatus updateStatus_;
     std::string cleared_;
     sigc::signal<void()> changed_;
     TaskScope clearing_;  // last, so that it ends before what it uses

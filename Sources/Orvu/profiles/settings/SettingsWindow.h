@@ -9,9 +9,15 @@ class SettingsWindow {
 public:
     virtual ~SettingsWindow() = default;
 
-    /// Brings the window to the front; makes it the first time, with `makeDefault` as what makes this
-    /// program the one that opens web addresses. That of a later call counts for nothing.
-    virtual void show(const sigc::slot<void()>& makeDefault) = 0;
+    /// What the program does beyond the settings.
+    struct Actions {
+        sigc::slot<void()> makeDefault;  ///< makes it the one that opens web addresses
+        sigc::slot<void()> restart;      ///< asks the pages and lets an update take its place
+    };
+
+    /// Brings the window to the front; makes it the first time, with these actions. Those of a later
+    /// call count for nothing.
+    virtual void show(const Actions& actions) = 0;
 };
 
 }  // namespace orvu

@@ -25,8 +25,8 @@ MenuItem::MenuItem(const Command& command, const CommandSubject& subject)
 std::vector<Menu> makeMenu() {
     // This desktop has no way to hide a program's windows without closing or minimising them.
     return {
-        {"Orvu", lines({"orderFrontStandardAboutPanel", "", "openSettings", "makeDefaultBrowser",
-                        "", "terminate"})},
+        {"Orvu", lines({"orderFrontStandardAboutPanel", "showWhatsNew", "checkForUpdates", "",
+                        "openSettings", "makeDefaultBrowser", "", "terminate"})},
         {"File",
          lines({"newWindow", "newPrivateWindow", "", "importBookmarks", "", "performClose"})},
         {"Edit", lines({"undo", "redo", "", "cut", "copy", "paste", "selectAll"})},

@@ -53,6 +53,7 @@ BrowserWindowContent::BrowserWindowContent(BrowserView& view)
     column_.append(bar_);
     column_.append(row_);
     addNotch();
+    view_.askUpdates.connectChanged(sigc::mem_fun(*this, &BrowserWindowContent::askUpdatesChanged));
     addFullscreenNotice();
     addSheets();
     view_.connectAreaMoveRequested(sigc::mem_fun(*this, &BrowserWindowContent::moveFocus));
@@ -101,6 +102,23 @@ void BrowserWindowContent::addFullscreenNotice() {
     add_controller(motion);
 }
 
+void BrowserWindowContent::askUpdatesChanged() {
+    if (!view_.askUpdates.get()) {
+        if (!updateAsk_) return;
+        if (holdsKeyboard(*updateAsk_)) view_.focusPage();
+        return updateAsk_->leave();
+    }
+    if (!updateAsk_) {
+        updateAsk_ = std::make_unique<UpdateAskView>(view_.updateAsk(), [this] {
+            remove_overlay(*updateAsk_);
+        });
+    }
+    updateAsk_->set_visible(!view_.fullscreenTab.get());
+    updateAsk_->set_sensitive(!view_.sheetOpen.get());
+    if (!updateAsk_->get_parent()) add_overlay(*updateAsk_);
+    updateAsk_->enter();
+}
+
 void BrowserWindowContent::addSheets() {
     if (view_.store().isPrivate()) return;
     view_.services().profiles().connectChanged(
@@ -115,6 +133,7 @@ void BrowserWindowContent::sheetChanged() {
     if (open) view_.commandOpen.set(false);
     column_.set_can_focus(!open);
     notchView_.set_can_focus(!open);
+    if (updateAsk_) updateAsk_->set_sensitive(!open);
     if (open) {
         add_overlay(*sheets_);
         sheets_->show();
@@ -146,6 +165,7 @@ void BrowserWindowContent::moveFocus(int areas) {
     all.push_back(&page_);
     const auto page = static_cast<int>(all.size()) - 1;
     if (kesto_.isOpen()) all.push_back(&kesto_);
+    if (view_.askUpdates.get()) all.push_back(updateAsk_.get());
     const auto found = std::ranges::find_if(all, [&](Gtk::Widget* area) {
         // The notch hangs over the bar and counts as a part of it.
         return holdsKeyboard(*area) || (area == &bar_ && holdsKeyboard(notchView_));
@@ -172,6 +192,7 @@ void BrowserWindowContent::fullscreenChanged() {
     bar_.set_visible(!on);
     tabs_.set_visible(!on);
     kesto_.setHidden(on);
+    if (updateAsk_) updateAsk_->set_visible(!on);
     setCssClass(*this, "element-fullscreen", on);
     const auto tab = on ? view_.store().tab(*view_.fullscreenTab.get()) : nullptr;
     if (tab) {

@@ -14,6 +14,7 @@
 #include "shell/view/BrowserFrame.h"
 #include "shell/view/KestoPanelPlace.h"
 #include "shell/view/NotchScrim.h"
+#include "update/view/UpdateAskView.h"
 
 #include <gtkmm/label.h>
 #include <gtkmm/overlay.h>
@@ -42,6 +43,7 @@ private:
     void moveFocus(int areas);
     void addFullscreenNotice();
     void fullscreenChanged();
+    void askUpdatesChanged();
     void addSheets();
     void sheetChanged();
 
@@ -60,6 +62,7 @@ private:
     AddressNotchView notchView_;
     FullscreenNotice fullscreenNotice_;
     Gtk::Label fullscreenLabel_;
+    std::unique_ptr<UpdateAskView> updateAsk_;  ///< from its coming until it has left
     std::unique_ptr<ProfileSheets> sheets_;  ///< none in a private window
     std::weak_ptr<BrowserTab> front_;        ///< the tab that the keyboard followed last
     FrameRefresh refresh_;

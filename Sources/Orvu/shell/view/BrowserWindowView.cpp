@@ -41,11 +41,14 @@ bool isPress(GdkEventType type) {
 
 }  // namespace
 
-BrowserWindowView::BrowserWindowView(Gtk::Application& application, AppServices& services,
+BrowserWindowView::BrowserWindowView(Gtk::Application& application, BrowserView::Shared shared,
                                      BrowserWindowController& windows,
                                      const BrowserWindowTraits& traits,
                                      std::function<void()> closed)
-    : services_(services), windows_(windows), closed_(std::move(closed)) {
+    : shared_(shared),
+      services_(shared_.services),
+      windows_(windows),
+      closed_(std::move(closed)) {
     window_.set_title(std::string{traits.title});
     window_.add_css_class("orvu");
     invisibleTitlebar_.set_visible(false);
@@ -76,7 +79,7 @@ void BrowserWindowView::setContent(const std::shared_ptr<BrowserStore>& store) {
     // What the person made of the column stays with the window.
     const bool narrow = view_ ? view_->narrow.get() : services_.settings().narrowTabs.get();
     view_ = std::make_unique<BrowserView>(
-        store, services_, windows_.assistant(), *this,
+        store, shared_, *this,
         [this](const Profile& profile) { windows_.switchProfile(view_->store(), profile); },
         narrow ? BrowserView::Narrow::yes : BrowserView::Narrow::no);
     content_ = std::make_unique<BrowserWindowContent>(*view_);

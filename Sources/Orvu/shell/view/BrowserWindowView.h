@@ -18,8 +18,8 @@ namespace orvu {
 /// `BrowserView`.
 class BrowserWindowView : public BrowserWindow, public sigc::trackable {
 public:
-    /// `services` and `windows`, to which it belongs, must outlive the window.
-    BrowserWindowView(Gtk::Application& application, AppServices& services,
+    /// `shared` and `windows`, to which it belongs, must outlive the window.
+    BrowserWindowView(Gtk::Application& application, BrowserView::Shared shared,
                       BrowserWindowController& windows, const BrowserWindowTraits& traits,
                       std::function<void()> closed);
     ~BrowserWindowView() override;
@@ -52,6 +52,7 @@ private:
     bool closeRequested();
     void close();
 
+    const BrowserView::Shared shared_;
     AppServices& services_;
     BrowserWindowController& windows_;
     const std::function<void()> closed_;

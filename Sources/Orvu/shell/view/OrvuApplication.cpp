@@ -66,16 +66,26 @@ void OrvuApplication::on_startup() {
     installStyle({groupColorRules(), profileColorRules(), readerThemeRules()});
     addActions();
     world_ = makeWorld_(*this);
+    const auto notes = lookup_action(command("showWhatsNew").name);
+    g_simple_action_set_enabled(G_SIMPLE_ACTION(notes->gobj()), world_->delegate().hasWhatsNew());
     // Windows may all be closed and the program stays, ready for the next one.
     if (!world_->delegate().applicationShouldTerminateAfterLastWindowClosed()) hold();
 }
 
 void OrvuApplication::on_shutdown() {
+    if (world_) world_->delegate().applicationWillTerminate();
     about_.reset();
     refusal_.reset();
     quitting_.reset();
     world_.reset();
     Gtk::Application::on_shutdown();
+}
+
+void OrvuApplication::on_window_added(Gtk::Window* window) {
+    Gtk::Application::on_window_added(window);
+    window->signal_map().connect([this] {
+        if (world_) world_->delegate().windowDidShow();
+    });
 }
 
 int OrvuApplication::on_command_line(const Glib::RefPtr<Gio::ApplicationCommandLine>& commandLine) {

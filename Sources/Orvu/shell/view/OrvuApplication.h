@@ -37,6 +37,7 @@ public:
 protected:
     void on_startup() override;
     void on_shutdown() override;
+    void on_window_added(Gtk::Window* window) override;
     int on_command_line(const Glib::RefPtr<Gio::ApplicationCommandLine>& commandLine) override;
 
 private:

@@ -3,6 +3,7 @@
 #include "look/text/PlatformText.h"
 #include "look/view/Accessible.h"
 #include "profiles/Preferences.h"
+#include "update/view/UpdateStatusRow.h"
 
 #include <gtkmm/box.h>
 #include <gtkmm/button.h>
@@ -60,6 +61,8 @@ struct RowMaker {
         setting->connectChanged(sigc::track_object(
             [&control, setting] { control.set_active(setting->get()); }, control));
         line.append(control);
+        line.set_sensitive(row.isEnabled);
+        if (!row.isEnabled) return line;
         line.add_css_class("switchable");
         const auto click = Gtk::GestureClick::create();
         click->signal_released().connect(
@@ -107,6 +110,10 @@ struct RowMaker {
         return line;
     }
 
+    Gtk::Widget& operator()(const SettingsView::Status& row) const {
+        return *Gtk::make_managed<UpdateStatusRow>(*row.status);
+    }
+
     Gtk::Widget& operator()(const SettingsView::Caption& row) const {
         auto& label = makeLabel(platformText(row.text));
         label.add_css_class("settings-caption");
@@ -145,6 +152,7 @@ struct KeyMaker {
     std::string operator()(const SettingsView::Button& row) const {
         return "button " + std::string{row.title};
     }
+    std::string operator()(const SettingsView::Status&) const { return "status"; }
     std::string operator()(const SettingsView::Caption& row) const { return "caption " + row.text; }
     std::string operator()(const SettingsView::Skill& row) const {
         return "skill " + row.name + "\n" + row.instruction;

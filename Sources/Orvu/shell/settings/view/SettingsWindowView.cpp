@@ -6,21 +6,20 @@
 
 namespace orvu {
 
-void SettingsWindowView::show(const sigc::slot<void()>& makeDefault) {
+void SettingsWindowView::show(const Actions& actions) {
     if (!window_) {
-        window_ = std::make_unique<Window>(*this, makeDefault);
+        window_ = std::make_unique<Window>(subjects_, actions);
         application_.add_window(*window_);
     }
     window_->present();
 }
 
-SettingsWindowView::Window::Window(const SettingsWindowView& view,
-                                   const sigc::slot<void()>& makeDefault)
+SettingsWindowView::Window::Window(const SettingsView::Subjects& subjects, const Actions& actions)
     : ToolWindow({.title = std::string{SettingsView::title},
                   .width = SettingsView::width,
                   .height = SettingsView::height,
                   .cssClass = "settings"}),
-      settings_(view.services_, view.skills_, view.import_, makeDefault),
+      settings_(subjects, actions),
       form_(settings_) {
     scroller_.set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
     scroller_.set_child(form_);

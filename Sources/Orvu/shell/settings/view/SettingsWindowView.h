@@ -17,16 +17,15 @@ namespace orvu {
 class SettingsWindowView : public SettingsWindow {
 public:
     /// All arguments must outlive the window.
-    SettingsWindowView(Gtk::Application& application, AppServices& services, SkillStore& skills,
-                       ImportWindow& import)
-        : application_(application), services_(services), skills_(skills), import_(import) {}
+    SettingsWindowView(Gtk::Application& application, SettingsView::Subjects subjects)
+        : application_(application), subjects_(subjects) {}
 
-    void show(const sigc::slot<void()>& makeDefault) override;
+    void show(const Actions& actions) override;
 
 private:
     class Window : public ToolWindow {
     public:
-        Window(const SettingsWindowView& view, const sigc::slot<void()>& makeDefault);
+        Window(const SettingsView::Subjects& subjects, const Actions& actions);
 
     private:
         SettingsView settings_;
@@ -35,9 +34,7 @@ private:
     };
 
     Gtk::Application& application_;
-    AppServices& services_;
-    SkillStore& skills_;
-    ImportWindow& import_;
+    const SettingsView::Subjects subjects_;
     std::unique_ptr<Window> window_;
 };
 

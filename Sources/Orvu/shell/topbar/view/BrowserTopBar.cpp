@@ -9,6 +9,7 @@ namespace orvu {
 
 BrowserTopBar::BrowserTopBar(BrowserView& view)
     : navigation_(view),
+      update_(view.updater(), view.services().settings()),
       downloads_(view.services().downloads()),
       shelf_(view.sharedStore()),
       kesto_(view),
@@ -19,6 +20,7 @@ BrowserTopBar::BrowserTopBar(BrowserView& view)
     middle_.set_hexpand(true);
     append(middle_);
     if (view.store().isPrivate()) addPrivateMark();
+    append(update_);
     append(downloads_);
     append(shelf_);
     append(kesto_);

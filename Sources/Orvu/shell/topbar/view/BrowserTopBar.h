@@ -6,6 +6,7 @@
 #include "shell/topbar/view/KestoButton.h"
 #include "shell/topbar/view/WindowControls.h"
 #include "site/downloads/view/DownloadsButton.h"
+#include "update/view/UpdatePillView.h"
 
 #include <gtkmm/box.h>
 #include <gtkmm/image.h>
@@ -51,6 +52,7 @@ private:
     Gtk::Box privateMark_;
     Gtk::Image eyeglasses_;
     Gtk::Label private_{"Private"};
+    UpdatePillView update_;
     DownloadsButton downloads_;
     BrowserShelfMenu shelf_;
     KestoButton kesto_;
