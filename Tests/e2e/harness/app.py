@@ -21,6 +21,8 @@ from .wait import DEADLINE, until
 ID = "app.orvu.Orvu"
 PATH = "/app/orvu/Orvu"
 WINDOWS = PATH + "/window"
+CRASHES = [-each for each in (signal.SIGSEGV, signal.SIGABRT, signal.SIGTRAP, signal.SIGBUS,
+                              signal.SIGILL, signal.SIGFPE)]
 # As the kernel cuts them.
 PAGE_PROCESS, FETCHER, DECODER = "WebKitWebProces", "WebKitNetworkPr", "orvu-image-deco"
 
@@ -70,6 +72,7 @@ class App:
     def __init__(self, display, home, proxy, extra_environment=()):
         self.home = home
         self.process = None
+        self.command = [program()]  # what starts it
         self._errors = None
         self._complaints = []
         self.environment = os.environ | display.environment() | home.environment() \
@@ -89,7 +92,7 @@ class App:
         until(lambda: not self._bus.has_name(ID), "the previous program to leave the bus")
         self._close_errors()
         self._errors = tempfile.TemporaryFile()
-        self.process = process.spawn([program(), *arguments], env=self.environment,
+        self.process = process.spawn([*self.command, *arguments], env=self.environment,
                                      stdin=subprocess.DEVNULL, stdout=self._errors,
                                      stderr=self._errors, restore_signals=restores_signals)
         if window:
@@ -107,7 +110,7 @@ class App:
 
     def run(self, *arguments):
         """A start that ends by itself, as one beside a running program does."""
-        return subprocess.run([program(), *arguments], env=self.environment, timeout=DEADLINE,
+        return subprocess.run([*self.command, *arguments], env=self.environment, timeout=DEADLINE,
                               stdin=subprocess.DEVNULL, capture_output=True, text=True, check=False)
 
     def hand_over(self, *arguments):
@@ -151,6 +154,17 @@ class App:
             raise AssertionError(f"the program ended with {self.process.returncode}: "
                                  f"{self.errors()}")
 
+    def adopt(self):
+        """Takes the program that started itself anew, after this one ended, for its own."""
+        old = self.pid
+        self.wait_for_end(0)
+        until(lambda: self._bus.has_name(ID), "the program to come back")
+        pid = self._bus.process(ID)
+        if pid == old:
+            raise AssertionError("the program is still the same")
+        self.process = process.Adopted(pid)
+        until(self.windows, "its first window")
+
     def kill(self):
         """Ends the program with no chance to do anything."""
         self.process.send_signal(signal.SIGKILL)
@@ -169,8 +183,9 @@ class App:
             self._errors = None
 
     def _complaints_of_run(self):
-        killed = self.process is not None and self.process.returncode == -signal.SIGKILL
-        return complaints.of(self.errors(), killed)
+        status = self.process.poll() if self.process is not None else None
+        crash = [f"the program ended with {status}"] if status in CRASHES else []
+        return crash + complaints.of(self.errors(), status == -signal.SIGKILL)
 
     # Actions.
 

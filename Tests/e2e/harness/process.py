@@ -2,6 +2,7 @@
 
 import ctypes
 import os
+import select
 import signal
 import subprocess
 
@@ -30,6 +31,42 @@ def announced(*arguments):
         os.close(writer)
     with os.fdopen(reader) as lines:
         return started, lines.readline().strip()
+
+
+class Adopted:
+    """A process that something else started, as if it were one of ours. How it ended isn't known:
+    it counts as well."""
+
+    def __init__(self, pid):
+        self.pid = pid
+        self.returncode = None
+        self._handle = os.pidfd_open(pid)
+
+    def poll(self):
+        if self.returncode is None and select.select([self._handle], [], [], 0)[0]:
+            self._ended()
+        return self.returncode
+
+    def wait(self, timeout=None):
+        if self.returncode is None:
+            if not select.select([self._handle], [], [], timeout)[0]:
+                raise subprocess.TimeoutExpired(str(self.pid), timeout)
+            self._ended()
+        return self.returncode
+
+    def send_signal(self, number):
+        if self.poll() is None:
+            signal.pidfd_send_signal(self._handle, number)
+
+    def terminate(self):
+        self.send_signal(signal.SIGTERM)
+
+    def kill(self):
+        self.send_signal(signal.SIGKILL)
+
+    def _ended(self):
+        self.returncode = 0
+        os.close(self._handle)
 
 
 def stop(process, deadline=10):

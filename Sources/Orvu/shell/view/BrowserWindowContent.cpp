@@ -11,6 +11,7 @@
 #include <gtkmm/window.h>
 
 #include <algorithm>
+#include <chrono>
 #include <vector>
 
 namespace orvu {
@@ -110,9 +111,12 @@ void BrowserWindowContent::askUpdatesChanged() {
     }
     if (!updateAsk_) {
         updateAsk_ = std::make_unique<UpdateAskView>(view_.updateAsk(), [this] {
-            remove_overlay(*updateAsk_);
+            // A widget may not be taken out within a frame of its own.
+            removesUpdateAsk_ = view_.services().platform().loop.after(
+                std::chrono::milliseconds{0}, [this] { remove_overlay(*updateAsk_); });
         });
     }
+    removesUpdateAsk_.cancel();
     updateAsk_->set_visible(!view_.fullscreenTab.get());
     updateAsk_->set_sensitive(!view_.sheetOpen.get());
     if (!updateAsk_->get_parent()) add_overlay(*updateAsk_);

@@ -62,7 +62,8 @@ private:
     AddressNotchView notchView_;
     FullscreenNotice fullscreenNotice_;
     Gtk::Label fullscreenLabel_;
-    std::unique_ptr<UpdateAskView> updateAsk_;  ///< from its coming until it has left
+    std::unique_ptr<UpdateAskView> updateAsk_;
+    Scheduled removesUpdateAsk_;
     std::unique_ptr<ProfileSheets> sheets_;  ///< none in a private window
     std::weak_ptr<BrowserTab> front_;        ///< the tab that the keyboard followed last
     FrameRefresh refresh_;

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 namespace orvu {
 namespace {
@@ -96,7 +97,8 @@ void UpdateAskView::leave() {
 
 void UpdateAskView::step(double value) {
     queue_draw();
-    if (isLeaving_ && value <= 0) gone_();
+    // The spring goes on a little beyond, and comes back.
+    if (value == 0 && std::exchange(isLeaving_, false)) gone_();
 }
 
 void UpdateAskView::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
