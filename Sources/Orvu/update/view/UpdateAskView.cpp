@@ -25,7 +25,6 @@ UpdateAskView::UpdateAskView(UpdateAsk& ask, std::function<void()> gone)
       gone_(std::move(gone)),
       shown_(*this, Motion::open, 0, [this](double value) { step(value); }) {
     add_css_class("update-ask");
-    set_size_request(width, -1);
     set_halign(Gtk::Align::START);
     set_valign(Gtk::Align::END);
     property_accessible_role() = Gtk::Accessible::Role::ALERT;

@@ -16,8 +16,6 @@ namespace orvu {
 /// same way.
 class UpdateAskView : public Gtk::Box {
 public:
-    static constexpr int width = 300;  ///< points
-
     /// `ask` must outlive this. `gone` is called when the card has left, within
     /// a frame of its own.
     UpdateAskView(UpdateAsk& ask, std::function<void()> gone);

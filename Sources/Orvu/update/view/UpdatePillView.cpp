@@ -26,7 +26,9 @@ UpdatePillView::UpdatePillView(Updater& updater, Settings& settings)
     hideFromAccessibility(line_);  // the button is one element
     capsule_.set_child(line_);
     capsule_.signal_clicked().connect(sigc::mem_fun(*this, &UpdatePillView::press));
-    wheel_.set_spinning(false);
+    wheel_.add_css_class("update-wheel");
+    wheel_.set_valign(Gtk::Align::CENTER);
+    wheel_.property_accessible_role() = Gtk::Accessible::Role::PROGRESS_BAR;
     const auto changed = sigc::mem_fun(*this, &UpdatePillView::refresh);
     updater_.state.connectChanged(changed);
     settings.autoUpdate.connectChanged(changed);
@@ -40,7 +42,6 @@ void UpdatePillView::refresh() {
     if (look == shown_) return;
     shown_ = look;
     set_visible(look.kind != Kind::nothing);
-    wheel_.set_spinning(look.kind == Kind::wheel);
     switch (look.kind) {
         case Kind::nothing: setChildren(*this, {}); break;
         case Kind::wheel:

@@ -6,7 +6,6 @@
 #include <gtkmm/button.h>
 #include <gtkmm/image.h>
 #include <gtkmm/label.h>
-#include <gtkmm/spinner.h>
 
 namespace orvu {
 
@@ -33,7 +32,7 @@ private:
     Gtk::Box line_;
     Gtk::Image symbol_;
     Gtk::Label label_;
-    Gtk::Spinner wheel_;
+    Gtk::Box wheel_;
 };
 
 }  // namespace orvu
