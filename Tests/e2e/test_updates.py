@@ -12,6 +12,7 @@ from harness.wait import until, until_equal
 UPDATE, WHEEL, RESTART = "Update", "Downloading the update…", "Restart to update"
 QUESTION = "Keep Orvu up to date?"
 ALONE, ASK = "Update automatically", "Ask me"
+UNREACHABLE = f"Couldn't reach {HOST}. Check your connection and try again."
 OLD, NEW = ("1.0", 10), ("1.2", 12)
 
 
@@ -33,6 +34,11 @@ class UpdatesTest(BrowserTest):
 
     def check(self):
         self.app.app_action("checkForUpdates")
+
+    def check_alone(self):
+        """The same, after the check that comes by itself, which would take away what it says."""
+        self.updates.site.wait_for(FEED)
+        self.check()
 
     def make_ready(self):
         self.offer()
@@ -195,8 +201,8 @@ class UpdatesTest(BrowserTest):
 
     def test_the_settings_tell_what_a_check_comes_to(self):
         self.start(False)
-        self.check()
-        self.wait_for_line(f"Couldn't reach {HOST}. Check your connection and try again.")
+        self.check_alone()
+        self.wait_for_line(UNREACHABLE)
         self.updates.offer(Release("1.0", 10))
 
         self.settings.press("Check Now")
@@ -221,7 +227,7 @@ class UpdatesTest(BrowserTest):
         before = self.updates.snapshot()
         self.updates.offer(Release(*NEW), secret=b"x" * 32)
 
-        self.check()
+        self.check_alone()
 
         self.wait_for_line("The update isn't signed by Zarvo, so Orvu didn't install it.")
         until_equal(self.updates.snapshot, before, "the folder of the program")
@@ -230,10 +236,66 @@ class UpdatesTest(BrowserTest):
         self.updates.offer(Release("1.2", 9), claimed=12)
         self.start(False)
 
-        self.check()
+        self.check_alone()
 
         self.wait_for_line("The update isn't signed by Zarvo, so Orvu didn't install it.")
         self.assertEqual(self.updates.installed(), OLD)
+
+    def test_a_redirect_is_not_followed(self):
+        elsewhere = self.proxy.site("elsewhere.example")
+        self.offer()
+        elsewhere.answers[FEED] = self.updates.site.answers[FEED]
+        self.updates.site.redirect(FEED, elsewhere.url(FEED))
+        self.start(False)
+
+        self.check_alone()
+
+        self.wait_for_line(UNREACHABLE)
+        self.assertEqual(elsewhere.requests, [])
+
+    def test_a_manifest_without_an_end_is_none(self):
+        stopped = []
+
+        def pour(handler):
+            handler.send_response(200)
+            handler.end_headers()
+            try:
+                while True:
+                    handler.wfile.write(b" " * 65536)
+            except OSError:
+                stopped.append(True)  # nobody listens any more
+        self.updates.site.answers[FEED] = pour
+        self.start(False)
+
+        self.check_alone()
+
+        self.wait_for_line(UNREACHABLE)
+        until(lambda: stopped, "an end of the listening")
+
+    def test_an_archive_that_breaks_off_is_refused_and_leaves_nothing(self):
+        path = self.offer()
+        whole = self.updates.site.answers[path]
+
+        def half(handler):
+            handler.reply = lambda status, kind, body: self.break_off(handler, body)
+            whole(handler)
+        self.updates.site.answers[path] = half
+        self.start(False)
+        self.windows.find("push button", UPDATE)  # the check of each start is over
+        before = self.updates.snapshot()
+
+        self.check()
+
+        self.wait_for_line(f"The download didn't match what {HOST} published.")
+        until_equal(self.updates.snapshot, before, "the folder of the program")
+
+    @staticmethod
+    def break_off(handler, body):
+        handler.send_response(200)
+        handler.send_header("Content-Length", str(len(body)))
+        handler.end_headers()
+        handler.wfile.write(body[:len(body) // 2])
+        handler.close_connection = True
 
     def test_a_copy_that_the_system_keeps_current_asks_for_nothing(self):
         self.app.command = [str(programs() / "orvu-release-1.0")]
@@ -289,3 +351,18 @@ class UpdatesTest(BrowserTest):
         self.check()
         self.wait_for_line("Orvu is up to date.")
         self.assertEqual(set(self.updates.site.asked_paths()), {FEED})
+
+
+class StrangeServerTest(BrowserTest):
+    """The program trusts nobody whom the test could vouch for."""
+
+    def test_a_server_without_a_certificate_for_its_name_is_not_reached(self):
+        updates = Updates(self)
+        updates.offer(Release(*NEW))
+        self.app.start()
+        self.proxy.wait_for(f"CONNECT {HOST}:443")  # the check of each start
+
+        self.app.app_action("checkForUpdates")
+
+        SettingsWindow(self.windows, self.hands).wait_for_label(UNREACHABLE)
+        self.assertEqual(updates.site.requests, [])
