@@ -2,6 +2,7 @@
 #include "import/PersonFolders.h"
 #include "look/motion/view/Moving.h"
 #include "platform/linux/Desktop.h"
+#include "platform/linux/desktop/PortalAppearance.h"
 #include "platform/linux/desktop/Renderer.h"
 #include "platform/linux/desktop/WaylandSocket.h"
 #include "platform/linux/update/LinuxUpdateInstaller.h"
@@ -102,6 +103,7 @@ private:
     }
 
     Desktop desktop_{FaviconStore::httpOptions, SearchSuggester::httpOptions, storage()};
+    PortalAppearance appearance_;
     AppServices services_{desktop_.platform()};
     Updates updates_{services_.platform(), services_.settings()};
     BrowserWindowController windows_;
