@@ -2,9 +2,17 @@
 
 namespace orvu {
 
+// The wrapper in C++ gives up a reference to the one monitor that it never took.
 GioNetworkMonitor::GioNetworkMonitor(MainLoop& loop) : loop_(loop) {
-    changes_ = Gio::NetworkMonitor::get_default()->signal_network_changed().connect(
-        sigc::mem_fun(*this, &GioNetworkMonitor::changed));
+    const auto changed = +[](GNetworkMonitor*, gboolean isAvailable, gpointer self) {
+        static_cast<GioNetworkMonitor*>(self)->changed(isAvailable != FALSE);
+    };
+    changes_ = g_signal_connect(g_network_monitor_get_default(), "network-changed",
+                                G_CALLBACK(changed), this);
+}
+
+GioNetworkMonitor::~GioNetworkMonitor() {
+    g_signal_handler_disconnect(g_network_monitor_get_default(), changes_);
 }
 
 void GioNetworkMonitor::changed(bool isAvailable) {

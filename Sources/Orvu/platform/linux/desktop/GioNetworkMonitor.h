@@ -3,7 +3,7 @@
 #include "platform/MainLoop.h"
 #include "platform/NetworkMonitor.h"
 
-#include <giomm/networkmonitor.h>
+#include <gio/gio.h>
 
 #include <chrono>
 
@@ -20,9 +20,10 @@ public:
     explicit GioNetworkMonitor(MainLoop& loop);
     GioNetworkMonitor(const GioNetworkMonitor&) = delete;
     GioNetworkMonitor& operator=(const GioNetworkMonitor&) = delete;
+    ~GioNetworkMonitor() override;
 
     [[nodiscard]] bool isAvailable() const override {
-        return Gio::NetworkMonitor::get_default()->get_network_available();
+        return g_network_monitor_get_network_available(g_network_monitor_get_default()) != FALSE;
     }
     sigc::connection connectCameBack(const sigc::slot<void()>& slot) override {
         return cameBack_.connect(slot);
@@ -34,7 +35,7 @@ private:
     MainLoop& loop_;
     sigc::signal<void()> cameBack_;
     Scheduled settling_;
-    ScopedConnection changes_;
+    gulong changes_ = 0;
 };
 
 }  // namespace orvu
