@@ -183,7 +183,9 @@ class App:
             self._errors = None
 
     def _complaints_of_run(self):
-        status = self.process.poll() if self.process is not None else None
+        if self._errors is None:
+            return []
+        status = self.process.poll()
         crash = [f"the program ended with {status}"] if status in CRASHES else []
         return crash + complaints.of(self.errors(), status == -signal.SIGKILL)
 
