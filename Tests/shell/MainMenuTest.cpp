@@ -26,9 +26,9 @@ TEST(MainMenuTest, TheMenusHoldTheirItemsInOrderWithTheirKeys) {
 
     using Lines = std::vector<std::string>;
     EXPECT_EQ(menus[0].title, "Orvu");
-    EXPECT_EQ(lines(menus[0]), (Lines{"About Orvu", "What's New in Orvu", "Check for Updates…", "-",
-                                      "Settings… [⌘,]", "Make Orvu Your Default Browser", "-",
-                                      "Quit Orvu [⌘Q]"}));
+    EXPECT_EQ(lines(menus[0]),
+              (Lines{"About Orvu", "What's New in Orvu", "Check for Updates…", "-",
+                     "Settings… [⌘,]", "Make Orvu Your Default Browser", "-", "Quit Orvu [⌘Q]"}));
     EXPECT_EQ(menus[1].title, "File");
     EXPECT_EQ(lines(menus[1]), (Lines{"New Window [⌘N]", "New Private Window [⇧⌘N]", "-",
                                       "Import from Another Browser…", "-", "Close Window [⇧⌘W]"}));

@@ -7,9 +7,8 @@ bool UpdateAsk::isOpen() const { return updater_.updatesItself() && !updater_.au
 void UpdateAsk::begin(Window window) {
     if (window == Window::isPrivate || !isOpen()) return;
     // The first window begins before its launch is counted.
-    waiting_ = loop_.after(wait, [this] {
-        isShown_.set(isOpen() && settings_.launchCount.get() >= firstLaunch);
-    });
+    waiting_ = loop_.after(
+        wait, [this] { isShown_.set(isOpen() && settings_.launchCount.get() >= firstLaunch); });
 }
 
 void UpdateAsk::answer(Answer answer) {

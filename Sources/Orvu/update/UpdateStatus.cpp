@@ -16,12 +16,18 @@ std::string UpdateStatus::line() const {
         case Kind::idle:
             return std::string{updater_.updatesItself() ? update_words::byItself
                                                         : update_words::bySystem};
-        case Kind::checking: return "…";
-        case Kind::upToDate: return "Orvu is up to date.";
-        case Kind::available: return "Orvu " + version + " is available.";
-        case Kind::downloading: return "Downloading Orvu " + version + "…";
-        case Kind::ready: return "Orvu " + version + " is ready. Restart to finish.";
-        case Kind::failed: return state.text;
+        case Kind::checking:
+            return "…";
+        case Kind::upToDate:
+            return "Orvu is up to date.";
+        case Kind::available:
+            return "Orvu " + version + " is available.";
+        case Kind::downloading:
+            return "Downloading Orvu " + version + "…";
+        case Kind::ready:
+            return "Orvu " + version + " is ready. Restart to finish.";
+        case Kind::failed:
+            return state.text;
     }
     return {};
 }

@@ -100,8 +100,7 @@ TEST_F(SettingsViewTest, SectionsStandInTheirOrder) {
 TEST_F(SettingsViewTest, UpdatesHaveTheirSwitchTheirStateAndTheirNotes) {
     EXPECT_EQ(texts("Updates"),
               (Strings{"Update Orvu automatically",
-                       "Orvu 1.0: Orvu checks for updates on its own.|Check Now",
-                       "|What's New"}));
+                       "Orvu 1.0: Orvu checks for updates on its own.|Check Now", "|What's New"}));
     EXPECT_TRUE(rows<SettingsView::Switch>("Updates").front().isEnabled);
 
     press("What's New");

@@ -45,10 +45,7 @@ BrowserWindowView::BrowserWindowView(Gtk::Application& application, BrowserView:
                                      BrowserWindowController& windows,
                                      const BrowserWindowTraits& traits,
                                      std::function<void()> closed)
-    : shared_(shared),
-      services_(shared_.services),
-      windows_(windows),
-      closed_(std::move(closed)) {
+    : shared_(shared), services_(shared_.services), windows_(windows), closed_(std::move(closed)) {
     window_.set_title(std::string{traits.title});
     window_.add_css_class("orvu");
     invisibleTitlebar_.set_visible(false);

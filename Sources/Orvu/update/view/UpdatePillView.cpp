@@ -43,13 +43,17 @@ void UpdatePillView::refresh() {
     shown_ = look;
     set_visible(look.kind != Kind::nothing);
     switch (look.kind) {
-        case Kind::nothing: setChildren(*this, {}); break;
+        case Kind::nothing:
+            setChildren(*this, {});
+            break;
         case Kind::wheel:
             wheel_.set_tooltip_text(look.help);
             setAccessibleLabel(wheel_, look.help);
             setChildren(*this, {&wheel_});
             break;
-        case Kind::capsule: showCapsule(look); break;
+        case Kind::capsule:
+            showCapsule(look);
+            break;
     }
 }
 
@@ -65,9 +69,12 @@ void UpdatePillView::showCapsule(const UpdatePill::Look& look) {
 
 void UpdatePillView::press() {
     switch (pill_.action()) {
-        case UpdatePill::Action::none: return;
-        case UpdatePill::Action::download: return updater_.download();
-        case UpdatePill::Action::restart: activate_action(restartAction);
+        case UpdatePill::Action::none:
+            return;
+        case UpdatePill::Action::download:
+            return updater_.download();
+        case UpdatePill::Action::restart:
+            activate_action(restartAction);
     }
 }
 
