@@ -12,6 +12,7 @@
 #include "shell/BrowserWindowController.h"
 #include "shell/CommandLine.h"
 #include "shell/import/view/ImportWindowView.h"
+#include "shell/onboarding/view/OnboardingWindowView.h"
 #include "shell/OrvuApp.h"
 #include "shell/settings/view/SettingsWindowView.h"
 #include "shell/view/BrowserWindowView.h"
@@ -80,8 +81,9 @@ public:
           importWindow_(application, services_, {desktop_.foreignFiles(), personFolders()}),
           settingsWindow_(application, {services_, windows_.assistant().skills, updates_.updater(),
                                         importWindow_}),
-          delegate_(services_, windows_, settingsWindow_, importWindow_, updates_.updater(),
-                    application),
+          onboardingWindow_(application, services_.settings(), importWindow_),
+          delegate_(services_, {windows_, settingsWindow_, importWindow_, onboardingWindow_},
+                    updates_.updater(), application),
           tidyUp_(services_.platform().loop.after(std::chrono::seconds{10},
                                                   [this] { removeOrphans(); })) {}
 
@@ -109,6 +111,7 @@ private:
     BrowserWindowController windows_;
     ImportWindowView importWindow_;
     SettingsWindowView settingsWindow_;
+    OnboardingWindowView onboardingWindow_;
     AppDelegate delegate_;
     Scheduled tidyUp_;
     ScopedConnection movingWatch_ =

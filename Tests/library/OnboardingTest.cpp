@@ -13,7 +13,11 @@ using Marks = std::array<Mark, 3>;
 class OnboardingTest : public testing::Test {
 protected:
     [[nodiscard]] std::unique_ptr<OnboardingView> begin() {
-        return onboarding.begin([this] { ++madeDefault; }, [this] { ++closed; });
+        const auto makeDefault = [this] {
+            ++madeDefault;
+            return said;
+        };
+        return onboarding.begin(makeDefault, [this] { ++closed; });
     }
     [[nodiscard]] bool isStored() { return Settings{world.defaults}.onboarded.get(); }
 
@@ -21,6 +25,7 @@ protected:
     FakeImportWindow import;
     Onboarding onboarding{world.services.settings(), import};
     int madeDefault = 0;
+    std::string said;  ///< by becoming the default browser
     int closed = 0;
 };
 
@@ -109,6 +114,18 @@ TEST_F(OnboardingTest, TheButtonOfAStepImportsIntoThePersonalProfileOrMakesTheDe
     EXPECT_EQ(closed, 0);
 }
 
+TEST_F(OnboardingTest, BecomingTheDefaultBrowserSaysWhatCameOfItBelowItsButton) {
+    const auto view = begin();
+    view->step.set(OnboardingView::finish);
+    view->press();
+    EXPECT_EQ(view->message.get(), std::nullopt);
+    said = "It is.";
+
+    view->press();
+
+    EXPECT_EQ(view->message.get(), "It is.");
+}
+
 TEST_F(OnboardingTest, WhatIsImportedMayGoOnWhileThePersonGoesOn) {
     const auto view = begin();
     view->advance();
@@ -142,7 +159,7 @@ TEST_F(OnboardingTest, AWindowThatIsClosedInTheSecondStepComesAgainFromTheFirst)
 
 TEST_F(OnboardingTest, ClosingMayEndTheView) {
     std::unique_ptr<OnboardingView> view;
-    view = onboarding.begin([] {}, [&] { view.reset(); });
+    view = onboarding.begin([] { return std::string{}; }, [&] { view.reset(); });
     view->step.set(OnboardingView::finish);
 
     view->advance();

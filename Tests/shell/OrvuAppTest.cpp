@@ -41,6 +41,19 @@ public:
     Actions actions;
 };
 
+class FakeOnboardingWindow : public OnboardingWindow {
+public:
+    void showIfNeeded(const MakeDefault& act) override {
+        ++asked;
+        makeDefault = act;
+        if (whenAsked) whenAsked();
+    }
+
+    int asked = 0;
+    MakeDefault makeDefault;
+    std::function<void()> whenAsked;
+};
+
 class OrvuAppTest : public StoreTest {
 protected:
     [[nodiscard]] BrowserStore& storeAt(std::size_t index) {
@@ -69,7 +82,11 @@ protected:
     FakeSettingsWindow settingsWindow;
     FakeImportWindow import;
     UpdateWorld updates;
-    AppDelegate app{world.services, windows, settingsWindow, import, updates.updater, host};
+    FakeOnboardingWindow onboarding;
+    AppDelegate app{world.services,
+                    {windows, settingsWindow, import, onboarding},
+                    updates.updater,
+                    host};
 };
 
 TEST_F(OrvuAppTest, LaunchingOpensOneWindowWithTheRestoredTabsAndCountsTheStart) {
@@ -184,7 +201,9 @@ TEST_F(OrvuAppTest, TheSettingsWindowCanMakeThisTheDefaultBrowser) {
 
 TEST_F(OrvuAppTest, TheSettingsWindowMayOutliveTheProgramThatOpenedIt) {
     std::optional<AppDelegate> other;
-    other.emplace(world.services, windows, settingsWindow, import, updates.updater, host);
+    other.emplace(world.services,
+                  AppDelegate::Windows{windows, settingsWindow, import, onboarding},
+                  updates.updater, host);
     other->openSettings();
     other.reset();
 
@@ -199,6 +218,30 @@ TEST_F(OrvuAppTest, ImportingIsIntoTheProfileOfTheWindowInFront) {
     app.importBookmarks();
 
     EXPECT_EQ(import.shown, (std::vector<std::optional<Profile>>{std::nullopt, world.work}));
+}
+
+// --- The first run ------------------------------------------------------------------------------
+
+TEST_F(OrvuAppTest, TheFirstRunComesOverTheFirstWindowBeforeTheLaunchIsCounted) {
+    onboarding.whenAsked = [this] {
+        EXPECT_EQ(windows.windows().size(), 1U);
+        EXPECT_EQ(launchCount(), -1);
+    };
+
+    app.applicationDidFinishLaunching();
+    app.newWindow();
+
+    EXPECT_EQ(onboarding.asked, 1);
+}
+
+TEST_F(OrvuAppTest, BecomingTheDefaultBrowserSaysWhatCameOfIt) {
+    app.applicationDidFinishLaunching();
+    EXPECT_EQ(onboarding.makeDefault(), "Links from other programs open in Orvu now.");
+    EXPECT_EQ(world.workspace.defaultBrowserRequests, 1);
+    world.workspace.becomesDefault = false;
+
+    EXPECT_EQ(onboarding.makeDefault(),
+              "Your desktop kept its default browser. Its settings can change that.");
 }
 
 // --- Updates ------------------------------------------------------------------------------------

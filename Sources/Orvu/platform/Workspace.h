@@ -13,9 +13,9 @@ class Workspace {
 public:
     virtual ~Workspace() = default;
 
-    /// Registers this program as the one that opens web addresses. What the desktop refuses is
-    /// not reported.
-    virtual void makeDefaultBrowser() = 0;
+    /// Registers this program as the one that opens web addresses. Whether the desktop has it for
+    /// that now.
+    virtual bool makeDefaultBrowser() = 0;
     /// What people call the program that the desktop has for an address; nothing where it has none,
     /// or only this one.
     [[nodiscard]] virtual std::optional<std::string> programFor(const Url& url) = 0;

@@ -6,13 +6,13 @@
 
 namespace orvu {
 
-AppDelegate::AppDelegate(AppServices& services, BrowserWindowController& windows,
-                         SettingsWindow& settings, ImportWindow& import, Updater& updater,
+AppDelegate::AppDelegate(AppServices& services, Windows windows, Updater& updater,
                          ApplicationHost& host)
     : services_(services),
-      windows_(windows),
-      settings_(settings),
-      import_(import),
+      windows_(windows.browser),
+      settings_(windows.settings),
+      import_(windows.import),
+      onboarding_(windows.onboarding),
       updater_(updater),
       host_(host) {
     updater_.connectQuit(sigc::track_object([this] { host_.terminate(); }, *this));
@@ -22,6 +22,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     launched_ = true;
     windows_.newWindow(BrowserWindowController::Private::no, std::nullopt,
                        std::exchange(pendingURLs_, {}));
+    onboarding_.showIfNeeded(sigc::mem_fun(*this, &AppDelegate::becomeDefaultBrowser));
     auto& launches = services_.settings().launchCount;
     const auto count = std::max<std::int64_t>(0, launches.get());
     launches.set(count < std::numeric_limits<std::int64_t>::max() ? count + 1 : count);
@@ -84,7 +85,15 @@ void AppDelegate::restartToUpdate() {
     quitting_.start(quit([this] { updater_.installAndRestart(); }));
 }
 
-void AppDelegate::makeDefaultBrowser() { services_.platform().workspace.makeDefaultBrowser(); }
+void AppDelegate::makeDefaultBrowser() {
+    static_cast<void>(services_.platform().workspace.makeDefaultBrowser());
+}
+
+std::string AppDelegate::becomeDefaultBrowser() {
+    return services_.platform().workspace.makeDefaultBrowser()
+               ? "Links from other programs open in Orvu now."
+               : "Your desktop kept its default browser. Its settings can change that.";
+}
 
 void AppDelegate::importBookmarks() {
     const auto store = windows_.frontStore();

@@ -3,6 +3,7 @@
 #include "foundation/async/Future.h"
 #include "foundation/async/TaskScope.h"
 #include "import/ImportWindow.h"
+#include "library/onboarding/OnboardingWindow.h"
 #include "profiles/settings/SettingsWindow.h"
 #include "shell/BrowserWindowController.h"
 #include "update/Updater.h"
@@ -30,9 +31,16 @@ public:
 /// The program as the desktop sees it: it starts, is handed addresses, and is asked for windows.
 class AppDelegate : public sigc::trackable {
 public:
+    /// The windows of the program; all must outlive the delegate.
+    struct Windows {
+        BrowserWindowController& browser;
+        SettingsWindow& settings;
+        ImportWindow& import;
+        OnboardingWindow& onboarding;
+    };
+
     /// All arguments must outlive the delegate.
-    AppDelegate(AppServices& services, BrowserWindowController& windows, SettingsWindow& settings,
-                ImportWindow& import, Updater& updater, ApplicationHost& host);
+    AppDelegate(AppServices& services, Windows windows, Updater& updater, ApplicationHost& host);
 
     /// Addresses that came before launch had finished.
     [[nodiscard]] const std::vector<Url>& pendingURLs() const { return pendingURLs_; }
@@ -79,12 +87,14 @@ private:
     /// Runs `then` if all that would be lost by the end is given up.
     [[nodiscard]] Task<void> quit(std::function<void()> then);
     void showNotesOfUpdate();
+    [[nodiscard]] std::string becomeDefaultBrowser();
     [[nodiscard]] std::string reasonAgainstQuitting() const;
 
     AppServices& services_;
     BrowserWindowController& windows_;
     SettingsWindow& settings_;
     ImportWindow& import_;
+    OnboardingWindow& onboarding_;
     Updater& updater_;
     ApplicationHost& host_;
     std::vector<Url> pendingURLs_;

@@ -15,7 +15,7 @@ from gi.repository import GLib  # noqa: E402
 
 from . import complaints, process, traces
 from .bus import Bus
-from .saved import Saved
+from .saved import WELCOMED, Saved
 from .wait import DEADLINE, until
 
 ID = "app.orvu.Orvu"
@@ -71,6 +71,7 @@ class App:
 
     def __init__(self, display, home, proxy, extra_environment=()):
         self.home = home
+        self.is_welcomed = True  # the first run is over, so that its window doesn't come
         self.process = None
         self.command = [program()]  # what starts it
         self._errors = None
@@ -90,6 +91,8 @@ class App:
         ignores some signals, such as that of a file that becomes too large; the program does the
         same unless they are restored for it."""
         until(lambda: not self._bus.has_name(ID), "the previous program to leave the bus")
+        if self.is_welcomed and self.process is None:
+            self.home.saved.begin(WELCOMED)
         self._close_errors()
         self._errors = tempfile.TemporaryFile()
         self.process = process.spawn([*self.command, *arguments], env=self.environment,

@@ -13,6 +13,14 @@ TWO_PROFILES = {"orvuProfiles": json.dumps([
     {"id": WORK, "name": "Work", "icon": "briefcase.fill", "color": 1}]).encode()}
 
 
+# As the program makes them.
+TABLES = """PRAGMA page_size=32768; PRAGMA journal_mode=WAL;
+CREATE TABLE defaults (key TEXT PRIMARY KEY NOT NULL, value, checksum INTEGER);
+PRAGMA user_version=1;"""
+# Of somebody who has finished the first run.
+WELCOMED = {"onboarded": 1}
+
+
 class Saved:
     """The user defaults of one home. Reading never changes them."""
 
@@ -35,6 +43,16 @@ class Saved:
         """The JSON document under a key; one that does not parse fails the test."""
         value = self.value(key)
         return None if value is None else json.loads(bytes(value))
+
+    def begin(self, values):
+        """Makes them, where there are none yet."""
+        if self.file.exists():
+            return
+        self.file.parent.mkdir(mode=0o700, exist_ok=True)
+        with closing(sqlite3.connect(self.file)) as database:
+            database.executescript(TABLES)
+        self.file.chmod(0o600)
+        self.put(values)
 
     def put(self, values):
         """Writes values while the program does not run."""

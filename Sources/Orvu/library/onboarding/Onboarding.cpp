@@ -4,7 +4,7 @@
 
 namespace orvu {
 
-std::unique_ptr<OnboardingView> Onboarding::begin(sigc::slot<void()> makeDefault,
+std::unique_ptr<OnboardingView> Onboarding::begin(OnboardingView::MakeDefault makeDefault,
                                                   const sigc::slot<void()>& close) const {
     if (!isNeeded()) return nullptr;
     const auto done = [&onboarded = settings_.onboarded, close] {

@@ -20,7 +20,7 @@ public:
     [[nodiscard]] bool isNeeded() const { return !settings_.onboarded.get(); }
     /// What a window shows; null where the first run isn't due. `close` closes that window; it may
     /// end the view.
-    [[nodiscard]] std::unique_ptr<OnboardingView> begin(sigc::slot<void()> makeDefault,
+    [[nodiscard]] std::unique_ptr<OnboardingView> begin(OnboardingView::MakeDefault makeDefault,
                                                         const sigc::slot<void()>& close) const;
 
 private:

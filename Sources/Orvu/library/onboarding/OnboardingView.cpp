@@ -5,7 +5,7 @@
 
 namespace orvu {
 
-OnboardingView::OnboardingView(ImportWindow& import, sigc::slot<void()> makeDefault,
+OnboardingView::OnboardingView(ImportWindow& import, MakeDefault makeDefault,
                                sigc::slot<void()> done)
     : import_(import), makeDefault_(std::move(makeDefault)), done_(std::move(done)) {}
 
@@ -40,7 +40,9 @@ void OnboardingView::advance() {
 
 void OnboardingView::press() {
     if (step.get() == importer) import_.show(std::nullopt);
-    if (step.get() == finish) makeDefault_();
+    if (step.get() != finish) return;
+    const std::string said = makeDefault_();
+    message.set(said.empty() ? std::nullopt : std::optional{said});
 }
 
 }  // namespace orvu

@@ -18,6 +18,7 @@ namespace orvu {
 /// to become the default browser. All texts are those of `platformText`'s source.
 class OnboardingView {
 public:
+    static constexpr std::string_view title = "Welcome to Orvu";
     static constexpr int width = 620;   ///< points
     static constexpr int height = 500;  ///< points
 
@@ -68,10 +69,13 @@ public:
         friend constexpr bool operator==(Mark, Mark) = default;
     };
 
-    /// `import` must outlive this. `makeDefault` makes this program the one that opens web
-    /// addresses; what it has to say goes into `message`. `done` ends the first run, and may end
-    /// this.
-    OnboardingView(ImportWindow& import, sigc::slot<void()> makeDefault, sigc::slot<void()> done);
+    /// Makes this program the one that opens web addresses, and says what came of it, in the words
+    /// of `platformText`'s source; empty for nothing to say.
+    using MakeDefault = sigc::slot<std::string()>;
+
+    /// `import` must outlive this. What `makeDefault` says goes into `message`. `done` ends the
+    /// first run, and may end this.
+    OnboardingView(ImportWindow& import, MakeDefault makeDefault, sigc::slot<void()> done);
 
     Observable<int> step{welcome};
     /// A line below the button of the last step.
@@ -94,7 +98,7 @@ public:
 
 private:
     ImportWindow& import_;
-    const sigc::slot<void()> makeDefault_;
+    const MakeDefault makeDefault_;
     const sigc::slot<void()> done_;
 };
 

@@ -1,17 +1,18 @@
 #pragma once
 
-#include <sigc++/sigc++.h>
+#include "library/onboarding/OnboardingView.h"
 
 namespace orvu {
 
 /// The one window of the first run.
 class OnboardingWindow {
 public:
+    using MakeDefault = OnboardingView::MakeDefault;
+
     virtual ~OnboardingWindow() = default;
 
-    /// Shows the window unless a first run was finished before. `makeDefault` makes this program the
-    /// one that opens web addresses.
-    virtual void showIfNeeded(const sigc::slot<void()>& makeDefault) = 0;
+    /// Shows the window unless a first run was finished before.
+    virtual void showIfNeeded(const MakeDefault& makeDefault) = 0;
 };
 
 }  // namespace orvu

@@ -17,7 +17,8 @@ std::string rulesFor(const std::string& window, Color accent) {
     const PillButtonStyle pill{PillButtonStyle::Kind::prominent, accent};
     const IconButtonStyle icon{.active = true, .accent = accent};
     return rule(window + " .pill.prominent", pill.ground().color, pill.label()) +
-           rule(window + " .icon-button.active", icon.ground().color, icon.symbol().color);
+           rule(window + " .icon-button.active", icon.ground().color, icon.symbol().color) +
+           rule(window + " .onboarding-mark.reached", accent, accent);
 }
 
 }  // namespace

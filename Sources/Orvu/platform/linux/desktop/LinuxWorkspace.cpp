@@ -110,12 +110,15 @@ void busCame(GObject*, GAsyncResult* result, gpointer data) {
 
 }  // namespace
 
-void LinuxWorkspace::makeDefaultBrowser() {
+bool LinuxWorkspace::makeDefaultBrowser() {
     const auto program = registeredProgram();
-    if (!program) return;
+    if (!program) return false;
+    bool isDefault = true;
     for (const char* const type : {"x-scheme-handler/http", "x-scheme-handler/https"}) {
-        g_app_info_set_as_default_for_type(G_APP_INFO(program.get()), type, nullptr);
+        auto* const info = G_APP_INFO(program.get());
+        isDefault = g_app_info_set_as_default_for_type(info, type, nullptr) != FALSE && isDefault;
     }
+    return isDefault;
 }
 
 std::optional<std::string> LinuxWorkspace::programFor(const Url& url) {

@@ -9,7 +9,7 @@ class LinuxWorkspace : public Workspace {
 public:
     /// Writes a desktop file and an icon for the running program into the user's own folders if
     /// the system has none, and makes it the program for http and https addresses.
-    void makeDefaultBrowser() override;
+    bool makeDefaultBrowser() override;
     [[nodiscard]] std::optional<std::string> programFor(const Url& url) override;
     void open(const Url& url) override;
     /// Where no file manager answers, the file's folder is opened instead.
