@@ -6,7 +6,7 @@ from harness.case import PRIVATE, BrowserTest
 from harness.dialogs import STAY, Dialogs, form_page
 from harness.images import png
 from harness.settings import TITLE, SettingsWindow
-from harness.updates import FEED, HOST, NOTES, Release, Updates, programs
+from harness.updates import FEED, HOST, NOTES, STRANGE, Release, Updates, programs
 from harness.wait import until, until_equal
 
 UPDATE, WHEEL, RESTART = "Update", "Downloading the update…", "Restart to update"
@@ -225,7 +225,7 @@ class UpdatesTest(BrowserTest):
     def test_what_another_key_signed_is_refused_and_leaves_nothing(self):
         self.start(False)
         before = self.updates.snapshot()
-        self.updates.offer(Release(*NEW), secret=b"x" * 32)
+        self.updates.offer(Release(*NEW), secret=STRANGE)
 
         self.check_alone()
 
