@@ -83,10 +83,8 @@ protected:
     FakeImportWindow import;
     UpdateWorld updates;
     FakeOnboardingWindow onboarding;
-    AppDelegate app{world.services,
-                    {windows, settingsWindow, import, onboarding},
-                    updates.updater,
-                    host};
+    AppDelegate app{
+        world.services, {windows, settingsWindow, import, onboarding}, updates.updater, host};
 };
 
 TEST_F(OrvuAppTest, LaunchingOpensOneWindowWithTheRestoredTabsAndCountsTheStart) {
@@ -201,8 +199,7 @@ TEST_F(OrvuAppTest, TheSettingsWindowCanMakeThisTheDefaultBrowser) {
 
 TEST_F(OrvuAppTest, TheSettingsWindowMayOutliveTheProgramThatOpenedIt) {
     std::optional<AppDelegate> other;
-    other.emplace(world.services,
-                  AppDelegate::Windows{windows, settingsWindow, import, onboarding},
+    other.emplace(world.services, AppDelegate::Windows{windows, settingsWindow, import, onboarding},
                   updates.updater, host);
     other->openSettings();
     other.reset();
