@@ -453,7 +453,7 @@ Commands editing() {
     };
 }
 
-Commands windowAndProgram() {
+Commands windows() {
     return {
         {.name = "focusNextArea",
          .run = onView(&BrowserView::focusNextArea),
@@ -492,6 +492,11 @@ Commands windowAndProgram() {
          .keys = {"⌘M"},
          .help = "minimise the window"},
         {.name = "performZoom", .run = onWindow(&BrowserWindow::performZoom), .title = "Zoom"},
+    };
+}
+
+Commands program() {
+    return {
         {.name = "openSettings",
          .run = onApplication(&AppDelegate::openSettings),
          .title = "Settings…",
@@ -524,7 +529,7 @@ Commands windowAndProgram() {
 Commands all() {
     Commands result;
     for (auto part : {addressAndTabs(), numbered(), page(), library(), pageAsAWhole(), zooming(),
-                      arranging(), editing(), windowAndProgram()}) {
+                      arranging(), editing(), windows(), program()}) {
         std::ranges::move(part, std::back_inserter(result));
     }
     return result;
