@@ -30,9 +30,30 @@ private:
     ScopedConnection watch_;
 };
 
-Task<void> ask(TabCloser::Tabs tabs, TabCloser::Show show, MainLoop& loop,
+Task<bool> allMayGo(TabCloser::Tabs tabs, TabCloser::Show show, MainLoop* loop) {
+    struct Asked {
+        std::weak_ptr<BrowserTab> tab;
+        Future<bool> answer;
+    };
+    std::vector<Asked> asked;
+    for (const auto& tab : tabs) {
+        if (const auto live = tab.lock()) asked.emplace_back(tab, live->webView().mayClose());
+    }
+    bool hasWaited = false;
+    for (auto& each : asked) {
+        const bool isWaiting = !each.answer.await_ready();
+        hasWaited = hasWaited || isWaiting;
+        const ShowsAsking shows{isWaiting ? each.tab : std::weak_ptr<BrowserTab>{}, show};
+        if (!co_await each.answer) co_return false;
+    }
+    // Whoever answered stands in the middle of that still.
+    if (hasWaited) co_await Sleep{*loop, std::chrono::milliseconds{0}};
+    co_return true;
+}
+
+Task<void> ask(TabCloser::Tabs tabs, TabCloser::Show show, MainLoop* loop,
                sigc::slot<void()> then) {
-    const bool mayAllGo = co_await TabCloser::mayGo(std::move(tabs), std::move(show), loop);
+    const bool mayAllGo = co_await allMayGo(std::move(tabs), std::move(show), loop);
     if (mayAllGo) then();
 }
 
@@ -69,28 +90,11 @@ void TabCloser::start(Tabs tabs, sigc::slot<void()> present, sigc::slot<void()> 
         store.select(tab);
         if (present) present();
     };
-    store_.work().start(ask(std::move(tabs), show, store_.loop(), std::move(then)));
+    store_.work().start(ask(std::move(tabs), show, &store_.loop(), std::move(then)));
 }
 
 Task<bool> TabCloser::mayGo(Tabs tabs, Show show, MainLoop& loop) {
-    struct Asked {
-        std::weak_ptr<BrowserTab> tab;
-        Future<bool> answer;
-    };
-    std::vector<Asked> asked;
-    for (const auto& tab : tabs) {
-        if (const auto live = tab.lock()) asked.emplace_back(tab, live->webView().mayClose());
-    }
-    bool hasWaited = false;
-    for (auto& each : asked) {
-        const bool isWaiting = !each.answer.await_ready();
-        hasWaited = hasWaited || isWaiting;
-        const ShowsAsking shows{isWaiting ? each.tab : std::weak_ptr<BrowserTab>{}, show};
-        if (!co_await each.answer) co_return false;
-    }
-    // Whoever answered stands in the middle of that still.
-    if (hasWaited) co_await Sleep{loop, std::chrono::milliseconds{0}};
-    co_return true;
+    return allMayGo(std::move(tabs), std::move(show), &loop);
 }
 
 }  // namespace orvu
