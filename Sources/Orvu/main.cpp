@@ -139,6 +139,7 @@ std::optional<int> answerAtOnce(const CommandLine& commandLine) {
 int main(int argc, char** argv) {
     const std::vector<std::string> arguments{argv + std::min(argc, 1), argv + argc};
     if (const auto status = answerAtOnce(CommandLine::parse(arguments))) return *status;
+    UpdateFolder::keepRunLock();
     chooseRenderer();
     nameWaylandSocket();
     const auto application = Glib::make_refptr_for_instance(new OrvuApplication(

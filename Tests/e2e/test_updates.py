@@ -5,6 +5,7 @@ import os
 from harness.case import PRIVATE, BrowserTest
 from harness.dialogs import STAY, Dialogs, form_page
 from harness.images import png
+from harness.process import descendants, open_files
 from harness.settings import TITLE, SettingsWindow
 from harness.updates import FEED, HOST, NOTES, STRANGE, Release, Updates, programs
 from harness.wait import until, until_equal
@@ -331,6 +332,14 @@ class UpdatesTest(BrowserTest):
         until(lambda: list(self.home.folder.rglob("Favicons/after.localhost.png")), "its icon")
         self.wait_for_tabs("only", "after")
         self.assertEqual(self.updates.installed(), NEW)
+
+    def test_what_the_program_starts_does_not_count_as_a_running_copy(self):
+        self.start(False)
+
+        holders = [pid for pid in (self.app.pid, *descendants(self.app.pid))
+                   if any(name.endswith("/.Orvu-update.running") for name in open_files(pid))]
+
+        self.assertEqual(holders, [self.app.pid])
 
     def test_a_release_that_shows_no_window_is_taken_back_and_not_offered_again(self):
         broken = Release(*NEW, program=b"#!/bin/sh\nexit 1\n")

@@ -2,6 +2,7 @@
 #include "platform/linux/update/SwapLauncher.h"
 #include "UpdateLab.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -9,6 +10,7 @@
 
 #include <array>
 #include <csignal>
+#include <cstdlib>
 #include <random>
 
 namespace orvu {
@@ -220,6 +222,40 @@ TEST_F(StarterTest, TheProcessKilledAtRandomMomentsLeavesACopyThatStarts) {
         EXPECT_EQ(UpdateLab::snapshot(lab.application()), UpdateLab::wholeCopy(build));
     }
     EXPECT_EQ(killed, 60);
+}
+
+/// The lock that a start takes, as the program that it becomes finds it.
+class RunLockTest : public testing::Test {
+protected:
+    ~RunLockTest() override { unsetenv(UpdateNames::runVariable); }
+
+    UpdateLab lab_;
+};
+
+TEST_F(RunLockTest, WhatTheProgramStartsDoesntHoldIt) {
+    UpdateFolder folder{lab_.folder()};
+    ASSERT_TRUE(folder.claimRun());
+    const int lock = std::atoi(std::getenv(UpdateNames::runVariable));
+    EXPECT_EQ(fcntl(lock, F_GETFD) & FD_CLOEXEC, 0);
+
+    UpdateFolder::keepRunLock();
+
+    EXPECT_EQ(fcntl(lock, F_GETFD) & FD_CLOEXEC, FD_CLOEXEC);
+    EXPECT_EQ(std::getenv(UpdateNames::runVariable), nullptr);
+    UpdateFolder other{lab_.folder()};
+    EXPECT_FALSE(other.claimRun());
+}
+
+TEST_F(RunLockTest, RubbishInItsVariableTouchesNothing) {
+    for (const char* const text :
+         {"", "-1", "0", "1", "2", "x", "99999999999999999999", "2147483648", "2000000000"}) {
+        setenv(UpdateNames::runVariable, text, 1);
+
+        UpdateFolder::keepRunLock();
+
+        EXPECT_EQ(std::getenv(UpdateNames::runVariable), nullptr);
+        EXPECT_EQ(fcntl(STDERR_FILENO, F_GETFD) & FD_CLOEXEC, 0);
+    }
 }
 
 }  // namespace

@@ -106,6 +106,17 @@ def descendants(pid):
     return found
 
 
+def open_files(pid):
+    """The names of the files that a process has open."""
+    names = []
+    try:
+        for each in os.listdir(f"/proc/{pid}/fd"):
+            names.append(os.readlink(f"/proc/{pid}/fd/{each}"))
+    except OSError:
+        pass  # it went, or closed one meanwhile
+    return names
+
+
 def resident(pid):
     """The memory that a process has, in bytes."""
     with open(f"/proc/{pid}/statm", encoding="ascii") as file:

@@ -1,11 +1,16 @@
 #include "platform/linux/update/UpdateFolder.h"
 
+#include "update/PlainPath.h"
+
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <system_error>
 #include <utility>
 
@@ -62,7 +67,16 @@ bool UpdateFolder::claimRun() {
     if (!run_) return true;
     if (flock(run_.get(), LOCK_EX | LOCK_NB) != 0) return errno != EWOULDBLOCK;
     fcntl(run_.get(), F_SETFD, 0);  // the program inherits it
+    setenv(UpdateNames::runVariable, std::to_string(run_.get()).c_str(), 1);
     return true;
+}
+
+void UpdateFolder::keepRunLock() {
+    const char* const text = std::getenv(UpdateNames::runVariable);
+    const auto number = text ? plainNumber(text) : -1;
+    unsetenv(UpdateNames::runVariable);
+    if (number <= STDERR_FILENO || number > INT32_MAX) return;
+    fcntl(static_cast<int>(number), F_SETFD, FD_CLOEXEC);
 }
 
 bool UpdateFolder::hasFolder(const char* name) const {

@@ -22,6 +22,8 @@ struct UpdateNames {
     static constexpr const char* recordDraft = ".Orvu-update.record-draft";
     static constexpr const char* lock = ".Orvu-update.lock";
     static constexpr const char* running = ".Orvu-update.running";  ///< locked while it runs
+    /// The variable that tells the program which of its files that lock is.
+    static constexpr const char* runVariable = "ORVU_RUN_LOCK";
     static constexpr const char* work = ".Orvu-update.work";  ///< where an archive is unpacked
 };
 
@@ -46,6 +48,9 @@ public:
     /// Says that the program that this process becomes is running, until its end. False if another
     /// one is.
     bool claimRun();
+    /// What the program does first with the lock of `claimRun`: what it starts doesn't inherit it, and
+    /// so doesn't count as a running copy.
+    static void keepRunLock();
 
     [[nodiscard]] bool hasFolder(const char* name) const;
     /// What the copy of this name says of itself.
