@@ -1,5 +1,6 @@
 """The tool that makes releases: the application, its archive and what is signed of it."""
 
+import fcntl
 import hashlib
 import importlib.machinery
 import importlib.util
@@ -8,9 +9,11 @@ import json
 import os
 import pathlib
 import shutil
+import signal
 import subprocess
 import tarfile
 import tempfile
+import time
 import unittest
 
 BUILD = pathlib.Path(os.environ["ORVU_BUILD"])
@@ -89,16 +92,23 @@ class ArchiveTest(Folder):
     def add(self, name, content=""):
         file = self.application / name
         file.parent.mkdir(parents=True, exist_ok=True)
-        file.write_text(content)
+        file.write_bytes(content.encode())
+
+    def arguments(self, out=None, server="updates.example"):
+        return ("archive", self.application, out or self.out, "--key", self.key, "--server", server,
+                "--check", BUILD / "bin/orvu-release-check")
 
     def publish(self, out=None):
-        return self.run_tool("archive", self.application, out or self.out, "--key", self.key,
-                             "--server", "updates.example")
+        return self.run_tool(*self.arguments(out))
 
     def assert_refused_archive(self, sentence):
-        self.assert_refused(sentence, "archive", self.application, self.out, "--key", self.key,
-                            "--server", "updates.example")
+        self.assert_refused(sentence, *self.arguments())
         self.assertFalse(self.out.exists())
+        self.assertEqual(list(self.folder.glob(".publish-*")), [])
+
+    def assert_refused_by_the_updater(self, sentence="The update isn't signed by Zarvo, so Orvu "
+                                                     "didn't install it."):
+        self.assert_refused_archive(f"No copy would take this update: {sentence}")
 
     def test_the_archive_holds_the_application_with_plain_modes_and_no_traces(self):
         self.assertEqual(self.publish().returncode, 0)
@@ -170,16 +180,101 @@ class ArchiveTest(Folder):
 
     def test_a_release_that_doesnt_say_which_it_is_is_refused(self):
         for facts in ("", "version 1.2\nbuild 0\nidentity app.orvu.Orvu\n", "version 1.2\n",
-                      "version 1.2\nbuild twelve\nidentity app.orvu.Orvu\n"):
+                      "version 1.2\nbuild twelve\nidentity app.orvu.Orvu\n",
+                      "version 1.2\r\nbuild 12\r\nidentity app.orvu.Orvu\r\n",
+                      "version 1.2?3\nbuild 12\nidentity app.orvu.Orvu\n",
+                      "version 1.2/3\nbuild 12\nidentity app.orvu.Orvu\n",
+                      "build 12\nversion 1.2\nidentity app.orvu.Orvu\n"):
             self.add("release", facts)
             self.assert_refused_archive("The file release doesn't say which release this is.")
         self.add("release", "version 1.2\nbuild 12\nidentity org.other\n")
         self.assert_refused_archive("The application says that it is org.other.")
 
     def test_a_server_is_a_plain_name(self):
-        self.assert_refused("https://updates.example is no name of a host.", "archive",
-                            self.application, self.out, "--key", self.key, "--server",
-                            "https://updates.example")
+        self.assert_refused("https://updates.example is no name of a host.",
+                            *self.arguments(server="https://updates.example"))
+
+    def test_folders_deeper_than_an_updater_goes_are_refused(self):
+        self.add("/".join(["d"] * 33))
+        self.assert_refused_by_the_updater()
+
+    def test_a_longer_list_than_an_updater_reads_is_refused(self):
+        folder = self.application / ("many" * 22)
+        folder.mkdir()
+        for number in range(17_000):
+            (folder / f"{number:0>95}").touch()
+        self.assert_refused_by_the_updater()
+
+    def test_a_release_that_looks_like_a_bomb_is_refused(self):
+        with open(self.application / "zeros", "wb") as file:
+            file.truncate(40 << 20)
+        self.assert_refused_by_the_updater("The update couldn't be unpacked.")
+
+    def test_a_name_that_the_archive_cannot_hold_is_refused(self):
+        self.add("n" * 160)
+        self.assert_refused_archive(f"{'n' * 160} is too long a name.")
+
+    def test_a_release_that_is_refused_leaves_the_published_one(self):
+        self.publish()
+        before = {file.name: file.read_bytes() for file in self.out.iterdir()}
+        self.add("/".join(["d"] * 33))
+        self.add("release", "version 1.3\nbuild 13\nidentity app.orvu.Orvu\n")
+
+        self.assertEqual(self.publish().returncode, 1)
+
+        self.assertEqual({file.name: file.read_bytes() for file in self.out.iterdir()}, before)
+
+    def test_another_key_s_release_is_refused_by_the_check(self):
+        self.publish()
+        answer = subprocess.run([BUILD / "bin/orvu-release-check", self.out, "0" * 64,
+                                 "updates.example"], capture_output=True, text=True, check=False)
+
+        self.assertEqual((answer.returncode, answer.stderr), (
+            1, "The update isn't signed by Zarvo, so Orvu didn't install it.\n"))
+
+    def test_the_offer_appears_after_what_it_offers(self):
+        self.publish()
+        self.add("release", "version 1.3\nbuild 13\nidentity app.orvu.Orvu\n")
+        # A folder in the place of the new signed text: what comes after it can't be put there.
+        (self.out / "orvu-1.3-13.tar.gz.signed").mkdir()
+
+        self.assertEqual(self.publish().returncode, 1)
+
+        self.assertEqual(json.loads((self.out / "update.json").read_bytes())["build"], 12)
+
+    def test_the_secret_never_lies_in_a_second_file(self):
+        folder = self.folder / "temporary"
+        folder.mkdir()
+        program = self.folder / "bin/openssl"
+        program.parent.mkdir()
+        # Looks through what there is at each time that a key is used.
+        program.write_text(f"#!/bin/sh\n"
+                           f"cp -r {folder} {self.folder}/seen-$$\n"
+                           f"exec {shutil.which('openssl')} \"$@\"\n")
+        program.chmod(0o755)
+        environment = {**os.environ, "TMPDIR": str(folder),
+                       "PATH": f"{program.parent}:{os.environ['PATH']}"}
+
+        subprocess.run([TOOL, *self.arguments()], env=environment, check=True)
+
+        secret = bytes.fromhex(self.key.read_text())
+        seen = [file for copy in self.folder.glob("seen-*") for file in copy.rglob("*")]
+        self.assertTrue(seen)
+        for file in seen:
+            self.assertNotIn(secret, file.read_bytes(), file)
+
+    def test_an_openssl_that_fails_is_told_in_a_sentence(self):
+        program = self.folder / "bin/openssl"
+        program.parent.mkdir()
+        program.write_text("#!/bin/sh\necho no keys today >&2\nexit 1\n")
+        program.chmod(0o755)
+
+        answer = subprocess.run([TOOL, *self.arguments()], check=False, capture_output=True,
+                                text=True, env={**os.environ, "PATH": f"{program.parent}:"
+                                                                      f"{os.environ['PATH']}"})
+
+        self.assertEqual((answer.returncode, answer.stderr),
+                         (1, "publish: openssl: no keys today\n"))
 
 
 class ApplicationTest(Folder):
@@ -214,59 +309,156 @@ class InstallTest(Folder):
     """The installer in the application, in homes of all kinds."""
 
     setUpClass = ApplicationTest.__dict__["setUpClass"]
+    COMMAND, ENTRY = ".local/bin/orvu", ".local/share/applications/app.orvu.Orvu.desktop"
+    ICON = ".local/share/icons/hicolor/scalable/apps/app.orvu.Orvu.svg"
+    APPLICATION = ".local/share/orvu-app"
+    HOMES = ["home", "a home", "caf\u00e9", "what's $HOME", 'a "b" `c`', "a\\b", "a\\\\b \\$c",
+             "100%", "50 %d of 'x'", "a=b c", "~a&b;c*d?(e)#"]
+
+    def run_in(self, home, *command):
+        return subprocess.run(command, text=True, check=False, capture_output=True, env={
+            "HOME": str(home), "PATH": os.environ["PATH"], "LANG": "C.UTF-8"})
 
     def install(self, home, *arguments):
-        return subprocess.run([self.application / "install", *arguments], text=True, check=False,
-                              env={"HOME": str(home), "PATH": os.environ["PATH"]},
-                              capture_output=True)
+        return self.run_in(home, self.application / "install", *arguments)
 
     def home(self, name="home"):
         home = self.folder / name
         home.mkdir()
         return home
 
+    def installed(self):
+        home = self.home()
+        self.assertEqual(self.install(home).returncode, 0)
+        return home
+
     def files(self, home):
         return sorted(path.relative_to(home).as_posix() for path in home.rglob("*")
-                      if path.is_file())
+                      if path.is_file() or path.is_symlink())
 
-    def test_it_goes_into_the_menu_and_starts(self):
-        for name in ("home", "a home", "what's $HOME", 'a "b" `c` %d'):
+    def assert_refused_for(self, home, path):
+        before = self.files(home)
+
+        answer = self.install(home)
+
+        self.assertEqual((answer.returncode, answer.stderr), (
+            1, f"{home / path} is there already, and isn't Orvu's. Nothing was installed.\n"))
+        self.assertEqual(self.files(home), before)
+
+    def test_it_goes_into_the_menu_and_starts_from_there(self):
+        for name in self.HOMES:
             home = self.home(name)
             answer = self.install(home)
-            self.assertEqual((answer.returncode, answer.stderr), (0, ""))
+            self.assertEqual((answer.returncode, answer.stderr), (0, ""), name)
 
-            entry = home / ".local/share/applications/app.orvu.Orvu.desktop"
-            valid = subprocess.run(["desktop-file-validate", entry], capture_output=True, text=True,
-                                   check=False)
-            self.assertEqual((valid.returncode, valid.stdout), (0, ""))
-            started = subprocess.run([home / ".local/bin/orvu", "--version"], capture_output=True,
-                                     text=True, check=True)
-            self.assertRegex(started.stdout, "^Orvu [0-9]")
-            self.assertTrue((home / ".local/share/orvu-app/Orvu.app/release").exists())
+            valid = self.run_in(home, "desktop-file-validate", home / self.ENTRY)
+            self.assertEqual((valid.returncode, valid.stdout), (0, ""), name)
+            # In the starter's place: it notes what it was started with.
+            starter = home / self.APPLICATION / "orvu-starter"
+            starter.write_text('#!/bin/sh\nprintf "%s\\n" "$@" >"$HOME/draft"\n'
+                               'mv "$HOME/draft" "$HOME/started"\n')
+            started = self.run_in(home, "gio", "launch", home / self.ENTRY, "http://x.example/ a")
+            self.assertEqual((started.returncode, started.stderr), (0, ""), name)
+            self.wait_for(home / "started")
+            self.assertEqual((home / "started").read_text().splitlines(), [
+                "--start", str(home / self.APPLICATION), "http://x.example/ a"], name)
 
-    def test_a_plain_path_stands_in_the_menu_without_quotes(self):
-        home = self.home()
+    def wait_for(self, file):
+        end = time.monotonic() + 20
+        while not file.exists():
+            self.assertLess(time.monotonic(), end, file)
+            time.sleep(0.01)
+
+    def test_the_command_starts_the_program(self):
+        home = self.home("what's a $HOME")
         self.install(home)
 
-        entry = (home / ".local/share/applications/app.orvu.Orvu.desktop").read_text()
-        self.assertIn(f"\nExec={home}/.local/bin/orvu %U\n", entry)
+        started = self.run_in(home, home / self.COMMAND, "--version")
+
+        self.assertRegex(started.stdout, "^Orvu [0-9]")
+
+    def test_it_is_offered_for_addresses_of_the_web(self):
+        home = self.installed()
+
+        offered = self.run_in(home, "gio", "mime", "x-scheme-handler/https")
+        self.assertIn("app.orvu.Orvu.desktop", offered.stdout)
+
+        self.install(home, "--remove")
+        offered = self.run_in(home, "gio", "mime", "x-scheme-handler/https")
+        self.assertNotIn("app.orvu.Orvu.desktop", offered.stdout)
+
+    def test_a_path_without_special_characters_stands_in_the_menu_without_quotes(self):
+        for name in ("home", "caf\u00e9"):
+            home = self.home(name)
+            self.install(home)
+
+            entry = (home / self.ENTRY).read_text()
+            self.assertIn(f"\nExec={home}/.local/bin/orvu %U\n", entry)
 
     def test_nobody_else_may_write_where_it_lies(self):
-        home = self.home()
-        self.install(home)
+        home = self.installed()
 
-        for path in (home / ".local/share/orvu-app").rglob("*"):
+        for path in (home / self.APPLICATION).rglob("*"):
             self.assertEqual(path.stat().st_mode & 0o022, 0, path)
 
     def test_it_is_not_put_over_one_that_is_there(self):
-        home = self.home()
-        self.install(home)
+        home = self.installed()
         before = self.files(home)
 
         answer = self.install(home)
 
         self.assertEqual(answer.returncode, 1)
         self.assertEqual(self.files(home), before)
+
+    def test_nothing_of_the_person_s_is_written_over(self):
+        for name, path in enumerate((self.COMMAND, self.ENTRY, self.ICON, self.APPLICATION)):
+            home = self.home(f"home{name}")
+            (home / path).parent.mkdir(parents=True)
+            (home / path).write_text("mine")
+
+            self.assert_refused_for(home, path)
+            self.assertEqual((home / path).read_text(), "mine")
+
+    def test_nothing_is_written_through_a_link(self):
+        for name, path in enumerate((self.COMMAND, self.ENTRY, self.ICON, self.APPLICATION)):
+            home = self.home(f"home{name}")
+            (home / path).parent.mkdir(parents=True)
+            (home / "other").mkdir()
+            (home / path).symlink_to(home / "other/file")
+
+            self.assert_refused_for(home, path)
+
+    def test_one_that_broke_off_before_it_was_there_is_begun_again(self):
+        home = self.home()
+        (home / ".local/share/.orvu-app.new/Orvu.app/bin").mkdir(parents=True)
+
+        self.assertEqual(self.install(home).returncode, 0)
+        self.assertFalse((home / ".local/share/.orvu-app.new").exists())
+
+    def test_what_one_that_broke_off_left_out_of_the_menu_is_added(self):
+        home = self.installed()
+        whole = self.files(home)
+        for path in (self.COMMAND, self.ENTRY, self.ICON):
+            (home / path).unlink()
+
+        self.assertEqual(self.install(home).returncode, 0)
+        self.assertEqual(self.files(home), whole)
+
+    def test_killed_at_any_moment_it_is_completed_by_the_next(self):
+        whole = self.files(self.installed())
+        for number in range(30):
+            home = self.home(f"killed{number}")
+            installer = subprocess.Popen([self.application / "install"], env={
+                "HOME": str(home), "PATH": os.environ["PATH"]}, stdout=subprocess.PIPE,
+                start_new_session=True)
+            time.sleep(number * 0.006)  # any moment will do
+            os.killpg(installer.pid, signal.SIGKILL)
+            installer.communicate()  # until the last of them has ended
+
+            self.install(home)
+
+            self.assertEqual([each for each in self.files(home) if not each.endswith(".orvu-new")],
+                             whole, number)
 
     def test_removed_it_leaves_what_is_the_person_s(self):
         home = self.home()
@@ -277,6 +469,43 @@ class InstallTest(Folder):
         self.assertEqual(self.install(home, "--remove").returncode, 0)
 
         self.assertEqual(self.files(home), [".config/Orvu/UserDefaults.sqlite"])
+
+    def test_what_was_changed_since_is_not_removed(self):
+        home = self.installed()
+        for path in (self.COMMAND, self.ENTRY, self.ICON):
+            (home / path).unlink()
+            (home / path).write_text("mine")
+
+        answer = self.install(home, "--remove")
+
+        self.assertEqual(answer.returncode, 0)
+        self.assertIn(f"{home / self.COMMAND} isn't as it was put there, and stays.\n", answer.stdout)
+        self.assertEqual([path for path in self.files(home) if not path.endswith("mimeinfo.cache")],
+                         sorted([self.COMMAND, self.ENTRY, self.ICON]))
+
+    def test_where_it_never_was_nothing_is_removed(self):
+        home = self.home()
+        (home / self.COMMAND).parent.mkdir(parents=True)
+        (home / self.COMMAND).write_text("mine")
+
+        answer = self.install(home, "--remove")
+
+        self.assertEqual((answer.returncode, answer.stderr), (
+            1, f"Orvu isn't installed in {home / self.APPLICATION}.\n"))
+        self.assertEqual(self.files(home), [self.COMMAND])
+
+    def test_one_that_runs_is_not_removed(self):
+        home = self.installed()
+        before = self.files(home)
+        with open(home / self.APPLICATION / ".Orvu-update.running", "w", encoding="ascii") as lock:
+            fcntl.flock(lock, fcntl.LOCK_EX)
+
+            answer = self.install(home, "--remove")
+
+        self.assertEqual((answer.returncode, answer.stderr),
+                         (1, "Orvu is running. Close it first.\n"))
+        self.assertEqual(self.files(home), sorted([*before,
+                                                   f"{self.APPLICATION}/.Orvu-update.running"]))
 
 
 if __name__ == "__main__":
