@@ -1,4 +1,5 @@
 #include "core/AppServices.h"
+#include "foundation/text/Translation.h"
 #include "import/PersonFolders.h"
 #include "look/motion/view/Moving.h"
 #include "platform/linux/Desktop.h"
@@ -20,6 +21,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <clocale>
 #include <filesystem>
 #include <iostream>
 #include <iterator>
@@ -134,9 +136,16 @@ std::optional<int> answerAtOnce(const CommandLine& commandLine) {
     return 0;
 }
 
+/// Texts are in the person's language from now on, where this copy of the program has it.
+void speakTheirLanguage() {
+    std::setlocale(LC_ALL, "");
+    useTranslations(ownProgram().parent_path().parent_path() / "share/locale");
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+    speakTheirLanguage();
     const std::vector<std::string> arguments{argv + std::min(argc, 1), argv + argc};
     if (const auto status = answerAtOnce(CommandLine::parse(arguments))) return *status;
     UpdateFolder::keepRunLock();

@@ -53,7 +53,8 @@ TEST(PillButtonStyleTest, ALabelIsReadableOnEachProfilesAccent) {
     for (const ProfileLook& look : ProfileLook::all) {
         const PillButtonStyle style{PillButtonStyle::Kind::prominent, look.color};
 
-        EXPECT_GE(contrastRatio(style.label(), look.color), readable) << look.name;
+        EXPECT_GE(contrastRatio(style.label(), look.color), readable)
+            << std::string_view{look.name};
     }
 }
 
@@ -71,7 +72,8 @@ TEST(IconButtonStyleTest, AnActiveSymbolStandsOutFromTheAccent) {
         const IconButtonStyle style{.active = true, .accent = look.color};
 
         EXPECT_EQ(style.ground(), Paint{look.color});
-        EXPECT_GE(contrastRatio(style.symbol().color, look.color), readable) << look.name;
+        EXPECT_GE(contrastRatio(style.symbol().color, look.color), readable)
+            << std::string_view{look.name};
     }
 }
 

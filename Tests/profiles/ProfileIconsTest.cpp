@@ -29,7 +29,7 @@ std::vector<std::string> wordsOf(const ProfileIcons::Row& row) {
 std::string_view wordsOf(std::string_view symbol) {
     const auto* const row =
         std::ranges::find(ProfileIcons::all, symbol, &ProfileIcons::Row::symbol);
-    return row == ProfileIcons::all.end() ? "no such symbol" : row->words;
+    return row == ProfileIcons::all.end() ? "no such symbol" : std::string_view{row->words};
 }
 
 /// Words, parts of words and pieces that stand nowhere.
@@ -73,11 +73,11 @@ TEST(ProfileIconsTest, EachRowHasTwoOrThreeWordsInLowerCaseBetweenSingleSpaces) 
         EXPECT_EQ(row.words, spaced);
         EXPECT_GE(words.size(), 2U) << row.symbol;
         EXPECT_LE(words.size(), 3U) << row.symbol;
-        EXPECT_EQ(row.words.find_first_not_of("abcdefghijklmnopqrstuvwxyz "),
-                  std::string_view::npos)
-            << row.words;
+        const std::string_view letters = row.words;
+        EXPECT_EQ(letters.find_first_not_of("abcdefghijklmnopqrstuvwxyz "), std::string_view::npos)
+            << letters;
         EXPECT_EQ((std::set<std::string>{words.begin(), words.end()}.size()), words.size())
-            << row.words;
+            << letters;
     }
 }
 
@@ -164,7 +164,7 @@ TEST(ProfileIconsTest, FindsExactlyTheRowsInWhichEachPieceStandsInTheirOrder) {
         Symbols expected;
         for (const auto& row : ProfileIcons::all) {
             const bool stays = std::ranges::all_of(pieces, [&](const std::string& piece) {
-                return row.words.find(piece) != std::string_view::npos ||
+                return std::string_view{row.words}.find(piece) != std::string_view::npos ||
                        row.symbol.find(piece) != std::string_view::npos;
             });
             if (stays) expected.push_back(row.symbol);

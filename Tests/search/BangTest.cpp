@@ -27,16 +27,18 @@ TEST(BangTest, TheTableHasTenRows) {
     EXPECT_EQ(
         table,
         (std::vector<Bang>{
-            {"!g", "Google", "google.com", "https://www.google.com/search?q=%s"},
-            {"!d", "DuckDuckGo", "duckduckgo.com", "https://duckduckgo.com/?q=%s"},
-            {"!b", "Bing", "bing.com", "https://www.bing.com/search?q=%s"},
-            {"!w", "Wikipedia", "wikipedia.org", "https://en.wikipedia.org/w/index.php?search=%s"},
-            {"!yt", "YouTube", "youtube.com", "https://www.youtube.com/results?search_query=%s"},
-            {"!m", "Maps", "maps.apple.com", "https://maps.apple.com/?q=%s"},
-            {"!i", "Images", "google.com", "https://www.google.com/search?udm=2&q=%s"},
-            {"!gh", "GitHub", "github.com", "https://github.com/search?q=%s"},
-            {"!r", "Reddit", "reddit.com", "https://www.reddit.com/search/?q=%s"},
-            {"!a", "Amazon", "amazon.com", "https://www.amazon.com/s?k=%s"},
+            {"!g", phrase("Google"), "google.com", "https://www.google.com/search?q=%s"},
+            {"!d", phrase("DuckDuckGo"), "duckduckgo.com", "https://duckduckgo.com/?q=%s"},
+            {"!b", phrase("Bing"), "bing.com", "https://www.bing.com/search?q=%s"},
+            {"!w", phrase("Wikipedia"), "wikipedia.org",
+             "https://en.wikipedia.org/w/index.php?search=%s"},
+            {"!yt", phrase("YouTube"), "youtube.com",
+             "https://www.youtube.com/results?search_query=%s"},
+            {"!m", phrase("Maps"), "maps.apple.com", "https://maps.apple.com/?q=%s"},
+            {"!i", phrase("Images"), "google.com", "https://www.google.com/search?udm=2&q=%s"},
+            {"!gh", phrase("GitHub"), "github.com", "https://github.com/search?q=%s"},
+            {"!r", phrase("Reddit"), "reddit.com", "https://www.reddit.com/search/?q=%s"},
+            {"!a", phrase("Amazon"), "amazon.com", "https://www.amazon.com/s?k=%s"},
         }));
 }
 
@@ -137,13 +139,13 @@ TEST(BangTest, APlaceholderInTheQueryIsNotReplacedAgain) {
 }
 
 TEST(BangTest, ATemplateThatHoldsThePlaceholderTwiceGetsTheQueryTwice) {
-    const Bang twice{"!t", "Twice", "t.example", "https://t.example/%s?q=%s"};
+    const Bang twice{"!t", phrase("Twice"), "t.example", "https://t.example/%s?q=%s"};
 
     EXPECT_EQ(twice.expand("a b"), Url::parse("https://t.example/a%20b?q=a%20b"));
 }
 
 TEST(BangTest, ATemplateThatGivesNoAddressExpandsToNothing) {
-    const Bang broken{"!t", "Broken", "t.example", "https://t.example:port/?q=%s"};
+    const Bang broken{"!t", phrase("Broken"), "t.example", "https://t.example:port/?q=%s"};
 
     EXPECT_EQ(broken.expand("a"), std::nullopt);
 }

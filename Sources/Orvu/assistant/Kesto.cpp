@@ -1,6 +1,7 @@
 #include "assistant/Kesto.h"
 
 #include "foundation/text/Text.h"
+#include "foundation/text/Translation.h"
 
 #include <algorithm>
 #include <ranges>
@@ -86,7 +87,7 @@ void Kesto::ask(std::string_view question, const std::vector<Page>& pages) {
 Task<void> Kesto::answerTo(std::string prompt) {
     const ModelResponse response = co_await respond(prompt, std::string{systemPrompt});
     if (!response.succeeded) {
-        set({Phase::Kind::error, "Kesto couldn't answer that. " + response.text});
+        set({Phase::Kind::error, tr("Kesto couldn't answer that. {1}", response.text)});
         co_return;
     }
     answer_ = trimmed(response.text, TrimSet::whitespacesAndNewlines);
@@ -106,26 +107,28 @@ std::optional<std::string> Kesto::message(std::optional<UnavailableReason> reaso
     if (!reason) return std::nullopt;
     switch (*reason) {
         case UnavailableReason::systemTooOld:
-            return "Kesto needs macOS 26 or later.";
+            return phrase("Kesto needs macOS 26 or later.");
         case UnavailableReason::deviceNotEligible:
-            return "This Mac can't run Apple's on-device model, which Kesto uses.";
+            return phrase("This Mac can't run Apple's on-device model, which Kesto uses.");
         case UnavailableReason::appleIntelligenceNotEnabled:
-            return "Turn on Apple Intelligence in System Settings so Kesto can answer.";
+            return phrase("Turn on Apple Intelligence in System Settings so Kesto can answer.");
         case UnavailableReason::modelNotReady:
-            return "Apple's on-device model is still downloading. Try again in a bit.";
+            return phrase("Apple's on-device model is still downloading. Try again in a bit.");
         case UnavailableReason::noServer:
-            return "Start Ollama or LM Studio so Kesto can answer; Orvu finds them by itself.";
+            return phrase(
+                "Start Ollama or LM Studio so Kesto can answer; Orvu finds them by itself.");
         case UnavailableReason::noModel:
-            return "The model server on this Mac has no model that can answer yet.";
+            return phrase("The model server on this Mac has no model that can answer yet.");
         case UnavailableReason::othersServer:
-            return "The model server on this Mac belongs to someone else, so Kesto tells it "
-                   "nothing.";
+            return phrase(
+                "The model server on this Mac belongs to someone else, so Kesto tells it "
+                "nothing.");
         case UnavailableReason::serverIsLoading:
-            return "The model on this Mac is still loading. Try again in a bit.";
+            return phrase("The model on this Mac is still loading. Try again in a bit.");
         case UnavailableReason::other:
             break;
     }
-    return "Apple's on-device model isn't available right now.";
+    return phrase("Apple's on-device model isn't available right now.");
 }
 
 std::string Kesto::prompt(std::string_view question, const std::vector<Page>& pages) {

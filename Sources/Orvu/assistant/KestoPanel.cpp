@@ -1,6 +1,7 @@
 #include "assistant/KestoPanel.h"
 
 #include "foundation/text/Text.h"
+#include "foundation/text/Translation.h"
 
 #include <algorithm>
 #include <utility>
@@ -68,17 +69,19 @@ Mood KestoPanel::mood() const {
 }
 
 std::string KestoPanel::prompt() const {
-    return store_->isPrivate() ? "Ask anything" : "Ask, @ a tab, or / for skills";
+    return store_->isPrivate() ? phrase("Ask anything") : phrase("Ask, @ a tab, or / for skills");
 }
 
 std::string KestoPanel::intro() const {
     if (store_->isPrivate()) {
-        return "This is a private window, so I don't read pages. Ask me anything else.";
+        return phrase("This is a private window, so I don't read pages. Ask me anything else.");
     }
     const auto active = store_->active();
-    if (!active || active->isNewTab()) return "Ask me anything, or type @ to bring in a tab.";
-    return "I can read “" + active->title() +
-           "” when you ask. Type @ to add other tabs. Everything stays on this Mac.";
+    if (!active || active->isNewTab())
+        return phrase("Ask me anything, or type @ to bring in a tab.");
+    return tr(
+        "I can read “{1}” when you ask. Type @ to add other tabs. Everything stays on this Mac.",
+        active->title());
 }
 
 KestoPanel::Reply KestoPanel::reply() const {

@@ -5,6 +5,7 @@
 #include "assistant/SkillStore.h"
 #include "core/BrowserStore.h"
 #include "foundation/Observable.h"
+#include "foundation/text/Translation.h"
 #include "look/DotFace.h"
 
 #include <functional>
@@ -31,22 +32,22 @@ public:
     static constexpr std::size_t greetingSkills = 3;
 
     static constexpr std::string_view title = "Kesto";
-    static constexpr std::string_view closeLabel = "Close Kesto";
-    static constexpr std::string_view sendLabel = "Send";
-    static constexpr std::string_view skillsTitle = "Skills";
-    static constexpr std::string_view newSkillTitle = "New skill";
-    static constexpr std::string_view mentionsTitle = "Mention a tab";
-    static constexpr std::string_view noMentions = "No other open tabs match";
-    static constexpr std::string_view sourcesTitle = "READ";
-    static constexpr std::string_view yours = "yours";
-    static constexpr std::string_view deleteSkill = "Delete Skill";
-    static constexpr std::string_view formTitle = "NEW SKILL";
-    static constexpr std::string_view namePrompt = "name";
-    static constexpr std::string_view instructionPrompt =
-        "What Kesto should do, e.g. “Draft a short, friendly reply”";
-    static constexpr std::string_view cancelTitle = "Cancel";
-    static constexpr std::string_view saveTitle = "Save Skill";
-    static constexpr std::string_view thinkingLabel = "Thinking";
+    static constexpr Phrase closeLabel = phrase("Close Kesto");
+    static constexpr Phrase sendLabel = phrase("Send");
+    static constexpr Phrase skillsTitle = phrase("Skills");
+    static constexpr Phrase newSkillTitle = phrase("New skill");
+    static constexpr Phrase mentionsTitle = phrase("Mention a tab");
+    static constexpr Phrase noMentions = phrase("No other open tabs match");
+    static constexpr Phrase sourcesTitle = phrase("READ");
+    static constexpr Phrase yours = phrase("yours");
+    static constexpr Phrase deleteSkill = phrase("Delete Skill");
+    static constexpr Phrase formTitle = phrase("NEW SKILL");
+    static constexpr Phrase namePrompt = phrase("name");
+    static constexpr Phrase instructionPrompt =
+        phrase("What Kesto should do, e.g. “Draft a short, friendly reply”");
+    static constexpr Phrase cancelTitle = phrase("Cancel");
+    static constexpr Phrase saveTitle = phrase("Save Skill");
+    static constexpr Phrase thinkingLabel = phrase("Thinking");
 
     /// `kesto`, `skills`, `settings` and `pending` must outlive the panel. `close` closes it, which
     /// may end it.

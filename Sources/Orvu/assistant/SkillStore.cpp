@@ -1,6 +1,7 @@
 #include "assistant/SkillStore.h"
 
 #include "foundation/text/Text.h"
+#include "foundation/text/Translation.h"
 #include "platform/StoredRecords.h"
 
 #include <algorithm>
@@ -63,13 +64,13 @@ SkillStore::SkillStore(UserDefaults& defaults)
 
 const std::vector<KestoSkill>& SkillStore::builtIn() {
     static const std::vector<KestoSkill> skills{
-        builtInSkill("sum", "Sum up the page in three short lines."),
+        builtInSkill("sum", phrase("Sum up the page in three short lines.")),
         builtInSkill("compare",
-                     "Compare these pages: what they share, how they differ, and which fits "
-                     "best."),
-        builtInSkill("todo", "Turn the page into a short to-do list."),
-        builtInSkill("explain", "Explain the page simply, as if to a friend."),
-        builtInSkill("translate", "Translate the main points of the page into English.")};
+                     phrase("Compare these pages: what they share, how they differ, and which fits "
+                            "best.")),
+        builtInSkill("todo", phrase("Turn the page into a short to-do list.")),
+        builtInSkill("explain", phrase("Explain the page simply, as if to a friend.")),
+        builtInSkill("translate", phrase("Translate the main points of the page into English."))};
     return skills;
 }
 

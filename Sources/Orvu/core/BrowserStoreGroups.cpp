@@ -1,5 +1,6 @@
 #include "core/BrowserStore.h"
 #include "foundation/text/Text.h"
+#include "foundation/text/Translation.h"
 
 #include <algorithm>
 
@@ -22,7 +23,7 @@ std::optional<TabGroup> BrowserStore::newGroup(BrowserTab& tab) {
     TabGroup group{.id = Uuid::random(),
                    .name = tab.url() ? siteName(*tab.url()) : "",
                    .color = TabGroup::wrappedColor(static_cast<std::int64_t>(groups_.size()))};
-    if (group.name.empty()) group.name = "Group " + std::to_string(groups_.size() + 1);
+    if (group.name.empty()) group.name = tr("Group {1}", std::to_string(groups_.size() + 1));
     groups_.push_back(group);
     tab.setGroupID(group.id);
     tab.setPinned(false);

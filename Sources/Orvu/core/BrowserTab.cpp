@@ -1,6 +1,7 @@
 #include "core/BrowserTab.h"
 
 #include "foundation/text/Text.h"
+#include "foundation/text/Translation.h"
 #include "pagetools/ReaderExtraction.h"
 #include "site/icons/PageIcons.h"
 
@@ -47,7 +48,7 @@ void BrowserTab::setGroupID(const std::optional<Uuid>& groupID) { update(groupID
 std::string BrowserTab::title() const {
     if (!pageTitle_.empty()) return pageTitle_;
     std::string site = url_ ? siteName(*url_) : "";
-    return site.empty() ? "New tab" : site;
+    return site.empty() ? std::string{phrase("New tab")} : site;
 }
 
 std::string BrowserTab::host() const { return url_ ? url_->host().value_or("") : ""; }

@@ -1,6 +1,7 @@
 #include "import/ImportView.h"
 
 #include "core/BrowserStore.h"
+#include "foundation/text/Translation.h"
 #include "look/text/PlatformText.h"
 
 #include <algorithm>
@@ -9,8 +10,12 @@
 namespace orvu {
 namespace {
 
-std::string counted(int count, const std::string& noun) {
-    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+std::string countedBookmarks(int count) {
+    return trn("{1} new bookmark", "{1} new bookmarks", static_cast<unsigned long>(count));
+}
+
+std::string countedVisits(int count) {
+    return trn("{1} visit", "{1} visits", static_cast<unsigned long>(count));
 }
 
 /// How many of each were new; nothing for what was not wanted.
@@ -22,12 +27,14 @@ struct Brought {
 };
 
 std::string sentence(const Brought& brought, const std::string& browser) {
-    if (!brought.anything()) return "Everything from " + browser + " is already in Orvu.";
-    std::string parts;
-    if (brought.bookmarks) parts = counted(*brought.bookmarks, "new bookmark");
-    if (brought.bookmarks && brought.visits) parts += " and ";
-    if (brought.visits) parts += counted(*brought.visits, "visit");
-    return "Brought over " + parts + " from " + browser + ".";
+    if (!brought.anything()) return tr("Everything from {1} is already in Orvu.", browser);
+    const auto& [bookmarks, visits] = brought;
+    if (bookmarks && visits) {
+        return tr("Brought over {1} and {2} from {3}.", countedBookmarks(*bookmarks),
+                  countedVisits(*visits), browser);
+    }
+    return tr("Brought over {1} from {2}.",
+              bookmarks ? countedBookmarks(*bookmarks) : countedVisits(*visits), browser);
 }
 
 }  // namespace
@@ -61,37 +68,46 @@ bool ImportView::isProfileGone() const { return services_.profiles().wasRemoved(
 
 std::string ImportView::intro() const {
     if (sources_.empty()) {
-        return "Orvu didn't find another browser on this Mac. You can still bring an exported "
-               "bookmarks file.";
+        return phrase(
+            "Orvu didn't find another browser on this Mac. You can still bring an exported "
+            "bookmarks file.");
     }
     const Profile target = profile();
     const bool isAlone = services_.profiles().profiles().size() == 1;
     const bool isPlain = target.id == Profile::personalID && isAlone;
-    return "Orvu found these browsers on this Mac. Pick one, choose what to bring, and it lands "
-           "in " +
-           (isPlain ? "Bookmarks and History" : "your " + target.name + " profile") + ".";
+    if (isPlain) {
+        return phrase(
+            "Orvu found these browsers on this Mac. Pick one, choose what to bring, and it lands "
+            "in Bookmarks and History.");
+    }
+    return tr(
+        "Orvu found these browsers on this Mac. Pick one, choose what to bring, and it lands "
+        "in your {1} profile.",
+        target.name);
 }
 
 std::string_view ImportView::state(const Source& source) {
-    return source.needsAccess ? "Needs access" : "Found";
+    return source.needsAccess ? phrase("Needs access") : phrase("Found");
 }
 
 std::vector<ImportView::Choice> ImportView::choices() {
-    return {{"Bookmarks", "Every folder, including the bookmarks bar", &bookmarks},
-            {"History", "The last 30 days, so suggestions know where you go", &history}};
+    return {{phrase("Bookmarks"), phrase("Every folder, including the bookmarks bar"), &bookmarks},
+            {phrase("History"), phrase("The last 30 days, so suggestions know where you go"),
+             &history}};
 }
 
 std::string ImportView::help() const {
     const std::optional<Source>& source = needsAccess() ? picked_ : refused_;
     if (!source) return "";
-    return source->name + " keeps its data in " + source->folder.string() +
-           ". See to it that you may read that folder, and Orvu too where it runs in a sandbox of "
-           "its own. Or export the bookmarks there, and use “From a file…”.";
+    return tr(
+        "{1} keeps its data in {2}. See to it that you may read that folder, and Orvu too where it "
+        "runs in a sandbox of its own. Or export the bookmarks there, and use “From a file…”.",
+        source->name, source->folder.string());
 }
 
 std::string ImportView::runTitle() const {
-    if (working_) return "Importing…";
-    return picked_ ? "Import from " + picked_->name : "Import";
+    if (working_) return phrase("Importing…");
+    return picked_ ? tr("Import from {1}", picked_->name) : std::string{phrase("Import")};
 }
 
 bool ImportView::canRun() const {
@@ -139,9 +155,10 @@ void ImportView::end(std::string message) {
 
 void ImportView::endRefused(const Source& source) {
     refused_ = source;
-    end("macOS didn't let Orvu read " + source.name +
-        "'s data. Allow it when macOS asks, or turn on Orvu under Full Disk Access, then import "
-        "again.");
+    end(
+        tr("macOS didn't let Orvu read {1}'s data. Allow it when macOS asks, or turn on Orvu under "
+           "Full Disk Access, then import again.",
+           source.name));
 }
 
 int ImportView::merge(const std::vector<BookmarkStore::Entry>& entries) const {
@@ -187,8 +204,9 @@ Task<void> ImportView::readFile(View view, std::filesystem::path file) {
         [importer = view->importer_, file] { return importer.readHTML(file); }, {});
     const Entries entries = co_await reading;
     const int count = view->merge(entries);
-    view->end(count > 0 ? "Added " + std::to_string(count) + " bookmarks."
-                        : "No new bookmarks in that file.");
+    view->end(count > 0 ? trn("Added {1} bookmarks.", "Added {1} bookmarks.",
+                              static_cast<unsigned long>(count))
+                        : std::string{phrase("No new bookmarks in that file.")});
 }
 
 }  // namespace orvu

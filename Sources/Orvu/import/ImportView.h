@@ -3,6 +3,7 @@
 #include "core/AppServices.h"
 #include "foundation/async/TaskScope.h"
 #include "foundation/Observable.h"
+#include "foundation/text/Translation.h"
 #include "import/Importer.h"
 #include "platform/OpenPanel.h"
 
@@ -24,22 +25,22 @@ class ImportView : public std::enable_shared_from_this<ImportView>, public sigc:
 public:
     using Source = BrowserImporter::Source;
 
-    static constexpr std::string_view title = "Import from Another Browser";
+    static constexpr Phrase title = phrase("Import from Another Browser");
     static constexpr int width = 680;   ///< points
     static constexpr int height = 560;  ///< points
-    static constexpr std::string_view heading = "Bring your web with you";
-    static constexpr std::string_view sourcesLabel = "Browsers";
-    static constexpr std::string_view fileTitle = "From a file…";
-    static constexpr std::string_view fileMessage =
-        "Choose a bookmarks file you exported from Safari, Firefox or another browser.";
-    static constexpr std::string_view passwords =
-        "Passwords stay in your old browser or Apple Passwords. Orvu never reads them.";
-    static constexpr std::string_view accessMessage =
+    static constexpr Phrase heading = phrase("Bring your web with you");
+    static constexpr Phrase sourcesLabel = phrase("Browsers");
+    static constexpr Phrase fileTitle = phrase("From a file…");
+    static constexpr Phrase fileMessage =
+        phrase("Choose a bookmarks file you exported from Safari, Firefox or another browser.");
+    static constexpr Phrase passwords =
+        phrase("Passwords stay in your old browser or Apple Passwords. Orvu never reads them.");
+    static constexpr Phrase accessMessage = phrase(
         "macOS keeps Safari's files private until you allow it. Turn on Orvu under Full Disk "
-        "Access, then come back.";
-    static constexpr std::string_view accessByFile =
-        "Or in Safari choose File › Export › Bookmarks…, then use “From a file…”.";
-    static constexpr std::string_view checkTitle = "Check Again";
+        "Access, then come back.");
+    static constexpr Phrase accessByFile =
+        phrase("Or in Safari choose File › Export › Bookmarks…, then use “From a file…”.");
+    static constexpr Phrase checkTitle = phrase("Check Again");
 
     /// Something that can be brought over or left.
     struct Choice {

@@ -2,6 +2,7 @@
 
 #include "foundation/text/DisplayHost.h"
 #include "foundation/text/Text.h"
+#include "foundation/text/Translation.h"
 #include "look/text/OneLine.h"
 
 #include <algorithm>
@@ -60,7 +61,7 @@ const LibraryView::SectionFacts& LibraryView::facts() const {
     return *std::ranges::find(sections, section(), &SectionFacts::section);
 }
 
-std::string LibraryView::prompt() const { return "Search " + lowercased(facts().title); }
+std::string LibraryView::prompt() const { return facts().prompt; }
 
 const std::vector<LibraryEntry>& LibraryView::entries() {
     if (std::exchange(isStale_, false)) entries_ = makeEntries();
@@ -114,15 +115,17 @@ std::optional<LibraryView::Row> LibraryView::row(const LibraryEntry& entry) cons
 
 std::string LibraryView::dayTitle(const LibraryEntry& header) const {
     const Date today = platform_.calendar.startOfDay(platform_.loop.now());
-    if (header.date == today) return "Today";
+    if (header.date == today) return phrase("Today");
     return platform_.locale.completeDate(header.date, platform_.calendar);
 }
 
 std::vector<LibraryView::MenuLine> LibraryView::menu() const {
-    std::vector<MenuLine> lines{{"Open in New Tab", Action::openInNewTab},
-                                {"Copy Link", Action::copyLink}};
-    if (section() == Section::history) lines.push_back({"Delete from History", Action::remove});
-    if (section() == Section::bookmarks) lines.push_back({"Delete Bookmark", Action::remove});
+    std::vector<MenuLine> lines{{phrase("Open in New Tab"), Action::openInNewTab},
+                                {phrase("Copy Link"), Action::copyLink}};
+    if (section() == Section::history)
+        lines.push_back({phrase("Delete from History"), Action::remove});
+    if (section() == Section::bookmarks)
+        lines.push_back({phrase("Delete Bookmark"), Action::remove});
     return lines;
 }
 

@@ -4,6 +4,7 @@
 #include "core/BrowserStore.h"
 #include "foundation/Observable.h"
 #include "foundation/Signal.h"
+#include "foundation/text/Translation.h"
 #include "library/FoldedVisits.h"
 #include "library/LibraryEntries.h"
 
@@ -28,25 +29,27 @@ public:
     struct SectionFacts {
         Section section;
         std::string_view rawValue;
-        std::string_view title;
+        Phrase title;
         std::string_view symbol;
-        std::string_view emptyText;  ///< without entries, and where the search finds none
+        Phrase prompt;     ///< of the search
+        Phrase emptyText;  ///< without entries, and where the search finds none
     };
     static constexpr std::array<SectionFacts, 3> sections{{
-        {Section::history, "history", "History", "clock.arrow.circlepath",
-         "No pages yet. Pages you visit show up here for 30 days."},
-        {Section::bookmarks, "bookmarks", "Bookmarks", "star",
-         "No bookmarks yet. Press ⌘D, or click the star in the notch, to keep a page."},
-        {Section::closed, "closed", "Recently closed", "xmark.square",
-         "Tabs you close in this window show up here."},
+        {Section::history, "history", phrase("History"), "clock.arrow.circlepath",
+         phrase("Search history"),
+         phrase("No pages yet. Pages you visit show up here for 30 days.")},
+        {Section::bookmarks, "bookmarks", phrase("Bookmarks"), "star", phrase("Search bookmarks"),
+         phrase("No bookmarks yet. Press ⌘D, or click the star in the notch, to keep a page.")},
+        {Section::closed, "closed", phrase("Recently closed"), "xmark.square",
+         phrase("Search recently closed"), phrase("Tabs you close in this window show up here.")},
     }};
 
-    static constexpr std::string_view heading = "LIBRARY";
-    static constexpr std::string_view backTitle = "Back to the page";
+    static constexpr Phrase heading = phrase("LIBRARY");
+    static constexpr Phrase backTitle = phrase("Back to the page");
     static constexpr std::string_view backSymbol = "arrow.left";
     static constexpr std::string_view searchSymbol = "magnifyingglass";
-    static constexpr std::string_view clearTitle = "Clear History…";
-    static constexpr std::string_view clearHeading = "Clear history from";
+    static constexpr Phrase clearTitle = phrase("Clear History…");
+    static constexpr Phrase clearHeading = phrase("Clear history from");
 
     /// What a line about a page says. Each text is fit for one line, whatever a page wrote.
     struct Row {
@@ -67,13 +70,13 @@ public:
     /// What is answered to `clearHeading`.
     enum class Clearing { today, allTime, cancel };
     struct ClearAnswer {
-        std::string_view title;
+        Phrase title;
         Clearing clearing;
     };
     static constexpr std::array<ClearAnswer, 3> clearAnswers{{
-        {"Today", Clearing::today},
-        {"All time", Clearing::allTime},
-        {"Cancel", Clearing::cancel},
+        {phrase("Today"), Clearing::today},
+        {phrase("All time"), Clearing::allTime},
+        {phrase("Cancel"), Clearing::cancel},
     }};
 
     /// `store` and `services` must outlive the view.

@@ -2,6 +2,7 @@
 
 #include "foundation/Observable.h"
 #include "foundation/Signal.h"
+#include "foundation/text/Translation.h"
 #include "search/SiteText.h"
 
 #include <string>
@@ -15,7 +16,7 @@ namespace orvu {
 class AddressNotch : public sigc::trackable {
 public:
     /// What the field is for.
-    static constexpr std::string_view prompt = "Search, type a site, or ask Kesto";
+    static constexpr Phrase prompt = phrase("Search, type a site, or ask Kesto");
 
     /// See the function of the same name in `search/SiteText.h`.
     [[nodiscard]] static bool looksLikeSite(std::string_view text) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/BrowserStore.h"
+#include "foundation/text/Translation.h"
 #include "notch/AddressNotch.h"
 #include "notch/candidates/NotchCandidates.h"
 #include "notch/candidates/NotchSnapshot.h"
@@ -49,7 +50,9 @@ public:
     /// The completion behind the caret; empty unless the caret stands at the end of the text.
     [[nodiscard]] std::string ghost() const;
     /// The key hint at the right end of the field.
-    [[nodiscard]] std::string_view keyHint() const { return ghost().empty() ? "esc" : "tab ⇥"; }
+    [[nodiscard]] std::string_view keyHint() const {
+        return ghost().empty() ? phrase("esc") : phrase("tab ⇥");
+    }
     /// What "Did you mean" offers; nothing without a better text.
     [[nodiscard]] const std::optional<std::string>& correction() const { return correction_; }
 

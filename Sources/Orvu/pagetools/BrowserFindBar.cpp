@@ -1,5 +1,7 @@
 #include "pagetools/BrowserFindBar.h"
 
+#include "foundation/text/Translation.h"
+
 #include <utility>
 
 namespace orvu {
@@ -25,7 +27,7 @@ Task<void> BrowserFindBar::await(Future<bool> answer) { setFound(co_await answer
 
 std::string_view BrowserFindBar::status() const {
     if (!found_ || text_.empty()) return "";
-    return *found_ ? "Found" : "No matches";
+    return *found_ ? phrase("Found") : phrase("No matches");
 }
 
 void BrowserFindBar::setFound(std::optional<bool> found) {

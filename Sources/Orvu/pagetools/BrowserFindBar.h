@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/async/TaskScope.h"
+#include "foundation/text/Translation.h"
 #include "platform/WebView.h"
 
 #include <functional>
@@ -14,7 +15,7 @@ namespace orvu {
 /// there was one; finding, marking and scrolling is the page's own.
 class BrowserFindBar {
 public:
-    static constexpr std::string_view prompt = "Find in page";
+    static constexpr Phrase prompt = phrase("Find in page");
     /// Searches what stands in front at this moment, a page or its article, and goes on to the next
     /// match; nothing if nothing stands there.
     using Search =

@@ -1,6 +1,7 @@
 #include "pagetools/ReaderText.h"
 
 #include "foundation/text/Text.h"
+#include "foundation/text/Translation.h"
 #include "look/text/TextDirection.h"
 
 #include <unicode/locid.h>
@@ -75,7 +76,7 @@ ReaderRole readerRole(std::string_view kind) {
 }
 
 std::string readerMeta(const ReaderArticle& article) {
-    return capitals(article.site) + " · " + std::to_string(article.minutes) + " MIN";
+    return tr("{1} · {2} MIN", capitals(article.site), std::to_string(article.minutes));
 }
 
 std::vector<ReaderPiece> readerPieces(const ReaderArticle& article) {

@@ -1,6 +1,7 @@
 #include "platform/PageMenu.h"
 
 #include "foundation/text/Text.h"
+#include "foundation/text/Translation.h"
 
 #include <utility>
 
@@ -31,32 +32,32 @@ Group ofLink(const PageMenuPlace& place) {
     if (!place.isLink) return {};
     Group group;
     if (place.opensLink) {
-        group = {{Item::openLink, "Open in New Tab"},
-                 {Item::openLinkPrivately, "Open in New Private Window"}};
+        group = {{Item::openLink, phrase("Open in New Tab")},
+                 {Item::openLinkPrivately, phrase("Open in New Private Window")}};
     }
-    group.push_back({Item::copyLink, "Copy Link"});
-    if (place.opensLink) group.push_back({Item::saveLink, "Save Link"});
+    group.push_back({Item::copyLink, phrase("Copy Link")});
+    if (place.opensLink) group.push_back({Item::saveLink, phrase("Save Link")});
     return group;
 }
 
 Group ofImage(const PageMenuPlace& place) {
     if (!place.isImage) return {};
     Group group;
-    if (place.opensImage) group.push_back({Item::openImage, "Open Image in New Tab"});
-    group.push_back({Item::copyImage, "Copy Image"});
-    group.push_back({Item::saveImage, "Save Image"});
+    if (place.opensImage) group.push_back({Item::openImage, phrase("Open Image in New Tab")});
+    group.push_back({Item::copyImage, phrase("Copy Image")});
+    group.push_back({Item::saveImage, phrase("Save Image")});
     return group;
 }
 
 Group ofSelection(const PageMenuPlace& place) {
     if (!place.hasSelection) return {};
     Group group;
-    if (!place.isEditable) group.push_back({Item::copy, "Copy"});
+    if (!place.isEditable) group.push_back({Item::copy, phrase("Copy")});
     const std::string text = searchTextOf(place.selection);
     if (text.empty()) return group;
     const std::string shown{firstCharacters(text, longestTitle)};
     const std::string rest = shown.size() < text.size() ? "…" : "";
-    group.push_back({Item::search, "Search for “" + shown + rest + "”"});
+    group.push_back({Item::search, tr("Search for “{1}”", shown + rest)});
     return group;
 }
 
@@ -64,10 +65,10 @@ Group ofPage(const PageMenuPlace& place) {
     const bool isPlain = !place.isLink && !place.isImage && !place.isMedia && !place.isEditable &&
                          !place.hasSelection;
     if (!isPlain) return {};
-    return {{Item::goBack, "Back", place.canGoBack},
-            {Item::goForward, "Forward", place.canGoForward},
-            place.isLoading ? PageMenuEntry{Item::stopLoading, "Stop"}
-                            : PageMenuEntry{Item::reload, "Reload"}};
+    return {{Item::goBack, phrase("Back"), place.canGoBack},
+            {Item::goForward, phrase("Forward"), place.canGoForward},
+            place.isLoading ? PageMenuEntry{Item::stopLoading, phrase("Stop")}
+                            : PageMenuEntry{Item::reload, phrase("Reload")}};
 }
 
 }  // namespace
@@ -82,17 +83,17 @@ std::vector<Group> pageMenu(const PageMenuPlace& place) {
     add(ofImage(place));
     if (place.isMedia) add({{Item::media}});
     if (place.isEditable) {
-        add({{Item::undo, "Undo"}, {Item::redo, "Redo"}});
-        add({{Item::cut, "Cut", place.hasSelection},
-             {Item::copy, "Copy", place.hasSelection},
-             {Item::paste, "Paste"},
-             {Item::pastePlain, "Paste as Plain Text"},
-             {Item::erase, "Delete", place.hasSelection},
-             {Item::selectAll, "Select All"}});
+        add({{Item::undo, phrase("Undo")}, {Item::redo, phrase("Redo")}});
+        add({{Item::cut, phrase("Cut"), place.hasSelection},
+             {Item::copy, phrase("Copy"), place.hasSelection},
+             {Item::paste, phrase("Paste")},
+             {Item::pastePlain, phrase("Paste as Plain Text")},
+             {Item::erase, phrase("Delete"), place.hasSelection},
+             {Item::selectAll, phrase("Select All")}});
     }
     add(ofSelection(place));
     add(ofPage(place));
-    add({{Item::inspect, "Inspect"}});
+    add({{Item::inspect, phrase("Inspect")}});
     return menu;
 }
 

@@ -1,6 +1,7 @@
 #include "profiles/ProfileEditor.h"
 
 #include "foundation/text/Text.h"
+#include "foundation/text/Translation.h"
 #include "profiles/ProfileIcons.h"
 #include "profiles/ShownProfileName.h"
 
@@ -24,7 +25,9 @@ ProfileEditor::ProfileEditor(ProfileStore& profiles, const std::optional<Profile
     search.connectChanged(changed);
 }
 
-std::string_view ProfileEditor::heading() const { return isNew_ ? "New profile" : "Edit profile"; }
+std::string_view ProfileEditor::heading() const {
+    return isNew_ ? phrase("New profile") : phrase("Edit profile");
+}
 
 std::string ProfileEditor::shownName() const {
     const std::string& typed = name.get();
@@ -39,12 +42,13 @@ std::vector<std::string_view> ProfileEditor::icons() const {
 }
 
 std::string ProfileEditor::iconsLabel() const {
-    return std::to_string(icons().size()) + " TO CHOOSE FROM";
+    return trn("{1} TO CHOOSE FROM", "{1} TO CHOOSE FROM", icons().size());
 }
 
 std::string ProfileEditor::saveTitle() const {
-    if (!isNew_) return "Save";
-    return "Create " + (isBlankProfileName(name.get()) ? "Profile" : previewName());
+    if (!isNew_) return phrase("Save");
+    return isBlankProfileName(name.get()) ? std::string{phrase("Create Profile")}
+                                          : tr("Create {1}", previewName());
 }
 
 void ProfileEditor::save() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/Observable.h"
+#include "foundation/text/Translation.h"
 #include "profiles/ProfileLook.h"
 #include "profiles/Profiles.h"
 
@@ -19,11 +20,11 @@ public:
     /// Is given the profile as it was saved, or nothing for a cancel. It may end the editor.
     using Done = sigc::slot<void(const std::optional<Profile>&)>;
 
-    static constexpr std::string_view nameLabel = "Name";
-    static constexpr std::string_view namePrompt = "Work, Studio, Weekend…";
-    static constexpr std::string_view colorLabel = "Colour";
-    static constexpr std::string_view searchPrompt = "Find an icon";
-    static constexpr std::string_view cancelTitle = "Cancel";
+    static constexpr Phrase nameLabel = phrase("Name");
+    static constexpr Phrase namePrompt = phrase("Work, Studio, Weekend…");
+    static constexpr Phrase colorLabel = phrase("Colour");
+    static constexpr Phrase searchPrompt = phrase("Find an icon");
+    static constexpr Phrase cancelTitle = phrase("Cancel");
 
     /// Changes `original`; creates a profile where there is none. `profiles` must outlive the editor.
     ProfileEditor(ProfileStore& profiles, const std::optional<Profile>& original, Done done);

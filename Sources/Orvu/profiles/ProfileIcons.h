@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/text/Translation.h"
+
 #include <array>
 #include <string_view>
 #include <vector>
@@ -10,7 +12,7 @@ namespace orvu {
 struct ProfileIcons {
     struct Row {
         std::string_view symbol;
-        std::string_view words;  ///< what it is looked for by, between single spaces
+        Phrase words;  ///< what it is looked for by, between single spaces
     };
 
     /// In the order in which they are shown.

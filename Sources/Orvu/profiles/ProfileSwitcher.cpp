@@ -1,5 +1,6 @@
 #include "profiles/ProfileSwitcher.h"
 
+#include "foundation/text/Translation.h"
 #include "look/text/PlatformText.h"
 #include "profiles/ProfileLook.h"
 #include "profiles/ShownProfileName.h"
@@ -15,7 +16,7 @@ constexpr std::size_t profilesWithKeys = 9;
 
 /// A profile's name stays as it is, whatever it says of keys and machines.
 std::string help(const Profile& profile, std::size_t index) {
-    std::string text = "Switch to " + shownProfileName(profile.name);
+    std::string text = tr("Switch to {1}", shownProfileName(profile.name));
     if (index >= profilesWithKeys) return text;
     return text + platformText(" (⌃" + std::to_string(index + 1) + ")");
 }
@@ -42,10 +43,10 @@ std::vector<ProfileSwitcher::MenuLine> ProfileSwitcher::menu(const Uuid& id) {
     if (!found) return {};
     const std::string name = shownProfileName(found->name) + "…";
     std::vector<MenuLine> lines{
-        {"Edit " + name, sigc::bind(sigc::mem_fun(*this, &ProfileSwitcher::edit), id)}};
+        {tr("Edit {1}", name), sigc::bind(sigc::mem_fun(*this, &ProfileSwitcher::edit), id)}};
     if (id == Profile::personalID) return lines;
-    lines.push_back(
-        {"Delete " + name, sigc::bind(sigc::mem_fun(*this, &ProfileSwitcher::confirmDelete), id)});
+    lines.push_back({tr("Delete {1}", name),
+                     sigc::bind(sigc::mem_fun(*this, &ProfileSwitcher::confirmDelete), id)});
     return lines;
 }
 
@@ -56,9 +57,9 @@ std::unique_ptr<ProfileEditor> ProfileSwitcher::editor() {
 
 std::optional<ProfileSwitcher::Question> ProfileSwitcher::question() const {
     if (!deleting.get()) return std::nullopt;
-    return Question{.message = "Delete “" + shownProfileName(deleting.get()->name) + "”?",
+    return Question{.message = tr("Delete “{1}”?", shownProfileName(deleting.get()->name)),
                     .text = platformText(Question::informativeText),
-                    .buttons = {"Delete", "Cancel"}};
+                    .buttons = {phrase("Delete"), phrase("Cancel")}};
 }
 
 void ProfileSwitcher::switchTo(const Uuid& id) {

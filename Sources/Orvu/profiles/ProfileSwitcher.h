@@ -2,6 +2,7 @@
 
 #include "foundation/Color.h"
 #include "foundation/Observable.h"
+#include "foundation/text/Translation.h"
 #include "profiles/ProfileEditor.h"
 #include "profiles/Profiles.h"
 
@@ -40,8 +41,8 @@ public:
 
     /// What is asked before a profile is deleted.
     struct Question {
-        static constexpr std::string_view informativeText =
-            "Its tabs, history, bookmarks, sign-ins and website data are removed from this Mac.";
+        static constexpr Phrase informativeText = phrase(
+            "Its tabs, history, bookmarks, sign-ins and website data are removed from this Mac.");
 
         enum class Answer { remove, cancel };
 
@@ -53,7 +54,7 @@ public:
     };
 
     static constexpr std::string_view newProfileSymbol = "plus";
-    static constexpr std::string_view newProfileHelp = "New profile";
+    static constexpr Phrase newProfileHelp = phrase("New profile");
 
     /// `shown` is the window's profile. `profiles` must outlive the switcher.
     ProfileSwitcher(ProfileStore& profiles, const Uuid& shown, SwitchTo switchTo);

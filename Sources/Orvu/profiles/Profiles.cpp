@@ -1,5 +1,6 @@
 #include "profiles/Profiles.h"
 
+#include "foundation/text/Translation.h"
 #include "platform/StoredRecords.h"
 #include "profiles/ProfileLook.h"
 
@@ -9,7 +10,7 @@ namespace orvu {
 
 const Uuid Profile::personalID = *Uuid::parse("00000000-0000-0000-0000-00000000F00D");
 
-Profile Profile::personal() { return {personalID, "Personal", "person.fill", 10}; }
+Profile Profile::personal() { return {personalID, phrase("Personal"), "person.fill", 10}; }
 
 std::optional<Profile> Profile::decode(const JsonValue& value) {
     const auto id = value.field("id").and_then(&JsonValue::uuid);

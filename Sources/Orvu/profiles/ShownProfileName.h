@@ -1,12 +1,14 @@
 #pragma once
 
+#include "foundation/text/Translation.h"
+
 #include <string>
 #include <string_view>
 
 namespace orvu {
 
 /// What a profile without a name is called.
-inline constexpr std::string_view namelessProfile = "New profile";
+inline constexpr Phrase namelessProfile = phrase("New profile");
 
 /// Whether nothing of a name can be seen: it is empty, or white space and control characters alone.
 [[nodiscard]] bool isBlankProfileName(std::string_view name);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/text/Translation.h"
 #include "foundation/Url.h"
 
 #include <array>
@@ -14,7 +15,7 @@ struct Bang {
     struct Parsed;
 
     std::string_view key;          ///< what is typed, with its "!", in lower case
-    std::string_view name;         ///< for people
+    Phrase name;                   ///< for people
     std::string_view host;         ///< the service's bare host
     std::string_view urlTemplate;  ///< the address, with "%s" where the search goes
 

@@ -1,5 +1,6 @@
 #include "shell/BrowserWindowController.h"
 
+#include "foundation/text/Translation.h"
 #include "shell/TabCloser.h"
 
 #include <algorithm>
@@ -30,7 +31,7 @@ void BrowserWindowController::newWindow(Private isPrivate, const std::optional<P
 
     // The window's address names it in `windowWillClose`: it is known only once it is made.
     const auto self = std::make_shared<const BrowserWindow*>(nullptr);
-    auto window = makeWindow_({hidden, hidden ? "Orvu — Private" : "Orvu"},
+    auto window = makeWindow_({hidden, hidden ? phrase("Orvu — Private") : Phrase{"Orvu"}},
                               [this, self] { windowWillClose(*self); });
     *self = window.get();
     window->setContent(store);

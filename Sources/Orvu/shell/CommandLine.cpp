@@ -2,6 +2,7 @@
 
 #include "core/AddressResolution.h"
 #include "foundation/text/Text.h"
+#include "foundation/text/Translation.h"
 #include "look/text/OneLine.h"
 
 #include <system_error>
@@ -54,17 +55,18 @@ CommandLine CommandLine::parse(std::span<const std::string> arguments) {
 }
 
 std::string CommandLine::help() {
-    return "Usage: orvu [OPTION] [ADDRESS...]\n"
-           "Opens the addresses, files or searches in Orvu, a small web browser.\n"
-           "\n"
-           "  -h, --help   print this and end\n"
-           "  --version    print the version and end\n"
-           "  --           what follows is no option\n";
+    return phrase(
+        "Usage: orvu [OPTION] [ADDRESS...]\n"
+        "Opens the addresses, files or searches in Orvu, a small web browser.\n"
+        "\n"
+        "  -h, --help   print this and end\n"
+        "  --version    print the version and end\n"
+        "  --           what follows is no option\n");
 }
 
 std::string CommandLine::refusal(std::string_view argument) {
     constexpr std::size_t shownLimit = 200;  // characters
-    return "Orvu can't open “" + oneLine(argument, shownLimit) + "”.\n";
+    return tr("Orvu can't open “{1}”.", oneLine(argument, shownLimit)) + "\n";
 }
 
 std::optional<Url> urlFromArgument(std::string_view argument,

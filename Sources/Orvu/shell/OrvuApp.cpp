@@ -1,5 +1,7 @@
 #include "shell/OrvuApp.h"
 
+#include "foundation/text/Translation.h"
+
 #include <algorithm>
 #include <limits>
 #include <utility>
@@ -91,8 +93,8 @@ void AppDelegate::makeDefaultBrowser() {
 
 std::string AppDelegate::becomeDefaultBrowser() {
     return services_.platform().workspace.makeDefaultBrowser()
-               ? "Links from other programs open in Orvu now."
-               : "Your desktop kept its default browser. Its settings can change that.";
+               ? phrase("Links from other programs open in Orvu now.")
+               : phrase("Your desktop kept its default browser. Its settings can change that.");
 }
 
 void AppDelegate::importBookmarks() {
@@ -119,8 +121,8 @@ std::string AppDelegate::reasonAgainstQuitting() const {
     const auto count = std::ranges::count(services_.downloads().items(),
                                           DownloadItem::State::running, &DownloadItem::state);
     if (count == 0) return "";
-    if (count == 1) return "A download is still running. Quitting ends it.";
-    return std::to_string(count) + " downloads are still running. Quitting ends them.";
+    return trn("A download is still running. Quitting ends it.",
+               "{1} downloads are still running. Quitting ends them.", count);
 }
 
 }  // namespace orvu

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/text/Translation.h"
+
 #include <string>
 #include <string_view>
 
@@ -10,8 +12,8 @@ struct PageQuestion {
     std::string text;
     std::string_view symbol;
 
-    static constexpr std::string_view refuse = "Don't Allow";
-    static constexpr std::string_view allow = "Allow";
+    static constexpr Phrase refuse = phrase("Don't Allow");
+    static constexpr Phrase allow = phrase("Allow");
 
     friend bool operator==(const PageQuestion&, const PageQuestion&) = default;
 };
@@ -25,7 +27,7 @@ enum class PageAnswer {
 
 /// How a question names the page of a host, which may be empty.
 [[nodiscard]] inline std::string pageNamed(const std::string& host) {
-    return host.empty() ? "This page" : "“" + host + "”";
+    return host.empty() ? std::string{phrase("This page")} : tr("“{1}”", host);
 }
 
 /// So many questions can a page have dismissed before that counts as a refusal.

@@ -1,5 +1,7 @@
 #include "site/SiteInfo.h"
 
+#include "foundation/text/Translation.h"
+
 #include <algorithm>
 #include <iterator>
 
@@ -9,62 +11,65 @@ namespace {
 constexpr std::string_view lock = "lock.fill";
 constexpr std::string_view warning = "exclamationmark.triangle.fill";
 
-/// `name`, which begins with a small letter of ASCII, with a capital.
-std::string capitalized(std::string_view name) {
-    std::string result{name};
-    result.front() = static_cast<char>(result.front() - 'a' + 'A');
-    return result;
-}
-
 }  // namespace
 
 SiteBadge SiteBadge::of(SiteSecurity security) {
     switch (security) {
         case SiteSecurity::none:
-            return {"magnifyingglass", "Search"};
+            return {"magnifyingglass", phrase("Search")};
         case SiteSecurity::secure:
-            return {lock, "Site info"};
+            return {lock, phrase("Site info")};
         case SiteSecurity::insecure:
             break;
     }
-    return {warning, "Site info"};
+    return {warning, phrase("Site info")};
 }
 
 SiteInfo SiteInfo::of(SiteSecurity security) {
-    if (security == SiteSecurity::secure) return {lock, "Connection is secure"};
-    return {warning, "Connection isn't secure"};
+    if (security == SiteSecurity::secure) return {lock, phrase("Connection is secure")};
+    return {warning, phrase("Connection isn't secure")};
 }
 
 std::string_view SiteInfo::symbolOf(CaptureKind kind) {
     return kind == CaptureKind::camera ? "video" : "mic";
 }
 
-std::string SiteInfo::title(CaptureKind kind) { return capitalized(SitePermissions::name(kind)); }
+std::string_view SiteInfo::title(CaptureKind kind) {
+    return kind == CaptureKind::camera ? phrase("Camera") : phrase("Microphone");
+}
 
-std::string SiteInfo::title(SitePermissions::Choice choice) {
-    return capitalized(SitePermissions::name(choice));
+std::string_view SiteInfo::title(SitePermissions::Choice choice) {
+    switch (choice) {
+        case SitePermissions::Choice::ask:
+            return phrase("Ask");
+        case SitePermissions::Choice::allow:
+            return phrase("Allow");
+        case SitePermissions::Choice::block:
+            break;
+    }
+    return phrase("Block");
 }
 
 std::string_view SiteInfo::title(RefusedPermission permission) {
     switch (permission) {
         case RefusedPermission::location:
-            return "Location";
+            return phrase("Location");
         case RefusedPermission::notifications:
-            return "Notifications";
+            return phrase("Notifications");
         case RefusedPermission::pointerLock:
-            return "Holding the pointer";
+            return phrase("Holding the pointer");
         case RefusedPermission::deviceNames:
-            return "Names of devices";
+            return phrase("Names of devices");
         case RefusedPermission::clipboard:
-            return "Reading the clipboard";
+            return phrase("Reading the clipboard");
         case RefusedPermission::screen:
-            return "Screen";
+            return phrase("Screen");
         case RefusedPermission::protectedMedia:
-            return "Protected media";
+            return phrase("Protected media");
         case RefusedPermission::otherSitesData:
             break;
     }
-    return "Data of other sites";
+    return phrase("Data of other sites");
 }
 
 std::vector<std::string> recordsOfSite(const std::vector<std::string>& names,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/text/Translation.h"
 #include "platform/MediaCapture.h"
 #include "platform/RefusedPermission.h"
 #include "site/permissions/SitePermissions.h"
@@ -33,20 +34,20 @@ struct SiteInfo {
     std::string_view security;
 
     static constexpr std::string_view trackersSymbol = "shield.lefthalf.filled";
-    static constexpr std::string_view trackers = "Tracker protection is on";
-    static constexpr std::string_view trackersDetail =
-        "Well-known third-party trackers can't load here.";
-    static constexpr std::string_view permissions = "PERMISSIONS";
+    static constexpr Phrase trackers = phrase("Tracker protection is on");
+    static constexpr Phrase trackersDetail =
+        phrase("Well-known third-party trackers can't load here.");
+    static constexpr Phrase permissions = phrase("PERMISSIONS");
     static constexpr std::string_view refusedSymbol = "hand.raised.fill";
-    static constexpr std::string_view refused = "Not allowed by Orvu";
-    static constexpr std::string_view clear = "Clear Cookies and Site Data";
-    static constexpr std::string_view cleared = "Cleared";
+    static constexpr Phrase refused = phrase("Not allowed by Orvu");
+    static constexpr Phrase clear = phrase("Clear Cookies and Site Data");
+    static constexpr Phrase cleared = phrase("Cleared");
 
     [[nodiscard]] static SiteInfo of(SiteSecurity security);
     [[nodiscard]] static std::string_view symbolOf(CaptureKind kind);
     /// "Camera", "Ask" and so on.
-    [[nodiscard]] static std::string title(CaptureKind kind);
-    [[nodiscard]] static std::string title(SitePermissions::Choice choice);
+    [[nodiscard]] static std::string_view title(CaptureKind kind);
+    [[nodiscard]] static std::string_view title(SitePermissions::Choice choice);
     [[nodiscard]] static std::string_view title(RefusedPermission permission);
 };
 

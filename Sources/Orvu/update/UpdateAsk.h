@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/Observable.h"
+#include "foundation/text/Translation.h"
 #include "platform/MainLoop.h"
 #include "update/Updater.h"
 
@@ -19,13 +20,13 @@ public:
 
     static constexpr std::chrono::seconds wait{4};  ///< before it is shown
     static constexpr std::int64_t firstLaunch = 2;  ///< nobody is asked in an earlier one
-    static constexpr std::string_view title = "Keep Orvu up to date?";
+    static constexpr Phrase title = phrase("Keep Orvu up to date?");
     /// Shown by `platformText`.
-    static constexpr std::string_view text =
+    static constexpr Phrase text = phrase(
         "Orvu can fetch updates in the background and finish them the next time you restart. "
-        "Every update is signed by Zarvo and checked by Apple.";
-    static constexpr std::string_view automaticallyTitle = "Update automatically";
-    static constexpr std::string_view askTitle = "Ask me";
+        "Every update is signed by Zarvo and checked by Apple.");
+    static constexpr Phrase automaticallyTitle = phrase("Update automatically");
+    static constexpr Phrase askTitle = phrase("Ask me");
     static constexpr std::string_view symbol = "arrow.triangle.2.circlepath";
 
     /// Shows and hides the question by `isShown`. All must outlive this.

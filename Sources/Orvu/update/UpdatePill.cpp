@@ -1,5 +1,6 @@
 #include "update/UpdatePill.h"
 
+#include "foundation/text/Translation.h"
 #include "look/text/OneLine.h"
 
 namespace orvu {
@@ -14,19 +15,19 @@ Look UpdatePill::look() const {
     const auto& state = updater_.state.get();
     const std::string version = oneLine(state.text, Updater::longestShownVersion);
     if (state.kind == Kind::downloading) {
-        return {.kind = Look::Kind::wheel, .help = "Downloading the update…"};
+        return {.kind = Look::Kind::wheel, .help = phrase("Downloading the update…")};
     }
     if (action() == Action::download) {
         return {.kind = Look::Kind::capsule,
                 .symbol = "arrow.down.circle",
-                .label = "Update",
-                .help = "Download Orvu " + version};
+                .label = phrase("Update"),
+                .help = tr("Download Orvu {1}", version)};
     }
     if (action() == Action::restart) {
         return {.kind = Look::Kind::capsule,
                 .symbol = "arrow.up.circle.fill",
-                .label = "Restart to update",
-                .help = "Orvu " + version + " is ready",
+                .label = phrase("Restart to update"),
+                .help = tr("Orvu {1} is ready", version),
                 .pulses = true};
     }
     return {};

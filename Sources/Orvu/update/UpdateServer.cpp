@@ -1,5 +1,7 @@
 #include "update/UpdateServer.h"
 
+#include "foundation/text/Translation.h"
+
 namespace orvu {
 
 UpdateServer UpdateServer::configured() { return UpdateServer{ORVU_UPDATE_SERVER}; }
@@ -19,15 +21,15 @@ bool UpdateServer::serves(const Url& url) const {
 }
 
 std::string UpdateServer::unreachable() const {
-    return "Couldn't reach " + host_ + ". Check your connection and try again.";
+    return tr("Couldn't reach {1}. Check your connection and try again.", host_);
 }
 
 std::string UpdateServer::mismatch() const {
-    return "The download didn't match what " + host_ + " published.";
+    return tr("The download didn't match what {1} published.", host_);
 }
 
 std::string UpdateServer::unsignedCopy() const {
-    return "This copy of Orvu isn't signed for updates. Download Orvu from " + host_ + "/orvu.";
+    return tr("This copy of Orvu isn't signed for updates. Download Orvu from {1}/orvu.", host_);
 }
 
 }  // namespace orvu

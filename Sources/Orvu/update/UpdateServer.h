@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/text/Translation.h"
 #include "foundation/Url.h"
 
 #include <optional>
@@ -40,15 +41,15 @@ private:
 /// What is said where the server has no part in it.
 namespace update_words {
 
-inline constexpr std::string_view notUnpacked = "The update couldn't be unpacked.";
-inline constexpr std::string_view noApplication = "The update isn't a valid app.";
-inline constexpr std::string_view notSigned =
-    "The update isn't signed by Zarvo, so Orvu didn't install it.";
-inline constexpr std::string_view notDownloaded = "The update couldn't be downloaded. ";
-inline constexpr std::string_view notRestarted = "Orvu couldn't restart to update. ";
-inline constexpr std::string_view byItself = "Orvu checks for updates on its own.";
-inline constexpr std::string_view bySystem =
-    "Updates of Orvu come with the system's; ask the administrator of this computer.";
+inline constexpr Phrase notUnpacked = phrase("The update couldn't be unpacked.");
+inline constexpr Phrase noApplication = phrase("The update isn't a valid app.");
+inline constexpr Phrase notSigned =
+    phrase("The update isn't signed by Zarvo, so Orvu didn't install it.");
+inline constexpr Phrase notDownloaded = phrase("The update couldn't be downloaded. ");
+inline constexpr Phrase notRestarted = phrase("Orvu couldn't restart to update. ");
+inline constexpr Phrase byItself = phrase("Orvu checks for updates on its own.");
+inline constexpr Phrase bySystem =
+    phrase("Updates of Orvu come with the system's; ask the administrator of this computer.");
 
 }  // namespace update_words
 

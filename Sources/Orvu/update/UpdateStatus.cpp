@@ -1,5 +1,6 @@
 #include "update/UpdateStatus.h"
 
+#include "foundation/text/Translation.h"
 #include "look/text/OneLine.h"
 
 namespace orvu {
@@ -19,13 +20,13 @@ std::string UpdateStatus::line() const {
         case Kind::checking:
             return "…";
         case Kind::upToDate:
-            return "Orvu is up to date.";
+            return phrase("Orvu is up to date.");
         case Kind::available:
-            return "Orvu " + version + " is available.";
+            return tr("Orvu {1} is available.", version);
         case Kind::downloading:
-            return "Downloading Orvu " + version + "…";
+            return tr("Downloading Orvu {1}…", version);
         case Kind::ready:
-            return "Orvu " + version + " is ready. Restart to finish.";
+            return tr("Orvu {1} is ready. Restart to finish.", version);
         case Kind::failed:
             return state.text;
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/text/Translation.h"
 #include "update/Updater.h"
 
 #include <sigc++/sigc++.h>
@@ -12,8 +13,8 @@ namespace orvu {
 /// The row of the settings that tells how far updates are, with its one button.
 class UpdateStatus {
 public:
-    static constexpr std::string_view checkTitle = "Check Now";
-    static constexpr std::string_view restartTitle = "Restart to Update";
+    static constexpr Phrase checkTitle = phrase("Check Now");
+    static constexpr Phrase restartTitle = phrase("Restart to Update");
 
     /// `restart` asks the pages and lets the update take this copy's place. `updater` must outlive
     /// this.

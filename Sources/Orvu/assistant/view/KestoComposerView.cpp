@@ -3,6 +3,7 @@
 #include "assistant/view/KestoMentionRow.h"
 #include "assistant/view/KestoSkillRow.h"
 #include "assistant/view/KestoText.h"
+#include "foundation/text/Translation.h"
 #include "look/text/OneLine.h"
 #include "look/view/Accessible.h"
 #include "look/view/Children.h"
@@ -243,7 +244,7 @@ void KestoComposerView::refreshMentions() {
         auto* const remove = Gtk::make_managed<Gtk::Button>();
         remove->set_child(*cross);
         remove->add_css_class("kesto-chip-remove");
-        setAccessibleLabel(*remove, "Remove " + title);
+        setAccessibleLabel(*remove, tr("Remove {1}", title));
         remove->signal_clicked().connect([this, wanted = std::weak_ptr{tab}] {
             if (const auto live = wanted.lock()) panel_.removeMention(*live);
         });

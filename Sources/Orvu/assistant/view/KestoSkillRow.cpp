@@ -1,6 +1,7 @@
 #include "assistant/view/KestoSkillRow.h"
 
 #include "assistant/view/KestoText.h"
+#include "foundation/text/Translation.h"
 #include "look/text/OneLine.h"
 #include "look/view/Accessible.h"
 
@@ -65,7 +66,7 @@ void KestoSkillRow::addMenu() {
     menu_ = std::make_unique<Gtk::PopoverMenu>(model);
     menu_->set_parent(*this);
     menu_->set_has_arrow(false);
-    setAccessibleLabel(*menu_, "Menu");
+    setAccessibleLabel(*menu_, phrase("Menu"));
     const auto click = Gtk::GestureClick::create();
     click->set_button(GDK_BUTTON_SECONDARY);
     click->signal_pressed().connect([this](int, double, double) { openMenu(); });

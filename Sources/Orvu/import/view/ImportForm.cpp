@@ -5,6 +5,7 @@
 #include "look/view/Accessible.h"
 #include "look/view/Children.h"
 #include "look/view/CssClass.h"
+#include "look/view/Ellipsis.h"
 #include "look/view/Keyboard.h"
 #include "look/view/SymbolImage.h"
 
@@ -234,8 +235,7 @@ void ImportForm::refresh() {
     file_.set_sensitive(!import_->working());
     run_.set_label(import_->runTitle());
     if (auto* const label = dynamic_cast<Gtk::Label*>(run_.get_child())) {
-        label->set_ellipsize(Pango::EllipsizeMode::END);
-        label->set_max_width_chars(longestTitle);
+        limitLength(*label, longestTitle);
     }
     run_.set_sensitive(import_->canRun());
 }

@@ -1,5 +1,7 @@
 #include "library/onboarding/OnboardingView.h"
 
+#include "foundation/text/Translation.h"
+
 #include <cstddef>
 #include <utility>
 
@@ -22,7 +24,7 @@ std::array<OnboardingView::Mark, 3> OnboardingView::marks() const {
 }
 
 std::string_view OnboardingView::mainTitle() const {
-    return step.get() == finish ? "Start browsing" : "Continue";
+    return step.get() == finish ? phrase("Start browsing") : phrase("Continue");
 }
 
 void OnboardingView::back() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/Observable.h"
+#include "foundation/text/Translation.h"
 #include "import/ImportWindow.h"
 #include "look/Desk.h"
 #include "look/drawing/Paint.h"
@@ -18,7 +19,7 @@ namespace orvu {
 /// to become the default browser. All texts are those of `platformText`'s source.
 class OnboardingView {
 public:
-    static constexpr std::string_view title = "Welcome to Orvu";
+    static constexpr Phrase title = phrase("Welcome to Orvu");
     static constexpr int width = 620;   ///< points
     static constexpr int height = 500;  ///< points
 
@@ -29,34 +30,33 @@ public:
 
     /// The texts of a step; empty where it has none.
     struct Texts {
-        std::string_view heading;
-        std::string_view line;
-        std::string_view text;
-        std::string_view button;
-        std::string_view caption;
+        Phrase heading;
+        Phrase line;
+        Phrase text;
+        Phrase button;
+        Phrase caption;
     };
     static constexpr std::array<Texts, 3> texts{{
-        {"orvu", "",
-         "A Mac browser where the address hangs from the top edge, and Kesto answers questions "
-         "about "
-         "the page on your Mac.",
-         "", ""},
-        {"Bring your web with you", "Nothing leaves this Mac.",
-         "Orvu can bring bookmarks and recent history from Chrome, Arc, Dia, Brave, Edge, Firefox "
-         "or "
-         "Safari.",
-         "Choose a Browser…", "You can do this later from File › Import from Another Browser…"},
-        {"Make Orvu your browser", "",
-         "Links from Mail, Messages and other apps will open in Orvu. macOS will ask you to "
-         "confirm.",
-         "Make Orvu Your Default Browser", ""},
+        {Phrase{"orvu"}, Phrase{},
+         phrase("A Mac browser where the address hangs from the top edge, and Kesto answers "
+                "questions about the page on your Mac."),
+         Phrase{}, Phrase{}},
+        {phrase("Bring your web with you"), phrase("Nothing leaves this Mac."),
+         phrase("Orvu can bring bookmarks and recent history from Chrome, Arc, Dia, Brave, Edge, "
+                "Firefox or Safari."),
+         phrase("Choose a Browser…"),
+         phrase("You can do this later from File › Import from Another Browser…")},
+        {phrase("Make Orvu your browser"), Phrase{},
+         phrase("Links from Mail, Messages and other apps will open in Orvu. macOS will ask you to "
+                "confirm."),
+         phrase("Make Orvu Your Default Browser"), Phrase{}},
     }};
     static constexpr int markFrame = 132;       ///< of the program's mark in the welcome, in points
     static constexpr int nameSize = 60;         ///< of the welcome's heading, in points
     static constexpr int welcomeTextSize = 15;  ///< points
     static constexpr int welcomeTextWidth = 420;  ///< points at most
 
-    static constexpr std::string_view backTitle = "Back";
+    static constexpr Phrase backTitle = phrase("Back");
 
     /// One of the dots that tell how far the person is.
     struct Mark {

@@ -1,6 +1,7 @@
 #include "look/text/PlatformText.h"
 
 #include "foundation/text/Text.h"
+#include "foundation/text/Translation.h"
 
 #include <array>
 #include <bitset>
@@ -9,17 +10,25 @@
 namespace orvu {
 namespace {
 
-struct KeySign {
+struct Modifier {
     std::string_view sign;
-    std::string_view name;
+    Phrase name;
+};
+
+/// What the program's texts say, and what is said here instead.
+struct Word {
+    std::string_view told;
+    std::string_view shown;
 };
 
 /// The signs of modifier keys, in the order in which this desktop names them. The control sign
 /// beside a digit means a profile, which has the Alt key here.
-constexpr std::array<KeySign, 4> modifiers{
-    {{"⌘", "Ctrl+"}, {"⌥", "Alt+"}, {"⌃", "Alt+"}, {"⇧", "Shift+"}}};
+constexpr std::array<Modifier, 4> modifiers{{{"⌘", phrase("Ctrl+")},
+                                             {"⌥", phrase("Alt+")},
+                                             {"⌃", phrase("Alt+")},
+                                             {"⇧", phrase("Shift+")}}};
 
-constexpr std::array<KeySign, 20> words{
+constexpr std::array<Word, 19> words{
     {{" and checked by Apple", ""},
      {"A Mac browser", "A desktop browser"},
      {"Apple’s on-device model", "a model that runs here"},
@@ -41,8 +50,7 @@ constexpr std::array<KeySign, 20> words{
      {"in Finder", "in Files"},
      {"This Mac", "This computer"},
      {"this Mac", "this computer"},
-     {"your Mac", "your computer"},
-     {"⎋", "Esc"}}};
+     {"your Mac", "your computer"}}};
 
 /// The number of the modifier whose sign stands at the head of `text`, or -1.
 int modifierAt(std::string_view text) {
@@ -76,8 +84,8 @@ std::string platformText(std::string_view text) {
         text.remove_prefix(1);
     }
     nameHeld();
-    for (const auto& [sign, name] : words) result = replacingAll(result, sign, name);
-    return result;
+    for (const auto& [told, shown] : words) result = replacingAll(result, told, shown);
+    return replacingAll(result, "⎋", phrase("Esc"));
 }
 
 }  // namespace orvu

@@ -1,5 +1,7 @@
 #include "look/view/Accessible.h"
 
+#include "foundation/text/Translation.h"
+
 #include <gtkmm/scrollbar.h>
 
 namespace orvu {
@@ -39,7 +41,8 @@ void hideFromAccessibility(Gtk::Widget& widget) {
 void nameScrollBars(Gtk::Widget& within) {
     if (const auto* const bar = dynamic_cast<Gtk::Scrollbar*>(&within)) {
         const bool sideways = bar->get_orientation() == Gtk::Orientation::HORIZONTAL;
-        setAccessibleLabel(within, sideways ? "Scroll sideways" : "Scroll up and down");
+        setAccessibleLabel(within,
+                           sideways ? phrase("Scroll sideways") : phrase("Scroll up and down"));
         return;
     }
     for (Gtk::Widget* child = within.get_first_child(); child; child = child->get_next_sibling()) {

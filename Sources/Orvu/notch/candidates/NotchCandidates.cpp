@@ -2,6 +2,7 @@
 
 #include "foundation/text/FoldedText.h"
 #include "foundation/text/Text.h"
+#include "foundation/text/Translation.h"
 #include "notch/candidates/NotchSnapshot.h"
 #include "search/SiteText.h"
 
@@ -156,8 +157,9 @@ void NotchCandidates::listSearches(const Given& given) {
         const bool begins = !given.isBlank() && folded.beginsWith(given.searched.text);
         const auto typed = firstCharacters(text, begins ? characterCount(given.searched.lower) : 0);
         const bool isRecent = sign == NotchEntry::Sign::recent;
-        entries_.push_back({(isRecent ? "r" : "p") + text, "Searches", sign, std::string{typed},
-                            text.substr(typed.size()), "", isRecent ? "Searched before" : "",
+        entries_.push_back({(isRecent ? "r" : "p") + text, phrase("Searches"), sign,
+                            std::string{typed}, text.substr(typed.size()), "",
+                            isRecent ? phrase("Searched before") : Phrase{},
                             SearchFor{prefix_ + text}});
     };
     for (const auto& search : given.recent) append(search, NotchEntry::Sign::recent);
@@ -182,8 +184,8 @@ void NotchCandidates::listTabs(const Given& given) {
         const auto& [id, title, url] = snapshot.tabs().at(row);
         if (id == snapshot.currentTab()) return true;
         const std::string site = url ? siteName(*url) : "";
-        entries_.push_back({"t" + id.string(), "Open tabs", NotchEntry::SiteIcon{site}, "", title,
-                            site, "Switch to tab", SwitchToTab{id}});
+        entries_.push_back({"t" + id.string(), phrase("Open tabs"), NotchEntry::SiteIcon{site}, "",
+                            title, site, phrase("Switch to tab"), SwitchToTab{id}});
         return --left > 0;
     });
 }
@@ -193,8 +195,8 @@ void NotchCandidates::listBookmarks(const Given& given) {
     const auto append = [&](std::size_t row) {
         const auto& [id, url, title, date] = given.snapshot.bookmarks().at(row);
         const std::string host = hostOf(url);
-        entries_.push_back({"b" + id.string(), "Bookmarks", NotchEntry::SiteIcon{host}, "", title,
-                            host, "Bookmark", LoadAddress{url}});
+        entries_.push_back({"b" + id.string(), phrase("Bookmarks"), NotchEntry::SiteIcon{host}, "",
+                            title, host, phrase("Bookmark"), LoadAddress{url}});
         return --left > 0;
     };
     given.snapshot.bookmarkRows().search(given.rowQuery(), TitledRows::Order::forward, append);
@@ -206,7 +208,7 @@ void NotchCandidates::listHistory(const Given& given) {
         const Visit& visit = given.snapshot.visits().at(row);
         if (std::ranges::find(shown, visit.url, &Visit::url) != shown.end()) return true;
         shown.push_back(&visit);
-        listVisit(visit, "History", given.question);
+        listVisit(visit, phrase("History"), given.question);
         return shown.size() < visitsShown;
     };
     given.snapshot.visitRows().search(given.rowQuery(), TitledRows::Order::backward, append);
@@ -214,7 +216,7 @@ void NotchCandidates::listHistory(const Given& given) {
 
 void NotchCandidates::listToday(const Given& given) {
     for (const auto& visit : given.snapshot.latestOfToday()) {
-        listVisit(visit, "Earlier today", given.question);
+        listVisit(visit, phrase("Earlier today"), given.question);
     }
 }
 
@@ -228,7 +230,7 @@ void NotchCandidates::listVisit(const Visit& visit, std::string_view section,
 
 void NotchCandidates::decidePrimaryRow(const Given& given) {
     const std::string_view typed = given.typed;
-    askTitle_ = joined({"Ask Kesto “", typed, "”"});
+    askTitle_ = tr("Ask Kesto “{1}”", typed);
     const auto address = topHit_ ? Url::parse("https://" + *topHit_) : std::nullopt;
     if (address) {
         primaryAction_ = LoadAddress{*address};
@@ -236,21 +238,21 @@ void NotchCandidates::decidePrimaryRow(const Given& given) {
         primaryAction_ = SearchFor{given.question.query};
     }
     if (topHit_) {
-        primaryTitle_ = "Go to " + *topHit_;
-        primarySubtitle_ = "You've been here before";
+        primaryTitle_ = tr("Go to {1}", *topHit_);
+        primarySubtitle_ = phrase("You've been here before");
         primaryHost_ = *topHit_;
     } else if (bang_) {
         const auto& [bang, query] = *bang_;
-        primaryTitle_ = joined({"Search ", bang.name, " for “", query, "”"});
+        primaryTitle_ = tr("Search {1} for “{2}”", bang.name, query);
         primarySubtitle_ = bang.host;
         primaryHost_ = bang.host;
     } else if (looksLikeSite(typed)) {
-        primaryTitle_ = joined({"Go to ", typed});
-        primarySubtitle_ = "Open the site";
+        primaryTitle_ = tr("Go to {1}", typed);
+        primarySubtitle_ = phrase("Open the site");
     } else {
         const auto& engine = Prefs::facts(given.question.engine);
-        primaryTitle_ = joined({"Search “", typed, "”"});
-        primarySubtitle_ = joined({engine.shownName, " Search"});
+        primaryTitle_ = tr("Search “{1}”", typed);
+        primarySubtitle_ = tr("{1} Search", engine.shownName);
         primaryHost_ = engine.site;
     }
 }
@@ -263,11 +265,11 @@ void NotchCandidates::makeFooter(const Given& given) {
     for (const std::string_view key : {"!w", "!yt", "!m", "!gh"}) {
         const auto bang = std::ranges::find(Bang::all, key, &Bang::key);
         if (bang == Bang::all.end()) continue;
-        footer.chips.push_back({*bang, joined({"Search ", bang->name, " (type ", key, " first)"})});
+        footer.chips.push_back({*bang, tr("Search {1} (type {2} first)", bang->name, key)});
     }
     const auto engine = Prefs::facts(question.engine).shownName;
-    footer.note =
-        question.suggestionsOn ? joined({"Suggestions from ", engine}) : "Suggestions are off";
+    footer.note = question.suggestionsOn ? tr("Suggestions from {1}", engine)
+                                         : std::string{phrase("Suggestions are off")};
     footer_ = std::move(footer);
 }
 

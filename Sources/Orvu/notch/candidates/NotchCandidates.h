@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/Date.h"
+#include "foundation/text/Translation.h"
 #include "notch/candidates/NotchEntry.h"
 #include "profiles/Preferences.h"
 #include "search/Bang.h"
@@ -51,7 +52,7 @@ struct NotchFooter {
 /// sources and are cut by fixed caps.
 class NotchCandidates {
 public:
-    static constexpr std::string_view askSubtitle = "Answer from your tabs, on this Mac";
+    static constexpr Phrase askSubtitle = phrase("Answer from your tabs, on this Mac");
     /// Stands in the primary row where it has no host.
     static constexpr std::string_view primarySymbol = "globe";
 

@@ -1,5 +1,6 @@
 #include "notch/view/NotchCommandBar.h"
 
+#include "foundation/text/Translation.h"
 #include "look/text/OneLine.h"
 #include "look/text/PlatformText.h"
 #include "look/view/Accessible.h"
@@ -92,7 +93,7 @@ void NotchCommandBar::addChoices() {
 
 void NotchCommandBar::addList() {
     list_.property_accessible_role() = Gtk::Accessible::Role::LIST;
-    setAccessibleLabel(list_, "Suggestions");
+    setAccessibleLabel(list_, phrase("Suggestions"));
     // As long as the list is short by construction, only a low window makes it scroll.
     scroll_.set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
     scroll_.set_propagate_natural_height(true);

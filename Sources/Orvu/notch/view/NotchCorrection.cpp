@@ -1,5 +1,6 @@
 #include "notch/view/NotchCorrection.h"
 
+#include "foundation/text/Translation.h"
 #include "look/text/OneLine.h"
 #include "look/view/Accessible.h"
 #include "notch/view/Entrance.h"
@@ -10,8 +11,14 @@ namespace orvu {
 namespace {
 
 constexpr std::size_t textLimit = 120;
-constexpr auto before = "Did you mean ";
-constexpr auto behind = " — press to use it";
+constexpr Phrase offer = phrase("Did you mean {1} — press to use it");
+
+/// The offer with the text marked in it, and what comes behind paler.
+std::string markedOffer(const std::string& text) {
+    const std::string marked = "</span><span weight='semibold' underline='single'>" +
+                               Glib::Markup::escape_text(text).raw() + "</span><span alpha='60%'>";
+    return "<span>" + filled(Glib::Markup::escape_text(offer.c_str()).raw(), {marked}) + "</span>";
+}
 
 }  // namespace
 
@@ -39,10 +46,8 @@ void NotchCorrection::show(const std::optional<std::string>& correction) {
     if (*correction != shown_ || text_.get_text().empty()) {
         shown_ = *correction;
         const std::string text = oneLine(shown_, textLimit);
-        text_.set_markup(before + std::string{"<span weight='semibold' underline='single'>"} +
-                         Glib::Markup::escape_text(text).raw() + "</span><span alpha='60%'>" +
-                         behind + "</span>");
-        setAccessibleLabel(button_, before + text + behind);
+        text_.set_markup(markedOffer(text));
+        setAccessibleLabel(button_, filled(offer, {text}));
     }
     set_visible(true);
     entrance_.animateTo(1);

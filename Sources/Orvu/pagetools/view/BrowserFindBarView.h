@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/text/Translation.h"
 #include "pagetools/BrowserFindBar.h"
 #include "look/controls/view/BrowserChromeButton.h"
 
@@ -33,9 +34,9 @@ private:
     Gtk::Image lens_;
     Gtk::Entry field_;
     Gtk::Label status_;
-    BrowserChromeButton previous_{"chevron.up", "Previous match"};
-    BrowserChromeButton next_{"chevron.down", "Next match"};
-    BrowserChromeButton end_{"xmark", "Close find"};
+    BrowserChromeButton previous_{"chevron.up", phrase("Previous match")};
+    BrowserChromeButton next_{"chevron.down", phrase("Next match")};
+    BrowserChromeButton end_{"xmark", phrase("Close find")};
 };
 
 }  // namespace orvu

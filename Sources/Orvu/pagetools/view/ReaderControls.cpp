@@ -1,5 +1,6 @@
 #include "pagetools/view/ReaderControls.h"
 
+#include "foundation/text/Translation.h"
 #include "look/view/Accessible.h"
 #include "look/view/CssClass.h"
 #include "look/view/SymbolImage.h"
@@ -15,8 +16,8 @@ ReaderControls::ReaderControls(ReaderLook& look, std::function<void()> close)
     set_valign(Gtk::Align::END);
     controls_.add_css_class("reader-controls");
     controls_.set_visible(false);
-    addSizeButton(smaller_, "Smaller text", "reader-smaller");
-    addSizeButton(larger_, "Larger text", "reader-larger");
+    addSizeButton(smaller_, phrase("Smaller text"), "reader-smaller");
+    addSizeButton(larger_, phrase("Larger text"), "reader-larger");
     smaller_.signal_clicked().connect([this] { look_.smaller(); });
     larger_.signal_clicked().connect([this] { look_.larger(); });
     addThemeButtons();
@@ -41,7 +42,7 @@ void ReaderControls::addThemeButtons() {
         button.add_css_class("reader-swatch");
         button.add_css_class("reader-swatch-" + name);
         button.set_valign(Gtk::Align::CENTER);
-        setAccessibleLabel(button, name + " theme");
+        setAccessibleLabel(button, facts.label);
         button.signal_clicked().connect([this, theme = facts.theme] { look_.setTheme(theme); });
         controls_.append(button);
     }
@@ -49,9 +50,9 @@ void ReaderControls::addThemeButtons() {
 
 void ReaderControls::addOpener() {
     opener_.add_css_class("reader-opener");
-    setAccessibleLabel(opener_, "Text size and theme");
+    setAccessibleLabel(opener_, phrase("Text size and theme"));
     setAccessibleExpanded(opener_, false);
-    opener_.set_tooltip_text("Text size and theme");
+    opener_.set_tooltip_text(phrase("Text size and theme").c_str());
     opener_.signal_clicked().connect(sigc::mem_fun(*this, &ReaderControls::toggleControls));
     append(opener_);
 }

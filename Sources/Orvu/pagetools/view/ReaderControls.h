@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/text/Translation.h"
 #include "pagetools/ReaderLook.h"
 
 #include <gtkmm/box.h>
@@ -39,7 +40,7 @@ private:
     Gtk::Button exit_;
     Gtk::Box exitContent_;
     Gtk::Image book_;
-    Gtk::Label exitLabel_{"Exit Reader"};
+    Gtk::Label exitLabel_{phrase("Exit Reader").c_str()};
 };
 
 }  // namespace orvu

@@ -2,6 +2,7 @@
 
 #include "foundation/json/Json.h"
 #include "foundation/text/Text.h"
+#include "foundation/text/Translation.h"
 
 #include <algorithm>
 #include <initializer_list>
@@ -41,46 +42,46 @@ std::string messageOf(std::string_view body) {
 std::string sentence(const ModelError& error) {
     switch (error.failure) {
         case ModelFailure::unreachable:
-            return "The model server doesn't answer any more.";
+            return phrase("The model server doesn't answer any more.");
         case ModelFailure::anotherPerson:
-            return "The model server belongs to another person of this computer.";
+            return phrase("The model server belongs to another person of this computer.");
         case ModelFailure::unknownOwner:
-            return "Orvu can't tell whose model server this is, so it tells it nothing.";
+            return phrase("Orvu can't tell whose model server this is, so it tells it nothing.");
         case ModelFailure::silent:
-            return "The model said nothing for too long.";
+            return phrase("The model said nothing for too long.");
         case ModelFailure::slow:
-            return "The model took too long to answer.";
+            return phrase("The model took too long to answer.");
         case ModelFailure::hungUp:
-            return "The model server hung up without an answer.";
+            return phrase("The model server hung up without an answer.");
         case ModelFailure::brokeOff:
-            return "The model stopped in the middle of its answer.";
+            return phrase("The model stopped in the middle of its answer.");
         case ModelFailure::unreadable:
-            return "The model server's answer can't be read.";
+            return phrase("The model server's answer can't be read.");
         case ModelFailure::tooLong:
-            return "The model's answer is too long.";
+            return phrase("The model's answer is too long.");
         case ModelFailure::blank:
-            return "The model gave no answer.";
+            return phrase("The model gave no answer.");
         case ModelFailure::contextTooSmall:
-            return "The question and its pages are too long for this model.";
+            return phrase("The question and its pages are too long for this model.");
         case ModelFailure::modelGone:
-            return "The model isn't on its server any more.";
+            return phrase("The model isn't on its server any more.");
         case ModelFailure::loading:
-            return "The model is still loading; try again in a bit.";
+            return phrase("The model is still loading; try again in a bit.");
         case ModelFailure::locked:
-            return "The model server asks for a key, which Orvu doesn't have.";
+            return phrase("The model server asks for a key, which Orvu doesn't have.");
         case ModelFailure::refused:
             break;
     }
-    if (error.detail.empty()) return "The model server reports an error.";
-    return "The model server reports an error: “" + error.detail + "”.";
+    if (error.detail.empty()) return phrase("The model server reports an error.");
+    return tr("The model server reports an error: “{1}”.", error.detail);
 }
 
 std::string sentence(UnavailableReason reason) {
     switch (reason) {
         case UnavailableReason::noServer:
-            return "There is no model server on this computer.";
+            return phrase("There is no model server on this computer.");
         case UnavailableReason::noModel:
-            return "The model server on this computer has no model that can answer.";
+            return phrase("The model server on this computer has no model that can answer.");
         case UnavailableReason::othersServer:
             return sentence(ModelError{ModelFailure::anotherPerson});
         case UnavailableReason::serverIsLoading:

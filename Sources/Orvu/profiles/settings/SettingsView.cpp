@@ -1,5 +1,7 @@
 #include "profiles/settings/SettingsView.h"
 
+#include "foundation/text/Translation.h"
+
 #include <optional>
 #include <utility>
 
@@ -21,45 +23,49 @@ std::vector<SettingsView::Section> SettingsView::sections() {
 
 SettingsView::Section SettingsView::general() {
     Settings& settings = services_.settings();
-    return {"General",
-            {Button{"Default browser", "Make Orvu Your Default Browser", makeDefault_},
-             Switch{"Reopen your tabs when Orvu starts", &settings.restoreTabs},
-             Button{"Bookmarks and history", "Import from Another Browser…",
-                    [this] { import_.show(std::nullopt); }}}};
+    return {
+        phrase("General"),
+        {Button{phrase("Default browser"), phrase("Make Orvu Your Default Browser"), makeDefault_},
+         Switch{phrase("Reopen your tabs when Orvu starts"), &settings.restoreTabs},
+         Button{phrase("Bookmarks and history"), phrase("Import from Another Browser…"),
+                [this] { import_.show(std::nullopt); }}}};
 }
 
 /// A copy that others keep current has nothing to switch, and one without a server no notes.
 SettingsView::Section SettingsView::updates() {
-    Section section{"Updates",
-                    {Switch{"Update Orvu automatically", &services_.settings().autoUpdate,
+    Section section{phrase("Updates"),
+                    {Switch{phrase("Update Orvu automatically"), &services_.settings().autoUpdate,
                             updater_.updatesItself()},
                      Status{&updateStatus_}}};
     if (const auto notes = updater_.whatsNew()) {
-        section.rows.emplace_back(Button{
-            "", "What's New", [this, notes] { services_.platform().workspace.open(*notes); }});
+        section.rows.emplace_back(Button{"", phrase("What's New"), [this, notes] {
+                                             services_.platform().workspace.open(*notes);
+                                         }});
     }
     return section;
 }
 
 SettingsView::Section SettingsView::search() {
     Settings& settings = services_.settings();
-    return {"Search",
-            {EnginePicker{"Search engine", &settings.searchEngine},
-             Switch{"Show search suggestions as you type", &settings.searchSuggestions},
-             Caption{"What you type goes to your search engine to suggest searches. Never from "
-                     "private windows."},
-             Switch{"Kesto answers beside search results", &settings.searchAnswers},
-             Caption{"Type !w, !yt, !m, !d, !gh or !i before a search to send it somewhere "
-                     "else."}}};
+    return {
+        phrase("Search"),
+        {EnginePicker{phrase("Search engine"), &settings.searchEngine},
+         Switch{phrase("Show search suggestions as you type"), &settings.searchSuggestions},
+         Caption{phrase("What you type goes to your search engine to suggest searches. Never from "
+                        "private windows.")},
+         Switch{phrase("Kesto answers beside search results"), &settings.searchAnswers},
+         Caption{phrase("Type !w, !yt, !m, !d, !gh or !i before a search to send it somewhere "
+                        "else.")}}};
 }
 
 SettingsView::Section SettingsView::privacy() {
     Settings& settings = services_.settings();
-    Section section{"Privacy",
-                    {Switch{"Block well-known trackers", &settings.blockTrackers},
-                     Caption{"Applies to windows you open after changing it."},
-                     Button{"", "Clear History…", [this] { clearHistory(); }},
-                     Button{"", "Clear All Website Data…", [this] { clearWebsiteData(); }}}};
+    Section section{
+        phrase("Privacy"),
+        {Switch{phrase("Block well-known trackers"), &settings.blockTrackers},
+         Caption{phrase("Applies to windows you open after changing it.")},
+         Button{"", phrase("Clear History…"), [this] { clearHistory(); }},
+         Button{"", phrase("Clear All Website Data…"), [this] { clearWebsiteData(); }}}};
     if (!cleared_.empty()) section.rows.emplace_back(Caption{cleared_});
     return section;
 }
@@ -67,22 +73,23 @@ SettingsView::Section SettingsView::privacy() {
 SettingsView::Section SettingsView::kesto() {
     Section section{
         "Kesto",
-        {Switch{"Let Kesto read pages when you ask", &services_.settings().kestoReadsPages},
-         Caption{"Answers are worked out on this Mac with Apple’s on-device model. "
-                 "Private windows never share pages."}}};
+        {Switch{phrase("Let Kesto read pages when you ask"), &services_.settings().kestoReadsPages},
+         Caption{phrase("Answers are worked out on this Mac with Apple’s on-device model. "
+                        "Private windows never share pages.")}}};
     for (const KestoSkill& each : skills_.custom()) {
         section.rows.emplace_back(
             Skill{"/" + each.name, each.instruction, [this, each] { skills_.remove(each); }});
     }
     if (skills_.custom().empty()) {
-        section.rows.emplace_back(
-            Caption{"Your skills appear here. Type / in the Kesto panel and choose New skill."});
+        section.rows.emplace_back(Caption{
+            phrase("Your skills appear here. Type / in the Kesto panel and choose New skill.")});
     }
     return section;
 }
 
 SettingsView::Section SettingsView::tabs() {
-    return {"Tabs", {Switch{"Narrow tab column in new windows", &services_.settings().narrowTabs}}};
+    return {phrase("Tabs"),
+            {Switch{phrase("Narrow tab column in new windows"), &services_.settings().narrowTabs}}};
 }
 
 /// The stores of open windows clear theirs, of whatever profile. What is stored of the personal
@@ -90,7 +97,7 @@ SettingsView::Section SettingsView::tabs() {
 void SettingsView::clearHistory() {
     services_.notifications().post(Prefs::clearHistory);
     services_.platform().defaults.remove(SettingsKeys::browserVisits.name);
-    tellCleared("History cleared");
+    tellCleared(phrase("History cleared"));
 }
 
 void SettingsView::clearWebsiteData() {
@@ -103,7 +110,7 @@ Task<void> SettingsView::removeWebsiteData() {
     auto& engine = services_.platform().engine;
     auto removal = engine.clearDataStore(WebsiteDataStore::defaultDataStore());
     co_await removal;
-    tellCleared("Cookies and website data cleared");
+    tellCleared(phrase("Cookies and website data cleared"));
 }
 
 void SettingsView::tellCleared(std::string_view what) {

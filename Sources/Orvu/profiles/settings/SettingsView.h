@@ -3,6 +3,7 @@
 #include "assistant/SkillStore.h"
 #include "core/AppServices.h"
 #include "foundation/async/TaskScope.h"
+#include "foundation/text/Translation.h"
 #include "import/ImportWindow.h"
 #include "profiles/settings/SettingsWindow.h"
 #include "profiles/Settings.h"
@@ -22,7 +23,7 @@ namespace orvu {
 /// All of its texts are those of `platformText`'s source.
 class SettingsView : public sigc::trackable {
 public:
-    static constexpr std::string_view title = "Orvu Settings";
+    static constexpr Phrase title = phrase("Orvu Settings");
     static constexpr int width = 520;   ///< points
     static constexpr int height = 560;  ///< points
 
@@ -52,7 +53,7 @@ public:
     };
     /// A skill of the person's own, with a button that removes it.
     struct Skill {
-        static constexpr std::string_view removeTitle = "Delete";
+        static constexpr Phrase removeTitle = phrase("Delete");
 
         std::string name;  ///< with its slash
         std::string instruction;

@@ -2,6 +2,7 @@
 
 #include "core/BrowserStore.h"
 #include "foundation/text/Text.h"
+#include "foundation/text/Translation.h"
 #include "platform/Within.h"
 #include "search/answers/PageReduction.h"
 
@@ -183,7 +184,7 @@ Task<void> SearchAnswer::read(std::weak_ptr<BrowserTab> tab, std::string query) 
     const auto listing = addressOf(tab);
     publish(found);
     if (found.empty()) {
-        set({Phase::Kind::failed, "Kesto couldn't find results on this page."});
+        set({Phase::Kind::failed, phrase("Kesto couldn't find results on this page.")});
         co_return;
     }
     if (auto reason = kesto_.unavailableReason()) {
@@ -250,7 +251,7 @@ Task<void> SearchAnswer::think(std::string question) {
     set({Phase::Kind::thinking, {}});
     const ModelResponse said = co_await response;
     if (!said.succeeded) {
-        set({Phase::Kind::failed, "Kesto couldn't answer that. " + said.text});
+        set({Phase::Kind::failed, tr("Kesto couldn't answer that. {1}", said.text)});
         co_return;
     }
     Reply taken = reply(said.text);

@@ -1,6 +1,7 @@
 #include "search/answers/SearchAnswerCard.h"
 
 #include "foundation/text/Text.h"
+#include "foundation/text/Translation.h"
 
 #include <algorithm>
 #include <charconv>
@@ -41,19 +42,19 @@ bool SearchAnswerCard::isThinking(const SearchAnswer::Phase& phase) {
 }
 
 std::string SearchAnswerCard::status(const SearchAnswer::Phase& phase, std::size_t sources) {
-    const auto read = std::to_string(std::min(sources, SearchAnswer::handedLimit));
+    const auto read = std::min(sources, SearchAnswer::handedLimit);
     switch (phase.kind) {
         case Kind::reading:
-            return "Reading the top results…";
+            return phrase("Reading the top results…");
         case Kind::thinking:
-            return "Read " + read + " results · on this Mac";
+            return trn("Read {1} results · on this Mac", "Read {1} results · on this Mac", read);
         case Kind::done:
-            return "From " + read + " results · on this Mac";
+            return trn("From {1} results · on this Mac", "From {1} results · on this Mac", read);
         case Kind::unavailable:
         case Kind::failed:
             break;
     }
-    return "Top results";
+    return phrase("Top results");
 }
 
 std::vector<SearchAnswerCard::Run> SearchAnswerCard::cited(std::string_view answer) {

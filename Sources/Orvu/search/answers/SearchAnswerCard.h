@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/text/Translation.h"
 #include "search/answers/SearchAnswer.h"
 
 #include <cstddef>
@@ -14,8 +15,8 @@ namespace orvu {
 struct SearchAnswerCard {
     static constexpr std::size_t sourcesLimit = 5;  ///< sources that are listed
     static constexpr std::string_view name = "Kesto";
-    static constexpr std::string_view closeHelp = "Hide answer";
-    static constexpr std::string_view askNext = "ASK NEXT";
+    static constexpr Phrase closeHelp = phrase("Hide answer");
+    static constexpr Phrase askNext = phrase("ASK NEXT");
 
     /// A piece of the answer.
     struct Run {

@@ -1,5 +1,7 @@
 #include "search/answers/SearchStrip.h"
 
+#include "foundation/text/Translation.h"
+
 #include <algorithm>
 #include <ranges>
 
@@ -60,7 +62,7 @@ std::vector<SearchStrip::Link> SearchStrip::engines() const {
         if (!url) continue;
         const std::string name{each.shownName};
         links.push_back({.name = name,
-                         .help = "Search " + name,
+                         .help = tr("Search {1}", name),
                          .url = std::move(*url),
                          .iconHost = std::string{each.site}});
     }
@@ -72,7 +74,7 @@ std::vector<SearchStrip::Link> SearchStrip::sites() const {
     for (const std::string_view key : {"!w", "!yt"}) {
         auto link = bangLink(key, query);
         if (!link) continue;
-        link->help = "Search " + link->name;
+        link->help = tr("Search {1}", link->name);
         links.push_back(std::move(*link));
     }
     return links;

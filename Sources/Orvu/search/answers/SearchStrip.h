@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/text/Translation.h"
 #include "profiles/Preferences.h"
 #include "search/Bang.h"
 
@@ -19,7 +20,7 @@ struct SearchStrip {
             std::string_view name;
             std::string_view value;
         };
-        std::string_view name;  ///< for people
+        Phrase name;  ///< for people
         std::optional<Item>
             item;  ///< what makes a search of this kind; nothing for the ordinary one
     };
@@ -34,14 +35,15 @@ struct SearchStrip {
         friend bool operator==(const Link&, const Link&) = default;
     };
 
-    static constexpr std::array<Vertical, 5> verticals{{{"All", std::nullopt},
-                                                        {"Images", Vertical::Item{"udm", "2"}},
-                                                        {"Videos", Vertical::Item{"tbm", "vid"}},
-                                                        {"News", Vertical::Item{"tbm", "nws"}},
-                                                        {"Shopping", Vertical::Item{"udm", "28"}}}};
-    static constexpr std::string_view sameSearch = "Same search on";
-    static constexpr std::string_view answerTitle = "Answer";
-    static constexpr std::string_view answerHelp = "Show Kesto's answer";
+    static constexpr std::array<Vertical, 5> verticals{
+        {{phrase("All"), std::nullopt},
+         {phrase("Images"), Vertical::Item{"udm", "2"}},
+         {phrase("Videos"), Vertical::Item{"tbm", "vid"}},
+         {phrase("News"), Vertical::Item{"tbm", "nws"}},
+         {phrase("Shopping"), Vertical::Item{"udm", "28"}}}};
+    static constexpr Phrase sameSearch = phrase("Same search on");
+    static constexpr Phrase answerTitle = phrase("Answer");
+    static constexpr Phrase answerHelp = phrase("Show Kesto's answer");
 
     /// The name of the kind of search that a page of results shows.
     [[nodiscard]] static std::string_view current(const std::optional<Url>& page);

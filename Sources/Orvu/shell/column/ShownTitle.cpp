@@ -1,5 +1,6 @@
 #include "shell/column/ShownTitle.h"
 
+#include "foundation/text/Translation.h"
 #include "look/text/OneLine.h"
 
 namespace orvu {
@@ -13,7 +14,7 @@ constexpr std::size_t titleLimit = 300;
 std::string shownTitle(const BrowserTab& tab) {
     std::string title = oneLine(tab.title(), titleLimit);
     if (title.empty() && tab.url()) title = oneLine(siteName(*tab.url()), titleLimit);
-    return title.empty() ? "New tab" : title;
+    return title.empty() ? std::string{phrase("New tab")} : title;
 }
 
 }  // namespace orvu

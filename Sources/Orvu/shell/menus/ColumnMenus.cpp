@@ -1,5 +1,6 @@
 #include "shell/menus/ColumnMenus.h"
 
+#include "foundation/text/Translation.h"
 #include "shell/menus/Commands.h"
 #include "site/permissions/CaptureSign.h"
 
@@ -57,7 +58,7 @@ void addStop(std::vector<MenuEntry>& menu, MenuEntry stop, ActiveCapture capture
 
 /// The groups into which a tab can move. With none left the line stays, greyed.
 MenuEntry moveToGroup(BrowserStore& store, const std::shared_ptr<BrowserTab>& tab) {
-    MenuEntry menu{.kind = Kind::submenu, .title = "Move to Group"};
+    MenuEntry menu{.kind = Kind::submenu, .title = phrase("Move to Group")};
     for (const auto& group : store.groups()) {
         if (group.id == tab->groupID()) continue;
         menu.entries.push_back(onTab(group.name, true, tab, [&store, group](BrowserTab& moved) {
@@ -92,7 +93,7 @@ std::vector<MenuEntry> groupMenu(BrowserStore& store, const TabGroup& group,
                                  std::function<void()> rename) {
     const bool canRename = static_cast<bool>(rename);
     std::vector<MenuEntry> menu{
-        {.title = "Rename…", .enabled = canRename, .run = std::move(rename)},
+        {.title = phrase("Rename…"), .enabled = canRename, .run = std::move(rename)},
         line("recolor", store, group),
         line("ungroup", store, group),
         separator(),
@@ -107,7 +108,7 @@ std::vector<MenuEntry> shelfMenu(BrowserStore& store) {
     const auto front = store.active();
     if (front && !front->isNewTab()) {
         menu.push_back(line("park", store, front));
-        menu.back().title = "Park This Tab on the Shelf";
+        menu.back().title = phrase("Park This Tab on the Shelf");
         menu.push_back(separator());
     }
     if (store.shelf().empty()) menu.push_back({.kind = Kind::text, .title = shelfHelp});

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/BrowserStore.h"
+#include "foundation/text/Translation.h"
 
 #include <functional>
 #include <memory>
@@ -31,8 +32,8 @@ struct MenuEntry {
                                                std::function<void()> rename);
 
 /// What an empty shelf says, and what the shelf's button helps with.
-inline constexpr const char* shelfHelp =
-    "Park tabs in the notch; they use no memory until you open them";
+inline constexpr Phrase shelfHelp =
+    phrase("Park tabs in the notch; they use no memory until you open them");
 
 /// The menu of parked tabs. `store` must outlive the menu.
 [[nodiscard]] std::vector<MenuEntry> shelfMenu(BrowserStore& store);

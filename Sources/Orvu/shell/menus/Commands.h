@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/BrowserStore.h"
+#include "foundation/text/Translation.h"
 
 #include <functional>
 #include <string>
@@ -51,8 +52,8 @@ struct Command {
 
     std::string name = {};  ///< unique; of its action, in the application or the window
     Run run = ForWindow{};
-    std::string title = {};               ///< in menus
-    std::string titleOn = {};             ///< the same while `isOn`
+    Phrase title = {};                    ///< in menus
+    Phrase titleOn = {};                  ///< the same while `isOn`
     std::vector<std::string> keys = {};   ///< signs such as "⇧⌘T"; menus show the first
     std::vector<std::string> alias = {};  ///< the same keys as some keyboards name them
     KeysOf keysOf = KeysOf::window;
@@ -64,7 +65,7 @@ struct Command {
     [[nodiscard]] bool enabled(const CommandSubject& subject) const {
         return !isEnabled || isEnabled(subject);
     }
-    [[nodiscard]] const std::string& titleFor(const CommandSubject& subject) const {
+    [[nodiscard]] std::string titleFor(const CommandSubject& subject) const {
         return isOn && isOn(subject) ? titleOn : title;
     }
     /// The key that menus show, as signs; empty without one.

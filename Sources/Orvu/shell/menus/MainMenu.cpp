@@ -1,5 +1,7 @@
 #include "shell/menus/MainMenu.h"
 
+#include "foundation/text/Translation.h"
+
 #include <initializer_list>
 
 namespace orvu {
@@ -27,11 +29,11 @@ std::vector<Menu> makeMenu() {
     return {
         {"Orvu", lines({"orderFrontStandardAboutPanel", "showWhatsNew", "checkForUpdates", "",
                         "openSettings", "makeDefaultBrowser", "", "terminate"})},
-        {"File",
+        {phrase("File"),
          lines({"newWindow", "newPrivateWindow", "", "importBookmarks", "", "performClose"})},
-        {"Edit", lines({"undo", "redo", "", "cut", "copy", "paste", "selectAll"})},
-        {"View", lines({"toggleFullScreen"})},
-        {"Window", lines({"performMiniaturize", "performZoom"})},
+        {phrase("Edit"), lines({"undo", "redo", "", "cut", "copy", "paste", "selectAll"})},
+        {phrase("View"), lines({"toggleFullScreen"})},
+        {phrase("Window"), lines({"performMiniaturize", "performZoom"})},
     };
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Records.h"
+#include "foundation/text/Translation.h"
 #include "notch/AddressNotch.h"
 
 #include <cstddef>
@@ -12,8 +13,8 @@ namespace orvu {
 
 /// What stands in the place of a page in an empty tab.
 struct BrowserNewTabPage {
-    static constexpr std::string_view prompt = AddressNotch::prompt;
-    static constexpr std::string_view askTitle = "Ask Kesto";
+    static constexpr Phrase prompt = AddressNotch::prompt;
+    static constexpr Phrase askTitle = phrase("Ask Kesto");
     static constexpr std::size_t sitesLimit = 8;
 
     /// The latest visit to each of the hosts visited last, the newest first. `visits` stand

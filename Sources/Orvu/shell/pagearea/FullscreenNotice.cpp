@@ -1,10 +1,12 @@
 #include "shell/pagearea/FullscreenNotice.h"
 
+#include "foundation/text/Translation.h"
+
 namespace orvu {
 
 void FullscreenNotice::begin(std::string_view host) {
-    text_ = host.empty() ? "This page" : host;
-    text_ += " fills the screen. Press Esc to leave.";
+    text_ = host.empty() ? std::string{phrase("This page fills the screen. Press Esc to leave.")}
+                         : tr("{1} fills the screen. Press Esc to leave.", host);
     isOn_ = true;
     isAtEdge_ = false;
     show();

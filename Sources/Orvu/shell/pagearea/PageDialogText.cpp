@@ -1,6 +1,7 @@
 #include "shell/pagearea/PageDialogText.h"
 
 #include "foundation/text/DisplayHost.h"
+#include "foundation/text/Translation.h"
 
 namespace orvu {
 namespace {
@@ -9,40 +10,40 @@ using Kind = PageDialog::Kind;
 
 std::string asker(const PageDialog& dialog) {
     const std::string host = displayHost(dialog.host);
-    if (dialog.isForProxy) return "Proxy " + host;
-    return host.empty() ? "This page" : host;
+    if (dialog.isForProxy) return tr("Proxy {1}", host);
+    return host.empty() ? std::string{phrase("This page")} : host;
 }
 
 /// The engine doesn't tell which frame speaks.
 std::string caption(const PageDialog& dialog) {
     switch (dialog.kind) {
         case Kind::alert:
-            return "The page, or something embedded in it, says:";
+            return phrase("The page, or something embedded in it, says:");
         case Kind::confirm:
         case Kind::prompt:
-            return "The page, or something embedded in it, asks:";
+            return phrase("The page, or something embedded in it, asks:");
         case Kind::beforeUnload:
-            return "Leave this page?";
+            return phrase("Leave this page?");
         case Kind::authentication:
             break;
     }
-    return dialog.isForProxy ? "The proxy wants a name and a password."
-                             : "The server wants a name and a password.";
+    return dialog.isForProxy ? phrase("The proxy wants a name and a password.")
+                             : phrase("The server wants a name and a password.");
 }
 
 std::string message(const PageDialog& dialog) {
-    if (dialog.kind == Kind::beforeUnload) return "What you typed here may be lost.";
+    if (dialog.kind == Kind::beforeUnload) return phrase("What you typed here may be lost.");
     if (dialog.kind != Kind::authentication || dialog.text.empty()) return dialog.text;
-    return "It says: “" + dialog.text + "”";
+    return tr("It says: “{1}”", dialog.text);
 }
 
 std::string warning(const PageDialog& dialog) {
     if (dialog.kind != Kind::authentication) return "";
     std::string warning;
-    if (dialog.isRetry) warning = "That name or password wasn't accepted.";
+    if (dialog.isRetry) warning = phrase("That name or password wasn't accepted.");
     if (!dialog.isEncrypted) {
         warning.append(warning.empty() ? "" : " ");
-        warning.append("What you enter goes over the network unencrypted.");
+        warning.append(phrase("What you enter goes over the network unencrypted."));
     }
     return warning;
 }
@@ -54,13 +55,13 @@ PageDialogText PageDialogText::of(const PageDialog& dialog) {
                         .caption = orvu::caption(dialog),
                         .message = orvu::message(dialog),
                         .warning = orvu::warning(dialog),
-                        .accept = "OK",
-                        .cancel = dialog.kind == Kind::alert ? "" : "Cancel"};
+                        .accept = phrase("OK"),
+                        .cancel = dialog.kind == Kind::alert ? Phrase{} : phrase("Cancel")};
     if (dialog.kind == Kind::beforeUnload) {
-        text.accept = "Leave";
-        text.cancel = "Stay on Page";
+        text.accept = phrase("Leave");
+        text.cancel = phrase("Stay on Page");
     } else if (dialog.kind == Kind::authentication) {
-        text.accept = "Sign In";
+        text.accept = phrase("Sign In");
     }
     return text;
 }

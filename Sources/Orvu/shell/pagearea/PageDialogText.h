@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/text/Translation.h"
 #include "platform/PageDialogs.h"
 
 #include <string>
@@ -10,10 +11,10 @@ namespace orvu {
 /// What the card of a page's dialog says. Only `message` and `suggestion` are the page's words;
 /// who asks always stands apart from them.
 struct PageDialogText {
-    static constexpr std::string_view silence = "No more from this page";
-    static constexpr std::string_view name = "User name";
-    static constexpr std::string_view password = "Password";
-    static constexpr std::string_view answer = "Answer";
+    static constexpr Phrase silence = phrase("No more from this page");
+    static constexpr Phrase name = phrase("User name");
+    static constexpr Phrase password = phrase("Password");
+    static constexpr Phrase answer = phrase("Answer");
 
     std::string asker;    ///< the host, as a person is to read it
     std::string caption;  ///< what the asker wants

@@ -2,6 +2,7 @@
 
 #include "core/BrowserStore.h"
 #include "foundation/text/Locale.h"
+#include "foundation/text/Translation.h"
 
 #include <cstddef>
 #include <functional>
@@ -15,7 +16,7 @@ namespace orvu {
 /// The time line of today's visits, of which one leads back to its page.
 class BrowserRewind {
 public:
-    static constexpr std::string_view heading = "REWIND TODAY";
+    static constexpr Phrase heading = phrase("REWIND TODAY");
     static constexpr std::size_t rowsLimit = 5;
 
     /// The row of dots, in points: each stands in a frame of its own.

@@ -1,5 +1,6 @@
 #include "shell/view/OrvuApplication.h"
 
+#include "foundation/text/Translation.h"
 #include "look/view/Fonts.h"
 #include "look/view/Style.h"
 #include "pagetools/view/ReaderThemeRules.h"
@@ -22,8 +23,8 @@
 namespace orvu {
 namespace {
 
-constexpr const char* noSandbox =
-    "Orvu can't open pages here, because this system doesn't let it shut them into a sandbox.";
+constexpr Phrase noSandbox = phrase(
+    "Orvu can't open pages here, because this system doesn't let it shut them into a sandbox.");
 
 using StartCall = Glib::RefPtr<Gio::ApplicationCommandLine>;
 
@@ -111,8 +112,8 @@ int OrvuApplication::on_command_line(const Glib::RefPtr<Gio::ApplicationCommandL
 }
 
 void OrvuApplication::refuse() {
-    std::cerr << noSandbox << '\n';
-    refusal_ = std::make_unique<Gtk::MessageDialog>(noSandbox);
+    std::cerr << noSandbox.c_str() << '\n';
+    refusal_ = std::make_unique<Gtk::MessageDialog>(noSandbox.c_str());
     refusal_->set_title("Orvu");
     refusal_->signal_response().connect([this](int) { quit(); });
     refusal_->present();
@@ -127,14 +128,16 @@ void OrvuApplication::addActions() {
 }
 
 Future<bool> OrvuApplication::mayTerminate(const std::string& reason) {
-    quitting_ = std::make_unique<Gtk::MessageDialog>(
-        "Quit Orvu?", false, Gtk::MessageType::QUESTION, Gtk::ButtonsType::NONE, true);
+    quitting_ = std::make_unique<Gtk::MessageDialog>(phrase("Quit Orvu?").c_str(), false,
+                                                     Gtk::MessageType::QUESTION,
+                                                     Gtk::ButtonsType::NONE, true);
     quitting_->set_secondary_text(reason);
     quitting_->set_title("Orvu");
     // A button of the dialog's own making has its name twice for assistive technology.
-    quitting_->add_action_widget(*Gtk::make_managed<Gtk::Button>("Cancel"),
+    quitting_->add_action_widget(*Gtk::make_managed<Gtk::Button>(phrase("Cancel").c_str()),
                                  Gtk::ResponseType::CANCEL);
-    quitting_->add_action_widget(*Gtk::make_managed<Gtk::Button>("Quit"), Gtk::ResponseType::OK);
+    quitting_->add_action_widget(*Gtk::make_managed<Gtk::Button>(phrase("Quit").c_str()),
+                                 Gtk::ResponseType::OK);
     quitting_->set_default_response(Gtk::ResponseType::OK);
     quitting_->set_hide_on_close(true);
     if (auto* const window = get_active_window()) quitting_->set_transient_for(*window);
@@ -155,7 +158,7 @@ void OrvuApplication::orderFrontStandardAboutPanel() {
         about_ = std::make_unique<Gtk::AboutDialog>();
         about_->set_program_name("Orvu");
         about_->set_version(ORVU_VERSION);
-        about_->set_comments("A small desktop browser");
+        about_->set_comments(phrase("A small desktop browser").c_str());
         about_->set_logo_icon_name(applicationId);
         about_->set_hide_on_close(true);
     }

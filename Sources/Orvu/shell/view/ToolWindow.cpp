@@ -1,5 +1,6 @@
 #include "shell/view/ToolWindow.h"
 
+#include "foundation/text/Translation.h"
 #include "look/view/Accessible.h"
 #include "shell/menus/Commands.h"
 #include "shell/menus/KeySigns.h"
@@ -46,7 +47,7 @@ void ToolWindow::addBar(const Traits& traits) {
     close_.add_css_class("tool-window-close");
     close_.set_valign(Gtk::Align::CENTER);
     close_.set_focusable(false);
-    setAccessibleLabel(close_, "Close");
+    setAccessibleLabel(close_, phrase("Close"));
     close_.signal_clicked().connect([this] { close(); });
     barLine_.set_start_widget(close_);
     if (traits.showsTitle) {

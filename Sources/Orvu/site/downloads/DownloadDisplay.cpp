@@ -1,5 +1,7 @@
 #include "site/downloads/DownloadDisplay.h"
 
+#include "foundation/text/Translation.h"
+
 #include <algorithm>
 
 namespace orvu {
@@ -13,11 +15,11 @@ std::string DownloadDisplay::status(DownloadItem::State state) {
         case DownloadItem::State::running:
             return "";
         case DownloadItem::State::done:
-            return "Done";
+            return phrase("Done");
         case DownloadItem::State::failed:
-            return "Couldn't finish";
+            return phrase("Couldn't finish");
         case DownloadItem::State::cancelled:
-            return "Cancelled";
+            return phrase("Cancelled");
     }
     return "";
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/text/Translation.h"
 #include "foundation/Uuid.h"
 #include "platform/Download.h"
 #include "platform/DownloadFolder.h"
@@ -66,7 +67,7 @@ private:
 
     const DownloadContext context_;
     const Uuid id_ = Uuid::random();
-    std::string name_ = "Download";
+    std::string name_ = phrase("Download");
     std::string wantedName_;
     std::vector<std::filesystem::path> refused_;  ///< names that turned out to be taken
     double fraction_ = 0;

@@ -1,5 +1,7 @@
 #include "site/downloads/DownloadQuestions.h"
 
+#include "foundation/text/Translation.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -7,7 +9,7 @@ namespace orvu {
 
 std::optional<PageQuestion> DownloadQuestions::question() const {
     if (waiting_.empty()) return std::nullopt;
-    return PageQuestion{pageNamed(waiting_.front()->host()) + " wants to download more files",
+    return PageQuestion{tr("{1} wants to download more files", pageNamed(waiting_.front()->host())),
                         "arrow.down.circle"};
 }
 

@@ -1,5 +1,7 @@
 #include "site/permissions/CaptureQuestions.h"
 
+#include "foundation/text/Translation.h"
+
 #include <algorithm>
 #include <iterator>
 #include <ranges>
@@ -17,17 +19,16 @@ void answerAll(std::vector<MediaCaptureRequest> requests, Answer answer) {
 }  // namespace
 
 std::string CaptureQuestion::text() const {
-    std::string text = pageNamed(host);
-    text.append(" wants to use your ");
+    const std::string page = pageNamed(host);
     switch (type) {
         case MediaCaptureType::camera:
-            return text.append("camera");
+            return tr("{1} wants to use your camera", page);
         case MediaCaptureType::microphone:
-            return text.append("microphone");
+            return tr("{1} wants to use your microphone", page);
         case MediaCaptureType::cameraAndMicrophone:
             break;
     }
-    return text.append("camera and microphone");
+    return tr("{1} wants to use your camera and microphone", page);
 }
 
 std::string_view CaptureQuestion::symbol() const {

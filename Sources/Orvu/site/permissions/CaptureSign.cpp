@@ -1,20 +1,24 @@
 #include "site/permissions/CaptureSign.h"
 
+#include "foundation/text/Translation.h"
+
 namespace orvu {
-namespace {
-
-CaptureSign sign(const std::string& subject, const std::string& object) {
-    return {subject + " in use. Stop", subject + " in use: click to stop", "Stop " + object};
-}
-
-}  // namespace
+namespace {}  // namespace
 
 CaptureSign CaptureSign::of(ActiveCapture capture) {
     if (capture.camera && capture.microphone) {
-        return sign("Camera and microphone", "Camera and Microphone");
+        return {phrase("Camera and microphone in use. Stop"),
+                phrase("Camera and microphone in use: click to stop"),
+                phrase("Stop Camera and Microphone")};
     }
-    if (capture.camera) return sign("Camera", "Camera");
-    if (capture.microphone) return sign("Microphone", "Microphone");
+    if (capture.camera) {
+        return {phrase("Camera in use. Stop"), phrase("Camera in use: click to stop"),
+                phrase("Stop Camera")};
+    }
+    if (capture.microphone) {
+        return {phrase("Microphone in use. Stop"), phrase("Microphone in use: click to stop"),
+                phrase("Stop Microphone")};
+    }
     return {};
 }
 

@@ -1,5 +1,7 @@
 #include "platform/linux/desktop/GtkOpenPanel.h"
 
+#include "foundation/text/Translation.h"
+
 #include <giomm/file.h>
 #include <gtkmm/dialog.h>
 #include <gtkmm/filefilter.h>
@@ -21,9 +23,10 @@ Glib::RefPtr<Gtk::FileFilter> filter(const char* name, const std::vector<const c
 Future<Choice> GtkOpenPanel::chooseHtml(const std::string& message) {
     const Promise<Choice> promise;
     chooser_ = Gtk::FileChooserNative::create(message, window_, Gtk::FileChooser::Action::OPEN,
-                                              "Open", "Cancel");
+                                              phrase("Open").c_str(), phrase("Cancel").c_str());
     chooser_->set_modal(true);
-    chooser_->add_filter(filter("Bookmarks", {"text/html", "application/xhtml+xml"}));
+    chooser_->add_filter(
+        filter(phrase("Bookmarks").c_str(), {"text/html", "application/xhtml+xml"}));
     chooser_->signal_response().connect([promise, panel = chooser_.get()](int response) {
         const auto file = response == Gtk::ResponseType::ACCEPT ? panel->get_file() : nullptr;
         const std::string path = file ? file->get_path() : "";

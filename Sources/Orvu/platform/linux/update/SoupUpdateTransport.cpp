@@ -1,5 +1,6 @@
 #include "platform/linux/update/SoupUpdateTransport.h"
 
+#include "foundation/text/Translation.h"
 #include "platform/linux/files/FileDescriptor.h"
 
 #include <fcntl.h>
@@ -45,8 +46,8 @@ void finish(ExchangePointer exchange, std::string failure) {
 }
 
 std::string takeMessage(GError* error) {
-    std::string text = error ? error->message : "There was no answer.";
-    if (text.empty()) text = "There was no answer.";
+    std::string text = error ? error->message : "";
+    if (text.empty()) text = phrase("There was no answer.");
     g_clear_error(&error);
     return text;
 }
@@ -56,7 +57,7 @@ std::string systemMessage() { return std::generic_category().message(errno); }
 /// Keeps a piece. Gives what went wrong.
 std::string keep(Exchange& exchange, const char* bytes, gsize size) {
     exchange.received += size;
-    if (exchange.received > exchange.limits.bytes) return "It is larger than it may be.";
+    if (exchange.received > exchange.limits.bytes) return phrase("It is larger than it may be.");
     if (!exchange.goesToFile) exchange.reply.body.append(bytes, size);
     while (exchange.goesToFile && size > 0) {
         const ssize_t written = write(exchange.file.get(), bytes, size);
@@ -126,7 +127,7 @@ Future<Reply> start(ExchangePointer exchange, const Url& url) {
     auto future = exchange->promise.future();
     exchange->message = request(url);
     if (!exchange->message) {
-        finish(std::move(exchange), "The address is none of the web.");
+        finish(std::move(exchange), phrase("The address is none of the web."));
         return future;
     }
     exchange->session = session(exchange->limits.timeout);

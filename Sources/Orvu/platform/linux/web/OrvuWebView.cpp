@@ -1,6 +1,7 @@
 #include "platform/linux/web/OrvuWebView.h"
 
 #include "foundation/text/Text.h"
+#include "foundation/text/Translation.h"
 #include "platform/NavigationGate.h"
 #include "platform/SourceAddress.h"
 #include "platform/linux/web/CapturePermission.h"
@@ -471,7 +472,7 @@ void OrvuWebView::showSource(const Url& page, std::string text) {
     const auto url = sourceAddress(page);
     if (!url) return;
     source_ = {url->absoluteString(), std::move(text),
-               "Source of " + page.host().value_or("") + page.path()};
+               tr("Source of {1}", page.host().value_or("") + page.path())};
     load(*url);
 }
 

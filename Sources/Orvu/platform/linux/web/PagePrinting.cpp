@@ -1,5 +1,7 @@
 #include "platform/linux/web/PagePrinting.h"
 
+#include "foundation/text/Translation.h"
+
 #include <gtkmm/window.h>
 
 #include <utility>
@@ -37,7 +39,8 @@ void PagePrinting::show(GObjectPointer<WebKitPrintOperation> operation) {
     GtkRoot* const root = gtk_widget_get_root(GTK_WIDGET(view_));
     if (!root || !GTK_IS_WINDOW(root)) return;
     operation_ = std::move(operation);
-    dialog_ = std::make_unique<Gtk::PrintUnixDialog>(*Glib::wrap(GTK_WINDOW(root)), "Print");
+    dialog_ = std::make_unique<Gtk::PrintUnixDialog>(*Glib::wrap(GTK_WINDOW(root)),
+                                                     phrase("Print").c_str());
     dialog_->set_hide_on_close(true);
     dialog_->signal_response().connect([this](int response) { responded(response); });
     dialog_->present();

@@ -1,12 +1,14 @@
 #include "platform/linux/web/SavedPage.h"
 
+#include "foundation/text/Translation.h"
+
 #include <string_view>
 
 namespace orvu {
 namespace {
 
 std::string fileName(const std::string& title, const std::optional<std::string>& host) {
-    return (!title.empty() ? title : host.value_or("Page")) + ".mhtml";
+    return (!title.empty() ? title : host.value_or(phrase("Page"))) + ".mhtml";
 }
 
 }  // namespace

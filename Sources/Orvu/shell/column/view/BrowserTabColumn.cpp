@@ -1,5 +1,6 @@
 #include "shell/column/view/BrowserTabColumn.h"
 
+#include "foundation/text/Translation.h"
 #include "look/text/PlatformText.h"
 #include "look/view/Accessible.h"
 #include "look/view/CssClass.h"
@@ -45,8 +46,8 @@ void BrowserTabColumn::addNewTabButton() {
     newTab_.set_child(newTabLine_);
     newTab_.add_css_class("new-tab");
     newTab_.set_focus_on_click(false);
-    newTab_.set_tooltip_text(platformText("New tab (⌘T)"));
-    setAccessibleLabel(newTab_, "New tab");
+    newTab_.set_tooltip_text(platformText(phrase("New tab (⌘T)")));
+    setAccessibleLabel(newTab_, phrase("New tab"));
     newTab_.signal_clicked().connect(sigc::mem_fun(*this, &BrowserTabColumn::newTab));
     append(newTab_);
 }
@@ -110,8 +111,9 @@ void BrowserTabColumn::showWidth() {
     today_.set_visible(!narrow);
     showFoot();
     width_.set_halign(narrow ? Gtk::Align::CENTER : Gtk::Align::END);
-    width_.set_tooltip_text(narrow ? "Show tab titles" : "Show icons only");
-    setAccessibleLabel(width_, narrow ? "Show tab titles" : "Narrow tabs");
+    width_.set_tooltip_text(
+        (narrow ? phrase("Show tab titles") : phrase("Show icons only")).c_str());
+    setAccessibleLabel(width_, narrow ? phrase("Show tab titles") : phrase("Narrow tabs"));
     tiles_.setNarrow(value);
     list_.setNarrow(value);
 }

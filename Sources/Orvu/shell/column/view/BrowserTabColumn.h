@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/text/Translation.h"
 #include "look/view/FrameRefresh.h"
 #include "shell/BrowserView.h"
 #include "shell/menus/view/ContextMenu.h"
@@ -41,16 +42,16 @@ private:
     Gtk::Button newTab_;
     Gtk::Box newTabLine_;
     Gtk::Image plus_;
-    Gtk::Label newTabTitle_{"New tab"};
+    Gtk::Label newTabTitle_{phrase("New tab").c_str()};
     Gtk::Label newTabKeys_;
     Gtk::ScrolledWindow tileScroll_;
-    Gtk::Label today_{"TODAY"};
+    Gtk::Label today_{phrase("TODAY").c_str()};
     Gtk::Box foot_;
     std::unique_ptr<ProfileSwitcherView> profiles_;  ///< none in a private window
     Gtk::Button width_;
     Gtk::Box widthLine_;
     Gtk::Image sidebar_;
-    Gtk::Label widthTitle_{"Narrow tabs"};
+    Gtk::Label widthTitle_{phrase("Narrow tabs").c_str()};
     ContextMenu menu_;
     PinnedTiles tiles_;
     TabList list_;

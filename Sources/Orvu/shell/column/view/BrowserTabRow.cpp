@@ -1,5 +1,6 @@
 #include "shell/column/view/BrowserTabRow.h"
 
+#include "foundation/text/Translation.h"
 #include "look/view/Accessible.h"
 #include "look/view/CssClass.h"
 #include "look/view/SymbolImage.h"
@@ -93,7 +94,7 @@ void BrowserTabRow::refresh() {
     select_.set_tooltip_text(title);
     setAccessibleLabel(*this, title);
     setAccessibleLabel(select_, title);
-    setAccessibleLabel(close_, "Close " + title);
+    setAccessibleLabel(close_, tr("Close {1}", title));
     shownTitle_ = std::move(title);
 }
 

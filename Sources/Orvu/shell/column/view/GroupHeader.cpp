@@ -1,5 +1,6 @@
 #include "shell/column/view/GroupHeader.h"
 
+#include "foundation/text/Translation.h"
 #include "look/text/OneLine.h"
 #include "look/view/Accessible.h"
 #include "look/view/CssClass.h"
@@ -76,10 +77,10 @@ void GroupHeader::addButton() {
 }
 
 void GroupHeader::addField() {
-    field_.set_placeholder_text("Group name");
+    field_.set_placeholder_text(phrase("Group name").c_str());
     field_.set_hexpand(true);
     field_.set_width_chars(1);
-    setAccessibleLabel(field_, "Group name");
+    setAccessibleLabel(field_, phrase("Group name"));
     editor_.add_css_class("group-line");
     editor_.add_css_class("group-editor");
     editor_.append(dots_[1]);
@@ -122,7 +123,7 @@ void GroupHeader::update(const TabGroup& group, std::size_t count) {
     }
     // Tabs in sight have dots of their own.
     dot_.watch(group.collapsed ? store_.tabs(group) : BrowserStore::TabList{});
-    const std::string label = name + " group, " + number + " tabs";
+    const std::string label = trn("{2} group, {1} tabs", "{2} group, {1} tabs", count, name);
     if (label == label_) return;
     label_ = label;
     button_.set_tooltip_text(name);

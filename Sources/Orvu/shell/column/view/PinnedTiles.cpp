@@ -1,5 +1,6 @@
 #include "shell/column/view/PinnedTiles.h"
 
+#include "foundation/text/Translation.h"
 #include "look/view/Accessible.h"
 #include "look/view/Keyboard.h"
 
@@ -11,7 +12,7 @@ PinnedTiles::PinnedTiles(BrowserStore& store, ContextMenu& menu)
     : store_(store), input_(*this, menu, [this](Gtk::Widget* widget) { return tileOf(widget); }) {
     add_css_class("pinned-tiles");
     property_accessible_role() = Gtk::Accessible::Role::LIST;
-    setAccessibleLabel(*this, "Pinned tabs");
+    setAccessibleLabel(*this, phrase("Pinned tabs"));
     update();
 }
 

@@ -1,5 +1,6 @@
 #include "shell/column/view/TabList.h"
 
+#include "foundation/text/Translation.h"
 #include "look/view/Accessible.h"
 #include "look/view/Keyboard.h"
 #include "shell/column/ListEdits.h"
@@ -21,7 +22,7 @@ using Kind = ColumnKey::Kind;
 /// The line above the tabs that are in no group.
 class UngroupedHeading : public Gtk::Label, public ColumnLine {
 public:
-    UngroupedHeading() : Gtk::Label("UNGROUPED") {
+    UngroupedHeading() : Gtk::Label(phrase("UNGROUPED").c_str()) {
         Gtk::Widget::add_css_class("column-heading");
         Gtk::Widget::add_css_class("ungrouped-heading");
         set_xalign(0);
@@ -46,7 +47,7 @@ TabList::TabList(BrowserStore& store, ContextMenu& menu)
     add_css_class("tab-scroll");
     rows_.add_css_class("tab-list");
     rows_.property_accessible_role() = Gtk::Accessible::Role::LIST;
-    setAccessibleLabel(rows_, "Tabs");
+    setAccessibleLabel(rows_, phrase("Tabs"));
     set_child(rows_);
     dynamic_cast<Gtk::Viewport&>(*get_child()).set_scroll_to_focus(false);  // not all are laid out
     set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::EXTERNAL);

@@ -1,5 +1,6 @@
 #include "shell/library/view/LibraryList.h"
 
+#include "foundation/text/Translation.h"
 #include "look/text/PlatformText.h"
 #include "look/view/Accessible.h"
 #include "look/view/Keyboard.h"
@@ -37,7 +38,7 @@ LibraryList::LibraryList(LibraryView& library, SiteIcons icons,
       scrolled_(*this, [this] { showInSight(); }) {
     add_css_class("library-list");
     property_accessible_role() = Gtk::Accessible::Role::LIST;
-    setAccessibleLabel(*this, "Library");
+    setAccessibleLabel(*this, phrase("Library"));
     scroll_->signal_value_changed().connect(sigc::mem_fun(scrolled_, &FrameRefresh::mark));
     scroll_->property_page_size().signal_changed().connect(
         sigc::mem_fun(scrolled_, &FrameRefresh::mark));

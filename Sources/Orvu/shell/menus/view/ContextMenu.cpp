@@ -1,6 +1,7 @@
 #include "shell/menus/view/ContextMenu.h"
 
 #include "foundation/text/Text.h"
+#include "foundation/text/Translation.h"
 #include "look/text/OneLine.h"
 #include "look/view/Accessible.h"
 #include "look/view/Keyboard.h"
@@ -24,7 +25,7 @@ ContextMenu::ContextMenu(Gtk::Widget& parent)
     : parent_(parent), popover_(Glib::RefPtr<Gio::MenuModel>{}, Gtk::PopoverMenu::Flags::NESTED) {
     popover_.set_parent(parent_);
     popover_.set_has_arrow(false);
-    setAccessibleLabel(popover_, "Menu");
+    setAccessibleLabel(popover_, phrase("Menu"));
     popover_.set_halign(Gtk::Align::START);
     popover_.set_offset(-8, -8);  // its corner stands beside the pointer, not its shadow's edge
     popover_.signal_closed().connect(sigc::mem_fun(*this, &ContextMenu::closed));

@@ -1,5 +1,6 @@
 #include "shell/onboarding/view/OnboardingForm.h"
 
+#include "foundation/text/Translation.h"
 #include "look/text/PlatformText.h"
 #include "look/view/Accessible.h"
 #include "look/view/BloomMarkView.h"
@@ -133,8 +134,8 @@ void OnboardingForm::showMarks() {
         setCssClass(markBoxes_[i], "reached", marks[i].isReached);
         setCssClass(markBoxes_[i], "current", marks[i].width > OnboardingView::Mark::height);
     }
-    setAccessibleLabel(marks_, "Step " + std::to_string(onboarding_->step.get() + 1) + " of " +
-                                   std::to_string(marks.size()));
+    setAccessibleLabel(marks_, tr("Step {1} of {2}", std::to_string(onboarding_->step.get() + 1),
+                                  std::to_string(marks.size())));
 }
 
 }  // namespace orvu

@@ -1,5 +1,6 @@
 #include "shell/pagearea/view/PageNoticeView.h"
 
+#include "foundation/text/Translation.h"
 #include "look/view/Accessible.h"
 #include "look/view/Keyboard.h"
 #include "look/view/SymbolImage.h"
@@ -40,7 +41,7 @@ PageNoticeView::PageNoticeView(BrowserView& view) : view_(view) {
     close_.set_focus_on_click(false);
     setSymbol(cross_, "xmark", crossSize);
     close_.set_child(cross_);
-    setAccessibleLabel(close_, "Close");
+    setAccessibleLabel(close_, phrase("Close"));
     close_.signal_clicked().connect([this] {
         if (const auto tab = tab_.lock()) tab->webView().dismissFailure();
     });

@@ -1,5 +1,6 @@
 #include "shell/pagearea/view/PagePane.h"
 
+#include "foundation/text/Translation.h"
 #include "look/text/PlatformText.h"
 #include "look/view/Accessible.h"
 #include "look/view/CssClass.h"
@@ -40,8 +41,8 @@ void PagePane::addHeader(Place place) {
         setSymbol(cross_, "xmark", 9);
         close_.set_child(cross_);
         close_.set_valign(Gtk::Align::CENTER);
-        close_.set_tooltip_text(platformText("Back to one page (⌥⌘S)"));
-        setAccessibleLabel(close_, "Close side by side");
+        close_.set_tooltip_text(platformText(phrase("Back to one page (⌥⌘S)")));
+        setAccessibleLabel(close_, phrase("Close side by side"));
         close_.signal_clicked().connect([this] { store_->endSideBySide(); });
         header_.append(close_);
     }

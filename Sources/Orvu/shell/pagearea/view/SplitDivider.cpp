@@ -1,5 +1,6 @@
 #include "shell/pagearea/view/SplitDivider.h"
 
+#include "foundation/text/Translation.h"
 #include "look/view/Accessible.h"
 
 #include <gtkmm/binlayout.h>
@@ -9,7 +10,7 @@ namespace orvu {
 
 SplitDivider::SplitDivider() {
     property_accessible_role() = Gtk::Accessible::Role::SEPARATOR;
-    setAccessibleLabel(*this, "Resize the two pages");
+    setAccessibleLabel(*this, phrase("Resize the two pages"));
     add_css_class("split-divider");
     set_focusable(true);
     set_cursor("col-resize");

@@ -1,8 +1,10 @@
 #include "shell/profiles/view/ProfileEditorView.h"
 
+#include "foundation/text/Translation.h"
 #include "look/text/PlatformText.h"
 #include "look/view/Accessible.h"
 #include "look/view/CssClass.h"
+#include "look/view/Ellipsis.h"
 #include "look/view/Keyboard.h"
 #include "look/view/SymbolImage.h"
 #include "profiles/ProfileIcons.h"
@@ -129,7 +131,7 @@ void ProfileEditorView::addSearch() {
 }
 
 void ProfileEditorView::addIcons() {
-    setUp(grid_, columns, "profile-icons", "Icon");
+    setUp(grid_, columns, "profile-icons", phrase("Icon"));
     grid_.set_valign(Gtk::Align::START);
     for (const ProfileIcons::Row& row : ProfileIcons::all) {
         auto& image = *Gtk::make_managed<Gtk::Image>();
@@ -217,8 +219,7 @@ void ProfileEditorView::refresh() {
     std::string title = editor_.saveTitle();
     save_.set_label(title);
     if (auto* const label = dynamic_cast<Gtk::Label*>(save_.get_child())) {
-        label->set_ellipsize(Pango::EllipsizeMode::END);
-        label->set_max_width_chars(longestTitle);
+        limitLength(*label, longestTitle);
     }
     showIcons();
     showChosen();

@@ -1,5 +1,6 @@
 #include "shell/profiles/view/ProfileSwitcherView.h"
 
+#include "foundation/text/Translation.h"
 #include "look/view/Accessible.h"
 #include "look/view/Keyboard.h"
 #include "look/view/SymbolImage.h"
@@ -79,7 +80,7 @@ void ProfileSwitcherView::addTile(const ProfileSwitcher::Tile& tile) {
         part->add_css_class(profileColorClass(tile.color));
         if (tile.isShown) part->add_css_class("shown");
     }
-    if (tile.isShown) setAccessibleDescription(button, "The profile of this window");
+    if (tile.isShown) setAccessibleDescription(button, phrase("The profile of this window"));
     row_.append(ring);
     buttons_.push_back(&button);
 }

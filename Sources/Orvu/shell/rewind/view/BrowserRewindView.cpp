@@ -1,5 +1,6 @@
 #include "shell/rewind/view/BrowserRewindView.h"
 
+#include "foundation/text/Translation.h"
 #include "look/view/Accessible.h"
 #include "look/view/CssClass.h"
 
@@ -25,11 +26,11 @@ BrowserRewindView::BrowserRewindView(std::shared_ptr<BrowserStore> store,
       refresh_(*this, [this] { storeChanged(); }) {
     add_css_class("rewind");
     set_size_request(width, -1);
-    setAccessibleLabel(*this, "Rewind today");
+    setAccessibleLabel(*this, phrase("Rewind today"));
     addHeader();
     addDots();
     list_.property_accessible_role() = Gtk::Accessible::Role::LIST;
-    setAccessibleLabel(list_, "Latest visits");
+    setAccessibleLabel(list_, phrase("Latest visits"));
     append(list_);
     rewind_.connectHovered(sigc::mem_fun(*this, &BrowserRewindView::showHovered));
     store_->connectChanged(sigc::mem_fun(refresh_, &FrameRefresh::mark));

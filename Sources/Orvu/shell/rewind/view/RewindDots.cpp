@@ -1,5 +1,6 @@
 #include "shell/rewind/view/RewindDots.h"
 
+#include "foundation/text/Translation.h"
 #include "site/icons/SiteColor.h"
 #include "look/text/OneLine.h"
 #include "look/view/Accessible.h"
@@ -34,7 +35,7 @@ RewindDots::RewindDots(BrowserRewind& rewind, Glib::RefPtr<Gtk::Adjustment> scro
       shrinking_(*this, Motion::bouncy, 0, [this](double) { queue_draw(); }) {
     add_css_class("rewind-dots");
     property_accessible_role() = Gtk::Accessible::Role::SLIDER;
-    setAccessibleLabel(*this, "Visits of today");
+    setAccessibleLabel(*this, phrase("Visits of today"));
     set_focusable(true);
     set_has_tooltip(true);
     signal_query_tooltip().connect(

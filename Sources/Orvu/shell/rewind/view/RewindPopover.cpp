@@ -1,5 +1,6 @@
 #include "shell/rewind/view/RewindPopover.h"
 
+#include "foundation/text/Translation.h"
 #include "look/view/Accessible.h"
 #include "look/view/Controllers.h"
 #include "look/view/Keyboard.h"
@@ -12,7 +13,7 @@ namespace orvu {
 
 RewindPopover::RewindPopover(std::shared_ptr<BrowserStore> store) : store_(std::move(store)) {
     add_css_class("rewind-popover");
-    setAccessibleLabel(*this, "Rewind today");
+    setAccessibleLabel(*this, phrase("Rewind today"));
     set_autohide(false);  // it would take the pointer
     set_has_arrow(false);
     set_halign(Gtk::Align::START);

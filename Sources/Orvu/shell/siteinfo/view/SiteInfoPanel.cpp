@@ -22,6 +22,8 @@ void setUp(Gtk::Label& label, const char* style) {
 Gtk::Label& makeLabel(std::string_view text, const char* style) {
     auto& label = *Gtk::make_managed<Gtk::Label>(std::string{text});
     setUp(label, style);
+    label.set_ellipsize(Pango::EllipsizeMode::NONE);
+    label.set_wrap(true);
     return label;
 }
 
@@ -75,7 +77,7 @@ void SiteInfoPanel::addTrackers() {
 
 void SiteInfoPanel::addPermission(CaptureKind kind) {
     auto& [row, symbol, name, picker, choices] = permission(kind);
-    const std::string title = SiteInfo::title(kind);
+    const std::string title{SiteInfo::title(kind)};
     row.add_css_class("site-row");
     setSymbol(symbol, SiteInfo::symbolOf(kind), symbolSize);
     row.append(symbol);
@@ -91,8 +93,9 @@ void SiteInfoPanel::addPermission(CaptureKind kind) {
     for (std::size_t i = 0; i < choices.size(); ++i) {
         const auto choice = SitePermissions::allChoices[i];
         auto& button = choices[i];
-        button.set_label(SiteInfo::title(choice));
-        setAccessibleLabel(button, title + ": " + SiteInfo::title(choice));
+        const std::string choiceTitle{SiteInfo::title(choice)};
+        button.set_label(choiceTitle);
+        setAccessibleLabel(button, title + ": " + choiceTitle);
         if (i > 0) button.set_group(choices[0]);
         button.signal_toggled().connect(
             [this, kind, choice, &button] { choose(kind, choice, button); });

@@ -1,5 +1,6 @@
 #include "shell/topbar/view/BrowserMenuButton.h"
 
+#include "foundation/text/Translation.h"
 #include "look/view/Accessible.h"
 #include "look/view/SymbolImage.h"
 #include "look/view/Tooltips.h"
@@ -39,10 +40,10 @@ BrowserMenuButton::BrowserMenuButton(std::shared_ptr<BrowserStore> store)
     set_valign(Gtk::Align::CENTER);
     setSymbol(ellipsis_, "ellipsis", BrowserChromeButton::symbolSize);
     set_child(ellipsis_);
-    set_tooltip_text("More");
-    setAccessibleLabel(*this, "More");
+    set_tooltip_text(phrase("More").c_str());
+    setAccessibleLabel(*this, phrase("More"));
     popover_.set_has_arrow(false);
-    setAccessibleLabel(popover_, "More");
+    setAccessibleLabel(popover_, phrase("More"));
     popover_.set_halign(Gtk::Align::END);  // the window ends here
     set_popover(popover_);
     hideTooltipWhileOpen(*this, popover_);

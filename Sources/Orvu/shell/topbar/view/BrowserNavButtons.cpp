@@ -1,5 +1,6 @@
 #include "shell/topbar/view/BrowserNavButtons.h"
 
+#include "foundation/text/Translation.h"
 #include "look/view/Accessible.h"
 #include "look/view/Pointer.h"
 #include "look/view/Tooltips.h"
@@ -83,7 +84,7 @@ void BrowserNavButtons::refresh() {
     if (showsStop_ == tab->isLoading()) return;
     showsStop_ = tab->isLoading();
     reload_.setSymbol(showsStop_ ? "xmark" : "arrow.clockwise");
-    reload_.setHelp(showsStop_ ? "Stop" : "Reload (⌘R)");
+    reload_.setHelp(showsStop_ ? phrase("Stop") : phrase("Reload (⌘R)"));
 }
 
 }  // namespace orvu

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/text/Translation.h"
 #include "look/view/FrameRefresh.h"
 #include "core/ActiveTabWatch.h"
 #include "look/controls/view/BrowserChromeButton.h"
@@ -27,13 +28,13 @@ private:
 
     BrowserView& view_;
     BrowserStore& store_;
-    static constexpr std::string_view backHelp = "Back (⌘[) — hover to rewind";
+    static constexpr Phrase backHelp = phrase("Back (⌘[) — hover to rewind");
 
     Gtk::Box backPlace_;  ///< feels the pointer even while the button is off
     BrowserChromeButton back_{"arrow.left", backHelp};
     RewindPopover rewind_;
-    BrowserChromeButton forward_{"arrow.right", "Forward (⌘])"};
-    BrowserChromeButton reload_{"arrow.clockwise", "Reload (⌘R)"};
+    BrowserChromeButton forward_{"arrow.right", phrase("Forward (⌘])")};
+    BrowserChromeButton reload_{"arrow.clockwise", phrase("Reload (⌘R)")};
     FrameRefresh refresh_;
     ActiveTabWatch watch_;
     bool showsStop_ = false;

@@ -1,5 +1,6 @@
 #include "shell/topbar/view/BrowserShelfMenu.h"
 
+#include "foundation/text/Translation.h"
 #include "look/text/OneLine.h"
 #include "look/view/Accessible.h"
 #include "look/view/SymbolImage.h"
@@ -50,11 +51,11 @@ BrowserShelfMenu::BrowserShelfMenu(std::shared_ptr<BrowserStore> store)
     set_child(line_);
     set_valign(Gtk::Align::CENTER);
     set_focus_on_click(false);
-    set_tooltip_text(shelfHelp);
+    set_tooltip_text(shelfHelp.c_str());
     signal_clicked().connect(sigc::mem_fun(*this, &BrowserShelfMenu::open));
 
     lines_.property_accessible_role() = Gtk::Accessible::Role::MENU;
-    setAccessibleLabel(lines_, "Shelf");
+    setAccessibleLabel(lines_, phrase("Shelf"));
     scroll_.set_child(lines_);
     scroll_.set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
     nameScrollBars(scroll_);
@@ -123,8 +124,8 @@ void BrowserShelfMenu::refresh() {
     const std::string number = std::to_string(count);
     count_.set_visible(count > 0);
     if (count_.get_text().raw() != number) count_.set_text(number);
-    setAccessibleLabel(*this,
-                       count > 0 ? "Shelf, " + number + (count == 1 ? " tab" : " tabs") : "Shelf");
+    setAccessibleLabel(*this, count > 0 ? trn("Shelf, {1} tab", "Shelf, {1} tabs", count)
+                                        : std::string{phrase("Shelf")});
 }
 
 }  // namespace orvu

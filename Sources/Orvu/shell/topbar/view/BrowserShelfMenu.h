@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/BrowserStore.h"
+#include "foundation/text/Translation.h"
 #include "look/view/FrameRefresh.h"
 #include "shell/menus/ColumnMenus.h"
 
@@ -31,7 +32,7 @@ private:
     const std::shared_ptr<BrowserStore> store_;
     Gtk::Box line_;
     Gtk::Image arrow_;
-    Gtk::Label word_{"Shelf"};
+    Gtk::Label word_{phrase("Shelf").c_str()};
     Gtk::Label count_;
     Gtk::Popover menu_;
     Gtk::ScrolledWindow scroll_;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/text/Translation.h"
 #include "shell/topbar/view/BrowserMenuButton.h"
 #include "shell/topbar/view/BrowserNavButtons.h"
 #include "shell/topbar/view/BrowserShelfMenu.h"
@@ -51,7 +52,7 @@ private:
     Middle middle_;
     Gtk::Box privateMark_;
     Gtk::Image eyeglasses_;
-    Gtk::Label private_{"Private"};
+    Gtk::Label private_{phrase("Private").c_str()};
     UpdatePillView update_;
     DownloadsButton downloads_;
     BrowserShelfMenu shelf_;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/text/Translation.h"
 #include "look/view/DotFaceView.h"
 #include "shell/BrowserView.h"
 
@@ -12,7 +13,7 @@ namespace orvu {
 /// Opens and closes the assistant's panel.
 class KestoButton : public Gtk::ToggleButton {
 public:
-    static constexpr std::string_view help = "Ask Kesto about this page (⌘J)";
+    static constexpr Phrase help = phrase("Ask Kesto about this page (⌘J)");
 
     /// `view` must outlive the button.
     explicit KestoButton(BrowserView& view);

@@ -1,5 +1,6 @@
 #include "shell/topbar/view/WindowControls.h"
 
+#include "foundation/text/Translation.h"
 #include "shell/WindowPlacement.h"
 #include "look/view/Accessible.h"
 
@@ -16,12 +17,12 @@ WindowControls::WindowControls() {
     set_margin_start(origins[0].x);
     set_margin_top(origins[0].y);
     set_valign(Gtk::Align::START);
-    addButton(close_, "Close", "control-close", "win.performClose");
-    addButton(minimise_, "Minimise", "control-minimise", "win.performMiniaturize");
-    addButton(zoom_, "Zoom", "control-zoom", "win.performZoom");
+    addButton(close_, phrase("Close"), "control-close", "win.performClose");
+    addButton(minimise_, phrase("Minimise"), "control-minimise", "win.performMiniaturize");
+    addButton(zoom_, phrase("Zoom"), "control-zoom", "win.performZoom");
 }
 
-void WindowControls::addButton(Gtk::Button& button, const char* label, const char* style,
+void WindowControls::addButton(Gtk::Button& button, const std::string& label, const char* style,
                                const char* action) {
     button.set_size_request(diameter, diameter);
     button.set_focusable(false);

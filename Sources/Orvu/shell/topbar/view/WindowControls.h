@@ -11,7 +11,8 @@ public:
     WindowControls();
 
 private:
-    void addButton(Gtk::Button& button, const char* label, const char* style, const char* action);
+    void addButton(Gtk::Button& button, const std::string& label, const char* style,
+                   const char* action);
 
     Gtk::Button close_;
     Gtk::Button minimise_;

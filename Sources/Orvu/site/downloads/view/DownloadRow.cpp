@@ -1,5 +1,6 @@
 #include "site/downloads/view/DownloadRow.h"
 
+#include "foundation/text/Translation.h"
 #include "look/text/PlatformText.h"
 #include "look/view/Accessible.h"
 #include "look/view/CssClass.h"
@@ -56,7 +57,7 @@ void DownloadRow::refresh() {
     if (name_.get_text().raw() != item_->name()) {
         name_.set_text(item_->name());
         name_.set_tooltip_text(item_->name());
-        setAccessibleLabel(progress_, "Progress of " + item_->name());
+        setAccessibleLabel(progress_, tr("Progress of {1}", item_->name()));
     }
     progress_.set_visible(runs);
     if (runs && progress_.get_fraction() != item_->fraction()) {
@@ -78,8 +79,8 @@ void DownloadRow::refreshButton(DownloadItem::State state) {
     const bool loses = !has && button_.has_focus();
     button_.set_visible(has);
     if (loses) focusLost_.emit();
-    const std::string help =
-        platformText(state == DownloadState::running ? "Cancel download" : "Show in Finder");
+    const std::string help = platformText(
+        state == DownloadState::running ? phrase("Cancel download") : phrase("Show in Finder"));
     if (!has || button_.get_tooltip_text().raw() == help) return;
     const bool runs = state == DownloadState::running;
     setSymbol(symbol_, runs ? "xmark.circle.fill" : "magnifyingglass.circle.fill", buttonSize);

@@ -1,5 +1,6 @@
 #include "site/downloads/view/DownloadsButton.h"
 
+#include "foundation/text/Translation.h"
 #include "look/view/Accessible.h"
 #include "look/view/SymbolImage.h"
 #include "look/view/Tooltips.h"
@@ -8,7 +9,7 @@
 namespace orvu {
 namespace {
 
-constexpr auto help = "Downloads";
+constexpr Phrase help = phrase("Downloads");
 constexpr int arrowSize = 13;
 
 }  // namespace
@@ -18,7 +19,7 @@ DownloadsButton::DownloadsButton(DownloadStore& store)
     add_css_class("chrome-button");
     set_valign(Gtk::Align::CENTER);
     set_focus_on_click(false);
-    set_tooltip_text(help);
+    set_tooltip_text(help.c_str());
     setAccessibleLabel(*this, help);
     setSymbol(arrow_, "arrow.down", arrowSize);
     hideFromAccessibility(face_);

@@ -1,5 +1,6 @@
 #include "site/downloads/view/DownloadsPopover.h"
 
+#include "foundation/text/Translation.h"
 #include "look/view/Accessible.h"
 
 #include <algorithm>
@@ -18,7 +19,7 @@ DownloadsPopover::DownloadsPopover(DownloadStore& store) : store_(store) {
     set_has_arrow(false);
     list_.property_accessible_role() = Gtk::Accessible::Role::LIST;
     list_.add_css_class("download-list");
-    setAccessibleLabel(list_, "Downloads");
+    setAccessibleLabel(list_, phrase("Downloads"));
     scroll_.set_child(list_);
     scroll_.set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
     scroll_.set_propagate_natural_height(true);

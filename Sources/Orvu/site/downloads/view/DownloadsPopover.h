@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/text/Translation.h"
 #include "site/Downloads.h"
 #include "site/downloads/view/DownloadRow.h"
 
@@ -33,7 +34,7 @@ private:
     Gtk::ScrolledWindow scroll_;
     Gtk::Box list_{Gtk::Orientation::VERTICAL};
     Gtk::Separator divider_;
-    Gtk::Button clear_{"Clear Finished"};
+    Gtk::Button clear_{phrase("Clear Finished").c_str()};
 };
 
 }  // namespace orvu
