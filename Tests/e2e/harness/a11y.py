@@ -5,6 +5,7 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402
 
+from . import language
 from .bus import Bus
 from .wait import Gone, settled, until
 
@@ -89,7 +90,7 @@ class _Tree:
         items = self.program.call(CACHE, "Cache", "GetItems")
         self._items, self._by_place = {}, {}
         for (_, path), _, (_, above), place, count, _, name, role, _, states in items:
-            self._items[path] = above, count, role, name, states
+            self._items[path] = above, count, role, language.read(name), states
             self._by_place.setdefault(above, {}).setdefault(place, []).append(path)
 
 
@@ -134,12 +135,12 @@ class Node:
     def child(self, index):
         _, path = self._call("Accessible", "GetChildAtIndex", "(i)", index)
         return Node(self._tree, path, self._program.call(path, "Accessible", "GetRole"),
-                    self._program.read(path, "Accessible", "Name"),
+                    language.read(self._program.read(path, "Accessible", "Name")),
                     self._program.call(path, "Accessible", "GetState"))
 
     def description(self):
         """What is said of it beside its name."""
-        return self._program.read(self._path, "Accessible", "Description")
+        return language.read(self._program.read(self._path, "Accessible", "Description"))
 
     @property
     def is_selected(self):

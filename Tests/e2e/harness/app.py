@@ -13,7 +13,7 @@ import gi
 gi.require_version("GLib", "2.0")
 from gi.repository import GLib  # noqa: E402
 
-from . import complaints, process, traces
+from . import complaints, language, process, traces
 from .bus import Bus
 from .saved import WELCOMED, Saved
 from .wait import DEADLINE, until
@@ -30,7 +30,8 @@ PAGE_PROCESS, FETCHER, DECODER = "WebKitWebProces", "WebKitNetworkPr", "orvu-ima
 def program():
     """The program under test."""
     default = pathlib.Path(__file__).resolve().parents[3] / "build/release/bin/orvu"
-    return os.environ.get("ORVU_PROGRAM", str(default))
+    given = os.environ.get("ORVU_PROGRAM", str(default))
+    return language.shared_program(given) if language.is_on() else given
 
 
 class Home:
@@ -77,7 +78,8 @@ class App:
         self._errors = None
         self._complaints = []
         self.environment = os.environ | display.environment() | home.environment() \
-            | proxy.environment() | dict(extra_environment)
+            | proxy.environment() | (language.environment() if language.is_on() else {}) \
+            | dict(extra_environment)
         self._bus = Bus(display.bus_address)
 
     @property

@@ -1,5 +1,6 @@
 """Keyboard and pointer, as a person's hands would use them."""
 
+from . import language
 from .wait import until
 from .x11 import geometry, property_of, xdotool
 
@@ -41,7 +42,7 @@ class Hands:
     def windows(self, title):
         """The display's ids of the visible windows of that title."""
         return xdotool("search", "--onlyvisible", "--all", "--pid", self._app.pid,
-                       "--name", f"^{title}$")
+                       "--name", f"^{language.shown(title)}$")
 
     def window(self, title="Orvu"):
         """The id of the newest visible window of that title. Its popovers are called like it,
