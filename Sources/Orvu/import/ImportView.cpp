@@ -11,12 +11,10 @@ namespace orvu {
 namespace {
 
 std::string countedBookmarks(int count) {
-    return trn("{1} new bookmark", "{1} new bookmarks", static_cast<unsigned long>(count));
+    return trn("{1} new bookmark", "{1} new bookmarks", count);
 }
 
-std::string countedVisits(int count) {
-    return trn("{1} visit", "{1} visits", static_cast<unsigned long>(count));
-}
+std::string countedVisits(int count) { return trn("{1} visit", "{1} visits", count); }
 
 /// How many of each were new; nothing for what was not wanted.
 struct Brought {
@@ -204,8 +202,7 @@ Task<void> ImportView::readFile(View view, std::filesystem::path file) {
         [importer = view->importer_, file] { return importer.readHTML(file); }, {});
     const Entries entries = co_await reading;
     const int count = view->merge(entries);
-    view->end(count > 0 ? trn("Added {1} bookmarks.", "Added {1} bookmarks.",
-                              static_cast<unsigned long>(count))
+    view->end(count > 0 ? trn("Added {1} bookmarks.", "Added {1} bookmarks.", count)
                         : std::string{phrase("No new bookmarks in that file.")});
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <concepts>
 #include <filesystem>
 #include <initializer_list>
 #include <string>
@@ -55,11 +56,11 @@ template <typename First, typename... Values>
     return filled(phrase(english), {std::string_view{first}, std::string_view{values}...});
 }
 
-/// A text that tells a number; the values come after it, from "{2}" on.
-template <typename... Values>
-[[nodiscard]] std::string trn(const char* one, const char* many, unsigned long count,
+/// A text that tells a number, not below 0; the values come after it, from "{2}" on.
+template <std::integral Count, typename... Values>
+[[nodiscard]] std::string trn(const char* one, const char* many, Count count,
                               const Values&... values) {
-    return filled(pluralPattern(one, many, count),
+    return filled(pluralPattern(one, many, static_cast<unsigned long>(count)),
                   {std::to_string(count), std::string_view{values}...});
 }
 
