@@ -2,6 +2,7 @@
 #include "foundation/text/Translation.h"
 #include "import/PersonFolders.h"
 #include "look/motion/view/Moving.h"
+#include "look/text/PlatformText.h"
 #include "platform/linux/Desktop.h"
 #include "platform/linux/desktop/PortalAppearance.h"
 #include "platform/linux/desktop/Renderer.h"
@@ -140,6 +141,7 @@ std::optional<int> answerAtOnce(const CommandLine& commandLine) {
 void speakTheirLanguage() {
     std::setlocale(LC_ALL, "");
     useTranslations(ownProgram().parent_path().parent_path() / "share/locale");
+    useWording(platformText);
 }
 
 }  // namespace

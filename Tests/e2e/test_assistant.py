@@ -165,6 +165,15 @@ class QuestionTest(AssistantTest):
               "the greeting", self.kesto.texts)
         self.assertNotIn("An answer.", self.kesto.texts())
 
+    def test_the_greeting_leaves_a_page_s_own_words_as_they_are(self):
+        title = "Speed up this Mac with ⌘T"
+        self.start_and_open(self.server.page("/own", title))
+
+        self.kesto.open()
+
+        until(lambda: any(f"I can read “{title}”" in text and text.endswith("on this computer.")
+                          for text in self.kesto.texts()), "the greeting", self.kesto.texts)
+
     def test_the_notch_hands_its_question_over_by_key(self):
         server = self.play_model()
         self.start_and_open(self.tale("/bees", "Bees dance."))

@@ -108,6 +108,27 @@ TEST_F(TranslationTest, TheEmptyTextIsNotTheHeadOfTheCatalogue) {
     EXPECT_FALSE(phrase("Close").empty());
 }
 
+TEST(WordingTest, WordsTheTextAndNotWhatComesIntoIt) {
+    useWording([](std::string_view text) { return "here: " + std::string{text}; });
+
+    EXPECT_EQ(std::string{phrase("On this Mac")}, "here: On this Mac");
+    EXPECT_EQ(tr("I can read “{1}”", "this Mac"), "here: I can read “this Mac”");
+    EXPECT_EQ(trn("{1} page of {2}", "{1} pages of {2}", 2, "this Mac"),
+              "here: 2 pages of this Mac");
+
+    useWording(nullptr);
+    EXPECT_EQ(std::string{phrase("On this Mac")}, "On this Mac");
+}
+
+TEST(WordingTest, MaySayTextsOfTheProgramItself) {
+    useWording([](std::string_view text) { return std::string{text} + std::string{phrase("!")}; });
+
+    EXPECT_EQ(std::string{phrase("Stop")}, "Stop!");
+    EXPECT_EQ(std::string{phrase("Stop")}, "Stop!");
+
+    useWording(nullptr);
+}
+
 TEST(FilledTest, PutsEachValueIntoItsPlaceAsOftenAsItStands) {
     EXPECT_EQ(filled("{2}, {1} and {2}", {"a", "b"}), "b, a and b");
     EXPECT_EQ(filled("{1}", {""}), "");

@@ -365,7 +365,7 @@ TEST_F(ImportViewFile, ItsBookmarksAreAddedAndTheWordStaysPlural) {
     const auto view = show();
     choose(*view, file);
 
-    EXPECT_EQ(panel.messages, Strings{platformText(ImportView::fileMessage)});
+    EXPECT_EQ(panel.messages, Strings{std::string{ImportView::fileMessage}});
     EXPECT_EQ(view->message(), "Added 1 bookmarks.");
     EXPECT_EQ(services().bookmarks().store(Profile::personal()).items().size(), 1U);
 }

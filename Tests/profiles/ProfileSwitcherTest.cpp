@@ -173,7 +173,7 @@ TEST_F(ProfileSwitcherTest, TheQuestionSaysWhatIsDeleted) {
     EXPECT_EQ(switcher->question(),
               (ProfileSwitcher::Question{.message = "Delete “Home”?",
                                          .text = "Its tabs, history, bookmarks, sign-ins and "
-                                                 "website data are removed from this computer.",
+                                                 "website data are removed from this Mac.",
                                          .buttons = {"Delete", "Cancel"}}));
     EXPECT_EQ(ProfileSwitcher::Question::informativeText,
               "Its tabs, history, bookmarks, sign-ins and website data are removed from this Mac.");

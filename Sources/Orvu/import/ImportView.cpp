@@ -2,7 +2,6 @@
 
 #include "core/BrowserStore.h"
 #include "foundation/text/Translation.h"
-#include "look/text/PlatformText.h"
 
 #include <algorithm>
 #include <utility>
@@ -190,7 +189,7 @@ Task<void> ImportView::read(View view, Source source) {
 }
 
 Task<void> ImportView::choose() {
-    auto choice = openPanel_.chooseHtml(platformText(fileMessage));
+    auto choice = openPanel_.chooseHtml(fileMessage);
     const auto file = co_await choice;
     if (file && !working_) reads_.start(readFile(shared_from_this(), *file));
 }

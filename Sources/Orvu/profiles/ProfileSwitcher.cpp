@@ -58,7 +58,7 @@ std::unique_ptr<ProfileEditor> ProfileSwitcher::editor() {
 std::optional<ProfileSwitcher::Question> ProfileSwitcher::question() const {
     if (!deleting.get()) return std::nullopt;
     return Question{.message = tr("Delete “{1}”?", shownProfileName(deleting.get()->name)),
-                    .text = platformText(Question::informativeText),
+                    .text = Question::informativeText,
                     .buttons = {phrase("Delete"), phrase("Cancel")}};
 }
 

@@ -2,7 +2,6 @@
 
 #include "assistant/view/KestoSkillRow.h"
 #include "assistant/view/KestoText.h"
-#include "look/text/PlatformText.h"
 #include "look/view/Accessible.h"
 #include "look/view/Children.h"
 
@@ -67,9 +66,9 @@ void KestoConversationView::refresh() {
 }
 
 void KestoConversationView::refreshGreeting() {
-    setText(intro_, platformText(panel_.intro()));
+    setText(intro_, panel_.intro());
     const auto missing = panel_.kesto().unavailableReason();
-    setText(missing_, platformText(missing.value_or("")));
+    setText(missing_, missing.value_or(""));
     if (missing) {
         setChildren(lines_, {&intro_, &missing_, &skills_});
     } else {
@@ -89,7 +88,7 @@ void KestoConversationView::refreshReply() {
             setChildren(lines_, {&question_, &dots_});
             break;
         case Reply::error:
-            setText(error_, platformText(kesto.phase().message));
+            setText(error_, kesto.phase().message);
             setChildren(lines_, {&question_, &error_});
             break;
         case Reply::answer:

@@ -2,12 +2,47 @@
 
 #include <libintl.h>
 
+#include <mutex>
+#include <unordered_map>
+
 namespace orvu {
 namespace {
 
 constexpr const char* domain = "orvu";
 
+/// The texts as they are worded here, by where they stand in the program or the catalogue, for good.
+class Wordings {
+public:
+    void use(Wording wording) { wording_ = wording; }
+
+    const char* of(const char* text) {
+        // What the wording itself says, such as the names of keys, is only translated.
+        thread_local bool isWording = false;
+        if (!wording_ || isWording) return text;
+        const std::lock_guard lock{mutex_};
+        const auto [place, isNew] = worded_.try_emplace(text);
+        if (isNew) {
+            isWording = true;
+            place->second = wording_(text);
+            isWording = false;
+        }
+        return place->second.c_str();
+    }
+
+private:
+    Wording wording_ = nullptr;
+    std::mutex mutex_;
+    std::unordered_map<const char*, std::string> worded_;
+};
+
+Wordings& wordings() {
+    static Wordings all;
+    return all;
+}
+
 }  // namespace
+
+void useWording(Wording wording) { wordings().use(wording); }
 
 void useTranslations(const std::filesystem::path& folder) {
     bindtextdomain(domain, folder.c_str());
@@ -16,7 +51,7 @@ void useTranslations(const std::filesystem::path& folder) {
 
 const char* Phrase::c_str() const {
     // The empty text stands for the head of a catalogue.
-    return empty() ? english_ : dgettext(domain, english_);
+    return empty() ? english_ : wordings().of(dgettext(domain, english_));
 }
 
 std::string filled(std::string_view pattern, std::initializer_list<std::string_view> values) {
@@ -37,7 +72,7 @@ std::string filled(std::string_view pattern, std::initializer_list<std::string_v
 }
 
 std::string_view pluralPattern(const char* one, const char* many, unsigned long count) {
-    return dngettext(domain, one, many, count);
+    return wordings().of(dngettext(domain, one, many, count));
 }
 
 }  // namespace orvu

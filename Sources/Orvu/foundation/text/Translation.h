@@ -15,6 +15,11 @@ namespace orvu {
 /// process, so this stands after `setlocale`, or before it.
 void useTranslations(const std::filesystem::path& folder);
 
+/// What this desktop makes of a text once it is translated and before values come into it: what
+/// people and pages say in them stays as it is. It must be called before the first text is shown.
+using Wording = std::string (*)(std::string_view text);
+void useWording(Wording wording);
+
 /// A text that is a constant.
 class Phrase {
 public:

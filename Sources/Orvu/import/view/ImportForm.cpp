@@ -1,7 +1,6 @@
 #include "import/view/ImportForm.h"
 
 #include "import/view/BrowserMark.h"
-#include "look/text/PlatformText.h"
 #include "look/view/Accessible.h"
 #include "look/view/Children.h"
 #include "look/view/CssClass.h"
@@ -26,7 +25,7 @@ constexpr int lockSize = 11;
 constexpr int longestTitle = 32;  ///< characters of the main button that are shown
 
 void setUp(Gtk::Label& label, std::string_view text, const char* style) {
-    label.set_text(platformText(text));
+    label.set_text(std::string{text});
     label.add_css_class(style);
     label.set_xalign(0);
     label.set_wrap(true);
@@ -210,7 +209,7 @@ void ImportForm::showSources() {
 void ImportForm::showOutcome() {
     std::vector<Gtk::Widget*> lines;
     if (const auto& message = import_->message()) {
-        message_.set_text(platformText(*message));
+        message_.set_text(*message);
         setCssClass(message_, "bad", import_->blocked());
         lines.push_back(&message_);
     }
@@ -222,7 +221,7 @@ void ImportForm::showOutcome() {
 }
 
 void ImportForm::refresh() {
-    intro_.set_text(platformText(import_->intro()));
+    intro_.set_text(import_->intro());
     showSources();
     accessHelp_.set_text(import_->help());
     setChildren(middle_, {import_->needsAccess() ? &access_ : &choices_});

@@ -136,8 +136,7 @@ void NotchCommandBar::refreshChoices() {
     primary_.show(oneLine(candidates.primaryTitle(), titleLimit),
                   oneLine(candidates.primarySubtitle(), titleLimit));
     primary_.setHighlighted(body_->selection() < 0);
-    ask_.show(oneLine(candidates.askTitle(), titleLimit),
-              platformText(NotchCandidates::askSubtitle));
+    ask_.show(oneLine(candidates.askTitle(), titleLimit), NotchCandidates::askSubtitle);
 }
 
 void NotchCommandBar::refreshRows() {

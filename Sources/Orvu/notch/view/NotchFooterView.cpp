@@ -1,6 +1,5 @@
 #include "notch/view/NotchFooterView.h"
 
-#include "look/text/PlatformText.h"
 #include "look/view/Accessible.h"
 #include "site/icons/view/SiteIcon.h"
 
@@ -26,7 +25,7 @@ Gtk::Button& makeChip(SiteIcons icons, const NotchFooter::Chip& chip) {
     button.add_css_class("notch-chip");
     button.set_focus_on_click(false);
     button.set_child(parts);
-    button.set_tooltip_text(platformText(chip.help));
+    button.set_tooltip_text(chip.help);
     setAccessibleLabel(button, name);
     return button;
 }

@@ -1,7 +1,6 @@
 #include "notch/view/NotchRestingView.h"
 
 #include "look/text/OneLine.h"
-#include "look/text/PlatformText.h"
 #include "look/view/Accessible.h"
 #include "look/view/CssClass.h"
 #include "look/view/SymbolImage.h"
@@ -89,7 +88,7 @@ void NotchRestingView::refreshReader(const BrowserTab& tab) {
     if (state == shownReader_) return;
     shownReader_ = state;
     setSymbol(book_, state.symbol, symbolSize);
-    reader_.set_tooltip_text(platformText(state.help));
+    reader_.set_tooltip_text(std::string{state.help});
     setAccessibleLabel(reader_, std::string{state.label});
     setCssClass(reader_, "on", state.isOn);
 }
@@ -100,7 +99,7 @@ void NotchRestingView::refreshBookmark(const BrowserTab& tab) {
     if (state == shownBookmark_) return;
     shownBookmark_ = state;
     setSymbol(star_, state.symbol, symbolSize);
-    bookmark_.set_tooltip_text(platformText(state.help));
+    bookmark_.set_tooltip_text(std::string{state.help});
     setAccessibleLabel(bookmark_, std::string{state.label});
     setCssClass(bookmark_, "on", state.isOn);
 }

@@ -1,6 +1,5 @@
 #include "update/view/UpdateAskView.h"
 
-#include "look/text/PlatformText.h"
 #include "look/view/Accessible.h"
 #include "look/view/SymbolImage.h"
 
@@ -55,7 +54,7 @@ void UpdateAskView::addHead() {
 }
 
 void UpdateAskView::addText() {
-    text_.set_text(platformText(UpdateAsk::text));
+    text_.set_text(UpdateAsk::text.c_str());
     text_.add_css_class("update-ask-text");
     text_.set_xalign(0);
     text_.set_wrap(true);

@@ -1,6 +1,5 @@
 #include "look/controls/view/BrowserChromeButton.h"
 
-#include "look/text/PlatformText.h"
 #include "look/view/Accessible.h"
 #include "look/view/SymbolImage.h"
 
@@ -19,7 +18,7 @@ void BrowserChromeButton::setSymbol(std::string_view symbol) {
 }
 
 void BrowserChromeButton::setHelp(std::string_view help) {
-    const std::string text = platformText(help);
+    const std::string text{help};
     set_tooltip_text(text);
     setAccessibleLabel(*this, text);
 }

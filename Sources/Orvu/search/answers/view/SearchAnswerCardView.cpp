@@ -1,7 +1,6 @@
 #include "search/answers/view/SearchAnswerCardView.h"
 
 #include "assistant/view/KestoText.h"
-#include "look/text/PlatformText.h"
 #include "look/view/Accessible.h"
 #include "look/view/Children.h"
 #include "look/view/CssClass.h"
@@ -129,9 +128,9 @@ void SearchAnswerCardView::refresh() {
     const auto& phase = answer().phase();
     face_.setMood(SearchAnswerCard::isThinking(phase) ? Mood::thinking : Mood::idle);
     face_.set_tooltip_text(answer().modelName());
-    setText(status_, platformText(SearchAnswerCard::status(phase, answer().sources().size())));
+    setText(status_, SearchAnswerCard::status(phase, answer().sources().size()));
     setText(question_, answer().question());
-    setText(message_, platformText(phase.message));
+    setText(message_, phase.message);
     setCssClass(message_, "answer-failed", phase.kind == Kind::failed);
     setCssClass(message_, "answer-unavailable", phase.kind == Kind::unavailable);
     refreshAnswer();

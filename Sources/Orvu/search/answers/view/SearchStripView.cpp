@@ -1,6 +1,5 @@
 #include "search/answers/view/SearchStripView.h"
 
-#include "look/text/PlatformText.h"
 #include "look/view/Accessible.h"
 #include "look/view/CssClass.h"
 #include "site/icons/view/SiteIcon.h"
@@ -53,7 +52,7 @@ void SearchStripView::addAnswerButton() {
     answerLine_.append(answerTitle_);
     hideFromAccessibility(answerLine_);  // the button is one element
     answer_.set_child(answerLine_);
-    const std::string help = platformText(SearchStrip::answerHelp);
+    const std::string help = SearchStrip::answerHelp;
     answer_.set_tooltip_text(help);
     setAccessibleLabel(answer_, help);
     answer_.signal_clicked().connect([this] { results_.setAnswerOpen(true); });

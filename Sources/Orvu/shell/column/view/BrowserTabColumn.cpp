@@ -46,7 +46,7 @@ void BrowserTabColumn::addNewTabButton() {
     newTab_.set_child(newTabLine_);
     newTab_.add_css_class("new-tab");
     newTab_.set_focus_on_click(false);
-    newTab_.set_tooltip_text(platformText(phrase("New tab (⌘T)")));
+    newTab_.set_tooltip_text(phrase("New tab (⌘T)").c_str());
     setAccessibleLabel(newTab_, phrase("New tab"));
     newTab_.signal_clicked().connect(sigc::mem_fun(*this, &BrowserTabColumn::newTab));
     append(newTab_);

@@ -1,7 +1,6 @@
 #include "shell/library/view/LibraryList.h"
 
 #include "foundation/text/Translation.h"
-#include "look/text/PlatformText.h"
 #include "look/view/Accessible.h"
 #include "look/view/Keyboard.h"
 
@@ -300,7 +299,7 @@ void LibraryList::addClicks() {
 void LibraryList::openMenu(LibraryRow& row, const Gdk::Rectangle& at) {
     std::vector<MenuEntry> lines;
     for (const auto& line : library_.menu()) {
-        lines.push_back({.title = platformText(line.title),
+        lines.push_back({.title = std::string{line.title},
                          .run = [this, action = line.action, entry = *row.entry()] {
                              library_.perform(action, entry);
                          }});

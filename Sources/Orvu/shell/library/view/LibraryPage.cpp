@@ -1,6 +1,5 @@
 #include "shell/library/view/LibraryPage.h"
 
-#include "look/text/PlatformText.h"
 #include "look/view/Accessible.h"
 #include "look/view/Children.h"
 #include "look/view/Keyboard.h"
@@ -174,7 +173,7 @@ void LibraryPage::refresh() {
                                                 : std::vector<Gtk::Widget*>{&title_});
     search_.set_placeholder_text(library_.prompt());
     setAccessibleLabel(search_, library_.prompt());
-    empty_.set_text(platformText(facts.emptyText));
+    empty_.set_text(facts.emptyText.c_str());
     const bool isEmpty = library_.entries().empty();
     const bool hadKeyboard = isEmpty && holdsKeyboard(scroller_);
     list_->refresh();

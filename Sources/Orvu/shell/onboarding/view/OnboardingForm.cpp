@@ -1,7 +1,6 @@
 #include "shell/onboarding/view/OnboardingForm.h"
 
 #include "foundation/text/Translation.h"
-#include "look/text/PlatformText.h"
 #include "look/view/Accessible.h"
 #include "look/view/BloomMarkView.h"
 #include "look/view/Children.h"
@@ -19,7 +18,7 @@ namespace {
 constexpr double blurOfComing = 6;  // pixels
 
 Gtk::Label& makeLabel(std::string_view text, const char* style) {
-    auto& label = *Gtk::make_managed<Gtk::Label>(platformText(text));
+    auto& label = *Gtk::make_managed<Gtk::Label>(std::string{text});
     label.add_css_class(style);
     label.set_wrap(true);
     label.set_justify(Gtk::Justification::CENTER);
@@ -71,7 +70,7 @@ void OnboardingForm::showStep() {
     step_->set_vexpand(true);
     const auto& texts = onboarding_->shown();
     step_->property_accessible_role() = Gtk::Accessible::Role::GROUP;
-    setAccessibleLabel(*step_, platformText(texts.heading));
+    setAccessibleLabel(*step_, texts.heading);
     if (onboarding_->step.get() == OnboardingView::welcome) {
         addWelcome(texts);
     } else {
@@ -108,7 +107,7 @@ void OnboardingForm::addOffer(const OnboardingView::Texts& texts) {
     column.append(makeLabel(texts.heading, "onboarding-heading"));
     if (!texts.line.empty()) column.append(makeLabel(texts.line, "onboarding-line"));
     column.append(makeLabel(texts.text, "onboarding-text"));
-    auto& button = *Gtk::make_managed<Gtk::Button>(platformText(texts.button));
+    auto& button = *Gtk::make_managed<Gtk::Button>(texts.button.c_str());
     button.add_css_class("pill");
     button.add_css_class("prominent");
     button.set_halign(Gtk::Align::CENTER);
@@ -124,7 +123,7 @@ void OnboardingForm::showMessage() {
     auto* const place = dynamic_cast<Gtk::Box*>(message_.get_parent());
     if (place) place->remove(message_);
     if (!message || onboarding_->step.get() != OnboardingView::finish) return;
-    message_.set_text(platformText(*message));
+    message_.set_text(*message);
     dynamic_cast<Gtk::Box&>(*step_->get_first_child()).append(message_);
 }
 

@@ -1,7 +1,6 @@
 #include "shell/pagearea/view/PagePane.h"
 
 #include "foundation/text/Translation.h"
-#include "look/text/PlatformText.h"
 #include "look/view/Accessible.h"
 #include "look/view/CssClass.h"
 #include "look/view/SymbolImage.h"
@@ -41,7 +40,7 @@ void PagePane::addHeader(Place place) {
         setSymbol(cross_, "xmark", 9);
         close_.set_child(cross_);
         close_.set_valign(Gtk::Align::CENTER);
-        close_.set_tooltip_text(platformText(phrase("Back to one page (⌥⌘S)")));
+        close_.set_tooltip_text(phrase("Back to one page (⌥⌘S)").c_str());
         setAccessibleLabel(close_, phrase("Close side by side"));
         close_.signal_clicked().connect([this] { store_->endSideBySide(); });
         header_.append(close_);

@@ -1,7 +1,6 @@
 #include "shell/profiles/view/ProfileEditorView.h"
 
 #include "foundation/text/Translation.h"
-#include "look/text/PlatformText.h"
 #include "look/view/Accessible.h"
 #include "look/view/CssClass.h"
 #include "look/view/Ellipsis.h"
@@ -48,7 +47,7 @@ void setUp(Gtk::FlowBox& box, int perLine, const char* style, const std::string&
 }
 
 /// How assistive technology calls a symbol: by what it is looked for by.
-std::string spokenName(const ProfileIcons::Row& row) { return platformText(row.words); }
+std::string spokenName(const ProfileIcons::Row& row) { return row.words; }
 
 }  // namespace
 

@@ -1,6 +1,5 @@
 #include "shell/settings/view/SettingsRows.h"
 
-#include "look/text/PlatformText.h"
 #include "look/view/Accessible.h"
 #include "profiles/Preferences.h"
 #include "update/view/UpdateStatusRow.h"
@@ -34,7 +33,7 @@ Gtk::Box& makeLine() {
 /// A line that begins with its label.
 Gtk::Box& makeLine(std::string_view text) {
     auto& line = makeLine();
-    auto& label = makeLabel(platformText(text));
+    auto& label = makeLabel(std::string{text});
     label.set_hexpand(true);
     line.append(label);
     return line;
@@ -52,7 +51,7 @@ struct RowMaker {
         auto& line = makeLine(row.label);
         auto& control = *Gtk::make_managed<Gtk::Switch>();
         control.set_valign(Gtk::Align::CENTER);
-        setAccessibleLabel(control, platformText(row.label));
+        setAccessibleLabel(control, std::string{row.label});
         auto* const setting = row.setting;
         control.set_active(setting->get());
         control.property_active().signal_changed().connect([&control, setting] {
@@ -115,7 +114,7 @@ struct RowMaker {
     }
 
     Gtk::Widget& operator()(const SettingsView::Caption& row) const {
-        auto& label = makeLabel(platformText(row.text));
+        auto& label = makeLabel(row.text);
         label.add_css_class("settings-caption");
         return label;
     }

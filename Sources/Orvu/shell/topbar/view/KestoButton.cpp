@@ -1,7 +1,6 @@
 #include "shell/topbar/view/KestoButton.h"
 
 #include "assistant/KestoPanel.h"
-#include "look/text/PlatformText.h"
 #include "look/view/Accessible.h"
 
 #include <gtkmm/eventcontrollermotion.h>
@@ -31,7 +30,7 @@ KestoButton::KestoButton(BrowserView& view)
     line_.append(name_);
     hideFromAccessibility(line_);  // the button is one element
     set_child(line_);
-    const std::string text = platformText(help);
+    const std::string text = help;
     set_tooltip_text(text);
     setAccessibleLabel(*this, text);
     signal_toggled().connect([this] { view_.kestoOpen.set(get_active()); });

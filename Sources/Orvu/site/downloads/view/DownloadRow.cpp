@@ -1,7 +1,6 @@
 #include "site/downloads/view/DownloadRow.h"
 
 #include "foundation/text/Translation.h"
-#include "look/text/PlatformText.h"
 #include "look/view/Accessible.h"
 #include "look/view/CssClass.h"
 #include "look/view/SymbolImage.h"
@@ -79,8 +78,8 @@ void DownloadRow::refreshButton(DownloadItem::State state) {
     const bool loses = !has && button_.has_focus();
     button_.set_visible(has);
     if (loses) focusLost_.emit();
-    const std::string help = platformText(
-        state == DownloadState::running ? phrase("Cancel download") : phrase("Show in Finder"));
+    const std::string help =
+        state == DownloadState::running ? phrase("Cancel download") : phrase("Show in Finder");
     if (!has || button_.get_tooltip_text().raw() == help) return;
     const bool runs = state == DownloadState::running;
     setSymbol(symbol_, runs ? "xmark.circle.fill" : "magnifyingglass.circle.fill", buttonSize);
