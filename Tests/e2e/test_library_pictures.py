@@ -31,6 +31,8 @@ class LibraryPicturesTest(PictureTest):
         self.shoot("library-history")
         self.hands.press("Down", "Down")
         self.shoot("library-row", rest=False)
+        self.hands.resize(2560, 1440)
+        self.shoot("library-2560x1440")
         self.hands.resize(900, 560)
         self.shoot("library-small")
         library.press("Clear History…")

@@ -106,6 +106,17 @@ TEST_F(LibraryViewTest, ClosedTabsStandTheLastOneFirst) {
     EXPECT_EQ(view.row(view.entries()[1])->time, "12:00");
 }
 
+TEST_F(LibraryViewTest, ASiteWithLettersOfItsOwnIsShownInThemAndHasTheIconOfItsRealHost) {
+    const auto store = openLibrary({titled("Books", noon(), "https://xn--bcher-kva.example/a")});
+    LibraryView view{*store, world.services};
+
+    const auto row = view.row(entryOf(view, "Books"));
+
+    ASSERT_TRUE(row);
+    EXPECT_EQ(row->host, "bücher.example");
+    EXPECT_EQ(row->iconHost(), "xn--bcher-kva.example");
+}
+
 TEST_F(LibraryViewTest, AHeaderIsNoRow) {
     const auto store = openLibrary({titled("Tulips", noon())});
     LibraryView view{*store, world.services};

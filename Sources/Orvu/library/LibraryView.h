@@ -53,13 +53,15 @@ public:
 
     /// What a line about a page says. Each text is fit for one line, whatever a page wrote.
     struct Row {
-        Url url;            ///< the icon is that of its host
+        Url url;
         std::string title;  ///< the site's name where there is none; empty without either
-        std::string host;
-        std::string time;  ///< empty for a bookmark
+        std::string host;   ///< for people
+        std::string time;   ///< empty for a bookmark
 
         /// All of it in one text, for those who hear it.
         [[nodiscard]] std::string accessibleName() const;
+        /// Whose icon stands for it.
+        [[nodiscard]] std::string iconHost() const { return url.host().value_or(""); }
     };
     /// What the menu of a row offers.
     enum class Action { openInNewTab, copyLink, remove };

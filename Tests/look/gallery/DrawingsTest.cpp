@@ -83,10 +83,10 @@ TEST_F(DotFaceDrawing, BetweenTheDotsIsNothing) {
     EXPECT_EQ(picture.at(12, 75), (Color{0, 0, 0}));
 }
 
-TEST_F(DotFaceDrawing, CheeksHaveTheAccent) {
+TEST_F(DotFaceDrawing, CheeksHaveTheAccentOfTheWindow) {
     const Stage stage{face};
     face.setMood(Mood::happy);
-    face.setAccent({255, 94, 91});
+    dynamic_cast<Gtk::Widget&>(*face.get_root()).add_css_class("look-5");
 
     const Picture picture = Stage::draw(face, width, height);
 

@@ -15,6 +15,7 @@ constexpr std::size_t titleLimit = 200;
 FlowChips::FlowChips() : Gtk::Box(Gtk::Orientation::VERTICAL, spacing) {
     auto* const heading = Gtk::make_managed<Gtk::Label>(std::string{KestoPanel::sourcesTitle});
     heading->add_css_class("kesto-heading");
+    heading->add_css_class("sources");
     heading->set_xalign(0);
     append(*heading);
 }

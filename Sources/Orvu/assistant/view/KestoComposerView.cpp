@@ -25,7 +25,7 @@ constexpr int rowSpacing = 4;
 constexpr int chipSpacing = 5;
 constexpr int sendSymbolSize = 13;
 constexpr int removeSymbolSize = 8;
-constexpr int plusSymbolSize = 11;
+constexpr int plusSymbolSize = 13;
 constexpr int menuHeight = 320;  // points; more scrolls
 constexpr std::size_t titleLimit = 200;
 

@@ -23,6 +23,15 @@ std::string rulesFor(const std::string& window, Color accent) {
 
 }  // namespace
 
+Color accentOf(const Gtk::Widget& widget) {
+    const auto* const root = dynamic_cast<const Gtk::Widget*>(widget.get_root());
+    if (!root) return AccentKey::defaultValue;
+    for (std::size_t i = 0; i < ProfileLook::all.size(); ++i) {
+        if (root->has_css_class("look-" + std::to_string(i))) return ProfileLook::all[i].color;
+    }
+    return AccentKey::defaultValue;
+}
+
 std::string accentRules() {
     std::string rules = rulesFor(".orvu", AccentKey::defaultValue);
     for (std::size_t i = 0; i < ProfileLook::all.size(); ++i) {

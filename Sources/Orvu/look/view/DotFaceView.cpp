@@ -1,6 +1,7 @@
 #include "look/view/DotFaceView.h"
 
 #include "look/Desk.h"
+#include "look/view/AccentStyle.h"
 #include "look/view/Accessible.h"
 #include "look/drawing/view/Drawing.h"
 #include "look/motion/view/WindowTicker.h"
@@ -51,11 +52,6 @@ void DotFaceView::setRevealFrom(std::optional<Date> date) {
 void DotFaceView::setReaction(std::optional<MoodReaction> reaction) {
     reaction_ = reaction;
     awaitEndOfReaction();
-    queue_draw();
-}
-
-void DotFaceView::setAccent(Color accent) {
-    accent_ = accent;
     queue_draw();
 }
 
@@ -122,11 +118,12 @@ void DotFaceView::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
                                   static_cast<float>(extent(DotFaceModel::rows, dot_, gap_))}};
     const auto context = snapshot->append_cairo(&bounds);
     const auto all = cells();
+    const Color accent = accentOf(*this);
     std::size_t next = 0;
     for (int row = 0; row < DotFaceModel::rows; ++row) {
         for (int column = 0; column < DotFaceModel::columns; ++column) {
             const DotCell& cell = all[next++];
-            setSource(context, {cell.accent ? accent_ : Desk::white, cell.opacity});
+            setSource(context, {cell.accent ? accent : Desk::white, cell.opacity});
             const double pitch = dot_ + gap_;
             fillDot(context, {pitch * column + dot_ / 2, pitch * row + dot_ / 2}, dot_);
         }

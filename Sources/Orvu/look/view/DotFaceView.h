@@ -1,6 +1,5 @@
 #pragma once
 
-#include "look/AccentKey.h"
 #include "look/DotFace.h"
 
 #include <gtkmm/widget.h>
@@ -28,7 +27,6 @@ public:
     /// Plays the coming in of the face anew from this date on; none shows it at once.
     void setRevealFrom(std::optional<Date> date);
     void setReaction(std::optional<MoodReaction> reaction);
-    void setAccent(Color accent);
     /// Whether it lives. Where it doesn't it stands still, and costs nothing while nobody looks.
     void setAlive(bool alive);
 
@@ -51,7 +49,6 @@ private:
     int lookX_ = 0;
     std::optional<Date> revealFrom_;
     std::optional<MoodReaction> reaction_;
-    Color accent_ = AccentKey::defaultValue;
     bool alive_ = true;
     std::shared_ptr<WindowTicker> ticker_;  ///< while mapped and alive
     sigc::connection reactionEnd_;

@@ -37,7 +37,7 @@ LibraryRow::LibraryRow(const SiteIcons& icons) : icon_(icons, iconSize) {
 
 void LibraryRow::show(const LibraryEntry& entry, const LibraryView::Row& row) {
     entry_ = entry;
-    icon_.setHost(row.host);
+    icon_.setHost(row.iconHost());
     title_.set_text(row.title);
     host_.set_text(row.host);
     time_.set_text(row.time);
