@@ -483,6 +483,17 @@ class InstallTest(Folder):
         self.assertEqual([path for path in self.files(home) if not path.endswith("mimeinfo.cache")],
                          sorted([self.COMMAND, self.ENTRY, self.ICON]))
 
+    def test_an_entry_whose_addresses_the_desktop_wrote_anew_is_removed(self):
+        home = self.installed()
+        lines = (home / self.ENTRY).read_text().splitlines()
+        lines = [line for line in lines if not line.startswith("MimeType=")]
+        (home / self.ENTRY).write_text("\n".join([*lines, "MimeType=text/html;", ""]))
+
+        answer = self.install(home, "--remove")
+
+        self.assertEqual((answer.returncode, answer.stdout), (0, ""))
+        self.assertEqual(self.files(home), [])
+
     def test_where_it_never_was_nothing_is_removed(self):
         home = self.home()
         (home / self.COMMAND).parent.mkdir(parents=True)
