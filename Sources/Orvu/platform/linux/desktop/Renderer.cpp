@@ -24,7 +24,11 @@ bool hasGraphicsProcessor() {
 }  // namespace
 
 void chooseRenderer() {
-    if (!hasGraphicsProcessor()) g_setenv("GSK_RENDERER", "cairo", false);
+    if (hasGraphicsProcessor()) return;
+    g_setenv("GSK_RENDERER", "cairo", false);
+    // Pages put their layers together by the emulated one all the same; only what is in them isn't
+    // painted by it. Switched off altogether, pages would lose their third dimension.
+    g_setenv("WEBKIT_SKIA_ENABLE_CPU_RENDERING", "1", false);
 }
 
 }  // namespace orvu
