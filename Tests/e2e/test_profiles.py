@@ -112,6 +112,19 @@ class ProfilesTest(BrowserTest):
         until(lambda: brightness() > 200, "a light window", brightness)
         self.picture("private-window-with-a-profile")
 
+    def test_a_key_changes_over_while_the_keyboard_is_in_the_assistants_field(self):
+        self.start_and_open(self.server.page("/a", "A page"))
+        for number in (2, 1) * 3:
+            self.hands.go_on("ctrl+j")
+            self.windows.find("push button", "Close Kesto")
+            until(lambda: any(node.role == "text" for node in self.windows.focused()),
+                  "the keyboard in the panel", self.windows.focused)
+
+            self.hands.go_on(f"alt+{number}")
+
+            self.windows.wait_until_gone("push button", "Close Kesto")
+            self.app.check_runs()
+
     def test_ninth_place_without_a_profile_does_nothing(self):
         page = self.server.page("/page")
         self.app.start(page)

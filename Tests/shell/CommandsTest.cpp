@@ -31,6 +31,7 @@ protected:
         const auto view = viewOf(store);
         asked.clear();
         pressIn(*view, keys);
+        world.loop.advance(std::chrono::milliseconds{0});
         return asked;
     }
     Strings run(const std::shared_ptr<BrowserStore>& store, std::string_view name) {
@@ -271,6 +272,7 @@ TEST_F(CommandsTest, TheDigitsOfProfilesFollowTheListAsItStands) {
 
     for (const auto& command : commands()) {
         if (command.name.starts_with("profile")) command.runIn(*view);
+        world.loop.advance(std::chrono::milliseconds{0});
     }
 
     EXPECT_EQ(asked, Strings{});

@@ -43,7 +43,6 @@ void BrowserView::switchProfile(const Profile& profile) const {
     switchTo(profile);
 }
 
-/// The view that was pressed ends with this one: that waits until its signal is over.
 void BrowserView::switchSoon(const Profile& profile) {
     switching_ = services().platform().loop.after(
         std::chrono::milliseconds{0},

@@ -52,6 +52,8 @@ public:
     [[nodiscard]] UpdateAsk& updateAsk() { return updateAsk_; }
     /// Gives the window a store of another profile, which ends this view.
     void switchProfile(const Profile& profile) const;
+    /// The same once what asks for it is over: all of the window's views end with it.
+    void switchSoon(const Profile& profile);
     /// The window's profile as it is now; once it is deleted, as it was when this view was made.
     [[nodiscard]] Profile profile() const;
     /// The row of profiles; null in a private window.
@@ -119,7 +121,6 @@ public:
 
 private:
     void watchSheets();
-    void switchSoon(const Profile& profile);
 
     const std::shared_ptr<BrowserStore> store_;
     const Shared shared_;

@@ -83,16 +83,19 @@ void KestoComposerView::addInput() {
     setAccessibleLabel(field_, prompt);
     field_.set_width_chars(1);
     field_.set_hexpand(true);
-    field_.signal_changed().connect([this] { panel_.text.set(field_.get_text().raw()); });
-    field_.signal_activate().connect([this] { panel_.submit(); });
+    // The toolkit holds the field for as long as one of its keys is in hand, which may end this: then it
+    // loses the keyboard once more.
+    const auto ours = [this](auto slot) { return sigc::track_object(std::move(slot), *this); };
+    field_.signal_changed().connect(ours([this] { panel_.text.set(field_.get_text().raw()); }));
+    field_.signal_activate().connect(ours([this] { panel_.submit(); }));
     const auto keys = Gtk::EventControllerKey::create();
     keys->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
     keys->signal_key_pressed().connect(
-        [this](guint key, guint, Gdk::ModifierType) { return keyPressed(key); }, false);
+        ours([this](guint key, guint, Gdk::ModifierType) { return keyPressed(key); }), false);
     field_.add_controller(keys);
     const auto focus = Gtk::EventControllerFocus::create();
-    focus->signal_enter().connect([this] { panel_.inputFocused.set(true); });
-    focus->signal_leave().connect([this] { panel_.inputFocused.set(false); });
+    focus->signal_enter().connect(ours([this] { panel_.inputFocused.set(true); }));
+    focus->signal_leave().connect(ours([this] { panel_.inputFocused.set(false); }));
     field_.add_controller(focus);
     panel_.inputFocused.connectChanged(sigc::mem_fun(*this, &KestoComposerView::focusChanged));
     input_.append(field_);

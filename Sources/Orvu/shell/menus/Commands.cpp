@@ -428,7 +428,7 @@ Commands numbered() {
                  const auto& profiles = view.services().profiles().profiles();
                  if (index >= profiles.size()) return;
                  const Profile profile = profiles[index];
-                 if (profile.id != view.store().profile().id) view.switchProfile(profile);
+                 if (profile.id != view.store().profile().id) view.switchSoon(profile);
              }},
              .keys = {"⌃" + digit}});
     }
