@@ -120,6 +120,39 @@ class KeysTest(BrowserTest):
 
         self.assertEqual([each for each in self.windows.titles() if each != "Orvu"], [])
 
+    def test_the_menus_for_text_act_on_what_had_the_keyboard(self):
+        url = self.server.page("/form", "form", "<textarea style='position:fixed;inset:0' "
+                               "oninput='fetch(`/report/text-${value}`)' autofocus></textarea>")
+        self.start_with_only(url)
+        self.wait_until_loaded()
+        self.hands.click()
+        self.hands.press("a", "b")
+        self.server.wait_for_report("text-ab")
+
+        self.choose_in_edit_menu("Select All")
+        self.hands.go_on("c")
+
+        self.server.wait_for_report("text-c")
+        self.choose_in_edit_menu("Undo")
+        self.server.wait_for_report("text-ab")
+
+    def test_a_line_of_the_menu_that_leads_the_keyboard_elsewhere_does(self):
+        self.start_with_only(self.server.page("/page", "page"))
+        self.wait_until_loaded()
+        for title, focus in (("Find in Page…", "Find in page"), ("History", "Search history"),
+                             ("New Tab", "Search, type a site, or ask Kesto")):
+            self.open_more_menu()
+            self.windows.press("menu item", title)
+            self.windows.wait_until_gone("menu item", "Actual Size")
+            self.wait_for_focus(focus)
+
+    def choose_in_edit_menu(self, title):
+        self.click_on("push button", "More")
+        self.windows.find("menu item", "Actual Size")
+        self.windows.press("menu item", "Edit")
+        self.windows.press("menu item", title)
+        self.windows.wait_until_gone("menu item", "Actual Size")
+
     def test_digits_select_tabs(self):
         self.start_with("a", "b", "c")
 

@@ -108,13 +108,7 @@ void BrowserWindowView::showLook() {
     if (!store.isPrivate()) window_.add_css_class("look-" + std::to_string(index));
 }
 
-bool BrowserWindowView::isVisible() const {
-    if (!window_.get_visible() || !window_.get_mapped()) return false;
-    GdkSurface* const surface =
-        gtk_native_get_surface(GTK_NATIVE(const_cast<GtkApplicationWindow*>(window_.gobj())));
-    return surface &&
-           (gdk_toplevel_get_state(GDK_TOPLEVEL(surface)) & GDK_TOPLEVEL_STATE_MINIMIZED) == 0;
-}
+bool BrowserWindowView::isVisible() const { return window_.get_visible() && window_.get_mapped(); }
 
 bool BrowserWindowView::isKey() const { return window_.is_active(); }
 
@@ -126,6 +120,14 @@ void BrowserWindowView::present() {
     const bool first = !window_.get_mapped();
     window_.present();
     if (first && place_) moveWindow(GTK_WINDOW(window_.gobj()), *place_);
+}
+
+void BrowserWindowView::edit(EditingCommand command) {
+    if (editInFocus(window_, command)) return;
+    // The menu in which it was chosen has the keyboard until it is closed.
+    edits_ = services_.platform().loop.after(std::chrono::milliseconds{0}, [this, command] {
+        static_cast<void>(editInFocus(window_, command));
+    });
 }
 
 void BrowserWindowView::performZoom() {

@@ -37,7 +37,7 @@ public:
     void performZoom() override;
     void toggleFullScreen() override;
     void openPrivately(const Url& url) override { windows_.openPrivately(url); }
-    void edit(EditingCommand command) override { editInFocus(window_, command); }
+    void edit(EditingCommand command) override;
 
 private:
     void addCommands();
@@ -64,6 +64,7 @@ private:
     std::optional<Point> place_;
     Scheduled savesFrame_;
     Scheduled closes_;
+    Scheduled edits_;
     bool remembersFrame_ = false;
     bool frameIsUnsaved_ = false;
 };

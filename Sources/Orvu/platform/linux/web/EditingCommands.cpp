@@ -24,15 +24,15 @@ constexpr std::array<CommandNames, 6> names{
 
 }  // namespace
 
-void editInFocus(Gtk::Window& window, EditingCommand command) {
+bool editInFocus(Gtk::Window& window, EditingCommand command) {
     Gtk::Widget* const focus = window.get_focus();
     const auto found = std::ranges::find(names, command, &CommandNames::command);
-    if (!focus || found == names.end()) return;
+    if (!focus || found == names.end()) return false;
     if (WEBKIT_IS_WEB_VIEW(focus->gobj())) {
         webkit_web_view_execute_editing_command(WEBKIT_WEB_VIEW(focus->gobj()), found->inPage);
-    } else {
-        gtk_widget_activate_action(focus->gobj(), found->inField, nullptr);
+        return true;
     }
+    return gtk_widget_activate_action(focus->gobj(), found->inField, nullptr) != FALSE;
 }
 
 }  // namespace orvu

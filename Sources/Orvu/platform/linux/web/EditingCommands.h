@@ -6,7 +6,7 @@
 
 namespace orvu {
 
-/// Edits where the keyboard is: in a page or in a text field.
-void editInFocus(Gtk::Window& window, EditingCommand command);
+/// Edits where the keyboard is: in a page or in a text field. False if it is elsewhere.
+bool editInFocus(Gtk::Window& window, EditingCommand command);
 
 }  // namespace orvu

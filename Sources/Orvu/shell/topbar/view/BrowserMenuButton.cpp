@@ -2,6 +2,7 @@
 
 #include "foundation/text/Translation.h"
 #include "look/view/Accessible.h"
+#include "look/view/Keyboard.h"
 #include "look/view/SymbolImage.h"
 #include "look/view/Tooltips.h"
 #include "shell/menus/BrowserMenu.h"
@@ -47,8 +48,26 @@ BrowserMenuButton::BrowserMenuButton(std::shared_ptr<BrowserStore> store)
     popover_.set_halign(Gtk::Align::END);  // the window ends here
     set_popover(popover_);
     hideTooltipWhileOpen(*this, popover_);
+    set_focus_on_click(false);
+    gtk_menu_button_set_create_popup_func(Gtk::MenuButton::gobj(), &BrowserMenuButton::opens, this,
+                                          nullptr);
     popover_.signal_show().connect(sigc::mem_fun(*this, &BrowserMenuButton::fill));
+    popover_.signal_closed().connect(sigc::mem_fun(*this, &BrowserMenuButton::closed));
     fill();
+}
+
+BrowserMenuButton::~BrowserMenuButton() { g_clear_weak_pointer(&focusBefore_); }
+
+/// Before the menu takes the keyboard.
+void BrowserMenuButton::opens(GtkMenuButton*, gpointer self) {
+    auto& button = *static_cast<BrowserMenuButton*>(self);
+    auto* const focus = focusOf(button);
+    g_set_weak_pointer(&button.focusBefore_, focus ? focus->gobj() : nullptr);
+}
+
+void BrowserMenuButton::closed() {
+    if (focusBefore_ && gtk_widget_get_root(focusBefore_)) gtk_widget_grab_focus(focusBefore_);
+    g_clear_weak_pointer(&focusBefore_);
 }
 
 void BrowserMenuButton::fill() {

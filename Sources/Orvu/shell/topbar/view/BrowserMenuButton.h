@@ -17,14 +17,20 @@ namespace orvu {
 class BrowserMenuButton : public Gtk::MenuButton {
 public:
     explicit BrowserMenuButton(std::shared_ptr<BrowserStore> store);
+    BrowserMenuButton(const BrowserMenuButton&) = delete;
+    BrowserMenuButton& operator=(const BrowserMenuButton&) = delete;
+    ~BrowserMenuButton() override;
 
 private:
+    static void opens(GtkMenuButton*, gpointer self);
     void fill();
+    void closed();
 
     const std::shared_ptr<BrowserStore> store_;
     const Glib::RefPtr<Gio::Menu> menu_ = Gio::Menu::create();
     Gtk::PopoverMenu popover_{menu_, Gtk::PopoverMenu::Flags::NESTED};
     Gtk::Image ellipsis_;
+    GtkWidget* focusBefore_ = nullptr;  ///< what the menu's lines about text are about
 };
 
 }  // namespace orvu
