@@ -42,6 +42,16 @@ TEST_F(AddressNotchBodyTest, ReturnWithoutAChosenRowRunsThePrimaryRow) {
     EXPECT_FALSE(notch.isOpen());
 }
 
+TEST_F(AddressNotchBodyTest, ARowThatIsGoneToClosesTheLibrary) {
+    store->setLibrarySection(LibrarySection::history);
+    openAndType("be");
+
+    EXPECT_TRUE(body->press(NotchKey::enter));
+
+    EXPECT_EQ(front(*store), "https://bees.example");
+    EXPECT_FALSE(store->librarySection());
+}
+
 TEST_F(AddressNotchBodyTest, ReturnAfterDownArrowRunsTheFirstEntry) {
     openAndType("maps");
     const auto tab = tabAt(*store, "https://maps.example/");

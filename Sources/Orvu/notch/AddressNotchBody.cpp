@@ -91,6 +91,7 @@ void AddressNotchBody::search(const std::string& text) {
 
 void AddressNotchBody::load(const Url& url) {
     if (const auto front = store_->active()) front->webView().load(url);
+    store_->setLibrarySection(std::nullopt);
     notch_.close();
 }
 
