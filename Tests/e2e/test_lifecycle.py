@@ -162,6 +162,14 @@ class LifecycleTest(BrowserTest):
         until_equal(lambda: self.hands.windows("Orvu"), [], "the windows on the display")
         self.app.start_again()
         until(lambda: self.hands.windows("Orvu"), "the window on the display again")
+        self.assertEqual(self.app.windows(), [1])
+
+        self.app.action("performMiniaturize")
+        until_equal(lambda: self.hands.windows("Orvu"), [], "the windows on the display")
+        self.app.start_again(self.server.page("/link"))
+        until(lambda: self.hands.windows("Orvu"), "the window on the display again")
+        self.wait_for_visit(self.server.url("/link"))
+        self.assertEqual(self.app.windows(), [1])
 
         for action in ("performZoom", "performZoom", "toggleFullScreen", "toggleFullScreen"):
             self.app.action(action)

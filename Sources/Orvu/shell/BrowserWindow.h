@@ -17,7 +17,8 @@ public:
 
     /// Shows this store from now on, in the frame that the window has.
     virtual void setContent(const std::shared_ptr<BrowserStore>& store) = 0;
-    /// Whether a person could see it: neither hidden nor minimised.
+    /// Whether it stands on the desktop. A minimised one does: its person sees it in the list of
+    /// tasks, and it comes back when it is presented.
     [[nodiscard]] virtual bool isVisible() const = 0;
     /// Whether it has the keyboard.
     [[nodiscard]] virtual bool isKey() const = 0;

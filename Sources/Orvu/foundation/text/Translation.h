@@ -27,7 +27,7 @@ public:
     constexpr explicit Phrase(const char* english) : english_(english) {}
 
     /// In the person's language; it lasts as long as the program.
-    [[nodiscard]] const char* c_str() const;
+    [[nodiscard]] const char* c_str() const;  // NOLINT(readability-identifier-naming)
     [[nodiscard]] constexpr bool empty() const { return *english_ == '\0'; }
     operator std::string_view() const { return c_str(); }
     operator std::string() const { return c_str(); }
