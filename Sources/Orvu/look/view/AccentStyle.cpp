@@ -5,6 +5,8 @@
 #include "look/view/CssColor.h"
 #include "profiles/ProfileLook.h"
 
+#include <gtkmm/root.h>
+
 namespace orvu {
 namespace {
 
