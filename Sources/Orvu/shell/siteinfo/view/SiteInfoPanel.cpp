@@ -1,6 +1,7 @@
 #include "shell/siteinfo/view/SiteInfoPanel.h"
 
 #include "foundation/text/DisplayHost.h"
+#include "foundation/text/Translation.h"
 #include "look/view/Accessible.h"
 #include "look/view/CssClass.h"
 #include "look/view/SymbolImage.h"
@@ -95,7 +96,7 @@ void SiteInfoPanel::addPermission(CaptureKind kind) {
         auto& button = choices[i];
         const std::string choiceTitle{SiteInfo::title(choice)};
         button.set_label(choiceTitle);
-        setAccessibleLabel(button, title + ": " + choiceTitle);
+        setAccessibleLabel(button, tr("{1}: {2}", title, choiceTitle));
         if (i > 0) button.set_group(choices[0]);
         button.signal_toggled().connect(
             [this, kind, choice, &button] { choose(kind, choice, button); });
