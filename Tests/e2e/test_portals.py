@@ -8,7 +8,7 @@ from gi.repository import GLib  # noqa: E402
 from harness.browsers import Browsers, pages
 from harness.case import BrowserTest
 from harness.importing import ImportWindow
-from harness.portal import APPEARANCE, SCHEME, USED, Portal
+from harness.portal import APPEARANCE, SCHEME, USED, Portal, without_other_programs
 from harness.wait import until, until_equal
 
 NO_PREFERENCE, DARK, LIGHT = (GLib.Variant("u", each) for each in range(3))
@@ -79,7 +79,7 @@ class NoPortalTest(BrowserTest):
 class SandboxedTest(PortalTest):
     """The program uses the portal wherever there is one, as it does in a sandbox."""
 
-    environment = USED
+    environment = USED | without_other_programs()
 
     def test_the_portal_chooses_files(self):
         marked = pages("kept.example", 2)

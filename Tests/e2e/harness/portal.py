@@ -1,5 +1,10 @@
 """The portal of a desktop, played on the session bus."""
 
+import atexit
+import functools
+import pathlib
+import shutil
+import tempfile
 import threading
 
 import gi
@@ -17,6 +22,18 @@ SETTINGS, FILES, OPENING, NETWORK, PROXIES = (
 APPEARANCE, SCHEME = "org.freedesktop.appearance", "color-scheme"
 # What makes a program use it that is not in a sandbox: its libraries for files, and its toolkit.
 USED = {"GTK_USE_PORTAL": "1", "GDK_DEBUG": "portals"}
+
+
+@functools.cache
+def without_other_programs():
+    """An environment in which the machine's programs can't be seen, as from within a sandbox: its
+    data, all but the entries of programs."""
+    data = pathlib.Path(tempfile.mkdtemp(prefix="orvu-data-"))
+    atexit.register(shutil.rmtree, data, ignore_errors=True)
+    for each in pathlib.Path("/usr/share").iterdir():
+        if each.name != "applications":
+            (data / each.name).symlink_to(each)
+    return {"XDG_DATA_DIRS": str(data)}
 
 
 def _method_of(name, arguments, answer):
