@@ -2,7 +2,7 @@
 #include "fakes/FakeHttpSession.h"
 #include "fakes/FakeImageCodec.h"
 #include "fakes/VirtualMainLoop.h"
-#include "platform/linux/images/DecoderProcess.h"
+#include "platform/linux/images/DecoderProgram.h"
 #include "platform/linux/images/decoder/PictureDecoding.h"
 #include "site/Favicons.h"
 #include "support/IconFiles.h"
@@ -41,10 +41,9 @@ void lookUpIcon(benchmark::State& state) {
 
 /// What the start of the decoder costs the main thread, which does not wait until it is ready.
 void startDecoder(benchmark::State& state) {
-    const auto command = DecoderProcess::command(DecoderProcess::installedDecoder(),
-                                                 DecoderProcess::Isolation::bubblewrap);
+    const auto command = decoderCommand(installedDecoder(), ConfinedProcess::Isolation::bubblewrap);
     for (auto _ : state) {
-        auto process = DecoderProcess::start(command, {.said = [](auto) {}, .ended = [] {}});
+        auto process = ConfinedProcess::start(command, {.said = [](auto) {}, .ended = [] {}});
         if (!process) state.SkipWithError("no process");
         state.PauseTiming();
         process.reset();

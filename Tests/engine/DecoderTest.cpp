@@ -11,10 +11,10 @@ namespace orvu {
 namespace {
 
 using namespace std::chrono_literals;
-using Isolation = DecoderProcess::Isolation;
+using Isolation = ConfinedProcess::Isolation;
 using Sizes = std::vector<int>;
 
-const auto realDecoder = DecoderProcess::installedDecoder();
+const auto realDecoder = installedDecoder();
 const auto faultyDecoder = realDecoder.parent_path() / "orvu-faulty-decoder";
 constexpr auto keptName = "orvu-image-deco";  // as the kernel cuts it
 
@@ -54,7 +54,7 @@ protected:
         command.insert(command.end(), layers);
         std::string report;
         bool ended = false;
-        const auto process = DecoderProcess::start(
+        const auto process = ConfinedProcess::start(
             std::move(command), {.said = [&](std::string_view bytes) { report += bytes; },
                                  .ended = [&] { ended = true; }});
         EXPECT_TRUE(process);
@@ -109,7 +109,7 @@ TEST_P(DecoderTest, PicturesBecomePngFilesAndBack) {
 
 TEST_P(DecoderTest, WithinItNothingOutsideCanBeReached) {
     const auto report =
-        probed(DecoderProcess::command(realDecoder, GetParam()), {"namespaces", "files", "calls"});
+        probed(decoderCommand(realDecoder, GetParam()), {"namespaces", "files", "calls"});
 
     EXPECT_EQ(linesWith(report, ": possible"), std::vector<std::string>{}) << report;
     EXPECT_EQ(linesWith(report, ": refused").size(), 16U) << report;
@@ -127,8 +127,8 @@ TEST_F(DecoderTest, WhatIsTriedIsPossibleForAProcessThatGaveUpNothing) {
 TEST_F(DecoderTest, EachLayerHoldsForItself) {
     const auto withoutFiles = linesWith(probed({realDecoder.string()}, {"files"}), ": refused");
     const auto calls = linesWith(probed({realDecoder.string()}, {"calls"}), ": refused");
-    const auto root = linesWith(
-        probed(DecoderProcess::command(realDecoder, Isolation::bubblewrap), {}), ": refused");
+    const auto root =
+        linesWith(probed(decoderCommand(realDecoder, Isolation::bubblewrap), {}), ": refused");
 
     for (const auto* each : {"read a file", "read a library", "read a folder", "write a file"}) {
         EXPECT_TRUE(std::ranges::count(withoutFiles, each)) << each;
@@ -141,7 +141,7 @@ TEST_F(DecoderTest, EachLayerHoldsForItself) {
 TEST_F(DecoderTest, ADecoderThatShutsItselfInEndsWithItsParent) {
     std::string said;
     bool ended = false;
-    const auto process = DecoderProcess::start(
+    const auto process = ConfinedProcess::start(
         {"sh", "-c", "\"$0\" --own-namespaces <&1 & wait", realDecoder.string()},
         {.said = [&](std::string_view bytes) { said += bytes; }, .ended = [&] { ended = true; }});
     ASSERT_TRUE(process);

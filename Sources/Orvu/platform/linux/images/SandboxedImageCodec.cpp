@@ -57,7 +57,7 @@ struct SandboxedImageCodec::State : std::enable_shared_from_this<State> {
     std::deque<Job> waiting;
     std::optional<Job> running;
     std::uint32_t lastNumber = 0;
-    std::unique_ptr<DecoderProcess> process;
+    std::unique_ptr<ConfinedProcess> process;
     bool hasGreeted = false;     ///< and listens
     bool hasServed = false;      ///< a picture before this one
     DecoderAnswerReader reader;  ///< of what the process says next
@@ -98,8 +98,8 @@ struct SandboxedImageCodec::State : std::enable_shared_from_this<State> {
         hasGreeted = false;
         hasServed = false;
         reader = DecoderAnswerReader{};
-        process = DecoderProcess::start(
-            DecoderProcess::command(options.decoder, options.isolation),
+        process = ConfinedProcess::start(
+            decoderCommand(options.decoder, options.isolation),
             {.said = [this](std::string_view bytes) { hear(bytes); }, .ended = [this] { fail(); }});
         if (process) return;
         // Whoever asked hears of it in a later turn, as in every case.
@@ -135,8 +135,8 @@ struct SandboxedImageCodec::State : std::enable_shared_from_this<State> {
 
     /// False if there is no other.
     bool takeOtherIsolation() {
-        if (options.isolation == DecoderProcess::Isolation::own) return false;
-        options.isolation = DecoderProcess::Isolation::own;
+        if (options.isolation == ConfinedProcess::Isolation::own) return false;
+        options.isolation = ConfinedProcess::Isolation::own;
         return true;
     }
 
@@ -202,7 +202,7 @@ Future<std::string> SandboxedImageCodec::encodePng(ImagePointer image) {
 
 bool SandboxedImageCodec::isRunning() const { return state_->process != nullptr; }
 
-DecoderProcess::Isolation SandboxedImageCodec::isolation() const {
+ConfinedProcess::Isolation SandboxedImageCodec::isolation() const {
     return state_->options.isolation;
 }
 

@@ -2,7 +2,7 @@
 
 #include "platform/ImageCodec.h"
 #include "platform/MainLoop.h"
-#include "platform/linux/images/DecoderProcess.h"
+#include "platform/linux/images/DecoderProgram.h"
 
 #include <chrono>
 #include <filesystem>
@@ -18,9 +18,9 @@ namespace orvu {
 class SandboxedImageCodec : public ImageCodec {
 public:
     struct Options {
-        std::filesystem::path decoder = DecoderProcess::installedDecoder();
+        std::filesystem::path decoder = installedDecoder();
         /// Where bubblewrap can't work, the other way is taken.
-        DecoderProcess::Isolation isolation = DecoderProcess::Isolation::bubblewrap;
+        ConfinedProcess::Isolation isolation = ConfinedProcess::Isolation::bubblewrap;
         std::chrono::milliseconds deadline = std::chrono::seconds{5};  ///< for one picture
         std::chrono::milliseconds idleTime = std::chrono::seconds{5};
     };
@@ -38,7 +38,7 @@ public:
     /// Whether there is a process.
     [[nodiscard]] bool isRunning() const;
     /// How processes are started from now on.
-    [[nodiscard]] DecoderProcess::Isolation isolation() const;
+    [[nodiscard]] ConfinedProcess::Isolation isolation() const;
 
 private:
     struct State;

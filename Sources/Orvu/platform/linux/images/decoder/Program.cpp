@@ -1,6 +1,6 @@
 #include "platform/linux/images/DecoderMessages.h"
-#include "platform/linux/images/decoder/Confinement.h"
-#include "platform/linux/images/decoder/ConfinementProbe.h"
+#include "platform/linux/confinement/Confinement.h"
+#include "platform/linux/confinement/ConfinementProbe.h"
 #include "platform/linux/images/decoder/PictureDecoding.h"
 
 #include <malloc.h>
@@ -132,7 +132,7 @@ int main(int argc, char** argv) {
     const Arguments arguments{{argv + std::min(argc, 1), argv + argc}};
     const bool probes = arguments.have("--probe");
     const auto gives = [&](std::string_view layer) { return !probes || arguments.have(layer); };
-    limitResources();
+    limitResources({.memory = 512UL << 20, .seconds = 20});  // libraries take 100 MB
     close_range(STDERR_FILENO + 1, ~0U, 0);
     mallopt(M_ARENA_MAX, 1);  // each would take 64 MB of addresses
     const bool own = arguments.have("--own-namespaces");

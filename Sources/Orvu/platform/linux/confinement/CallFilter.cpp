@@ -1,4 +1,4 @@
-#include "platform/linux/images/decoder/CallFilter.h"
+#include "platform/linux/confinement/CallFilter.h"
 
 #include <linux/audit.h>
 #include <linux/filter.h>
@@ -109,9 +109,10 @@ private:
 
 }  // namespace
 
-bool installCallFilter() {
+bool installCallFilter(std::initializer_list<long> furtherCalls) {
     Filter filter;
     for (const long call : allowedCalls) filter.allow(call);
+    for (const long call : furtherCalls) filter.allow(call);
     filter.allowIf(SYS_mmap, 2, PROT_EXEC, 0);
     filter.allowIf(SYS_mprotect, 2, PROT_EXEC, 0);
     filter.allowIf(SYS_clone, 0, CLONE_THREAD, CLONE_THREAD);

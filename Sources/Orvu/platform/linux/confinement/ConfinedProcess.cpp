@@ -1,4 +1,4 @@
-#include "platform/linux/images/DecoderProcess.h"
+#include "platform/linux/confinement/ConfinedProcess.h"
 
 #include <fcntl.h>
 #include <glib-unix.h>
@@ -19,17 +19,18 @@
 namespace orvu {
 namespace {
 
-constexpr auto decoderName = "orvu-image-decoder";
+constexpr int fileNumber = STDERR_FILENO + 1;
 
 /// What a new process is given and what is taken from it.
 class Inheritance {
 public:
-    explicit Inheritance(int socket) {
+    Inheritance(int socket, const FileDescriptor& file) {
         posix_spawn_file_actions_init(&actions_);
         posix_spawn_file_actions_adddup2(&actions_, socket, STDIN_FILENO);
         posix_spawn_file_actions_adddup2(&actions_, socket, STDOUT_FILENO);
         posix_spawn_file_actions_addopen(&actions_, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-        posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);
+        if (file) posix_spawn_file_actions_adddup2(&actions_, file.get(), fileNumber);
+        posix_spawn_file_actions_addclosefrom_np(&actions_, file ? fileNumber + 1 : fileNumber);
         posix_spawnattr_init(&attributes_);
         sigset_t all;
         sigset_t none;
@@ -80,41 +81,41 @@ void reapLater(FileDescriptor process) {
 
 }  // namespace
 
-std::filesystem::path DecoderProcess::installedDecoder() {
+std::filesystem::path ConfinedProcess::installedProgram(const std::string& name) {
     std::error_code failure;
     const auto folder = std::filesystem::read_symlink("/proc/self/exe", failure).parent_path();
-    const auto beside = folder / decoderName;
+    const auto beside = folder / name;
     if (std::filesystem::exists(beside, failure)) return beside;
-    return (folder / ORVU_DECODER_FOLDER / decoderName).lexically_normal();
+    return (folder / ORVU_PROGRAMS_FOLDER / name).lexically_normal();
 }
 
-std::vector<std::string> DecoderProcess::command(const std::filesystem::path& decoder,
-                                                 Isolation isolation) {
-    if (isolation == Isolation::own) return {decoder.string(), "--own-namespaces"};
-    std::vector<std::string> command{
-        "bwrap", "--unshare-all", "--die-with-parent", "--cap-drop", "ALL", "--chdir", "/"};
+std::vector<std::string> ConfinedProcess::command(const Program& program, Isolation isolation) {
+    std::vector<std::string> command;
     const auto add = [&](std::initializer_list<std::string> words) {
         command.insert(command.end(), words);
     };
-    // Libraries, and what letters are drawn with.
-    for (const auto* folder :
-         {"/lib", "/lib64", "/usr/lib", "/usr/lib64", "/usr/local/lib", "/etc/ld.so.cache",
-          "/etc/fonts", "/usr/share/fonts", "/usr/local/share/fonts", "/usr/share/fontconfig",
-          "/var/cache/fontconfig"}) {
-        add({"--ro-bind-try", folder, folder});
+    if (isolation == Isolation::own) {
+        add({program.file, "--own-namespaces"});
+    } else {
+        add({"bwrap", "--unshare-all", "--die-with-parent", "--cap-drop", "ALL", "--chdir", "/"});
+        for (const auto* folder :
+             {"/lib", "/lib64", "/usr/lib", "/usr/lib64", "/usr/local/lib", "/etc/ld.so.cache"}) {
+            add({"--ro-bind-try", folder, folder});
+        }
+        for (const auto& each : program.folders) add({"--ro-bind-try", each, each});
+        add({"--ro-bind", program.file, program.file, "--remount-ro", "/", program.file});
     }
-    const std::string inside = std::string{"/"} + decoderName;
-    add({"--ro-bind", decoder.string(), inside, "--remount-ro", "/", inside});
+    command.insert(command.end(), program.arguments.begin(), program.arguments.end());
     return command;
 }
 
-std::unique_ptr<DecoderProcess> DecoderProcess::start(std::vector<std::string> command,
-                                                      Events events) {
+std::unique_ptr<ConfinedProcess> ConfinedProcess::start(std::vector<std::string> command,
+                                                        Events events, const FileDescriptor& file) {
     std::array<int, 2> ends{};
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) return nullptr;
     FileDescriptor ours{ends[0]};
     const FileDescriptor theirs{ends[1]};
-    const auto started = Inheritance{theirs.get()}.spawn(command);
+    const auto started = Inheritance{theirs.get(), file}.spawn(command);
     if (!started) return nullptr;
     // Nobody else waits for it, so until then its number is its own.
     FileDescriptor process{static_cast<int>(syscall(SYS_pidfd_open, *started, 0))};
@@ -123,29 +124,29 @@ std::unique_ptr<DecoderProcess> DecoderProcess::start(std::vector<std::string> c
         waitpid(*started, nullptr, 0);
         return nullptr;
     }
-    return std::unique_ptr<DecoderProcess>{
-        new DecoderProcess(std::move(ours), std::move(process), std::move(events))};
+    return std::unique_ptr<ConfinedProcess>{
+        new ConfinedProcess(std::move(ours), std::move(process), std::move(events))};
 }
 
-DecoderProcess::DecoderProcess(FileDescriptor socket, FileDescriptor process, Events events)
+ConfinedProcess::ConfinedProcess(FileDescriptor socket, FileDescriptor process, Events events)
     : events_(std::move(events)), socket_(std::move(socket)), process_(std::move(process)) {
     hearing_ = g_unix_fd_add(
         socket_.get(), static_cast<GIOCondition>(G_IO_IN | G_IO_HUP | G_IO_ERR),
         [](int, GIOCondition, gpointer data) -> gboolean {
-            static_cast<DecoderProcess*>(data)->hear();
+            static_cast<ConfinedProcess*>(data)->hear();
             return G_SOURCE_CONTINUE;
         },
         this);
 }
 
-DecoderProcess::~DecoderProcess() {
+ConfinedProcess::~ConfinedProcess() {
     if (hearing_ != 0) g_source_remove(hearing_);
     stopWriting();
     syscall(SYS_pidfd_send_signal, process_.get(), SIGKILL, nullptr, 0);
     reapLater(std::move(process_));
 }
 
-void DecoderProcess::hear() {
+void ConfinedProcess::hear() {
     std::array<char, 65536> buffer;
     const auto count = recv(socket_.get(), buffer.data(), buffer.size(), MSG_DONTWAIT);
     if (count < 0 && (errno == EAGAIN || errno == EINTR)) return;
@@ -158,12 +159,12 @@ void DecoderProcess::hear() {
     ended();
 }
 
-void DecoderProcess::tell(std::string_view bytes) {
+void ConfinedProcess::tell(std::string_view bytes) {
     unwritten_ += bytes;
     write();
 }
 
-void DecoderProcess::write() {
+void ConfinedProcess::write() {
     const auto count =
         send(socket_.get(), unwritten_.data(), unwritten_.size(), MSG_DONTWAIT | MSG_NOSIGNAL);
     if (count > 0) unwritten_.erase(0, static_cast<std::size_t>(count));
@@ -174,13 +175,13 @@ void DecoderProcess::write() {
     writing_ = g_unix_fd_add(
         socket_.get(), G_IO_OUT,
         [](int, GIOCondition, gpointer data) -> gboolean {
-            static_cast<DecoderProcess*>(data)->write();
+            static_cast<ConfinedProcess*>(data)->write();
             return G_SOURCE_CONTINUE;
         },
         this);
 }
 
-void DecoderProcess::stopWriting() {
+void ConfinedProcess::stopWriting() {
     if (const unsigned source = std::exchange(writing_, 0)) g_source_remove(source);
 }
 

@@ -1,4 +1,4 @@
-#include "platform/linux/images/decoder/ConfinementProbe.h"
+#include "platform/linux/confinement/ConfinementProbe.h"
 
 #include <fcntl.h>
 #include <netinet/in.h>

@@ -1,6 +1,6 @@
-#include "platform/linux/images/decoder/Confinement.h"
+#include "platform/linux/confinement/Confinement.h"
 
-#include "platform/linux/images/decoder/CallFilter.h"
+#include "platform/linux/confinement/CallFilter.h"
 
 #include <linux/landlock.h>
 #include <sched.h>
@@ -10,14 +10,10 @@
 #include <unistd.h>
 
 #include <csignal>
-#include <cstdint>
-#include <initializer_list>
 
 namespace orvu {
 namespace {
 
-constexpr rlim_t memoryLimit = 512UL << 20;  // bytes of addresses, of which libraries take 100 MB
-constexpr rlim_t timeLimit = 20;             // seconds of one processor
 constexpr rlim_t openLimit = 32;
 constexpr rlim_t threadLimit = 64;  // letters take some threads for a moment
 
@@ -55,12 +51,12 @@ LandlockRules everythingOf(long version) {
 
 }  // namespace
 
-void limitResources() {
+void limitResources(const ResourceLimits& limits) {
     prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
     standApart();
     limit(RLIMIT_CORE, 0);
-    limit(RLIMIT_AS, memoryLimit);
-    limit(RLIMIT_CPU, timeLimit);
+    limit(RLIMIT_AS, limits.memory);
+    limit(RLIMIT_CPU, limits.seconds);
     limit(RLIMIT_FSIZE, 0);
     limit(RLIMIT_NOFILE, openLimit);
     limit(RLIMIT_MEMLOCK, 0);
@@ -89,6 +85,8 @@ bool giveUpFiles() {
     return done;
 }
 
-bool giveUpCalls() { return installCallFilter(); }
+bool giveUpCalls(std::initializer_list<long> furtherCalls) {
+    return installCallFilter(furtherCalls);
+}
 
 }  // namespace orvu
