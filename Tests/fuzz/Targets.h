@@ -19,6 +19,9 @@
 #include "pagetools/ReaderText.h"
 #include "platform/linux/foreign/LinuxForeignFiles.h"
 #include "platform/model/ChatStream.h"
+#include "platform/model/EngineMessages.h"
+#include "platform/model/GgufFile.h"
+#include "platform/model/ModelFile.h"
 #include "platform/model/ModelList.h"
 #include "platform/model/SocketOwner.h"
 #include "platform/linux/update/UpdateArchive.h"
@@ -453,6 +456,42 @@ inline std::string updateArchive(std::string_view input) {
     close(file);
     if (!isWritten) return "the archive can't be kept";
     return isSame ? "" : "it is read in two ways";
+}
+
+/// The head of a model's file.
+inline std::string modelFile(std::string_view input) {
+    const auto header = GgufHeader::read(fileBytes(input));
+    if (header != GgufHeader::read(fileBytes(input))) return "it is read in two ways";
+    if (!header) return {};
+    if (header->name.size() > input.size()) return "it has a longer name than itself";
+    if (header->isOfChatModel() && header->architecture.empty()) return "a model of no kind";
+    // As the file ends earlier it is another one, or none.
+    const auto half = GgufHeader::read(fileBytes(input.substr(0, input.size() / 2)));
+    return half && half->name != header->name ? "half of it has another name" : "";
+}
+
+/// What the process of a model says, what is remembered of models, and what another program lists.
+inline std::string modelMessages(std::string_view input) {
+    EngineAnswerReader whole;
+    const auto answers = whole.add(input);
+    std::vector<EngineAnswer> pieces;
+    EngineAnswerReader reader;
+    for (const char each : input) {
+        for (auto& answer : reader.add({&each, 1})) pieces.push_back(std::move(answer));
+    }
+    if (reader.isBroken() != whole.isBroken()) return "a cut changes whether it is broken";
+    if (!whole.isBroken() && pieces != answers) return "a cut changes the answers";
+    for (const auto& each : answers) {
+        if (const auto told = each.description(); told && !isWellFormed(told->name)) {
+            return "a name is no UTF-8";
+        }
+    }
+    const auto models = decodedModels(input);
+    if (decodedModels(encodedModels(models)) != models) return "the list of models changes";
+    for (const auto& each : modelsOfManifest(input)) {
+        if (each.size() != 71 || each.contains('/')) return "a manifest leads elsewhere";
+    }
+    return {};
 }
 
 }  // namespace orvu::fuzz

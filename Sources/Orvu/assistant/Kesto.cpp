@@ -117,6 +117,10 @@ std::optional<std::string> Kesto::message(std::optional<UnavailableReason> reaso
         case UnavailableReason::noServer:
             return phrase(
                 "Start Ollama or LM Studio so Kesto can answer; Orvu finds them by itself.");
+        case UnavailableReason::noFile:
+            return phrase(
+                "Start Ollama or LM Studio so Kesto can answer, or put a model file (GGUF) into "
+                "~/.local/share/Orvu/models; Orvu finds them by itself.");
         case UnavailableReason::noModel:
             return phrase("The model server on this Mac has no model that can answer yet.");
         case UnavailableReason::othersServer:
@@ -125,6 +129,14 @@ std::optional<std::string> Kesto::message(std::optional<UnavailableReason> reaso
                 "nothing.");
         case UnavailableReason::serverIsLoading:
             return phrase("The model on this Mac is still loading. Try again in a bit.");
+        case UnavailableReason::noMemory:
+            return phrase("There isn't enough free memory for a model on this Mac right now.");
+        case UnavailableReason::processor:
+            return phrase("This Mac's processor is too old to run a model.");
+        case UnavailableReason::notShutIn:
+            return phrase(
+                "A model can't be kept from files and the network on this Mac, so Kesto doesn't "
+                "run it.");
         case UnavailableReason::other:
             break;
     }

@@ -20,6 +20,10 @@ enum class UnavailableReason {
     noModel,          ///< one runs, and has no model that can answer
     othersServer,     ///< the only one there is belongs to another person of this computer
     serverIsLoading,  ///< one runs, and is not ready yet
+    noFile,           ///< no file with a model lies on this computer
+    noMemory,         ///< there is too little free memory for any that does
+    processor,        ///< the processor is too old to run one
+    notShutIn,        ///< one can't be kept from files and network here
 };
 
 /// The end of a request to a model.

@@ -28,7 +28,9 @@ TEST(ModelFailureTest, EachFailureHasASentenceOfItsOwn) {
 TEST(ModelFailureTest, EachReasonHasASentence) {
     for (const auto reason :
          {UnavailableReason::noServer, UnavailableReason::noModel, UnavailableReason::othersServer,
-          UnavailableReason::serverIsLoading, UnavailableReason::other}) {
+          UnavailableReason::serverIsLoading, UnavailableReason::noFile,
+          UnavailableReason::noMemory, UnavailableReason::processor, UnavailableReason::notShutIn,
+          UnavailableReason::other}) {
         EXPECT_TRUE(sentence(reason).ends_with('.'));
     }
 }

@@ -69,6 +69,14 @@ std::string sentence(const ModelError& error) {
             return phrase("The model is still loading; try again in a bit.");
         case ModelFailure::locked:
             return phrase("The model server asks for a key, which Orvu doesn't have.");
+        case ModelFailure::unloadable:
+            return phrase("The model's file can't be read.");
+        case ModelFailure::noMemory:
+            return phrase("There isn't enough free memory for the model.");
+        case ModelFailure::processor:
+            return phrase("This computer's processor is too old to run a model.");
+        case ModelFailure::notShutIn:
+            return phrase("The model can't be shut in on this system, so Orvu doesn't run it.");
         case ModelFailure::refused:
             break;
     }
@@ -86,6 +94,14 @@ std::string sentence(UnavailableReason reason) {
             return sentence(ModelError{ModelFailure::anotherPerson});
         case UnavailableReason::serverIsLoading:
             return sentence(ModelError{ModelFailure::loading});
+        case UnavailableReason::noFile:
+            return phrase("There is no model on this computer.");
+        case UnavailableReason::noMemory:
+            return sentence(ModelError{ModelFailure::noMemory});
+        case UnavailableReason::processor:
+            return sentence(ModelError{ModelFailure::processor});
+        case UnavailableReason::notShutIn:
+            return sentence(ModelError{ModelFailure::notShutIn});
         default:
             return sentence(ModelError{ModelFailure::unknownOwner});
     }

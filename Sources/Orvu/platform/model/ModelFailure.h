@@ -22,8 +22,12 @@ enum class ModelFailure {
     contextTooSmall,
     modelGone,
     loading,
-    locked,   ///< the server wants a key
-    refused,  ///< the server reports any other error
+    locked,      ///< the server wants a key
+    unloadable,  ///< the model's file can't be read
+    noMemory,    ///< the model takes more than there is
+    processor,   ///< there is no engine for this computer's processor
+    notShutIn,   ///< the model can't be kept from files and network, so it isn't run
+    refused,     ///< the server reports any other error
 };
 
 /// A failure with what the server says of it.
