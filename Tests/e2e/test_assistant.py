@@ -8,10 +8,9 @@ own_network.take()
 
 from harness.assistant import BUTTON, PANEL, PROMPT, Assistant  # noqa: E402
 from harness.case import PRIVATE, BrowserTest  # noqa: E402
-from harness.models import NAME, ModelServer  # noqa: E402
+from harness.models import MISSING, ModelServer, NAME  # noqa: E402
 from harness.wait import until, until_equal  # noqa: E402
 
-MISSING = "Start Ollama or LM Studio so Kesto can answer; Orvu finds them by itself."
 NO_SERVER = "Kesto couldn't answer that. There is no model server on this computer."
 
 

@@ -8,12 +8,11 @@ own_network.take()
 from harness import results  # noqa: E402
 from harness.case import PRIVATE, BrowserTest  # noqa: E402
 from harness.direct import DirectSite  # noqa: E402
-from harness.models import ModelServer  # noqa: E402
+from harness.models import MISSING, ModelServer  # noqa: E402
 from harness.results import BING, GOOGLE, HIDE, SEARCH, SHOW  # noqa: E402
 from harness.settings import SettingsWindow  # noqa: E402
 from harness.wait import until, until_equal  # noqa: E402
 
-MISSING = "Start Ollama or LM Studio so Kesto can answer; Orvu finds them by itself."
 THINKING, DONE = "Read 4 results · on this computer", "From 4 results · on this computer"
 REPLY = "Hold it at <b>fifteen</b> degrees [1][2]. See [more].\nNext: whetstones | - honing steel"
 ANSWER = "Hold it at fifteen degrees 1 2. See [more]."

@@ -6,7 +6,7 @@ own_network.take()
 
 from harness import results  # noqa: E402
 from harness.case import PRIVATE  # noqa: E402
-from harness.models import ModelServer  # noqa: E402
+from harness.models import MISSING, ModelServer  # noqa: E402
 from harness.pictures import PictureTest  # noqa: E402
 
 ANSWER = ("Soak the stone and hold the blade at fifteen degrees to it [1]. A honing steel only "
@@ -56,8 +56,7 @@ class SearchAnswersPicturesTest(PictureTest):
 
     def test_without_a_model(self):
         self.start_with_results()
-        self.results.wait_for_words(
-            "Start Ollama or LM Studio so Kesto can answer; Orvu finds them by itself.")
+        self.results.wait_for_words(MISSING)
         self.shoot("answer-without-model")
 
     def test_without_results(self):

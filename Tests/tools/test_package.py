@@ -13,15 +13,20 @@ ICON = "./usr/share/icons/hicolor/{0}x{0}/apps/app.orvu.Orvu.png"
 FILES = sorted([
     "./usr/bin/orvu",
     "./usr/libexec/orvu-image-decoder",
+    "./usr/libexec/orvu-model",
     "./usr/share/applications/app.orvu.Orvu.desktop",
     "./usr/share/doc/orvu/changelog.gz",
     "./usr/share/doc/orvu/copyright",
     "./usr/share/doc/orvu/licences/doto.txt",
+    "./usr/share/doc/orvu/licences/llama.cpp",
     "./usr/share/doc/orvu/licences/phosphor-icons.txt",
     "./usr/share/icons/hicolor/scalable/apps/app.orvu.Orvu.svg",
     "./usr/share/man/man1/orvu.1.gz",
     "./usr/share/metainfo/app.orvu.Orvu.metainfo.xml",
     *(ICON.format(size) for size in SIZES)])
+PROGRAMS = ("bin/orvu", "libexec/orvu-image-decoder", "libexec/orvu-model")
+# The engine of models, one library for each kind of processor among it.
+ENGINE = "./usr/lib/orvu/lib"
 # Some of what it must ask for: what it links, and what it runs or reads.
 NEEDED = {"libgtk-4-1", "libwebkitgtk-6.0-4", "libgtkmm-4.0-0", "libsqlite3-0", "libsoup-3.0-0",
           "bubblewrap", "ca-certificates", "glib-networking", "librsvg2-common"}
@@ -51,12 +56,17 @@ class PackageTest(unittest.TestCase):
                 output("dpkg-deb", "--contents", self.package).splitlines()]
 
     def test_it_holds_just_what_it_should(self):
-        self.assertEqual(sorted(name for *_, name in self.lines() if not name.endswith("/")), FILES)
+        names = sorted(name for *_, name in self.lines() if not name.endswith("/"))
+        self.assertEqual([name for name in names if not name.startswith(ENGINE)], FILES)
+        engine = [name.removeprefix(ENGINE) for name in names if name.startswith(ENGINE)]
+        self.assertTrue(all(name.startswith(("llama", "ggml")) for name in engine), engine)
+        for needed in ("ggml-base.so", "ggml-cpu-x64.so", "ggml-cpu-haswell.so"):
+            self.assertIn(needed, engine)
 
     def test_all_of_it_is_root_s_and_nobody_else_may_write(self):
         for mode, owner, *_, name in self.lines():
             self.assertEqual(owner, "root/root", name)
-            program = name in ("./usr/bin/orvu", "./usr/libexec/orvu-image-decoder")
+            program = name.removeprefix("./usr/") in PROGRAMS
             wanted = "rwxr-xr-x" if name.endswith("/") or program else "rw-r--r--"
             self.assertEqual(mode[1:], wanted, name)
 
@@ -66,15 +76,20 @@ class PackageTest(unittest.TestCase):
         self.assertFalse({name for name in asked if name.endswith("-dev")})
 
     def test_it_is_small(self):
-        self.assertLess(int(self.field("Installed-Size")), 20_000)
+        self.assertLess(int(self.field("Installed-Size")), 40_000)
+        self.assertLess(os.path.getsize(self.package), 8_000_000)
 
     def test_the_program_in_it_runs_and_says_its_version(self):
         said = output(str(self.root / "usr/bin/orvu"), "--version").split()
         self.assertEqual(said[0], "Orvu")
         self.assertEqual(said[1], self.field("Version").split("-")[0])
 
+    def test_the_engine_in_it_finds_its_libraries_and_shuts_itself_in(self):
+        said = output(str(self.root / "usr/libexec/orvu-model"), "--own-namespaces", "--probe")
+        self.assertEqual(said.count(": refused"), 16, said)
+
     def test_programs_have_no_symbols_for_the_debugger(self):
-        for name in ("bin/orvu", "libexec/orvu-image-decoder"):
+        for name in PROGRAMS:
             self.assertNotIn(".symtab", output("objdump", "-h", str(self.root / "usr" / name)))
 
     def test_the_distribution_s_checks_take_it(self):

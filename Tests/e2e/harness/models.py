@@ -11,6 +11,10 @@ from .wait import until
 PORT = 11434  # where such a server is looked for
 NAME = "orvu-played:latest"
 
+# What is said where neither a server nor a file is there.
+MISSING = ("Start Ollama or LM Studio so Kesto can answer, or put a model file (GGUF) into "
+           "~/.local/share/Orvu/models; Orvu finds them by itself.")
+
 
 class _Handler(http.server.BaseHTTPRequestHandler):
     def do_GET(self):

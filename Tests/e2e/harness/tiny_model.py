@@ -29,11 +29,11 @@ TEMPLATE = (
 )
 
 
-def make(file, mean_words=80, context=8192, seed=1):
+def make(file, mean_words=80, context=8192, seed=1, template=TEMPLATE, architecture="llama"):
     """Writes one that says about so many words before it stops."""
     tokens = _vocabulary()
     tensors = _tensors(tokens, mean_words, random.Random(seed))
-    facts = _facts(tokens, context)
+    facts = _facts(tokens, context, template, architecture)
     blob = bytearray(b"GGUF" + struct.pack("<IQQ", 3, len(tensors), len(facts)))
     for key, value in facts:
         blob += _text(key) + value
@@ -125,13 +125,13 @@ def _output(tokens, mean_words, gauss):
     return values
 
 
-def _facts(tokens, context):
+def _facts(tokens, context, template, architecture):
     end = next(number for number, token in enumerate(tokens) if token[0] == END)
     numbers = {"vocab_size": len(tokens), "context_length": context, "embedding_length": WIDTH,
                "block_count": BLOCKS, "feed_forward_length": 2 * WIDTH,
                "attention.head_count": HEADS, "attention.head_count_kv": SHARED_HEADS,
                "rope.dimension_count": WIDTH // HEADS}
-    facts = [("general.architecture", _string("llama")), ("general.type", _string("model")),
+    facts = [("general.architecture", _string(architecture)), ("general.type", _string("model")),
              ("general.name", _string("Orvu Tiny")), ("general.file_type", _number(0)),
              ("general.alignment", _number(32))]
     facts += [(f"llama.{name}", _number(value)) for name, value in numbers.items()]
@@ -146,7 +146,7 @@ def _facts(tokens, context):
               ("tokenizer.ggml.bos_token_id", _number(1)),
               ("tokenizer.ggml.eos_token_id", _number(end)),
               ("tokenizer.ggml.eot_token_id", _number(end)),
-              ("tokenizer.chat_template", _string(TEMPLATE))]
+              ("tokenizer.chat_template", _string(template))]
     return facts + [(f"tokenizer.ggml.{name}", struct.pack("<IB", BOOL, 0))
                     for name in ("add_bos_token", "add_eos_token", "add_space_prefix")]
 

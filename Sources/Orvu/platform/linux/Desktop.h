@@ -15,7 +15,7 @@
 #include "platform/linux/http/SoupHttpSession.h"
 #include "platform/linux/http/SoupPageReads.h"
 #include "platform/linux/images/SandboxedImageCodec.h"
-#include "platform/linux/model/LocalModel.h"
+#include "platform/linux/model/DesktopModel.h"
 #include "platform/linux/web/WebKitContentRules.h"
 #include "platform/linux/web/WebKitEngine.h"
 
@@ -58,8 +58,13 @@ private:
     SoupPageReads pageReads_{loop_};
     Worker background_{loop_, Worker::AtEnd::forget, {}};
     SandboxedImageCodec images_{loop_};
-    LocalModel model_{loop_};
     LinuxFileIO files_{loop_};
+    LocalModel modelServers_{loop_};
+    FileModel modelFiles_{loop_,
+                          files_,
+                          {.places = ModelPlaces::usual(paths_.data / "models"),
+                           .memory = paths_.caches / "Models.json"}};
+    DesktopModel model_{modelServers_, modelFiles_};
     LinuxDownloadFolder downloadFolder_{downloadsFolder()};
     LinuxWorkspace workspace_;
     GdkPasteboard pasteboard_;

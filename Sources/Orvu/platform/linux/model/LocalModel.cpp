@@ -47,8 +47,7 @@ Future<ModelResponse> LocalModel::respond(const std::string& prompt,
 }
 
 Task<ModelResponse> LocalModel::answerTo(std::string prompt, std::string instructions) {
-    const bool isKnown = found_ && found_->server && !isLooking_;
-    if (!isKnown) co_await lookEnd();
+    if (!isSettled()) co_await lookEnd();
     for (bool isSecond = false;; isSecond = true) {
         if (!found_->server) co_return ModelResponse{false, sentence(*found_->reason)};
         ServerQuestion question{client_, *found_->server, options_.answer, options_.lookLimit};

@@ -39,10 +39,19 @@ public:
         return changed_.connect(slot);
     }
 
-private:
-    [[nodiscard]] Task<void> find();
+    /// Whether a look has ended.
+    [[nodiscard]] bool isKnown() const { return found_.has_value(); }
+    /// Whether a server is known, and nobody looks anew.
+    [[nodiscard]] bool isSettled() const { return found_ && found_->server && !isLooking_; }
+    /// Whether the server had a model loaded at the last look.
+    [[nodiscard]] bool isLoaded() const {
+        return found_ && found_->server && found_->server->isLoaded;
+    }
     /// Comes at the end of the look under way, or of one that begins now.
     [[nodiscard]] Future<bool> lookEnd();
+
+private:
+    [[nodiscard]] Task<void> find();
     [[nodiscard]] Task<ModelResponse> answerTo(std::string prompt, std::string instructions);
 
     const Options options_;

@@ -37,7 +37,9 @@ FoundServer foundServer(LoopbackAddress address, ModelProtocol protocol,
     if (!model) return {{}, UnavailableReason::noModel};
     const bool leavesThoughtsOut =
         protocol == ModelProtocol::ollama || model->owner == "llamacpp" || model->owner == "vllm";
-    return {ModelServer{address, protocol, model->name, leavesThoughtsOut}, {}};
+    // These two have one model, from their start on.
+    const bool isLoaded = model->isLoaded || model->owner == "llamacpp" || model->owner == "vllm";
+    return {ModelServer{address, protocol, model->name, leavesThoughtsOut, isLoaded}, {}};
 }
 
 }  // namespace

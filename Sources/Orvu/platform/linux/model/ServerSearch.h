@@ -18,6 +18,7 @@ struct ModelServer {
     ModelProtocol protocol = ModelProtocol::openAI;
     std::string model = {};
     bool leavesThoughtsOut = false;  ///< it knows how to
+    bool isLoaded = false;           ///< it needn't load the model first, as far as it tells
 
     friend bool operator==(const ModelServer&, const ModelServer&) = default;
 };
