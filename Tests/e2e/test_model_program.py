@@ -8,8 +8,9 @@ import time
 import unittest
 
 from harness import tiny_model
-from harness.engine import (ASK, BROKE_OFF, CANCEL, CONTEXT, DESCRIBE, DESCRIPTION, FAILURE, READY,
-                            REPLY, TOO_LONG, UNLOADABLE, Engine, description, failure)
+from harness.engine import (ASK, BROKE_OFF, CANCEL, CONTEXT, DESCRIBE, DESCRIPTION, FAILURE, PROCESSOR,
+                            READY, REPLY, TOO_LONG, UNLOADABLE, Engine, description, failure,
+                            libraries)
 from harness.wait import until
 
 ATTEMPTS = 16
@@ -27,8 +28,8 @@ class EngineTest(unittest.TestCase):
         tiny_model.make(file, **traits)
         return file
 
-    def start(self, file, *arguments):
-        engine = Engine(file, *arguments)
+    def start(self, file, *arguments, **traits):
+        engine = Engine(file, *arguments, **traits)
         self.addCleanup(engine.close)
         return engine
 
@@ -179,6 +180,30 @@ class AnswersTest(EngineTest):
         engine = self.ready(self.model(mean_words=10_000_000))
         engine.tell(ASK, 1, prompt=LONG)
         engine.tell(ASK, 2, prompt="Well?")
+        self.assertIsNone(engine.hear())
+
+
+@unittest.skipUnless(libraries().exists(), "the engine is the system's own")
+class ProcessorTest(EngineTest):
+    def only(self, *names):
+        """The engine's libraries, of those for kinds of processors only these."""
+        folder = self.folder / "libraries"
+        folder.mkdir()
+        for file in libraries().glob("*.so"):
+            if not file.name.startswith("libggml-cpu-") or file.name in names:
+                (folder / file.name).symlink_to(file)
+        return folder
+
+    def test_an_old_processor_gets_a_slower_engine(self):
+        engine = self.start(self.model(), libraries=self.only("libggml-cpu-x64.so"))
+        self.assertEqual(engine.hear(), (READY, 0, b""))
+        engine.tell(ASK, prompt="Well?")
+        self.assertEqual(engine.hear()[0], REPLY)
+
+    def test_where_there_is_none_for_the_processor_it_says_so(self):
+        engine = self.start(self.model(), libraries=self.only())
+        kind, number, content = engine.hear()
+        self.assertEqual((kind, number, failure(content)), (FAILURE, 0, PROCESSOR))
         self.assertIsNone(engine.hear())
 
 

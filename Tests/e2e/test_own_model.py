@@ -220,7 +220,29 @@ class OwnModelTest(BrowserTest):
         self.kesto.wait_for_words(server.reply)
         self.assertEqual(self.engines(), [])
 
+    def test_a_server_that_would_have_to_load_its_model_goes_last(self):
+        server = ModelServer()
+        self.addCleanup(server.stop)
+        server.loaded = []
+        file = self.put_model()
+        self.begin()
+        self.assertNotIn(self.ask("Well?"), (server.reply, ""))
+        self.assertFalse(self.kesto.texts()[-1].startswith(FAILED))
 
-if __name__ == "__main__":
-    import unittest
-    unittest.main()
+        file.unlink()
+        self.hands.go_on("ctrl+j")
+        self.kesto.wait_until_closed()
+        self.kesto.open()
+        self.kesto.ask("And now?")
+        self.kesto.wait_for_words(server.reply)
+
+    def test_a_server_that_goes_leaves_the_question_to_the_file(self):
+        server = ModelServer()
+        self.put_model()
+        self.begin()
+        server.stop()
+
+        answer = self.ask("Well?")
+
+        self.assertFalse(answer.startswith(FAILED), answer)
+        self.assertNotEqual(answer, server.reply)

@@ -15,7 +15,12 @@ READY, DESCRIPTION, REPLY, FAILURE = 1, 2, 3, 4
 DESCRIBE, ASK, CANCEL = 1, 2, 3
 REQUEST, ANSWER = 0x4F724D71, 0x4F724D61
 # Numbers of failures.
-BROKE_OFF, TOO_LONG, CONTEXT, UNLOADABLE = 6, 8, 10, 14
+BROKE_OFF, TOO_LONG, CONTEXT, UNLOADABLE, PROCESSOR = 6, 8, 10, 14, 16
+
+
+def libraries():
+    """Where the engine's libraries lie, if they were fetched."""
+    return installed().parent.parent / "llama/libraries"
 
 
 def installed():
@@ -25,7 +30,7 @@ def installed():
 class Engine:
     """One process of it; ended with the test."""
 
-    def __init__(self, model=None, *arguments):
+    def __init__(self, model=None, *arguments, libraries=None):
         ours, theirs = socket.socketpair()
         self.socket = ours
         file = os.open(model, os.O_RDONLY) if model else os.open("/dev/null", os.O_RDONLY)
@@ -33,7 +38,8 @@ class Engine:
         # The shell moves the file to where the program expects it.
         self.process = subprocess.Popen(
             ["bash", "-c", f'exec "$@" 3<&{file}', "bash", *command], stdin=theirs, stdout=theirs,
-            stderr=subprocess.DEVNULL, pass_fds=(file,))
+            stderr=subprocess.DEVNULL, pass_fds=(file,),
+            env={"LD_LIBRARY_PATH": str(libraries)} if libraries else {"LANG": "C"})
         theirs.close()
         os.close(file)
         self._bytes = b""

@@ -22,7 +22,7 @@ class _Handler(http.server.BaseHTTPRequestHandler):
         answers = {
             "/api/version": {"version": "0.5.0"},
             "/api/tags": {"models": [_described(name) for name in self.server.owner.names]},
-            "/api/ps": {"models": [_described(name) for name in self.server.owner.names]},
+            "/api/ps": {"models": [_described(name) for name in self.server.owner.loaded]},
         }
         known = answers.get(self.path)
         self._reply(200 if known else 404, json.dumps(known or {"error": "unknown"}).encode())
@@ -65,6 +65,7 @@ class ModelServer:
 
     def __init__(self, names=(NAME,)):
         self.names = list(names)
+        self.loaded = list(names)
         self.replies = {}
         self.reply = "An answer."
         self._lock = threading.Lock()

@@ -29,11 +29,13 @@ TEMPLATE = (
 )
 
 
-def make(file, mean_words=80, context=8192, seed=1, template=TEMPLATE, architecture="llama"):
+def make(file, mean_words=80, context=8192, seed=1, template=TEMPLATE, architecture="llama",
+         width=WIDTH, blocks=BLOCKS):
     """Writes one that says about so many words before it stops."""
     tokens = _vocabulary()
-    tensors = _tensors(tokens, mean_words, random.Random(seed))
-    facts = _facts(tokens, context, template, architecture)
+    shape = _Shape(width, blocks)
+    tensors = _tensors(tokens, mean_words, shape, random.Random(seed))
+    facts = _facts(tokens, context, template, architecture, shape)
     blob = bytearray(b"GGUF" + struct.pack("<IQQ", 3, len(tensors), len(facts)))
     for key, value in facts:
         blob += _text(key) + value
@@ -47,6 +49,12 @@ def make(file, mean_words=80, context=8192, seed=1, template=TEMPLATE, architect
         raw = data.tobytes()
         blob += raw + bytes(_padded(len(raw)) - len(raw))
     file.write_bytes(blob)
+
+
+class _Shape:
+    def __init__(self, width, blocks):
+        self.width = width
+        self.blocks = blocks
 
 
 def _padded(size):
@@ -72,65 +80,67 @@ def _vocabulary():
             for rank, (text, kind, use) in enumerate(tokens)]
 
 
-def _tensors(tokens, mean_words, numbers):
+def _tensors(tokens, mean_words, shape, numbers):
     """(name, dimensions, values) of each. Direction 0 of every token is a constant, which the last
     layer uses to say words alone, and their end in time. Direction 1 tells a line's end, after which
     there is always a word: what is said is never nothing."""
-    count, head, inner = len(tokens), WIDTH // HEADS, 2 * WIDTH
+    width = shape.width
+    count, head, inner = len(tokens), width // HEADS, 2 * width
 
     def gauss(size, spread):
         return array.array("f", (numbers.gauss(0.0, spread) for _ in range(size)))
 
-    ones = array.array("f", [1.0] * WIDTH)
-    tensors = [("token_embd.weight", [WIDTH, count], _embedding(tokens, gauss(count * WIDTH, 1.0))),
-               ("output_norm.weight", [WIDTH], ones),
-               ("output.weight", [WIDTH, count], _output(tokens, mean_words, gauss))]
-    for block in range(BLOCKS):
+    ones = array.array("f", [1.0] * width)
+    embedding = _embedding(tokens, width, gauss(count * width, 1.0))
+    tensors = [("token_embd.weight", [width, count], embedding),
+               ("output_norm.weight", [width], ones),
+               ("output.weight", [width, count], _output(tokens, mean_words, width, gauss))]
+    for block in range(shape.blocks):
         shared = head * SHARED_HEADS
-        weights = {"attn_q": ([WIDTH, WIDTH], 2.0), "attn_k": ([WIDTH, shared], 2.0),
-                   "attn_v": ([WIDTH, shared], 1.0), "attn_output": ([WIDTH, WIDTH], 1.5),
-                   "ffn_gate": ([WIDTH, inner], 1.0), "ffn_up": ([WIDTH, inner], 1.0),
-                   "ffn_down": ([inner, WIDTH], 0.6)}
+        weights = {"attn_q": ([width, width], 2.0), "attn_k": ([width, shared], 2.0),
+                   "attn_v": ([width, shared], 1.0), "attn_output": ([width, width], 1.5),
+                   "ffn_gate": ([width, inner], 1.0), "ffn_up": ([width, inner], 1.0),
+                   "ffn_down": ([inner, width], 0.6)}
         for name in ("attn_norm", "ffn_norm"):
-            tensors.append((f"blk.{block}.{name}.weight", [WIDTH], ones))
-        for name, (shape, spread) in weights.items():
-            values = gauss(shape[0] * shape[1], spread / shape[0] ** 0.5)
+            tensors.append((f"blk.{block}.{name}.weight", [width], ones))
+        for name, (sides, spread) in weights.items():
+            values = gauss(sides[0] * sides[1], spread / sides[0] ** 0.5)
             if name in ("attn_output", "ffn_down"):  # they leave both directions alone
-                values[:2 * shape[0]] = array.array("f", bytes(8 * shape[0]))
-            tensors.append((f"blk.{block}.{name}.weight", shape, values))
+                values[:2 * sides[0]] = array.array("f", bytes(8 * sides[0]))
+            tensors.append((f"blk.{block}.{name}.weight", sides, values))
     return tensors
 
 
-def _embedding(tokens, values):
+def _embedding(tokens, width, values):
     for number, token in enumerate(tokens):
-        values[number * WIDTH] = 4.0
-        values[number * WIDTH + 1] = 4.0 if token[0] == "\n" else 0.0
+        values[number * width] = 4.0
+        values[number * width + 1] = 4.0 if token[0] == "\n" else 0.0
     return values
 
 
-def _output(tokens, mean_words, gauss):
-    constant = 4.0 / ((16.0 + (WIDTH - 1) * 2.5) / WIDTH) ** 0.5  # after the last norm, about
+def _output(tokens, mean_words, width, gauss):
+    constant = 4.0 / ((16.0 + (width - 1) * 2.5) / width) ** 0.5  # after the last norm, about
     words = sum(1 for token in tokens if token[3] == "word")
     spread, warmth = 2.0, 0.8  # of the words' logits; the servers' own temperature
     end = warmth * (math.log(words) + (spread / warmth) ** 2 / 2 - math.log(mean_words) + 1.1)
     bias = {"word": 0.0, "never": -60.0, "end": end}
-    values = gauss(len(tokens) * WIDTH, spread / ((WIDTH - 1) ** 0.5 * 0.9))
+    values = gauss(len(tokens) * width, spread / ((width - 1) ** 0.5 * 0.9))
     for number, token in enumerate(tokens):
-        start = number * WIDTH
+        start = number * width
         if token[3] != "word":
-            for place in range(start + 1, start + WIDTH):
+            for place in range(start + 1, start + width):
                 values[place] *= 0.1
         values[start] = bias[token[3]] / constant
         values[start + 1] = -60.0 / constant if token[3] == "end" else 0.0
     return values
 
 
-def _facts(tokens, context, template, architecture):
+def _facts(tokens, context, template, architecture, shape):
     end = next(number for number, token in enumerate(tokens) if token[0] == END)
-    numbers = {"vocab_size": len(tokens), "context_length": context, "embedding_length": WIDTH,
-               "block_count": BLOCKS, "feed_forward_length": 2 * WIDTH,
+    numbers = {"vocab_size": len(tokens), "context_length": context, "embedding_length": shape.width,
+               "block_count": shape.blocks, "feed_forward_length": 2 * shape.width,
                "attention.head_count": HEADS, "attention.head_count_kv": SHARED_HEADS,
-               "rope.dimension_count": WIDTH // HEADS}
+               "rope.dimension_count": shape.width // HEADS}
     facts = [("general.architecture", _string(architecture)), ("general.type", _string("model")),
              ("general.name", _string("Orvu Tiny")), ("general.file_type", _number(0)),
              ("general.alignment", _number(32))]

@@ -25,6 +25,10 @@ FileDescriptor openedModel(const std::filesystem::path& path) {
     return isFile ? std::move(file) : FileDescriptor{};
 }
 
+std::int64_t inSeconds(std::chrono::milliseconds time) {
+    return std::chrono::ceil<std::chrono::seconds>(time).count();
+}
+
 }  // namespace
 
 std::vector<std::filesystem::path> EngineOptions::engineFolders() {
@@ -93,24 +97,25 @@ struct ModelProcess::State : std::enable_shared_from_this<State> {
     }
 
     void start() {
-        FileDescriptor opened = openedModel(file);
+        const FileDescriptor opened = openedModel(file);
+        // Whoever asked hears of what can't be in a later turn, as in every case.
+        constexpr std::chrono::milliseconds soon{0};
+        if (!opened) {
+            deadline = loop.after(soon, [this] { fail(ModelFailure::unloadable); });
+            return;
+        }
         isReady = false;
         reader = {};
         const ConfinedProcess::Program program{
             .file = options.program,
             .arguments = {"--threads", std::to_string(options.threads), "--patience",
-                          std::to_string((2 * options.patience).count())},
+                          std::to_string(inSeconds(2 * options.patience))},
             .folders = options.folders};
-        if (opened) {
-            process =
-                ConfinedProcess::start(ConfinedProcess::command(program, isolation),
-                                       {.said = [this](std::string_view bytes) { hear(bytes); },
-                                        .ended = [this] { end(); }},
-                                       opened);
-        }
-        // Whoever asked hears of it in a later turn, as in every case.
-        const auto patience = process ? options.start : std::chrono::milliseconds{0};
-        deadline = loop.after(patience, [this] { end(); });
+        process = ConfinedProcess::start(
+            ConfinedProcess::command(program, isolation),
+            {.said = [this](std::string_view bytes) { hear(bytes); }, .ended = [this] { end(); }},
+            opened);
+        deadline = loop.after(process ? options.start : soon, [this] { end(); });
     }
 
     void hear(std::string_view bytes) {

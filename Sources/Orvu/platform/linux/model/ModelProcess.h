@@ -20,7 +20,7 @@ struct EngineOptions {
     /// Where its libraries are, besides the system's own.
     std::vector<std::filesystem::path> folders = engineFolders();
     unsigned threads = usualThreads();
-    std::chrono::seconds patience = std::chrono::minutes{2};  ///< after an answer
+    std::chrono::milliseconds patience = std::chrono::minutes{2};  ///< after an answer
     std::chrono::milliseconds start = std::chrono::seconds{20};
     std::chrono::milliseconds description = std::chrono::seconds{20};
     std::chrono::milliseconds answer = std::chrono::minutes{30};
