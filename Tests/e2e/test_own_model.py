@@ -37,7 +37,7 @@ class OwnModelTest(BrowserTest):
     def begin(self):
         self.start_and_open(self.server.page("/garden", body="<p>" + "garden " * 100 + "</p>"))
         self.kesto.open()
-        if self.models.exists():
+        if list(self.models.glob("*")):
             until(self.known.exists, "all files to be known")
 
     def answer_to(self, question):
@@ -108,6 +108,7 @@ class OwnModelTest(BrowserTest):
     def test_a_model_that_comes_while_the_panel_is_open_is_found(self):
         self.begin()
         self.kesto.wait_for_words(MISSING)
+        self.assertEqual(list(self.models.iterdir()), [])  # it is there to be filled
 
         self.put_model()
 

@@ -37,6 +37,7 @@ NOBODY_READS = {
     "pagetools/view/ReaderThemeRules.cpp": "a style sheet",
     "platform/InitiatedLoad.cpp": "a page",
     "platform/linux/Desktop": "files",
+    "platform/linux/confinement/": "what a program says of its walls",
     "platform/linux/defaults/": "queries to databases",
     "platform/linux/desktop/LinuxWorkspace.cpp": "a method on the bus",
     "platform/linux/desktop/PortalAppearance.cpp": "a method on the bus",

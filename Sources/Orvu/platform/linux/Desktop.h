@@ -63,6 +63,7 @@ private:
     FileModel modelFiles_{loop_,
                           files_,
                           {.places = ModelPlaces::usual(paths_.data / "models"),
+                           .folder = paths_.data / "models",
                            .memory = paths_.caches / "Models.json"}};
     DesktopModel model_{modelServers_, modelFiles_};
     LinuxDownloadFolder downloadFolder_{downloadsFolder()};

@@ -3,7 +3,6 @@
 #include "foundation/text/Text.h"
 #include "platform/model/ReplyText.h"
 
-#include <cstring>
 #include <type_traits>
 
 namespace orvu {
@@ -37,7 +36,7 @@ std::string bytesOf(const Head& head) {
 template <class Head>
 Head headOf(std::string_view bytes) {
     Head head;
-    std::memcpy(&head, bytes.data(), sizeof(head));
+    bytes.copy(reinterpret_cast<char*>(&head), sizeof(head));
     return head;
 }
 

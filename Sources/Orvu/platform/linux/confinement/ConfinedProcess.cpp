@@ -51,6 +51,7 @@ public:
     /// The id of a process without environment; nothing if there is no such program.
     [[nodiscard]] std::optional<pid_t> spawn(std::vector<std::string>& command) const {
         std::vector<char*> arguments;
+        arguments.reserve(command.size() + 1);
         for (std::string& each : command) arguments.push_back(each.data());
         arguments.push_back(nullptr);
         std::array<char*, 1> environment{};
@@ -84,7 +85,7 @@ void reapLater(FileDescriptor process) {
 std::filesystem::path ConfinedProcess::installedProgram(const std::string& name) {
     std::error_code failure;
     const auto folder = std::filesystem::read_symlink("/proc/self/exe", failure).parent_path();
-    const auto beside = folder / name;
+    auto beside = folder / name;
     if (std::filesystem::exists(beside, failure)) return beside;
     return (folder / ORVU_PROGRAMS_FOLDER / name).lexically_normal();
 }

@@ -30,13 +30,14 @@ public:
     [[nodiscard]] Job job(DecoderRequest::Kind kind, std::string content, Reading reading) const {
         // Without a length the request is refused.
         const auto length = content.size() <= DecoderRequest::maxLength ? content.size() : 0;
-        return {.request = {.kind = kind, .length = static_cast<std::uint32_t>(length)},
-                .content = std::move(content),
-                .isWanted = [promise = promise_] { return promise.isWanted(); },
-                .settle =
-                    [promise = promise_, reading](const DecoderAnswerReader* answer) {
-                        promise.resolve(answer ? (answer->*reading)() : T{});
-                    }};
+        Job job;
+        job.request = {.kind = kind, .length = static_cast<std::uint32_t>(length)};
+        job.content = std::move(content);
+        job.isWanted = [promise = promise_] { return promise.isWanted(); };
+        job.settle = [promise = promise_, reading](const DecoderAnswerReader* answer) {
+            promise.resolve(answer ? (answer->*reading)() : T{});
+        };
+        return job;
     }
 
 private:
@@ -152,7 +153,7 @@ struct SandboxedImageCodec::State : std::enable_shared_from_this<State> {
         const Job job = std::move(*running);
         running.reset();
         std::optional<DecoderAnswerReader> taken;
-        if (answer) taken = std::move(*answer);
+        if (answer) taken = *answer;
         startNext();  // first: whoever hears of the result may end the codec
         if (!running) idle = loop.after(options.idleTime, [this] { endProcess(); });
         job.settle(taken ? &*taken : nullptr);

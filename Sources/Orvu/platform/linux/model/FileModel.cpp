@@ -45,6 +45,7 @@ Future<bool> FileModel::lookEnd() {
 
 Task<void> FileModel::recall() {
     if (std::exchange(hasRecalled_, true)) co_return;
+    files_.makeFolder(options_.folder);
     const auto text = co_await files_.read(options_.memory, memoryLimit);
     if (text) models_ = decodedModels(*text);
 }

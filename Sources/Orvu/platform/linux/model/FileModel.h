@@ -22,6 +22,7 @@ class FileModel : public LanguageModel {
 public:
     struct Options {
         ModelPlaces places;
+        std::filesystem::path folder;  ///< for the person's models, made with the first look
         std::filesystem::path memory;  ///< the file in which is remembered what each file is
         EngineOptions engine = {};
         std::function<std::uint64_t()> freeMemory = orvu::freeMemory;  ///< for any thread

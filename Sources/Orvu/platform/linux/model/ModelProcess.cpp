@@ -185,7 +185,7 @@ ModelProcess::~ModelProcess() { state_->close(); }
 const std::filesystem::path& ModelProcess::file() const { return state_->file; }
 bool ModelProcess::isRunning() const { return state_->process != nullptr; }
 
-Future<EngineAnswer> ModelProcess::request(EngineRequest::Kind kind, std::string content,
+Future<EngineAnswer> ModelProcess::request(EngineRequest::Kind kind, const std::string& content,
                                            std::size_t instructions,
                                            std::chrono::milliseconds limit) {
     const EngineRequest head{.number = ++state_->lastNumber,

@@ -55,7 +55,7 @@ public:
 private:
     struct State;
 
-    [[nodiscard]] Future<EngineAnswer> request(EngineRequest::Kind kind, std::string content,
+    [[nodiscard]] Future<EngineAnswer> request(EngineRequest::Kind kind, const std::string& content,
                                                std::size_t instructions,
                                                std::chrono::milliseconds limit);
 

@@ -101,7 +101,7 @@ Engine::Model Engine::load(bool whole) {
         return !static_cast<const Engine*>(engine)->isCancelled_;
     };
     params.progress_callback_user_data = this;
-    std::rewind(file_);
+    if (std::fseek(file_, 0, SEEK_SET) != 0) return nullptr;
     return Model{llama_model_load_from_file_ptr(file_, params)};
 }
 
