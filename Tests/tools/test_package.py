@@ -18,6 +18,7 @@ FILES = sorted([
     "./usr/share/doc/orvu/changelog.gz",
     "./usr/share/doc/orvu/copyright",
     "./usr/share/doc/orvu/licences/doto.txt",
+    "./usr/share/doc/orvu/licences/jsonhpp",
     "./usr/share/doc/orvu/licences/llama.cpp",
     "./usr/share/doc/orvu/licences/phosphor-icons.txt",
     "./usr/share/icons/hicolor/scalable/apps/app.orvu.Orvu.svg",

@@ -28,6 +28,7 @@ FILES = sorted([
     "libexec/orvu-model", "release",
     "share/applications/app.orvu.Orvu.desktop", "share/doc/orvu/changelog.gz",
     "share/doc/orvu/copyright", "share/doc/orvu/licences/doto.txt",
+    "share/doc/orvu/licences/jsonhpp",
     "share/doc/orvu/licences/llama.cpp",
     "share/doc/orvu/licences/phosphor-icons.txt",
     "share/icons/hicolor/scalable/apps/app.orvu.Orvu.svg", "share/man/man1/orvu.1.gz",

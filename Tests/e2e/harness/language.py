@@ -25,7 +25,7 @@ STRANGE = ("\u0227\u0180\u0188\u1e0b\u1e17\u0192\u0260\u0127\u012b\u0135\u0137\u
            "\u01a5\u024b\u0159\u015f\u0167\u016d\u1e7d\u1e87\u1e8b\u1e8f\u1e91"
            "\u0226\u0181\u0187\u1e0a\u1e16\u0191\u0193\u0126\u012a\u0134\u0136\u013f\u1e3e\u0220\u01fe"
            "\u01a4\u024a\u0158\u015e\u0166\u016c\u1e7c\u1e86\u1e8a\u1e8e\u1e90")
-PROGRAMS = ("orvu", "orvu-image-decoder", "orvu-release-1.0", "orvu-release-1.2",
+PROGRAMS = ("orvu", "orvu-image-decoder", "orvu-model", "orvu-release-1.0", "orvu-release-1.2",
             "orvu-starter-for-tests")
 _TO, _FROM = str.maketrans(PLAIN, STRANGE), str.maketrans(STRANGE, PLAIN)
 _PLACE = re.compile(r"(\{[1-9]\})")

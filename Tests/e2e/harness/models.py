@@ -6,14 +6,17 @@ import socket
 import threading
 import time
 
+from . import engine
 from .wait import until
 
 PORT = 11434  # where such a server is looked for
 NAME = "orvu-played:latest"
 
-# What is said where neither a server nor a file is there.
+# What is said where neither a server nor a file is there; a file is of use only where a program to
+# run it was built.
 MISSING = ("Start Ollama or LM Studio so Kesto can answer, or put a model file (GGUF) into "
-           "~/.local/share/Orvu/models; Orvu finds them by itself.")
+           "~/.local/share/Orvu/models; Orvu finds them by itself." if engine.installed().exists()
+           else "Start Ollama or LM Studio so Kesto can answer; Orvu finds them by itself.")
 
 
 class _Handler(http.server.BaseHTTPRequestHandler):
