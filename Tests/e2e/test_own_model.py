@@ -187,8 +187,12 @@ class OwnModelTest(BrowserTest):
         self.put_model()
         self.begin()
         self.ask("Well?")
-        first = json.loads(self.known.read_text())
-        self.assertEqual([each["name"] for each in first], ["Orvu Tiny"])
+        # Of when it was used nothing is said: a private window would leave that behind.
+        until_equal(lambda: [(each["name"], each["turn"]) for each in
+                             json.loads(self.known.read_text())], [("Orvu Tiny", 1)], "the list")
+        written = self.known.stat().st_mtime_ns
+        self.ask("And then?")
+        self.assertEqual(self.known.stat().st_mtime_ns, written)
 
         self.known.write_text(self.known.read_text().replace("Orvu Tiny", "Remembered"))
         self.app.quit()

@@ -16,8 +16,8 @@ KnownModel model(const std::string& name, double gigabytes) {
             .description = {
                 .canAnswer = true, .name = name, .contextBytes = 1000, .contextTokens = 8192}};
 }
-KnownModel usedAt(KnownModel model, double seconds) {
-    model.lastUsed = Date{seconds};
+KnownModel usedAt(KnownModel model, std::int64_t turn) {
+    model.turn = turn;
     return model;
 }
 std::string chosen(const std::vector<KnownModel>& models, ModelRoom room) {
@@ -89,7 +89,7 @@ TEST(ModelFileTest, ANameIsThatOfThePlaceElseOfTheModelElseOfTheFile) {
 }
 
 TEST(ModelFileTest, TheListComesBack) {
-    std::vector models{model("a", 1), usedAt(model("\u00E9 \"b\"", 2.5), 815.25)};
+    std::vector models{model("a", 1), usedAt(model("\u00E9 \"b\"", 2.5), 815)};
     models[0].file.name = "a:latest";
     models[1].description.canAnswer = false;
     EXPECT_EQ(decodedModels(encodedModels(models)), models);

@@ -38,9 +38,7 @@ std::optional<KnownModel> decodedModel(const JsonValue& value) {
                                      .name = std::string{text("name").value_or("")},
                                      .contextBytes = static_cast<std::uint64_t>(*contextBytes),
                                      .contextTokens = static_cast<std::uint32_t>(*contextTokens)}};
-    if (const auto used = value.field("used")) {
-        model.lastUsed = used->date().value_or(Date::distantPast());
-    }
+    model.turn = std::max(number("turn").value_or(0), std::int64_t{0});
     return model;
 }
 
@@ -76,7 +74,7 @@ std::optional<KnownModel> modelToRun(const std::vector<KnownModel>& models, cons
     const auto rank = [&](const KnownModel& each) {
         const bool isBearable = each.file.size <= room.bearableSize();
         const auto size = static_cast<double>(each.file.size);
-        return std::tuple{each.lastUsed, isBearable, isBearable ? size : -size};
+        return std::tuple{each.turn, isBearable, isBearable ? size : -size};
     };
     const KnownModel* chosen = nullptr;
     for (const auto& each : models) {
@@ -99,7 +97,7 @@ std::string encodedModels(const std::vector<KnownModel>& models) {
         json.key("name").value(each.description.name);
         json.key("contextBytes").value(static_cast<std::int64_t>(each.description.contextBytes));
         json.key("contextTokens").value(std::int64_t{each.description.contextTokens});
-        json.key("used").value(each.lastUsed);
+        json.key("turn").value(each.turn);
         json.endObject();
     }
     json.endArray();

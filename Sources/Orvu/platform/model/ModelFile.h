@@ -1,6 +1,5 @@
 #pragma once
 
-#include "foundation/Date.h"
 #include "platform/model/EngineMessages.h"
 
 #include <cstdint>
@@ -26,7 +25,9 @@ struct ModelFile {
 struct KnownModel {
     ModelFile file = {};
     ModelDescription description = {};
-    Date lastUsed = Date::distantPast();
+    /// Grows with each model that is used after another one; 0 for one that wasn't. It tells no time:
+    /// a question of a private window leaves none behind.
+    std::int64_t turn = 0;
 
     friend bool operator==(const KnownModel&, const KnownModel&) = default;
 };

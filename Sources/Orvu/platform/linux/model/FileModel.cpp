@@ -3,6 +3,7 @@
 #include "platform/model/ModelFailure.h"
 
 #include <algorithm>
+#include <limits>
 #include <system_error>
 #include <utility>
 
@@ -120,6 +121,15 @@ void FileModel::remember() {
     files_.write(options_.memory, encodedModels(models_));
 }
 
+void FileModel::noteUse(const ModelFile& file) {
+    const auto used = std::ranges::find(models_, file, &KnownModel::file);
+    const auto last = std::ranges::max_element(models_, {}, &KnownModel::turn);
+    if (used == models_.end() || (used->turn > 0 && used->turn == last->turn)) return;
+    constexpr auto most = std::numeric_limits<std::int64_t>::max();
+    used->turn = last->turn < most ? last->turn + 1 : most;
+    remember();
+}
+
 ModelProcess& FileModel::processFor(const std::filesystem::path& file) {
     if (!process_ || process_->file() != file) {
         process_ = std::make_unique<ModelProcess>(loop_, options_.engine, file);
@@ -140,11 +150,7 @@ Task<ModelResponse> FileModel::answerTo(std::string prompt, std::string instruct
     if (answer.kind != EngineAnswer::Kind::reply) {
         co_return ModelResponse{false, sentence(ModelError{answer.failure()})};
     }
-    const auto used = std::ranges::find(models_, file, &KnownModel::file);
-    if (used != models_.end()) {
-        used->lastUsed = loop_.now();
-        remember();
-    }
+    noteUse(file);
     co_return ModelResponse{true, answer.content};
 }
 

@@ -64,6 +64,7 @@ private:
     [[nodiscard]] Task<ModelResponse> answerTo(std::string prompt, std::string instructions);
     [[nodiscard]] ModelProcess& processFor(const std::filesystem::path& file);
     void choose(std::uint64_t freeMemory);
+    void noteUse(const ModelFile& file);
     void remember();
 
     MainLoop& loop_;
