@@ -128,7 +128,7 @@ class OwnModelTest(BrowserTest):
     def test_idle_it_costs_nothing_and_with_the_browser_it_ends(self):
         self.put_model()
         self.begin()
-        self.assertEqual(self.engines(), [])
+        until_equal(self.engines, [], "the processes that run models")
         self.ask("Well?")
         self.assertEqual(len(self.engines()), 1)
         pid = self.engines()[0]
@@ -223,7 +223,7 @@ class OwnModelTest(BrowserTest):
 
         self.kesto.ask("Well?")
         self.kesto.wait_for_words(server.reply)
-        self.assertEqual(self.engines(), [])
+        until_equal(self.engines, [], "the processes that run models")
 
     def test_a_server_that_would_have_to_load_its_model_goes_last(self):
         server = ModelServer()
